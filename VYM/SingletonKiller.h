@@ -1,0 +1,19 @@
+// Deletes a process-wide instance when the process ends. The instance registers itself on
+// construction and withdraws on destruction, so that it is never deleted twice.
+//
+// Threads: none of its own; used while the instance is built and at exit.
+#pragma once
+
+template <class T> class SingletonKiller {
+public:
+    // constexpr: ready before any other static object may build the instance.
+    constexpr SingletonKiller() = default;
+    ~SingletonKiller() { delete m_instance; }
+    SingletonKiller(const SingletonKiller&) = delete;
+    SingletonKiller& operator=(const SingletonKiller&) = delete;
+
+    void set(T* instance) { m_instance = instance; }
+
+private:
+    T* m_instance = nullptr;
+};

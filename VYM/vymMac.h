@@ -1,0 +1,90 @@
+// The portability layer: events, threads, time, debug texts, and what the engine asks of the
+// operating system. Brings in the plain helpers and the lock as well. Nothing here throws.
+//
+// Owns:    an event or thread record belongs to the object that embeds it.
+// Threads: any, except where a line says otherwise.
+#pragma once
+#include "VYM/vymLock.h"
+#include "VYM/vymUtil.h"
+
+#include <cstdint>
+#include <pthread.h>
+
+// Results of a wait.
+constexpr unsigned long kWaitSignalled = 128;
+constexpr unsigned long kWaitTimedOut = 258;
+constexpr unsigned long kWaitFailed = 0xFFFFFFFF;
+// A wait without limit.
+constexpr unsigned long kInfinite = 0xFFFFFFFF;
+
+// An event: manual-reset and never reset, so that once set, every later wait returns at once.
+// The owner zero-fills the record before CreateEvent.
+struct TAG_MUTEXDATA {
+    std::uint32_t created; // 1 from CreateEvent to CloseEvent
+    std::uint32_t signalled; // 1 from the first SetEvent on; read without the mutex, atomically
+    pthread_mutex_t mutex;
+    pthread_cond_t cond;
+};
+
+struct TAG_THREADDATA {
+    std::uint32_t created; // 1 while the thread runs or waits to be joined
+    pthread_t thread;
+};
+
+bool CreateEvent(TAG_MUTEXDATA& event);
+bool SetEvent(TAG_MUTEXDATA& event);
+// kWaitSignalled, kWaitTimedOut or kWaitFailed. A spurious wake-up counts as signalled.
+unsigned long WaitForSingleObjectEvent(TAG_MUTEXDATA& event, unsigned long milliseconds);
+bool CloseEvent(TAG_MUTEXDATA& event);
+
+// Starts a joinable thread; stackSize 0 means the default.
+bool _beginthread(TAG_THREADDATA& thread, void* (*routine)(void*), unsigned stackSize,
+                  void* argument);
+// Joins the thread; the wait has no limit, whatever milliseconds says. kWaitSignalled also for a
+// thread that was joined before.
+unsigned long WaitForSingleObjectThread(TAG_THREADDATA& thread, unsigned long milliseconds);
+[[noreturn]] void _endthread(unsigned code);
+
+// Every pause and every clock of the engine. Tests put in a source that shortens the pauses, and
+// so run the code under test unchanged.
+class TimeSource {
+public:
+    virtual ~TimeSource() = default;
+    [[nodiscard]] virtual std::uint64_t nowMilliseconds() const = 0; // monotonic
+    virtual void sleepMilliseconds(unsigned long milliseconds) = 0;
+    // How long a wait of that many milliseconds for an event may really take.
+    [[nodiscard]] virtual unsigned long waitLimit(unsigned long milliseconds) const = 0;
+
+protected:
+    TimeSource() = default;
+    TimeSource(const TimeSource&) = default;
+    TimeSource& operator=(const TimeSource&) = default;
+};
+// The source stays the caller's and outlives its use; null means the system's clock again.
+// Threads: before any other thread of the engine runs.
+void setTimeSource(TimeSource* source);
+std::uint64_t tickMilliseconds();
+void pauseMilliseconds(unsigned long milliseconds);
+unsigned long eventWaitLimit(unsigned long milliseconds);
+void yieldProcessor();
+
+// Debug texts reach OutputDebugString when the level is at least theirs; the level starts at 1.
+void setDebugLogLv(unsigned level);
+void outputDebugMsg(const char* text, unsigned level);
+// Writes nothing, unless a program asked for the texts with setDebugSink.
+void OutputDebugString(const char* text);
+using DebugSink = void (*)(const char* text);
+// The sink is called on whichever thread speaks; null means silence again.
+void setDebugSink(DebugSink sink);
+
+// The system's version in BCD: 0x1058 for 10.5.8, 0x1200 for 12, 0x2440 for 24.04; 0 if unknown.
+unsigned long getSystemVersion();
+// "ja_JP.UTF-8" where the user's language is Japanese, else "en_GB.UTF-8"; freed with free().
+[[nodiscard]] char* getLocaleString();
+
+// The folder that holds the package container: the executable's own, unless set here before the
+// container is first opened. Returns false for null or a path too long to keep (1023 bytes).
+// Threads: before the container is opened.
+bool setBundleLocation(const char* folder);
+// Writes the folder with its NUL; false when it is unknown or does not fit.
+bool getBundleLocation(char* folder, unsigned long size);
