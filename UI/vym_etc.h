@@ -1,0 +1,28 @@
+// The flat functions in front of the update worker, of a check without an update, and of a few
+// questions to the system. A worker is an opaque pointer; every function ignores a null one and
+// answers false. Nothing escapes from here: no exception leaves a function.
+//
+// Threads: as vymThread and CheckRun say.
+#pragma once
+#include "VYM/CheckRun.h"
+#include "VYM/vymThread.h"
+
+// Null where memory cannot hold a worker. Given back with vym_thread_delete, after StopThread.
+[[nodiscard]] void* vym_thread_create();
+void vym_thread_delete(void* worker);
+bool vymThread_UpdateStart(void* worker, char* port, char* address, unsigned short portNo);
+bool vymThread_StopThread(void* worker);
+bool vymThread_SetPolling(void* worker, unsigned long milliseconds);
+bool vymThread_SetVymInfo(void* worker);
+bool vymThread_CheckState(void* worker, tag_devinfo* info);
+bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* outcome);
+
+// A failure to hold the report in memory is its result kSystem.
+CheckReport vymCheck_Run(char* port, char* address, unsigned short portNo,
+                         const std::atomic<bool>& stop);
+
+unsigned long get_system_version();
+[[nodiscard]] char* get_locale_string(); // freed with free()
+bool is_std_usb_port(const char* port);
+bool is_mp_usb_prn_port(const char* port);
+bool is_usb_prn_port(const char* port);

@@ -1,0 +1,30 @@
+// What an update would do to one printer, without doing it: enters download mode, reads the
+// printer's own target information as an update does, decides per firmware entry, leaves again.
+// Writes no firmware.
+//
+// Threads: runs on the caller's thread; every wait in it is bounded. A stop asked for from another
+//          thread is heard between two exchanges, and the printer still leaves download mode.
+#pragma once
+#include "VYM/ModelDependCheckVer.h"
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+struct CheckedEntry {
+    std::uint32_t number; // from 1, the entry's place in the package description
+    std::string firmName;
+    std::string updateVersion;
+    std::string installedVersion; // as the printer says; empty where it lists no such firmware
+    VersionDecision decision; // code kFirmwareUnreadable where the package lacks the image's bytes
+    bool reached; // false: an update would have stopped at an entry before this one
+};
+
+struct CheckReport {
+    int result; // a protocol result code; entries are decided only with kSuccess
+    std::string printerModel;
+    std::vector<CheckedEntry> entries;
+};
+
+CheckReport checkPrinter(char* port, char* address, unsigned short portNo,
+                         const std::atomic<bool>& stop);

@@ -1,0 +1,77 @@
+// The update worker: runs a whole update on a thread of its own and publishes where it is in one
+// status record. One object serves one run.
+//
+// Owns:    its thread, its two events, the status record, what became of each entry. The texts
+//          given to UpdateStart stay the caller's, who keeps them until StopThread has returned.
+// Threads: one thread creates, starts, polls, stops and deletes; StopThread may run on another
+//          one while CheckState goes on. The lock guards the worker's own writes to the record,
+//          the interval and the outcomes; the protocol writes the record under a lock of its own.
+#pragma once
+#include "VYM/ModelDependCheckVer.h"
+#include "VYM/vymDevInfo.h"
+#include "VYM/vymMac.h"
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+class vymProtocol;
+
+// What became of one firmware entry, kept beyond the moment in which the record showed it.
+struct tag_entryoutcome {
+    std::uint32_t m_number; // from 1, the entry's place in the package description
+    std::int32_t m_result; // the protocol result of its update
+    VersionReason m_reason;
+    bool m_bytesWentOut; // at least one packet with firmware was handed to the connection
+    bool m_confirmed; // the printer itself reported that it has finished writing
+    std::uint32_t m_bytesSent;
+    std::uint32_t m_bytesTotal;
+};
+
+class vymThread {
+public:
+    vymThread();
+    ~vymThread(); // stops the thread if one was started
+    vymThread(const vymThread&) = delete;
+    vymThread& operator=(const vymThread&) = delete;
+
+    // port: the print queue's identifier or null; address: the port string or IPv4 address.
+    // True when the worker runs; false also on an object that was started before.
+    bool UpdateStart(char* port, char* address, unsigned short portNo);
+    // Asks the worker to stop and waits for it, without limit: a transfer is never cut.
+    bool StopThread();
+    bool SetPolling(unsigned long milliseconds); // 0 is refused
+    bool SetVymInfo(); // an empty hook; always false
+    bool CheckState(tag_devinfo& info) const;
+    // The outcome of the index-th entry that was handled, or false.
+    bool GetEntryOutcome(unsigned index, tag_entryoutcome& outcome) const;
+
+    static void* ThreadFunc(void* worker);
+
+private:
+    struct Entry;
+    void RunThread(char* port, char* address, unsigned short portNo);
+    int prepare(vymProtocol& protocol, std::string& model);
+    int updateAllEntries(vymProtocol& protocol, const std::string& model, int& overall);
+    int updateEntry(vymProtocol& protocol, const std::string& model, const Entry& entry);
+    int pollUntilWritten(vymProtocol& protocol);
+    void keepOutcome(const vymProtocol& protocol, std::uint32_t number, int result);
+    void confirmOutcome();
+    void publish(update_state state, int result);
+    void idleUntilStopped();
+    unsigned long pollingInterval() const;
+    void closeEvents();
+
+    std::atomic<bool> m_started{false};
+    std::atomic<bool> m_stopRequested{false};
+    TAG_THREADDATA m_thread{};
+    TAG_MUTEXDATA m_stopEvent{};
+    TAG_MUTEXDATA m_startedEvent{};
+    unsigned long m_pollingInterval VYM_GUARDED_BY(m_lock) = 1000; // milliseconds
+    mutable CRITSECT m_lock;
+    tag_devinfo m_info{};
+    char* m_port = nullptr;
+    char* m_address = nullptr;
+    unsigned short m_portNo = 0;
+    std::vector<tag_entryoutcome> m_outcomes VYM_GUARDED_BY(m_lock);
+};
