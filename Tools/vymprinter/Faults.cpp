@@ -9,7 +9,12 @@ namespace vymprinter {
 namespace {
 
 constexpr std::size_t kNear = 3; // typing mistakes up to which a name is offered
-constexpr std::string_view kSeeList = "; `--fault list` shows all";
+constexpr std::string_view kSeeList = "`--fault list` shows all";
+
+constexpr std::string_view kListHead =
+    "Faults are written NAME[@STAGE[:N]]. Each connection counts for itself: N is the number of\n"
+    "the request of that stage, from 1; at piece it is how many bytes of firmware have arrived;\n"
+    "at connect it is the number of the connection, and without it every connection is meant.\n";
 
 // How many letters have to be typed, left out or changed to get from one word to the other.
 std::size_t distance(std::string_view a, std::string_view b)
@@ -41,7 +46,7 @@ std::string unknownName(std::string_view typed)
         if (isNear(row.name, typed))
             near += (near.empty() ? "" : ", ") + std::string(row.name);
     return "there is no fault '" + std::string(typed) + "'"
-        + (near.empty() ? "" : "; did you mean " + near + "?") + std::string(kSeeList);
+        + (near.empty() ? "; " : "; did you mean " + near + "? ") + std::string(kSeeList);
 }
 
 std::string stageNames(unsigned stages)
@@ -107,9 +112,7 @@ ParsedFault parseFault(const std::string& text)
 
 std::string faultList()
 {
-    std::string list =
-        "Faults, written NAME[@STAGE[:N]]. N counts the requests of the stage from 1; "
-        "for piece it is the\nnumber of firmware bytes that have arrived.\n";
+    std::string list(kListHead);
     for (const auto& row : faultTable()) {
         list += '\n' + std::string(row.name) + (row.wantsValue ? "=VALUE" : "") + ": "
             + std::string(row.does) + ".\n    The user sees: " + std::string(row.seen)
