@@ -15,7 +15,7 @@ Verdict Download::accept(const Request& piece)
         verdict = {status::kRefused, "could not be stored"};
     else if (blockKind::isLast(piece.kind))
         verdict.status = piece.kind;
-    if (verdict.status != status::kDone && verdict.status != status::kWriting)
+    if (!status::isSuccess(verdict.status))
         abandon();
     return verdict;
 }

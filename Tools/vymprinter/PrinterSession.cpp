@@ -34,7 +34,7 @@ std::optional<Stage> stageOf(const Request& request)
     }
 }
 
-std::string withFaults(std::string verdict, const FaultSet& faults)
+std::string withFaults(const std::string& verdict, const FaultSet& faults)
 {
     return faults.none() ? verdict : verdict + "; fault " + faults.names();
 }
@@ -177,14 +177,11 @@ void PrinterSession::sendFile(const Request& request, const FaultSet& faults, Mi
         return answer(request, {status::kRefused, "longer than MAXPACKET"}, faults, now);
     }
     const auto verdict = m_download.accept(request);
-    const bool accepted = verdict.status == status::kDone || verdict.status == status::kWriting;
-    if (accepted && blockKind::isLast(request.kind)) {
+    if (status::isSuccess(verdict.status) && blockKind::isLast(request.kind)) {
         m_writingSince = now;
         remark("received " + printable(request.name) + ", " + std::to_string(request.end)
                + " bytes");
     }
-    if (!accepted)
-        remark("refused a piece of firmware: " + verdict.text);
     answer(request, verdict, faults, now);
 }
 
@@ -271,8 +268,7 @@ void PrinterSession::sendNextBlock(Millis now)
 bool PrinterSession::repliesTo(const Request& request, std::uint16_t status,
                                const FaultSet& faults) const
 {
-    const bool accepted = status == status::kDone || status == status::kWriting;
-    if (request.command != command::kSendFile || !accepted || changesReply(faults))
+    if (request.command != command::kSendFile || !status::isSuccess(status) || changesReply(faults))
         return true;
     const auto replies = m_printer.model.replies;
     return replies == Replies::every
@@ -283,6 +279,8 @@ void PrinterSession::answer(const Request& request, const Verdict& verdict, cons
                             Millis now)
 {
     note(request, verdict.text, faults, now);
+    if (!status::isSuccess(verdict.status))
+        remark("was refused: " + withFaults(verdict.text, faults));
     if (!repliesTo(request, verdict.status, faults))
         return;
     reply(encodeSimpleReply(request.command, verdict.status),
@@ -311,12 +309,12 @@ void PrinterSession::reply(Bytes bytes, PacketNote note, const FaultSet& faults)
         m_outgoing.push(std::move(part));
 }
 
-void PrinterSession::note(const Request& request, std::string verdict, const FaultSet& faults,
-                          Millis now)
+void PrinterSession::note(const Request& request, const std::string& verdict,
+                          const FaultSet& faults, Millis now)
 {
     m_printer.record.packet({now, m_number, Direction::in, request.command, request.name,
                              request.kind, request.start, request.end, request.data.size(),
-                             withFaults(std::move(verdict), faults)});
+                             withFaults(verdict, faults)});
 }
 
 void PrinterSession::remark(const std::string& sentence)

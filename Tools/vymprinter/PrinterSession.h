@@ -73,7 +73,8 @@ private:
     void answer(const Request& request, const Verdict& verdict, const FaultSet& faults, Millis now);
     [[nodiscard]] PacketNote sentNote(std::uint16_t code, std::uint16_t status, Millis now) const;
     void reply(Bytes bytes, PacketNote note, const FaultSet& faults);
-    void note(const Request& request, std::string verdict, const FaultSet& faults, Millis now);
+    void note(const Request& request, const std::string& verdict, const FaultSet& faults,
+              Millis now);
     void remark(const std::string& sentence);
 
     Printer& m_printer;

@@ -42,6 +42,10 @@ constexpr std::uint16_t kRefused = 0x0803; // malformed, out of order or not sup
 constexpr std::uint16_t kChecksum = 0x0804;
 constexpr std::uint16_t kBusy = 0x1001; // another updater holds the printer
 constexpr std::uint16_t kFax = 0x1002; // the printer is doing something it may not interrupt
+inline bool isSuccess(std::uint16_t value)
+{
+    return value == kDone || value == kWriting;
+}
 } // namespace status
 
 namespace blockKind {

@@ -18,7 +18,7 @@ namespace vymprinter {
 // empty, never that of the transcript.
 [[nodiscard]] std::string safeFileName(const std::string& name);
 
-class Store : public PrinterRecord {
+class Store final : public PrinterRecord {
 public:
     // `label` names the printer in remarks. Creates the folder and an empty transcript.
     Store(std::string label, std::optional<std::filesystem::path> folder, bool quiet);

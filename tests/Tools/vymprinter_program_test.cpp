@@ -4,6 +4,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -13,6 +14,20 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 namespace {
+
+// A folder for one test.
+struct Folder {
+    Folder()
+    {
+        std::string pattern = std::filesystem::temp_directory_path() / "vymprinter-XXXXXX";
+        path = ::mkdtemp(pattern.data());
+    }
+    ~Folder() { std::filesystem::remove_all(path); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    std::filesystem::path path;
+};
 
 // A running vymprinter and what it prints.
 class Program {
@@ -106,9 +121,9 @@ TEST(VymprinterProgram, SeveralPrintersGetOneLineEach)
 
 TEST(VymprinterProgram, StoresAnUpdateAndEndsAfterTheSessionsAskedFor)
 {
-    std::string folder = std::filesystem::temp_directory_path() / "vymprinter-XXXXXX";
-    ASSERT_NE(::mkdtemp(folder.data()), nullptr);
-    Program program({"--listen", "127.0.0.1:0", "--sessions", "1", "--store", folder, "--quiet"});
+    Folder folder;
+    Program program(
+        {"--listen", "127.0.0.1:0", "--sessions", "1", "--store", folder.path, "--quiet"});
     {
         Updater updater(program.endpoint());
         EXPECT_EQ(updater.status(requests::enter()), 128);
@@ -117,9 +132,49 @@ TEST(VymprinterProgram, StoresAnUpdateAndEndsAfterTheSessionsAskedFor)
     }
     EXPECT_EQ(program.rest(), "");
     EXPECT_EQ(program.exitCode(), 0);
-    EXPECT_EQ(std::filesystem::file_size(folder + "/127.0.0.1/MAIN.BIN"), 5000U);
-    EXPECT_TRUE(std::filesystem::exists(folder + "/127.0.0.1/transcript.txt"));
-    std::filesystem::remove_all(folder);
+    EXPECT_EQ(std::filesystem::file_size(folder.path / "127.0.0.1/MAIN.BIN"), 5000U);
+    EXPECT_TRUE(std::filesystem::exists(folder.path / "127.0.0.1/transcript.txt"));
+}
+
+TEST(VymprinterProgram, HandsOutTheBytesOfAGivenFile)
+{
+    Folder folder;
+    std::ofstream(folder.path / "info") << "TGMNAME X\nany bytes";
+    Program program({"--listen", "127.0.0.1:0", "--target-info", folder.path / "info"});
+    const auto block = Updater(program.endpoint()).ask(requests::getFile());
+    ASSERT_GT(block.size(), 28U);
+    EXPECT_EQ(std::string(block.begin() + 28, block.end()), "TGMNAME X\nany bytes");
+}
+
+TEST(VymprinterProgram, PrintersOnOneAddressKeepFoldersApart)
+{
+    Folder folder;
+    Program program(
+        {"--listen", "127.0.0.1:0", "--listen", "127.0.0.1:0", "--store", folder.path, "--quiet"});
+    for (int i = 0; i < 2; ++i) {
+        const auto name = "127.0.0.1-" + std::to_string(program.endpoint().port);
+        EXPECT_TRUE(std::filesystem::exists(folder.path / name / "transcript.txt")) << name;
+    }
+}
+
+TEST(VymprinterProgram, FolderThatCannotBeWrittenEndsWithOneAndNamesIt)
+{
+    Program program({"--listen", "127.0.0.1:0", "--store", "/dev/null"});
+    EXPECT_THAT(program.rest(), HasSubstr("/dev/null/127.0.0.1"));
+    EXPECT_EQ(program.exitCode(), 1);
+}
+
+TEST(VymprinterProgram, TellsAPersonAtTheDeskWhatHappens)
+{
+    Program program({"--listen", "127.0.0.1:0", "--sessions", "1"});
+    {
+        Updater updater(program.endpoint());
+        updater.ask(requests::enter());
+        updater.ask(requests::piece(1, 3, {1}));
+    }
+    const auto told = program.rest();
+    EXPECT_THAT(told, HasSubstr("connection 1 is in download mode\n"));
+    EXPECT_THAT(told, HasSubstr("connection 1 was refused: a firmware does not begin at 0\n"));
 }
 
 TEST(VymprinterProgram, TakenAddressEndsWithOneAndNamesIt)
