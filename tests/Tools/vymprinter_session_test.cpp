@@ -28,6 +28,8 @@ public:
     }
     bool commitFirmware() override
     {
+        if (unwritable)
+            return false;
         stored[m_name] = m_arriving;
         return true;
     }
@@ -37,6 +39,7 @@ public:
     std::map<std::string, Bytes> stored;
     int abandoned = 0;
     bool full = false;
+    bool unwritable = false; // only the last step fails
 
 private:
     std::string m_name;
@@ -245,6 +248,14 @@ TEST(VymprinterSession, FirmwareThatCannotBeStoredIsRefused)
     EXPECT_EQ(desk.lastVerdict(), "could not be stored");
 }
 
+TEST(VymprinterSession, FirmwareThatCannotBeKeptAtTheEndIsRefused)
+{
+    Desk desk;
+    desk.record.unwritable = true;
+    EXPECT_EQ(desk.entered().send(requests::last(129, {})), sendReply(0x0803));
+    EXPECT_EQ(desk.send(requests::shortQuery()), simple(0x5103, 0x0803));
+}
+
 TEST(VymprinterSession, PieceLongerThanMaxPacketIsRefusedAndAnAbsurdOneEndsTheConnection)
 {
     PrinterModel model;
@@ -440,6 +451,18 @@ TEST(VymprinterSessionFaults, RefusedPieceIsNotStoredAndRefusedEnterDoesNotEnter
     desk.entered().send(requests::last(129, {}));
     EXPECT_TRUE(desk.record.stored.empty());
     EXPECT_THAT(desk.lastVerdict(), HasSubstr("fault status-0804"));
+}
+
+TEST(VymprinterSessionFaults, RefusedPieceEndsItsFirmware)
+{
+    Desk desk({}, {"status-0804@piece:150"});
+    const auto pieces = requests::pieces(requests::firmware(300), 100);
+    desk.entered();
+    EXPECT_EQ(desk.send(pieces[0]), sendReply(0x0080));
+    EXPECT_EQ(desk.send(pieces[1]), sendReply(0x0804));
+    EXPECT_EQ(desk.send(pieces[2]), sendReply(0x0803));
+    EXPECT_EQ(desk.record.abandoned, 1);
+    EXPECT_EQ(desk.lastVerdict(), "a firmware does not begin at 0");
 }
 
 TEST(VymprinterSessionFaults, EndlessFileIsMadeOnlyAsFastAsItLeaves)
