@@ -4,11 +4,10 @@
 
 namespace {
 
-template <class T>
-T loadField(const T& field)
+template <class T> T loadField(const T& field, std::memory_order order = std::memory_order_relaxed)
 {
     // atomic_ref has no form for const objects yet; a load changes nothing.
-    return std::atomic_ref(const_cast<T&>(field)).load(std::memory_order_relaxed);
+    return std::atomic_ref(const_cast<T&>(field)).load(order);
 }
 
 } // namespace
@@ -23,7 +22,7 @@ void storeFirmwareName(tag_devinfo& info, std::string_view name)
 
 void copyDevInfo(const tag_devinfo& from, tag_devinfo& to)
 {
-    to.m_updateState = loadField(from.m_updateState);
+    to.m_updateState = loadField(from.m_updateState, std::memory_order_acquire);
     for (std::size_t i = 0; i < sizeof to.m_firmwareName; ++i)
         to.m_firmwareName[i] = loadField(from.m_firmwareName[i]);
     to.m_firmwareName[sizeof to.m_firmwareName - 1] = '\0';

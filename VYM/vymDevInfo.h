@@ -9,6 +9,7 @@
 #include <atomic>
 #include <cstdint>
 #include <string_view>
+#include <type_traits>
 
 enum update_state : std::uint32_t {
     state_initial = 0,
@@ -33,8 +34,16 @@ struct tag_devinfo {
 };
 static_assert(sizeof(tag_devinfo) == 60);
 
+// The state is stored last and copied first: whoever sees a state also sees the result and the
+// counts that were published with it.
+inline void storeState(tag_devinfo& info, update_state state)
+{
+    std::atomic_ref(info.m_updateState).store(state, std::memory_order_release);
+}
+
 template <class T> void storeField(T& field, T value)
 {
+    static_assert(!std::is_same_v<T, update_state>, "a state goes through storeState");
     std::atomic_ref(field).store(value, std::memory_order_relaxed);
 }
 

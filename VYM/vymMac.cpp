@@ -91,15 +91,20 @@ bool SetEvent(TAG_MUTEXDATA& event)
     return signalled;
 }
 
+bool IsEventSet(TAG_MUTEXDATA& event)
+{
+    return signalledFlag(event).load() == 1;
+}
+
 unsigned long WaitForSingleObjectEvent(TAG_MUTEXDATA& event, unsigned long milliseconds)
 {
-    if (signalledFlag(event).load() == 1)
+    if (IsEventSet(event))
         return kWaitSignalled;
     if (pthread_mutex_lock(&event.mutex) != 0)
         return kWaitFailed;
     int error = 0;
     // Asked once more under the mutex: an event set since the first look would never wake us.
-    if (signalledFlag(event).load() != 1) {
+    if (!IsEventSet(event)) {
         if (milliseconds == kInfinite) {
             error = pthread_cond_wait(&event.cond, &event.mutex);
         } else {

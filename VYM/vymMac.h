@@ -35,6 +35,7 @@ bool CreateEvent(TAG_MUTEXDATA& event);
 bool SetEvent(TAG_MUTEXDATA& event);
 // kWaitSignalled, kWaitTimedOut or kWaitFailed. A spurious wake-up counts as signalled.
 unsigned long WaitForSingleObjectEvent(TAG_MUTEXDATA& event, unsigned long milliseconds);
+bool IsEventSet(TAG_MUTEXDATA& event);
 bool CloseEvent(TAG_MUTEXDATA& event);
 
 // Starts a joinable thread; stackSize 0 means the default.

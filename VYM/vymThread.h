@@ -49,15 +49,17 @@ public:
     static void* ThreadFunc(void* worker);
 
 private:
-    struct Entry;
+    struct Entry; // the fields of one VERSION row
     void RunThread(char* port, char* address, unsigned short portNo);
-    int prepare(vymProtocol& protocol, std::string& model);
+    void runUpdate(vymProtocol& protocol, char* port, char* address, unsigned short portNo);
+    int updateUntilStopped(vymProtocol& protocol);
     int updateAllEntries(vymProtocol& protocol, const std::string& model, int& overall);
-    int updateEntry(vymProtocol& protocol, const std::string& model, const Entry& entry);
+    int updateEntry(vymProtocol& protocol, const std::string& model, std::uint32_t number,
+                    const Entry& entry);
+    int finishEntry(vymProtocol& protocol);
     int pollUntilWritten(vymProtocol& protocol);
-    void keepOutcome(const vymProtocol& protocol, std::uint32_t number, int result);
-    void confirmOutcome();
-    void publish(update_state state, int result);
+    void keepOutcome(const vymProtocol& protocol, std::uint32_t number, int code);
+    void publishState(update_state state);
     void idleUntilStopped();
     unsigned long pollingInterval() const;
     void closeEvents();

@@ -1,0 +1,86 @@
+#include "DevConn/DevConnBase.h"
+
+#include "DevConn/ConnResult.h"
+#include "DevConn/DeviceId.h"
+#include "VYM/vymUtil.h"
+
+#include <algorithm>
+#include <new>
+
+DevConnBase::~DevConnBase()
+{
+    while (!m_memList.empty()) {
+        FreeMem(m_memList.back());
+        m_memList.pop_back();
+    }
+}
+
+long DevConnBase::SetRecvPacketSize(unsigned long size)
+{
+    const HoldLock hold(m_lock);
+    m_recvPacketSize = size;
+    return conn::kSuccess;
+}
+
+bool DevConnBase::addMemList(void* block)
+{
+    if (block == nullptr)
+        return false;
+    try {
+        m_memList.push_back(block);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
+}
+
+long DevConnBase::DisposeData(void* block)
+{
+    const HoldLock hold(m_lock);
+    const auto found = std::find(m_memList.begin(), m_memList.end(), block);
+    if (found == m_memList.end())
+        return conn::kForeignBlock;
+    m_memList.erase(found);
+    FreeMem(block);
+    return conn::kSuccess;
+}
+
+char* DevConnBase::FindModelKey(char* deviceId)
+{
+    return deviceId::findModelKey(deviceId);
+}
+
+long DevConnBase::exchange(PacketStream& stream, unsigned long leastWriteMs, unsigned char* send,
+                           unsigned long sendLength, unsigned char** reply,
+                           unsigned long* replyLength)
+{
+    if ((send == nullptr && sendLength != 0) || reply == nullptr || replyLength == nullptr)
+        return conn::kInvalidArgument;
+    if (!m_connected)
+        return conn::kNotConnected;
+    *reply = nullptr;
+    *replyLength = 0;
+    ReplyBlock block;
+    const auto result = exchangePacket(stream, {m_timeout, leastWriteMs, m_recvPacketSize}, send,
+                                       sendLength, block);
+    if (result != conn::kSuccess || block.bytes == nullptr)
+        return result;
+    if (!addMemList(block.bytes)) {
+        FreeMem(block.bytes);
+        return conn::kOutOfMemory;
+    }
+    *reply = block.bytes;
+    *replyLength = block.length;
+    return conn::kSuccess;
+}
+
+long DevConnBase::storeTimeout(unsigned long milliseconds)
+{
+    const HoldLock hold(m_lock);
+    if (milliseconds == 0)
+        return conn::kInvalidArgument;
+    if (!m_connected)
+        return conn::kNotConnected;
+    m_timeout = milliseconds;
+    return conn::kSuccess;
+}

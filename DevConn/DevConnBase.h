@@ -1,0 +1,50 @@
+// A connection to one printer, whatever the transport: what the manager drives, and what all
+// transports share (lock, time-out, receive packet size, the blocks handed out).
+//
+// Owns:      every block handed to a caller until it comes back through DisposeData; whatever is
+//            not given back is freed with the object.
+// Threads:   any, one operation at a time: each holds the object's lock for its whole run.
+// Invariant: a block in the memory list came from AllocMem and was not freed.
+#pragma once
+#include "DevConn/ReplyExchange.h"
+#include "VYM/vymLock.h"
+
+#include <vector>
+
+class DevConnBase {
+public:
+    virtual ~DevConnBase();
+    DevConnBase(const DevConnBase&) = delete;
+    DevConnBase& operator=(const DevConnBase&) = delete;
+
+    // name: the print queue's identifier or null; port: where the printer is.
+    virtual long Connect(const char* name, const char* port, unsigned short tcpPort) = 0;
+    // Sends a packet (null and length 0: only receives) and collects the reply. Success without a
+    // reply leaves *reply null; a reply goes back through DisposeData.
+    virtual long SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
+                              unsigned long* replyLength) = 0;
+    virtual long GetModelName(char** model, unsigned long* length) = 0;
+    virtual long SetTimeout(unsigned long milliseconds) = 0;
+    virtual long Disconnect() = 0;
+
+    long SetRecvPacketSize(unsigned long size); // any size; a reply is kept up to it
+    long DisposeData(void* block); // kForeignBlock for a block that is not ours
+    bool addMemList(void* block); // with the lock held; false for null or out of memory
+    static char* FindModelKey(char* deviceId);
+
+protected:
+    DevConnBase() = default;
+
+    // SendRecvData for a transport that is a PacketStream.
+    long exchange(PacketStream& stream, unsigned long leastWriteMs, unsigned char* send,
+                  unsigned long sendLength, unsigned char** reply, unsigned long* replyLength);
+    long storeTimeout(unsigned long milliseconds); // SetTimeout, the same for every transport
+
+    CRITSECT m_lock;
+    unsigned long m_timeout = 0; // milliseconds; 0: none was set
+    unsigned long m_recvPacketSize = 4096; // bytes, header included
+    bool m_connected = false;
+
+private:
+    std::vector<void*> m_memList;
+};

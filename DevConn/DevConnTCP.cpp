@@ -1,0 +1,248 @@
+#include "DevConn/DevConnTCP.h"
+
+#include "DevConn/ConnResult.h"
+#include "VYM/vymMac.h"
+
+#include <algorithm>
+#include <arpa/inet.h>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <memory>
+#include <netdb.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <string>
+#include <string_view>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t kLongestPortString = 1023;
+constexpr unsigned long kLeastWriteMs = 5000; // a printer that stores a packet first needs time
+// A printer that is switched off must not hold the run for the minutes that the system would wait.
+constexpr unsigned long kConnectMs = 10000;
+
+enum class Ready { yes, timedOut, failed };
+
+// Waits for one socket; a signal does not shorten or lengthen the wait. poll, not select: a
+// descriptor may be larger than a select set holds.
+Ready waitFor(int socket, short events, unsigned long timeoutMs)
+{
+    const auto deadline = tickMilliseconds() + timeoutMs;
+    for (;;) {
+        pollfd entry{socket, events, 0};
+        const auto now = tickMilliseconds();
+        const auto left = deadline > now ? std::min<std::uint64_t>(deadline - now, INT_MAX) : 0;
+        const int count = poll(&entry, 1, static_cast<int>(left));
+        if (count > 0)
+            return Ready::yes;
+        if (count == 0)
+            return Ready::timedOut;
+        if (errno != EINTR)
+            return Ready::failed;
+    }
+}
+
+bool wouldBlock(int error)
+{
+    return error == EAGAIN || error == EWOULDBLOCK || error == EINTR;
+}
+
+// Neither no address nor the broadcast address, which a conversion also gives for bad text.
+bool dottedAddress(const char* text, sockaddr_in& address)
+{
+    const auto value = inet_addr(text);
+    if (value == INADDR_ANY || value == INADDR_NONE)
+        return false;
+    address.sin_addr.s_addr = value;
+    return true;
+}
+
+bool lookUp(const std::string& host, sockaddr_in& address)
+{
+    addrinfo hints{};
+    hints.ai_family = AF_INET;
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    if (getaddrinfo(host.c_str(), nullptr, &hints, &found) != 0)
+        return false;
+    const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> list(found, &freeaddrinfo);
+    address.sin_addr = reinterpret_cast<const sockaddr_in*>(list->ai_addr)->sin_addr;
+    return true;
+}
+
+} // namespace
+
+DevConnTCP::DevConnTCP()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+DevConnTCP::~DevConnTCP()
+{
+    closeSocket();
+}
+
+long DevConnTCP::Connect(const char* name, const char* port, unsigned short tcpPort)
+{
+    const HoldLock hold(m_lock);
+    if (port == nullptr || tcpPort == 0)
+        return conn::kInvalidArgument;
+    if (m_connected)
+        return conn::kAlreadyConnected;
+    m_connecting = true;
+    sockaddr_in address{};
+    const bool known =
+        name == nullptr ? dottedAddress(port, address) : ResolveIpAddr(port, &address);
+    address.sin_family = AF_INET;
+    address.sin_port = htons(tcpPort);
+    if (!known || !openSocket(address)) {
+        closeSocket();
+        m_connecting = false;
+        return conn::kCannotOpen;
+    }
+    m_peerClosed = false;
+    m_connected = true;
+    return conn::kSuccess;
+}
+
+bool DevConnTCP::openSocket(const sockaddr_in& address)
+{
+    m_socket = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    if (m_socket < 0)
+        return false;
+    // A packet must leave at once: held back for the last one's acknowledgement, every piece of a
+    // firmware would stand still for 40 ms.
+    const int on = 1;
+    setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    if (connect(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+        return true;
+    if (errno != EINPROGRESS || waitFor(m_socket, POLLOUT, kConnectMs) != Ready::yes)
+        return false;
+    int error = 0;
+    socklen_t length = sizeof error;
+    return getsockopt(m_socket, SOL_SOCKET, SO_ERROR, &error, &length) == 0 && error == 0;
+}
+
+void DevConnTCP::closeSocket()
+{
+    if (m_socket != -1)
+        close(m_socket);
+    m_socket = -1;
+}
+
+bool DevConnTCP::GetIpFromPort(const char* port, sockaddr_in* address)
+{
+    constexpr std::string_view kScheme = "lpd://";
+    if (port == nullptr || address == nullptr)
+        return false;
+    std::string_view text = port;
+    const auto scheme = text.find(kScheme);
+    if (text.size() > kLongestPortString || scheme == std::string_view::npos)
+        return false;
+    text.remove_prefix(scheme + kScheme.size());
+    const auto slash = text.find('/');
+    if (slash == std::string_view::npos)
+        return false;
+    *address = {};
+    const std::string host(text.substr(0, slash));
+    if (dottedAddress(host.c_str(), *address))
+        return true;
+    // The number behind a colon is never a port to connect to: that one comes with Connect.
+    const auto colon = host.find(':');
+    if (colon != std::string::npos && dottedAddress(host.substr(0, colon).c_str(), *address))
+        return true;
+    return lookUp(host, *address);
+}
+
+bool DevConnTCP::ResolveIpAddr(const char* port, sockaddr_in* address)
+{
+    return port != nullptr && address != nullptr && GetIpFromPort(port, address);
+}
+
+bool DevConnTCP::GetIpFromReg(const char* /*first*/, const char* /*second*/, const char* /*third*/,
+                              sockaddr_in* /*address*/)
+{
+    return false;
+}
+
+bool DevConnTCP::WritePort(const unsigned char* buffer, unsigned long length, unsigned long* sent,
+                           unsigned long timeoutMs)
+{
+    if (buffer == nullptr || sent == nullptr)
+        return false;
+    *sent = 0;
+    const auto deadline = tickMilliseconds() + timeoutMs;
+    while (*sent < length) {
+        const auto count = send(m_socket, buffer + *sent, length - *sent, MSG_NOSIGNAL);
+        if (count >= 0) {
+            *sent += static_cast<unsigned long>(count);
+            continue;
+        }
+        if (!wouldBlock(errno))
+            return false;
+        const auto now = tickMilliseconds();
+        if (now >= deadline)
+            return true;
+        const auto ready = waitFor(m_socket, POLLOUT, deadline - now);
+        if (ready != Ready::yes)
+            return ready == Ready::timedOut;
+    }
+    return true;
+}
+
+bool DevConnTCP::ReadPort(unsigned char* buffer, unsigned long length, unsigned long* received,
+                          unsigned long timeoutMs)
+{
+    if (buffer == nullptr || received == nullptr)
+        return false;
+    *received = 0;
+    if (length == 0)
+        return true;
+    const auto ready = waitFor(m_socket, POLLIN, timeoutMs);
+    if (ready != Ready::yes)
+        return ready == Ready::timedOut;
+    const auto count = recv(m_socket, buffer, length, 0);
+    if (count < 0)
+        return wouldBlock(errno);
+    m_peerClosed = count == 0;
+    *received = static_cast<unsigned long>(count);
+    return true;
+}
+
+bool DevConnTCP::awaitsReply(const unsigned char* packet, unsigned long length) const
+{
+    return !isFileDataPacket(packet, length);
+}
+
+long DevConnTCP::SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
+                              unsigned long* replyLength)
+{
+    const HoldLock hold(m_lock);
+    return exchange(*this, kLeastWriteMs, send, sendLength, reply, replyLength);
+}
+
+long DevConnTCP::GetModelName(char** /*model*/, unsigned long* /*length*/)
+{
+    const HoldLock hold(m_lock);
+    return m_connected ? conn::kNotSupported : conn::kNotConnected;
+}
+
+long DevConnTCP::SetTimeout(unsigned long milliseconds)
+{
+    return storeTimeout(milliseconds);
+}
+
+long DevConnTCP::Disconnect()
+{
+    const HoldLock hold(m_lock);
+    if (!m_connected)
+        return conn::kNotConnected;
+    closeSocket();
+    m_connecting = false;
+    m_connected = false;
+    return conn::kNetworkClosed;
+}

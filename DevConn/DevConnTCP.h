@@ -1,0 +1,50 @@
+// The network transport: one IPv4 stream to the printer. Every port string without "usb" in it
+// comes here. Knows nothing of a packet but that file data need not be answered.
+//
+// Owns:      the socket.
+// Threads:   as DevConnBase; blocking calls are made with the lock held, each of them bounded.
+// Invariant: connected means an open socket; a failed Connect leaves none.
+#pragma once
+#include "DevConn/DevConnBase.h"
+
+struct sockaddr_in;
+
+class DevConnTCP : public DevConnBase, public PacketStream {
+public:
+    DevConnTCP(); // SIGPIPE is ignored from now on: a closed peer is an error, not the end
+    ~DevConnTCP() override;
+    DevConnTCP(const DevConnTCP&) = delete;
+    DevConnTCP& operator=(const DevConnTCP&) = delete;
+
+    // name null: port is a dotted IPv4 address; else port is a port string with "lpd://" in it.
+    long Connect(const char* name, const char* port, unsigned short tcpPort) override;
+    long SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
+                      unsigned long* replyLength) override;
+    long GetModelName(char** model, unsigned long* length) override; // no device ID here
+    long SetTimeout(unsigned long milliseconds) override;
+    long Disconnect() override; // kNetworkClosed when it worked, as its callers know it
+
+    bool WritePort(const unsigned char* buffer, unsigned long length, unsigned long* sent,
+                   unsigned long timeoutMs) override;
+    bool ReadPort(unsigned char* buffer, unsigned long length, unsigned long* received,
+                  unsigned long timeoutMs) override;
+    [[nodiscard]] bool peerClosed() const override { return m_peerClosed; }
+    [[nodiscard]] bool awaitsReply(const unsigned char* packet,
+                                   unsigned long length) const override;
+
+    // The address in a port string: "lpd://", host, an optional colon and port (never used), a
+    // slash. Asks the resolver for a host that is no dotted address.
+    static bool GetIpFromPort(const char* port, sockaddr_in* address);
+    static bool ResolveIpAddr(const char* port, sockaddr_in* address);
+    // An entry point with no look-up behind it: always false.
+    static bool GetIpFromReg(const char* first, const char* second, const char* third,
+                             sockaddr_in* address);
+
+private:
+    bool openSocket(const sockaddr_in& address);
+    void closeSocket();
+
+    bool m_connecting = false;
+    int m_socket = -1;
+    bool m_peerClosed = false;
+};

@@ -1,0 +1,122 @@
+#include "DevConn/ReplyExchange.h"
+
+#include "DevConn/ConnResult.h"
+#include "VYM/vymMac.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace {
+
+constexpr unsigned long kHeaderSize = 8;
+constexpr unsigned long kReadMs = 10; // one attempt; also the whole budget when none is left
+constexpr unsigned long kFileDataHead = 60; // no shorter packet carries file data
+constexpr unsigned kFileCommand = 0x5002;
+constexpr unsigned kDataKind = 0;
+
+using Header = std::array<unsigned char, kHeaderSize>;
+
+unsigned bigEndian16(const unsigned char* bytes)
+{
+    return static_cast<unsigned>(bytes[0]) << 8 | bytes[1];
+}
+
+std::uint32_t bodyLength(const Header& header)
+{
+    return bigEndian16(&header[4]) << 16 | bigEndian16(&header[6]);
+}
+
+enum class HeaderRead { complete, none, failed };
+
+HeaderRead readHeader(PacketStream& stream, const unsigned char* packet, unsigned long length,
+                      std::uint64_t deadline, Header& header)
+{
+    for (;;) {
+        unsigned long received = 0;
+        if (!stream.ReadPort(header.data(), kHeaderSize, &received, kReadMs))
+            return HeaderRead::failed;
+        if (received == kHeaderSize)
+            return HeaderRead::complete;
+        if (received != 0)
+            return HeaderRead::failed;
+        if (stream.peerClosed() || !stream.awaitsReply(packet, length)
+            || tickMilliseconds() >= deadline)
+            return HeaderRead::none;
+    }
+}
+
+// Reads up to length bytes until the deadline; kept takes the first of them as far as it has
+// room, the others are dropped.
+bool readBody(PacketStream& stream, std::uint64_t length, std::uint64_t deadline,
+              unsigned char* kept, unsigned long room, unsigned long& got)
+{
+    got = 0;
+    unsigned char dropped[4096];
+    for (std::uint64_t seen = 0; seen < length;) {
+        const bool full = got == room;
+        const auto wanted =
+            std::min<std::uint64_t>(length - seen, full ? sizeof dropped : room - got);
+        unsigned long received = 0;
+        if (!stream.ReadPort(full ? dropped : kept + got, wanted, &received, kReadMs))
+            return false;
+        seen += received;
+        got += full ? 0 : received;
+        if (tickMilliseconds() >= deadline || (received == 0 && stream.peerClosed()))
+            break;
+    }
+    return true;
+}
+
+long readReply(PacketStream& stream, const Header& header, unsigned long packetSize,
+               std::uint64_t deadline, ReplyBlock& reply)
+{
+    const auto body = bodyLength(header);
+    const auto most = std::max(packetSize, kHeaderSize) - kHeaderSize;
+    const auto room = std::min<unsigned long>(body, most);
+    auto* block = static_cast<unsigned char*>(AllocMem(kHeaderSize + room));
+    if (block == nullptr)
+        return conn::kOutOfMemory;
+    std::memcpy(block, header.data(), kHeaderSize);
+    unsigned long got = 0;
+    if (!readBody(stream, body, deadline, block + kHeaderSize, room, got)) {
+        FreeMem(block);
+        return conn::kReceiveFailed;
+    }
+    reply = {block, kHeaderSize + got};
+    return conn::kSuccess;
+}
+
+} // namespace
+
+bool isFileDataPacket(const unsigned char* packet, unsigned long length)
+{
+    return packet != nullptr && length >= kFileDataHead && bigEndian16(packet + 2) == kFileCommand
+        && bigEndian16(packet + 42) == kDataKind;
+}
+
+long exchangePacket(PacketStream& stream, const ExchangeLimits& limits, const unsigned char* packet,
+                    unsigned long length, ReplyBlock& reply)
+{
+    reply = {};
+    const auto start = tickMilliseconds();
+    if (packet != nullptr) {
+        unsigned long sent = 0;
+        const auto writeMs = std::max(limits.timeoutMs, limits.leastWriteMs);
+        if (!stream.WritePort(packet, length, &sent, writeMs) || sent < length)
+            return conn::kSendFailed;
+    }
+    const auto now = tickMilliseconds();
+    const auto elapsed = now - start;
+    const auto budget = elapsed < limits.timeoutMs ? limits.timeoutMs - elapsed : kReadMs;
+    Header header{};
+    switch (readHeader(stream, packet, length, now + budget, header)) {
+    case HeaderRead::failed:
+        return conn::kReceiveFailed;
+    case HeaderRead::none:
+        return conn::kSuccess;
+    case HeaderRead::complete:
+        break;
+    }
+    return readReply(stream, header, limits.packetSize, now + budget, reply);
+}

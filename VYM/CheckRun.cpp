@@ -1,0 +1,70 @@
+#include "VYM/CheckRun.h"
+
+#include "VYM/vymBindInfo.h"
+#include "VYM/vymProtocol.h"
+
+namespace {
+
+// The package's side of the decision: an image that is not wholly there cannot be sent.
+VersionDecision withImage(VersionDecision decision, const std::string& fileName)
+{
+    auto* container = vymBindInfo::Instance();
+    if (decision.send && (container == nullptr || !container->holdsEveryByte(fileName.c_str())))
+        return {false, result::kFirmwareUnreadable, VersionReason::undecided};
+    return decision;
+}
+
+void decideEntries(vymProtocol& protocol, const std::string& model, CheckReport& report)
+{
+    const auto total = g_VymInfo.countVersionRows();
+    bool reached = true;
+    for (std::uint32_t n = 0; n < total; ++n) {
+        CheckedEntry entry{};
+        std::string fileName;
+        std::string subFileName;
+        std::string compatibleVersion;
+        std::string headerValue;
+        if (!g_VymInfo.getVersion(n, entry.firmName, entry.updateVersion, fileName, subFileName,
+                                  compatibleVersion, headerValue))
+            return;
+        entry.number = n + 1;
+        entry.reached = reached;
+        entry.decision =
+            withImage(protocol.DecideVersion(model.c_str(), entry.firmName.c_str(),
+                                             entry.updateVersion.c_str(), compatibleVersion.c_str(),
+                                             entry.installedVersion),
+                      fileName);
+        const int code = entry.decision.code;
+        reached = reached && (code == result::kSuccess || code == result::kNotApplicable);
+        report.entries.push_back(std::move(entry));
+    }
+}
+
+int readAndDecide(vymProtocol& protocol, const std::atomic<bool>& stop, CheckReport& report)
+{
+    const int fetched = protocol.GetFileData("TargetInfo.txt");
+    if (fetched != result::kSuccess || stop)
+        return fetched;
+    protocol.getTargetModel(report.printerModel);
+    std::string model;
+    if (!g_VymInfo.getTgmName(model))
+        return result::kSystem;
+    decideEntries(protocol, model, report);
+    return result::kSuccess;
+}
+
+} // namespace
+
+CheckReport checkPrinter(char* port, char* address, unsigned short portNo,
+                         const std::atomic<bool>& stop)
+{
+    CheckReport report{};
+    vymProtocol protocol;
+    report.result = protocol.EnterDownLoadMode(port, address, portNo, false);
+    if (report.result != result::kSuccess)
+        return report;
+    if (!stop)
+        report.result = readAndDecide(protocol, stop, report);
+    protocol.ExitDownLoadMode();
+    return report;
+}

@@ -1,0 +1,16 @@
+// A debug text of the engine, formatted into a buffer of bounded size: what a printer or a package
+// put into it may be cut, and never grows anything.
+//
+// Threads: any.
+#pragma once
+#include "VYM/vymMac.h"
+
+#include <cstdio>
+
+template <class... Values> void debugText(const char* format, Values... values)
+{
+    constexpr unsigned kLevel = 1;
+    char text[256] = {};
+    std::snprintf(text, sizeof text, format, values...);
+    outputDebugMsg(text, kLevel);
+}

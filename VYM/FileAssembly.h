@@ -1,0 +1,33 @@
+// A file of the printer, put together from the blocks in which it arrives. The first block says
+// how large the file is; a text larger than any printer has reason to send is not put together,
+// and blocks that bring nothing or more than was announced end the reading.
+//
+// Owns:      the assembled bytes.
+// Threads:   none of its own.
+// Invariant: no byte outside the announced size is ever written.
+#pragma once
+#include "VYM/vymPackets.h"
+#include "VYM/vymUtil.h"
+
+#include <memory>
+#include <span>
+
+class FileAssembly {
+public:
+    enum class Step { more, complete, damaged, badBlock, tooLarge };
+
+    // complete: the last block came and the sum of the whole file is right; damaged: it is not.
+    Step add(const packets::FileBlock& block);
+    [[nodiscard]] std::span<const unsigned char> bytes() const { return {m_bytes.get(), m_size}; }
+
+private:
+    struct Free {
+        void operator()(unsigned char* block) const { FreeMem(block); }
+    };
+    bool begin(std::uint32_t size);
+    void copy(const packets::FileBlock& block);
+
+    std::unique_ptr<unsigned char, Free> m_bytes;
+    std::uint32_t m_size = 0;
+    std::uint64_t m_received = 0; // data bytes of all blocks so far
+};

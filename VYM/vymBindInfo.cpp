@@ -1,0 +1,202 @@
+#include "VYM/vymBindInfo.h"
+
+#include "VYM/vymMac.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <new>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::array<char, 8> kMagic = {'V', 'Y', 'M', 'B', 'I', 'N', 'D', '\0'};
+constexpr std::size_t kTrailerSize = 16;
+constexpr std::size_t kNameSize = 32;
+constexpr std::size_t kEntrySize = kNameSize + 8;
+// Entries read in one go: every package in use has fewer, so one look-up is one read.
+constexpr std::size_t kEntriesAtOnce = 16;
+constexpr std::size_t kFolderSize = 1024;
+// Support tells broken callers apart by this place; it stays, wherever the line moves to.
+constexpr unsigned kLookupPlace = 440;
+
+std::uint32_t littleEndian(const unsigned char* bytes)
+{
+    return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8
+        | static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
+}
+
+// Anything else than a plain file could block the reader for ever.
+bool isPlainFile(const std::string& path)
+{
+    struct stat status { };
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool nameMatches(const unsigned char* entry, std::string_view name)
+{
+    const auto* text = reinterpret_cast<const char*>(entry);
+    return std::string_view(text, strnlen(text, kNameSize)) == name;
+}
+
+} // namespace
+
+vymBindInfo* vymBindInfo::_instance = nullptr;
+constinit vymBindInfoKiller vymBindInfo::_killer;
+
+vymBindInfo* vymBindInfo::Instance()
+{
+    if (_instance == nullptr) {
+        try {
+            _instance = new vymBindInfo;
+        } catch (const std::bad_alloc&) {
+            return nullptr;
+        }
+    }
+    return _instance;
+}
+
+vymBindInfo::vymBindInfo()
+{
+    char folder[kFolderSize] = {};
+    m_located = getBundleLocation(folder, kFolderSize);
+    if (m_located) {
+        const auto path = std::string(folder) + "//VYMBINDDATA";
+        if (isPlainFile(path))
+            fopen_s(&m_fp, path.c_str(), "rb");
+    }
+    if (m_fp != nullptr && !readTrailer())
+        CloseVymFile();
+    _killer.set(this);
+}
+
+vymBindInfo::~vymBindInfo()
+{
+    CloseVymFile();
+    _killer.set(nullptr);
+    _instance = nullptr;
+}
+
+void vymBindInfo::CloseVymFile()
+{
+    if (m_fp != nullptr)
+        std::fclose(m_fp);
+    m_fp = nullptr;
+}
+
+bool vymBindInfo::IsBindVymFile() const
+{
+    return m_fp != nullptr && m_trailer.entryCount > 1;
+}
+
+bool vymBindInfo::readTrailer()
+{
+    if (std::fseek(m_fp, -static_cast<long>(kTrailerSize), SEEK_END) != 0)
+        return false;
+    unsigned char bytes[kTrailerSize] = {};
+    if (std::fread(bytes, 1, kTrailerSize, m_fp) != kTrailerSize)
+        return false;
+    m_trailer.tableOffset = littleEndian(bytes);
+    m_trailer.entryCount = static_cast<std::int32_t>(littleEndian(bytes + 4));
+    std::copy_n(bytes + 8, kMagic.size(), m_trailer.magic.begin());
+    return m_trailer.magic == kMagic;
+}
+
+// Reads what there is, up to length: fewer bytes at the end of the file, false on an error.
+bool vymBindInfo::readAt(std::uint64_t offset, void* buffer, std::size_t length,
+                         std::size_t& got) const
+{
+    got = 0;
+    while (got < length) {
+        const auto count = pread(fileno(m_fp), static_cast<char*>(buffer) + got, length - got,
+                                 static_cast<off_t>(offset + got));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return count == 0;
+        got += static_cast<std::size_t>(count);
+    }
+    return true;
+}
+
+bool vymBindInfo::getBindMngData(const char* name, unsigned long& offset, unsigned long& size) const
+{
+    if (m_fp == nullptr)
+        assertionFailed("VYM/vymBindInfo", kLookupPlace, "m_fp != NULL");
+    if (name == nullptr)
+        return false;
+    const std::uint64_t end = m_trailer.entryCount > 0
+        ? static_cast<std::uint64_t>(m_trailer.entryCount) * kEntrySize
+        : 0;
+    unsigned char entries[kEntriesAtOnce * kEntrySize];
+    for (std::uint64_t at = 0; at < end; at += sizeof entries) {
+        std::size_t got = 0;
+        const auto wanted = std::min<std::uint64_t>(end - at, sizeof entries);
+        if (!readAt(m_trailer.tableOffset + at, entries, wanted, got))
+            return false;
+        for (std::size_t i = 0; i + kEntrySize <= got; i += kEntrySize) {
+            const auto* entry = entries + i;
+            if (!nameMatches(entry, name))
+                continue;
+            offset = littleEndian(entry + kNameSize);
+            size = littleEndian(entry + kNameSize + 4);
+            return true;
+        }
+        if (got < wanted)
+            return false;
+    }
+    return false;
+}
+
+bool vymBindInfo::getBindFileSize(const char* name, unsigned long& size) const
+{
+    if (name == nullptr || m_fp == nullptr)
+        return false;
+    unsigned long offset = 0;
+    size = 0;
+    return getBindMngData(name, offset, size);
+}
+
+bool vymBindInfo::readStretch(const char* name, unsigned long position, unsigned char* buffer,
+                              unsigned long& length, std::size_t& got) const
+{
+    got = 0;
+    if (name == nullptr || buffer == nullptr || m_fp == nullptr)
+        return false;
+    unsigned long offset = 0;
+    unsigned long size = 0;
+    if (!getBindMngData(name, offset, size))
+        return false;
+    length = size <= position ? 0 : std::min(length, size - position);
+    if (length == 0 || readAt(offset + position, buffer, length, got))
+        return true;
+    length = 0;
+    return false;
+}
+
+bool vymBindInfo::getBindFileData(const char* name, unsigned long position, unsigned char* buffer,
+                                  unsigned long& length) const
+{
+    std::size_t got = 0;
+    return readStretch(name, position, buffer, length, got);
+}
+
+bool vymBindInfo::getEveryByte(const char* name, unsigned long position, unsigned char* buffer,
+                               unsigned long& length) const
+{
+    std::size_t got = 0;
+    return readStretch(name, position, buffer, length, got) && got == length;
+}
+
+bool vymBindInfo::holdsEveryByte(const char* name) const
+{
+    unsigned long offset = 0;
+    unsigned long size = 0;
+    struct stat status { };
+    return m_fp != nullptr && getBindMngData(name, offset, size)
+        && fstat(fileno(m_fp), &status) == 0
+        && offset + size <= static_cast<unsigned long>(status.st_size);
+}

@@ -1,0 +1,137 @@
+#include "VYM/vymPackets.h"
+
+#include "VYM/vymUtil.h"
+
+#include <numeric>
+
+namespace packets {
+
+namespace {
+
+constexpr std::size_t kStatusAt = 10;
+constexpr std::size_t kTotalAt = 12;
+constexpr std::size_t kDoneAt = 16;
+constexpr std::size_t kBlockOffsetAt = 12;
+constexpr std::size_t kBlockTotalAt = 16;
+constexpr std::size_t kBlockSumAt = 20;
+constexpr std::size_t kBlockLengthAt = 24;
+constexpr std::size_t kBlockDataAt = 28;
+
+template <class Record> Record blank(std::uint16_t code, std::uint32_t following = 0)
+{
+    Record record{};
+    setHeader(record.m_header, code,
+              static_cast<std::uint32_t>(sizeof(Record) - sizeof(TAG_SSTHEADER)) + following);
+    return record;
+}
+
+// A name that does not fit is refused by the copy, and the field stays empty.
+void setName(char (&field)[kNameSize], const char* name)
+{
+    strcpy_s(field, kNameSize, name);
+}
+
+bool isLast(std::uint16_t kind)
+{
+    return kind == kLastUnpolled || kind == kLastPolled;
+}
+
+} // namespace
+
+std::uint16_t byteSum(std::span<const unsigned char> data)
+{
+    return static_cast<std::uint16_t>(std::accumulate(data.begin(), data.end(), 0U));
+}
+
+void setHeader(TAG_SSTHEADER& header, std::uint16_t code, std::uint32_t bodyLength)
+{
+    header.m_code.set(code);
+    header.m_length.set(bodyLength);
+}
+
+TAG_CMDGETFILE getFile(const char* name)
+{
+    auto record = blank<TAG_CMDGETFILE>(kGetFile);
+    setName(record.m_name, name);
+    return record;
+}
+
+TAG_CMDENTERDOWNLOAD enterDownload(bool flag)
+{
+    auto record = blank<TAG_CMDENTERDOWNLOAD>(kEnterDownload);
+    record.m_flag.set(flag ? 1 : 0);
+    return record;
+}
+
+TAG_CMDEXITDOWNLOAD exitDownload()
+{
+    return blank<TAG_CMDEXITDOWNLOAD>(kExitDownload);
+}
+
+TAG_CMDQUERYUPDATESTATUS queryStatus(const char* name)
+{
+    auto record = blank<TAG_CMDQUERYUPDATESTATUS>(kQueryStatus);
+    setName(record.m_name, name);
+    return record;
+}
+
+TAG_CMDQUERYUPDATESTATUS_SP queryStatusShort()
+{
+    return blank<TAG_CMDQUERYUPDATESTATUS_SP>(kQueryStatus);
+}
+
+TAG_CMDSENDFILE sendFile(const char* name, const FilePiece& piece)
+{
+    // A last block carries its data's own sum or, without data, the whole file's, which stands
+    // where the length of the data would.
+    std::uint32_t length = piece.length;
+    if (isLast(piece.kind))
+        length = piece.data != nullptr ? piece.end - piece.start : 0;
+    std::uint16_t sum = 0;
+    if (piece.data != nullptr)
+        sum = byteSum({piece.data, length});
+    else if (isLast(piece.kind))
+        sum = static_cast<std::uint16_t>(piece.length);
+    auto record = blank<TAG_CMDSENDFILE>(kSendFile, length);
+    setName(record.m_name, name);
+    record.m_kind.set(piece.kind);
+    record.m_start.set(piece.start);
+    record.m_end.set(piece.end);
+    record.m_checkSum.set(sum);
+    record.m_dataLength.set(length);
+    return record;
+}
+
+bool isReplyTo(std::uint16_t code, std::span<const unsigned char> reply)
+{
+    return reply.size() >= sizeof(TAG_SSTHEADER) && readBigEndian16(&reply[2]) == code
+        && readBigEndian32(&reply[4]) == reply.size() - sizeof(TAG_SSTHEADER);
+}
+
+std::optional<std::uint16_t> statusOf(std::span<const unsigned char> reply)
+{
+    if (reply.size() < kStatusAt + 2)
+        return std::nullopt;
+    return readBigEndian16(&reply[kStatusAt]);
+}
+
+std::optional<Counts> countsOf(std::span<const unsigned char> reply)
+{
+    if (reply.size() < kDoneAt + 4)
+        return std::nullopt;
+    return Counts{readBigEndian32(&reply[kTotalAt]), readBigEndian32(&reply[kDoneAt])};
+}
+
+std::optional<FileBlock> fileBlockOf(std::span<const unsigned char> reply)
+{
+    if (reply.size() < kBlockDataAt)
+        return std::nullopt;
+    const auto length = readBigEndian32(&reply[kBlockLengthAt]);
+    if (length > reply.size() - kBlockDataAt)
+        return std::nullopt;
+    return FileBlock{readBigEndian16(&reply[kStatusAt]), readBigEndian32(&reply[kBlockOffsetAt]),
+                     readBigEndian32(&reply[kBlockTotalAt]), readBigEndian16(&reply[kBlockSumAt]),
+                     reply.subspan(kBlockDataAt, length)};
+}
+
+} // namespace packets

@@ -1,0 +1,142 @@
+// The command packets as values: the request records, their checksum, the check of a reply's
+// header and the reading of its fields. No I/O, no allocation; records belong to the caller.
+//
+// Threads: any.
+#pragma once
+#include "VYM/BigEndian.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+namespace packets {
+
+constexpr std::uint16_t kGetFile = 0x5001;
+constexpr std::uint16_t kSendFile = 0x5002;
+constexpr std::uint16_t kEnterDownload = 0x5101;
+constexpr std::uint16_t kExitDownload = 0x5102;
+constexpr std::uint16_t kQueryStatus = 0x5103; // also what a printer lists when it supports it
+
+// Block kinds of a file packet.
+constexpr std::uint16_t kData = 0;
+constexpr std::uint16_t kLastUnpolled = 0x80; // the printer is not asked for its status afterwards
+constexpr std::uint16_t kLastPolled = 0x81;
+constexpr std::uint16_t kHeadOnly = 0x1FF;
+
+// Status values in replies.
+constexpr std::uint16_t kMoreFollows = 0;
+constexpr std::uint16_t kFinished = 0x0080;
+constexpr std::uint16_t kWriting = 0x0081;
+constexpr std::uint16_t kDeviceRefused = 0x0803;
+constexpr std::uint16_t kDataRefused = 0x0804;
+constexpr std::uint16_t kEnterBusy = 0x1001;
+constexpr std::uint16_t kEnterFax = 0x1002;
+
+constexpr std::size_t kNameSize = 32; // firmware and file names, NUL-padded
+
+} // namespace packets
+
+struct TAG_SSTHEADER {
+    BigEndian16 m_reserved; // 0 in requests, not looked at in replies
+    BigEndian16 m_code;
+    BigEndian32 m_length; // of the body that follows
+};
+static_assert(sizeof(TAG_SSTHEADER) == 8);
+
+struct TAG_CMDGETFILE {
+    TAG_SSTHEADER m_header;
+    BigEndian16 m_zero;
+    char m_name[packets::kNameSize];
+};
+static_assert(sizeof(TAG_CMDGETFILE) == 42);
+
+struct TAG_CMDENTERDOWNLOAD {
+    TAG_SSTHEADER m_header;
+    BigEndian16 m_zero;
+    char m_name[packets::kNameSize]; // always empty
+    BigEndian16 m_flag;
+};
+static_assert(sizeof(TAG_CMDENTERDOWNLOAD) == 44);
+
+struct TAG_CMDEXITDOWNLOAD {
+    TAG_SSTHEADER m_header;
+    BigEndian16 m_zero;
+    char m_name[packets::kNameSize]; // always empty
+    BigEndian16 m_flag; // always 0
+};
+static_assert(sizeof(TAG_CMDEXITDOWNLOAD) == 44);
+
+struct TAG_CMDQUERYUPDATESTATUS {
+    TAG_SSTHEADER m_header;
+    BigEndian16 m_zero;
+    char m_name[packets::kNameSize];
+};
+static_assert(sizeof(TAG_CMDQUERYUPDATESTATUS) == 42);
+
+struct TAG_CMDQUERYUPDATESTATUS_SP {
+    TAG_SSTHEADER m_header;
+    BigEndian16 m_zero;
+};
+static_assert(sizeof(TAG_CMDQUERYUPDATESTATUS_SP) == 10);
+
+// The head of a file packet; m_dataLength bytes follow it in the same buffer.
+struct TAG_CMDSENDFILE {
+    TAG_SSTHEADER m_header;
+    BigEndian16 m_zero;
+    char m_name[packets::kNameSize];
+    BigEndian16 m_kind;
+    BigEndian32 m_start; // of this piece within the firmware file
+    BigEndian32 m_end; // the firmware file's size
+    BigEndian16 m_checkSum;
+    BigEndian16 m_zero2;
+    BigEndian32 m_dataLength;
+};
+static_assert(sizeof(TAG_CMDSENDFILE) == 60);
+
+namespace packets {
+
+// The protocol's only checksum: the sum of all bytes, carries beyond 16 bits lost.
+std::uint16_t byteSum(std::span<const unsigned char> data);
+
+void setHeader(TAG_SSTHEADER& header, std::uint16_t code, std::uint32_t bodyLength);
+
+// Each builder zeroes the record first. Names of 32 characters and more leave their field empty,
+// as do null ones.
+TAG_CMDGETFILE getFile(const char* name);
+TAG_CMDENTERDOWNLOAD enterDownload(bool flag);
+TAG_CMDEXITDOWNLOAD exitDownload();
+TAG_CMDQUERYUPDATESTATUS queryStatus(const char* name);
+TAG_CMDQUERYUPDATESTATUS_SP queryStatusShort();
+
+struct FilePiece {
+    std::uint16_t kind;
+    std::uint32_t start;
+    std::uint32_t end;
+    const unsigned char* data; // may be null
+    std::uint32_t length; // of the data; without data, a last block's running checksum
+};
+TAG_CMDSENDFILE sendFile(const char* name, const FilePiece& piece);
+
+// A whole reply of that command: at least a header, the code as expected, and a body of exactly
+// the announced length.
+bool isReplyTo(std::uint16_t code, std::span<const unsigned char> reply);
+// The fields of a reply; nothing where the reply is too short to hold them.
+std::optional<std::uint16_t> statusOf(std::span<const unsigned char> reply);
+
+struct Counts {
+    std::uint32_t total;
+    std::uint32_t done;
+};
+std::optional<Counts> countsOf(std::span<const unsigned char> reply);
+
+struct FileBlock {
+    std::uint16_t status;
+    std::uint32_t offset; // in the file
+    std::uint32_t total; // the file's size
+    std::uint16_t checkSum;
+    std::span<const unsigned char> data;
+};
+std::optional<FileBlock> fileBlockOf(std::span<const unsigned char> reply);
+
+} // namespace packets

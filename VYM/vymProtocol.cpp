@@ -1,0 +1,208 @@
+#include "VYM/vymProtocol.h"
+
+#include "VYM/DebugText.h"
+#include "VYM/ProtocolReply.h"
+#include "VYM/vymMac.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr unsigned long kLeastModeMs = 500; // for entering and leaving when the package says 0
+constexpr unsigned long kFirstPacketSize = 4096; // until the printer has told its own
+constexpr unsigned long kLongestMs = 0xFFFFFFFF; // a time-out is 32 bits wide
+
+int enterResult(std::uint16_t status)
+{
+    switch (status) {
+    case packets::kFinished:
+        return result::kSuccess;
+    case packets::kEnterBusy:
+        return result::kBusy;
+    case packets::kEnterFax:
+        return result::kFaxInUse;
+    default:
+        return result::kBadReply;
+    }
+}
+
+} // namespace
+
+vymProtocol::vymProtocol() : m_manager(DevConnMgr::Instance()) { }
+
+vymProtocol::~vymProtocol()
+{
+    CloseDevice();
+}
+
+int vymProtocol::connected() const
+{
+    if (m_manager == nullptr)
+        return result::kSystem;
+    return m_handle != nullptr ? result::kSuccess : result::kDeviceError;
+}
+
+int vymProtocol::OpenDevice(char* port, char* address, unsigned short portNo)
+{
+    if (m_manager == nullptr)
+        return result::kSystem;
+    CloseDevice();
+    m_unanswered = 0;
+    return CheckDevConnErr(
+        static_cast<int>(m_manager->Connect(port, address, 0, portNo, &m_handle)));
+}
+
+int vymProtocol::CloseDevice()
+{
+    if (const int state = connected(); state != result::kSuccess)
+        return state;
+    const auto closed = m_manager->Disconnect(m_handle);
+    m_handle = nullptr;
+    return CheckDevConnErr(static_cast<int>(closed));
+}
+
+int vymProtocol::SetPacketSize(unsigned long bytes)
+{
+    if (const int state = connected(); state != result::kSuccess)
+        return state;
+    return CheckDevConnErr(static_cast<int>(m_manager->SetRecvPacketSize(m_handle, bytes)));
+}
+
+int vymProtocol::setTimeout(unsigned long milliseconds)
+{
+    if (m_manager->SetTimeout(m_handle, milliseconds) < 0)
+        return result::kBadReply;
+    m_timeout = milliseconds;
+    return result::kSuccess;
+}
+
+// A time that is not positive becomes the least one; without a least one it cannot be set.
+int vymProtocol::setTimeoutSeconds(int seconds, unsigned long leastMilliseconds)
+{
+    if (seconds <= 0)
+        return setTimeout(leastMilliseconds);
+    return setTimeout(std::min(static_cast<unsigned long>(seconds) * 1000, kLongestMs));
+}
+
+bool vymProtocol::IsSupportCheckState() const
+{
+    std::vector<int> commands;
+    m_target.getSupportCommand(commands);
+    return std::find(commands.begin(), commands.end(), packets::kQueryStatus) != commands.end();
+}
+
+void vymProtocol::setPolingTime(unsigned long milliseconds)
+{
+    m_pollingTime = static_cast<std::uint32_t>(milliseconds);
+}
+
+bool vymProtocol::getTargetModel(std::string& name) const
+{
+    return m_target.getTgmName(name);
+}
+
+void vymProtocol::setUpdateState(tag_devinfo& info, update_state state, int result,
+                                 unsigned long done, unsigned long total)
+{
+    const HoldLock hold(m_lock);
+    storeField(info.m_result, static_cast<std::int32_t>(result));
+    storeField(info.m_bytesDone, static_cast<std::uint32_t>(done));
+    storeField(info.m_bytesTotal, static_cast<std::uint32_t>(total));
+    storeState(info, state);
+}
+
+int vymProtocol::exchangeOnce(std::span<unsigned char> packet, Reply& reply)
+{
+    reply.giveBack();
+    return CheckDevConnErr(
+        static_cast<int>(m_manager->SendRecvData(m_handle, packet.empty() ? nullptr : packet.data(),
+                                                 packet.size(), &reply.m_bytes, &reply.m_length)));
+}
+
+// An exchange whose reply is not a file packet's. Answers to pieces may come later than they were
+// waited for: as many as are still due are passed over, unless one of them is a refusal.
+int vymProtocol::exchange(std::span<unsigned char> packet, Reply& reply)
+{
+    const auto deadline = tickMilliseconds() + m_timeout;
+    int code = exchangeOnce(packet, reply);
+    while (code == result::kSuccess && m_unanswered > 0
+           && packets::isReplyTo(packets::kSendFile, reply.bytes())) {
+        --m_unanswered;
+        const int late = fileReplyResult(packets::statusOf(reply.bytes()));
+        if (late == result::kDeviceError || late == result::kDamaged)
+            return late;
+        if (tickMilliseconds() >= deadline)
+            return result::kBadReply;
+        code = exchangeOnce({}, reply);
+    }
+    return code;
+}
+
+int vymProtocol::EnterDownLoadMode(char* port, char* address, unsigned short portNo, bool flag)
+{
+    if (const int opened = OpenDevice(port, address, portNo); opened != result::kSuccess) {
+        debugText("OpenDeviceErr:%d", opened);
+        return opened;
+    }
+    int seconds = 0;
+    if (!g_VymInfo.getEnterTime(seconds))
+        return result::kSystem;
+    if (const int set = setTimeoutSeconds(seconds, kLeastModeMs); set != result::kSuccess)
+        return set;
+    if (const int set = SetPacketSize(kFirstPacketSize); set != result::kSuccess)
+        return set;
+    auto packet = packets::enterDownload(flag);
+    Reply reply(*this);
+    if (const int sent = exchange(asBytes(packet), reply); sent != result::kSuccess)
+        return sent;
+    const auto status = packets::statusOf(reply.bytes());
+    if (!packets::isReplyTo(packets::kEnterDownload, reply.bytes()) || !status)
+        return result::kBadReply;
+    return enterResult(*status);
+}
+
+int vymProtocol::CheckState(tag_devinfo& info)
+{
+    if (const int state = connected(); state != result::kSuccess)
+        return state;
+    yesno_type shortForm = yesno_none;
+    if (!g_VymInfo.getSpecialCmdPattern(shortForm))
+        return result::kSystem;
+    auto longQuery = packets::queryStatus(m_firmwareName);
+    auto shortQuery = packets::queryStatusShort();
+    Reply reply(*this);
+    const int sent =
+        exchange(shortForm == yesno_yes ? asBytes(shortQuery) : asBytes(longQuery), reply);
+    if (sent != result::kSuccess)
+        return sent;
+    const auto status = packets::statusOf(reply.bytes());
+    if (!packets::isReplyTo(packets::kQueryStatus, reply.bytes()) || !status)
+        return result::kBadReply;
+    if (*status == packets::kDeviceRefused)
+        return result::kDeviceError;
+    const auto counts = packets::countsOf(reply.bytes());
+    if ((*status != packets::kWriting && *status != packets::kFinished) || !counts)
+        return result::kBadReply;
+    const HoldLock hold(m_lock);
+    storeFirmwareName(info, m_firmwareName);
+    setUpdateState(info, *status == packets::kWriting ? state_writing : state_finished,
+                   result::kSuccess, counts->done, counts->total);
+    return result::kSuccess;
+}
+
+int vymProtocol::ExitDownLoadMode()
+{
+    if (const int state = connected(); state != result::kSuccess)
+        return state;
+    int seconds = 0;
+    if (!g_VymInfo.getExitTime(seconds))
+        return result::kSystem;
+    setTimeoutSeconds(seconds, kLeastModeMs); // the printer is left in any case
+    auto packet = packets::exitDownload();
+    Reply reply(*this);
+    if (const int sent = exchangeOnce(asBytes(packet), reply); sent != result::kSuccess)
+        return sent;
+    reply.giveBack();
+    return CloseDevice();
+}

@@ -1,0 +1,166 @@
+// What the printer says of itself, and whether a firmware is for it.
+#include "VYM/DebugText.h"
+#include "VYM/ProtocolReply.h"
+#include "VYM/vymMac.h"
+
+#include <strings.h>
+
+namespace {
+
+constexpr const char* kTargetInfo = "TargetInfo.txt";
+constexpr unsigned long kGetFileMs = 1000; // for each block of a file
+// For all blocks of a file together: a text of a few kilobytes, however slow the printer is.
+constexpr unsigned long kWholeFileMs = 60000;
+constexpr int kLeastPacket = 8; // a reply has at least a header
+// A packet as large as this is split no further by any gain; more memory is not held for one.
+constexpr int kMostPacket = 4 * 1024 * 1024;
+
+int assemblyResult(FileAssembly::Step step)
+{
+    switch (step) {
+    case FileAssembly::Step::complete:
+        return result::kSuccess;
+    case FileAssembly::Step::damaged:
+        return result::kDamaged;
+    case FileAssembly::Step::tooLarge:
+        return result::kSystem;
+    default:
+        return result::kBadReply;
+    }
+}
+
+std::string_view orEmpty(const char* text)
+{
+    return text != nullptr ? std::string_view(text) : std::string_view();
+}
+
+} // namespace
+
+int vymProtocol::GetFileData(const char* name)
+{
+    if (const int state = connected(); state != result::kSuccess)
+        return state;
+    TAG_CMDGETFILE request{};
+    if (const int made = Make_GetFile(request, name); made != result::kSuccess)
+        return made;
+    if (const int set = setTimeout(kGetFileMs); set != result::kSuccess)
+        return set;
+    FileAssembly file;
+    const int received = receiveFile(asBytes(request), file);
+    return received == result::kSuccess ? loadTargetInfo(file) : received;
+}
+
+// One request, then one block after the other until the last.
+int vymProtocol::receiveFile(std::span<unsigned char> request, FileAssembly& file)
+{
+    const auto deadline = tickMilliseconds() + kWholeFileMs;
+    Reply reply(*this);
+    int code = exchange(request, reply);
+    while (code == result::kSuccess) {
+        const auto block = packets::isReplyTo(packets::kGetFile, reply.bytes())
+            ? packets::fileBlockOf(reply.bytes())
+            : std::nullopt;
+        if (!block || tickMilliseconds() >= deadline)
+            return result::kBadReply;
+        const auto step = file.add(*block);
+        if (step != FileAssembly::Step::more)
+            return assemblyResult(step);
+        code = exchange({}, reply);
+    }
+    return code;
+}
+
+int vymProtocol::loadTargetInfo(const FileAssembly& file)
+{
+    const auto text = file.bytes();
+    if (!m_target.loadData(reinterpret_cast<const char*>(text.data()), text.size(),
+                           load_targetinfo))
+        return result::kSystem;
+    int maxPacket = 0;
+    if (!m_target.getMaxPacket(maxPacket))
+        return result::kSystem;
+    if (maxPacket < kLeastPacket)
+        return result::kBadReply;
+    return SetPacketSize(static_cast<unsigned long>(std::min(maxPacket, kMostPacket)));
+}
+
+bool vymProtocol::CheckVersion(const char* model, const char* firmName, const char* updateVersion,
+                               const char* compatibleVersion, int& result)
+{
+    m_reason = VersionReason::undecided;
+    result = result::kSystem;
+    if (model == nullptr || firmName == nullptr || updateVersion == nullptr) {
+        result = result::kMissingArgument;
+        return false;
+    }
+    result = GetFileData(kTargetInfo);
+    if (result != result::kSuccess)
+        return false;
+    std::string installed;
+    const auto decision =
+        DecideVersion(model, firmName, updateVersion, compatibleVersion, installed);
+    result = decision.code;
+    return decision.send;
+}
+
+VersionDecision vymProtocol::DecideVersion(const char* model, const char* firmName,
+                                           const char* updateVersion, const char* compatibleVersion,
+                                           std::string& installedVersion)
+{
+    m_reason = VersionReason::undecided;
+    installedVersion.clear();
+    std::string printerModel;
+    if (!m_target.getTgmName(printerModel))
+        return {false, result::kSystem, m_reason};
+    if (strcasecmp(printerModel.c_str(), model) != 0)
+        return {false, result::kOtherModel, m_reason = VersionReason::otherModel};
+    if (!m_target.findTargetInfoVersion(firmName, installedVersion))
+        return {false, result::kNotApplicable, m_reason = VersionReason::notListed};
+    yesno_type rule = yesno_none;
+    if (!g_VymInfo.getAllowVersionDown(rule))
+        return {false, result::kSystem, m_reason};
+    // Any version goes under "yes", and only a compatible version asks for a comparison.
+    if (orEmpty(compatibleVersion).empty() && rule == yesno_yes)
+        return {true, result::kSuccess, m_reason = VersionReason::applies};
+    int code = result::kNotApplicable;
+    const bool send =
+        CheckFirmVer(updateVersion, compatibleVersion, installedVersion.c_str(), code);
+    return {send, code, m_reason};
+}
+
+bool vymProtocol::CheckFirmVer(const char* updateVersion, const char* compatibleVersion,
+                               const char* targetVersion, int& result)
+{
+    if (updateVersion == nullptr || targetVersion == nullptr)
+        return false;
+    // The first field has always shown the target's version; who reads these texts knows it so.
+    debugText("UpdateVer:%s, TargetVer:%s, CompatibleVer:%s", targetVersion, targetVersion,
+              compatibleVersion != nullptr ? compatibleVersion : "");
+    yesno_type rule = yesno_none;
+    if (!g_VymInfo.getAllowVersionDown(rule))
+        return false;
+    result = result::kSuccess;
+    modelchk_result outcome = 0;
+    if (CheckFirmVerForModel(updateVersion, targetVersion, result, outcome)) {
+        if (outcome == 1)
+            result = result::kNotApplicable;
+        m_reason = outcome == 1 || outcome == 2 ? VersionReason::notNewer : VersionReason::applies;
+        return m_reason == VersionReason::applies;
+    }
+    const auto decision =
+        decideVersion(updateVersion, orEmpty(compatibleVersion), targetVersion, rule);
+    m_reason = decision.reason;
+    result = decision.code;
+    return decision.send;
+}
+
+bool vymProtocol::CheckFirmVerForModel(const char* updateVersion, const char* targetVersion,
+                                       int& result, modelchk_result& outcome)
+{
+    outcome = 0;
+    if (updateVersion == nullptr || targetVersion == nullptr) {
+        result = result::kMissingArgument;
+        outcome = 2;
+    }
+    return false;
+}

@@ -1,0 +1,284 @@
+#include "VYM/vymThread.h"
+
+#include "VYM/DebugText.h"
+#include "VYM/vymProtocol.h"
+
+#include <exception>
+#include <memory>
+
+namespace {
+
+constexpr unsigned long kSettleMs = 2000; // before the first packet, and after each firmware
+
+} // namespace
+
+struct vymThread::Entry {
+    std::string firmName;
+    std::string updateVersion;
+    std::string fileName;
+    std::string subFileName;
+    std::string compatibleVersion;
+    std::string headerValue;
+
+    bool read(unsigned index)
+    {
+        return g_VymInfo.getVersion(index, firmName, updateVersion, fileName, subFileName,
+                                    compatibleVersion, headerValue);
+    }
+};
+
+vymThread::vymThread()
+{
+    m_info.m_result = result::kSuccess;
+}
+
+vymThread::~vymThread()
+{
+    if (m_thread.created != 0)
+        StopThread();
+    closeEvents();
+}
+
+bool vymThread::UpdateStart(char* port, char* address, unsigned short portNo)
+{
+    // Its events stay set once they are: a second run would not be waited for, and not stop.
+    if (m_stopEvent.created != 0)
+        return false;
+    m_port = port;
+    m_address = address;
+    m_portNo = portNo;
+    m_started = false;
+    bool running = CreateEvent(m_stopEvent) && CreateEvent(m_startedEvent)
+        && _beginthread(m_thread, &ThreadFunc, 0, this);
+    while (running && !IsEventSet(m_startedEvent)) // a wait may end for no reason
+        running = WaitForSingleObjectEvent(m_startedEvent, kInfinite) == kWaitSignalled;
+    running = running && m_started;
+    if (!running) {
+        if (m_thread.created != 0)
+            StopThread();
+        closeEvents();
+    }
+    return running;
+}
+
+bool vymThread::StopThread()
+{
+    m_stopRequested = true;
+    if (m_stopEvent.created != 0)
+        SetEvent(m_stopEvent);
+    WaitForSingleObjectThread(m_thread, kInfinite);
+    return true;
+}
+
+bool vymThread::SetPolling(unsigned long milliseconds)
+{
+    const HoldLock hold(m_lock);
+    if (milliseconds == 0)
+        return false;
+    m_pollingInterval = milliseconds;
+    return true;
+}
+
+bool vymThread::SetVymInfo()
+{
+    const HoldLock hold(m_lock);
+    return false;
+}
+
+bool vymThread::CheckState(tag_devinfo& info) const
+{
+    const HoldLock hold(m_lock);
+    copyDevInfo(m_info, info);
+    return true;
+}
+
+bool vymThread::GetEntryOutcome(unsigned index, tag_entryoutcome& outcome) const
+{
+    const HoldLock hold(m_lock);
+    if (index >= m_outcomes.size())
+        return false;
+    outcome = m_outcomes[index];
+    return true;
+}
+
+void* vymThread::ThreadFunc(void* worker)
+{
+    auto* self = static_cast<vymThread*>(worker);
+    self->RunThread(self->m_port, self->m_address, self->m_portNo);
+    return nullptr;
+}
+
+void vymThread::RunThread(char* port, char* address, unsigned short portNo)
+{
+    std::unique_ptr<vymProtocol> protocol;
+    try {
+        protocol = std::make_unique<vymProtocol>();
+    } catch (const std::exception&) {
+        const HoldLock hold(m_lock);
+        storeField(m_info.m_result, static_cast<std::int32_t>(result::kSystem));
+        storeState(m_info, state_failed);
+    }
+    m_started = protocol != nullptr;
+    SetEvent(m_startedEvent);
+    if (protocol == nullptr)
+        return;
+    pauseMilliseconds(kSettleMs);
+    runUpdate(*protocol, port, address, portNo);
+}
+
+void vymThread::runUpdate(vymProtocol& protocol, char* port, char* address, unsigned short portNo)
+{
+    const int entered = protocol.EnterDownLoadMode(port, address, portNo, false);
+    if (entered != result::kSuccess) {
+        // Not entered, so not left either; the connection closes with the protocol object.
+        protocol.setUpdateState(m_info, state_failed, entered, 0, 0);
+        idleUntilStopped();
+        return;
+    }
+    protocol.setUpdateState(m_info, state_entered, result::kSuccess, 0, 0);
+    int code = result::kSystem; // what remains when memory ran out on the way
+    try {
+        code = updateUntilStopped(protocol);
+    } catch (const std::exception&) {
+        code = result::kSystem;
+    }
+    if (code != result::kSuccess)
+        protocol.setUpdateState(m_info, state_failed, code, 0, 0);
+    protocol.ExitDownLoadMode();
+    if (code != result::kSuccess)
+        idleUntilStopped();
+}
+
+// Everything between entering and leaving download mode.
+int vymThread::updateUntilStopped(vymProtocol& protocol)
+{
+    const int fetched = protocol.GetFileData("TargetInfo.txt");
+    if (fetched != result::kSuccess)
+        return fetched;
+    std::string model;
+    if (!g_VymInfo.getTgmName(model))
+        return result::kSystem;
+    protocol.setPolingTime(pollingInterval());
+    if (m_stopRequested)
+        return result::kSuccess;
+    int overall = result::kSuccess;
+    const int updated = updateAllEntries(protocol, model, overall);
+    if (updated != result::kSuccess)
+        return updated;
+    // The final state is published again and again until somebody has seen it and stops us; each
+    // time the processor is offered to whoever wants to.
+    do {
+        protocol.setUpdateState(m_info, state_done, overall, 0, 0);
+        yieldProcessor();
+    } while (!m_stopRequested);
+    return result::kSuccess;
+}
+
+// Every entry in turn, also after a stop was asked for: a printer with half of its firmware new
+// and half old is worse than a run that takes longer. overall becomes the last entry's outcome.
+int vymThread::updateAllEntries(vymProtocol& protocol, const std::string& model, int& overall)
+{
+    const auto total = g_VymInfo.countVersionRows();
+    debugText("Thread:TotalFirmNum = %d", static_cast<int>(total));
+    for (std::uint32_t n = 0; n < total; ++n) {
+        Entry entry;
+        if (!entry.read(n))
+            break;
+        const int code = updateEntry(protocol, model, n + 1, entry);
+        if (code != result::kSuccess && code != result::kNotApplicable)
+            return code;
+        overall = code;
+    }
+    if (total != 0)
+        publishState(state_done);
+    return result::kSuccess;
+}
+
+int vymThread::updateEntry(vymProtocol& protocol, const std::string& model, std::uint32_t number,
+                           const Entry& entry)
+{
+    {
+        const HoldLock hold(m_lock);
+        storeField(m_info.m_firmwareNumber, number);
+    }
+    const int code = protocol.UpdateFirmware(
+        model.c_str(), entry.firmName.c_str(), entry.updateVersion.c_str(), entry.fileName.c_str(),
+        entry.subFileName.c_str(), entry.compatibleVersion.c_str(), m_info);
+    keepOutcome(protocol, number, code);
+    if (code == result::kSuccess)
+        return finishEntry(protocol);
+    if (code == result::kNotApplicable) {
+        const HoldLock hold(m_lock);
+        storeFirmwareName(m_info, entry.subFileName);
+        storeField(m_info.m_result, static_cast<std::int32_t>(code));
+    }
+    return code;
+}
+
+// Counts an entry that ended well and waits until the printer has written it.
+int vymThread::finishEntry(vymProtocol& protocol)
+{
+    bool polled = false;
+    {
+        const HoldLock hold(m_lock);
+        storeField(m_info.m_updatedCount, m_info.m_updatedCount + 1);
+        polled = m_info.m_checkStateSupported != 0;
+    }
+    if (!polled)
+        publishState(state_finished);
+    else if (const int code = pollUntilWritten(protocol); code != result::kSuccess)
+        return code;
+    if (!polled || m_info.m_updateState == state_finished)
+        pauseMilliseconds(kSettleMs);
+    return result::kSuccess;
+}
+
+// Until the printer reports that it is done. A stop ends the asking at once; the printer goes on.
+int vymThread::pollUntilWritten(vymProtocol& protocol)
+{
+    while (!m_stopRequested) {
+        WaitForSingleObjectEvent(m_stopEvent, pollingInterval());
+        if (const int code = protocol.CheckState(m_info); code != result::kSuccess)
+            return code;
+        if (m_info.m_updateState == state_finished) {
+            const HoldLock hold(m_lock);
+            m_outcomes.back().m_confirmed = true;
+            break;
+        }
+    }
+    return result::kSuccess;
+}
+
+void vymThread::keepOutcome(const vymProtocol& protocol, std::uint32_t number, int code)
+{
+    const bool wentOut = protocol.FirmwareBytesWentOut();
+    const HoldLock hold(m_lock);
+    m_outcomes.push_back({number, code, protocol.DecisionReason(), wentOut, false,
+                          wentOut ? m_info.m_bytesDone : 0, wentOut ? m_info.m_bytesTotal : 0});
+}
+
+void vymThread::publishState(update_state state)
+{
+    const HoldLock hold(m_lock);
+    storeState(m_info, state);
+}
+
+void vymThread::idleUntilStopped()
+{
+    while (!m_stopRequested)
+        WaitForSingleObjectEvent(m_stopEvent, pollingInterval());
+}
+
+unsigned long vymThread::pollingInterval() const
+{
+    const HoldLock hold(m_lock);
+    return m_pollingInterval;
+}
+
+void vymThread::closeEvents()
+{
+    for (auto* event : {&m_stopEvent, &m_startedEvent}) {
+        if (event->created != 0)
+            CloseEvent(*event);
+    }
+}

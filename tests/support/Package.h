@@ -1,0 +1,46 @@
+// A package container for a test, written byte by byte and not by the product's own tool, and
+// opened as the engine opens it.
+#pragma once
+#include "tests/support/TempFolder.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// CR LF behind every row.
+std::string rows(std::initializer_list<std::string_view> texts);
+// Bytes that differ from place to place, the same at every call.
+std::string imageBytes(std::size_t size, unsigned seed = 1);
+
+class Package {
+public:
+    Package& file(std::string name, std::string bytes);
+    Package& description(std::initializer_list<std::string_view> texts);
+    Package& magic(std::string_view bytes); // in place of the trailer's
+    Package& count(std::uint32_t entries); // in place of the true number
+    Package& tableOffset(std::uint32_t offset);
+    Package& entry(std::string name, std::uint32_t offset, std::uint32_t size); // as given
+
+    [[nodiscard]] std::string bytes() const;
+    // Writes the container into a folder of its own and lets the engine open that one; with a
+    // description, loads it as the package description of this process.
+    void open();
+    [[nodiscard]] const TempFolder& folder() const { return m_folder; }
+    // The engine looks into this folder for its container from now on.
+    static void openFolder(const std::string& folder);
+
+private:
+    struct Entry {
+        std::string name;
+        std::uint32_t offset;
+        std::uint32_t size;
+    };
+    TempFolder m_folder;
+    std::string m_data;
+    std::vector<Entry> m_entries;
+    std::string m_magic = std::string("VYMBIND\0", 8);
+    std::optional<std::uint32_t> m_count;
+    std::optional<std::uint32_t> m_tableOffset;
+};
