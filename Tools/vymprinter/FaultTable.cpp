@@ -1,0 +1,140 @@
+#include "Tools/vymprinter/FaultTable.h"
+
+#include <array>
+
+namespace vymprinter {
+namespace {
+
+constexpr unsigned kEnter = stageBit(Stage::enter);
+constexpr unsigned kGetFile = stageBit(Stage::getFile);
+constexpr unsigned kStatus = stageBit(Stage::status);
+constexpr unsigned kAnswered = kEnter | kGetFile | stageBit(Stage::piece)
+    | stageBit(Stage::lastBlock) | kStatus | stageBit(Stage::exit);
+constexpr unsigned kAny = stageBit(Stage::connect) | kAnswered;
+
+// clang-format off
+constexpr std::array<FaultRow, static_cast<std::size_t>(FaultKind::count)> kFaults = {{
+    {FaultKind::refuseBusy, "refuse-busy", Stage::enter, kEnter, Span::stage, false,
+     "answers 0x1001 when asked to enter download mode",
+     "the printer is in use; try again later"},
+    {FaultKind::refuseFax, "refuse-fax", Stage::enter, kEnter, Span::stage, false,
+     "answers 0x1002 when asked to enter download mode",
+     "the printer is busy with a fax or a job; try again later"},
+    {FaultKind::wrongModel, "wrong-model", Stage::getFile, kGetFile, Span::stage, false,
+     "says in TargetInfo.txt that it is another model",
+     "the firmware is not for this printer; nothing was sent"},
+    {FaultKind::close, "close", Stage::piece, kAny, Span::once, false,
+     "closes the connection, also in the middle of a packet",
+     "the connection was lost"},
+    {FaultKind::reset, "reset", Stage::piece, kAny, Span::once, false,
+     "breaks the connection off with a reset, also in the middle of a packet",
+     "the connection was lost"},
+    {FaultKind::stall, "stall", Stage::piece, kAny, Span::once, false,
+     "reads no more but keeps the connection open, like a printer that hangs",
+     "no progress, then a time-out"},
+    {FaultKind::silent, "silent", Stage::enter, kAny, Span::connection, false,
+     "goes on reading but never replies again",
+     "no progress, then a time-out"},
+    {FaultKind::status0803, "status-0803", Stage::lastBlock, kAnswered, Span::once, false,
+     "refuses the request with status 0x0803",
+     "the printer refused; the update stops"},
+    {FaultKind::status0804, "status-0804", Stage::lastBlock, kAnswered, Span::once, false,
+     "answers status 0x0804, as if the checksum were wrong",
+     "the data arrived damaged; the update stops"},
+    {FaultKind::statusUnknown, "status-unknown", Stage::lastBlock, kAnswered, Span::once, false,
+     "answers status 0x7777, which nobody knows",
+     "an unexpected answer; the update stops"},
+    {FaultKind::garbage, "garbage", Stage::enter, kAnswered, Span::once, false,
+     "sends 64 random-looking bytes, always the same, instead of the reply",
+     "an unexpected answer; the update stops"},
+    {FaultKind::wrongCode, "wrong-code", Stage::enter, kAnswered, Span::once, false,
+     "replies with the code of another command",
+     "an unexpected answer; the update stops"},
+    {FaultKind::shortReply, "short-reply", Stage::enter, kAnswered, Span::once, false,
+     "replies with a header that announces no body",
+     "an unexpected answer; the update stops"},
+    {FaultKind::splitReply, "split-reply", Stage::enter, kAnswered, Span::once, false,
+     "sends half of the header, and the rest 30 ms later",
+     "nothing, or the connection counts as lost"},
+    {FaultKind::splitBody, "split-body", Stage::enter, kAnswered, Span::once, false,
+     "sends the header, and 3 ms later the body in small fragments",
+     "nothing: a good updater puts the reply together"},
+    {FaultKind::oversized, "oversized", Stage::enter, kAnswered, Span::once, false,
+     "announces and sends a body 64 KiB longer than any updater has room for",
+     "an unexpected answer; the update stops"},
+    {FaultKind::lengthLie, "length-lie", Stage::enter, kAnswered, Span::once, false,
+     "announces a body of 0xFFFFFFFF bytes and sends four",
+     "an unexpected answer after a time-out; no memory is eaten up"},
+    {FaultKind::endless, "endless", Stage::getFile, kGetFile, Span::once, false,
+     "sends blocks of TargetInfo.txt for ever, none of them the last",
+     "the update gives up after a while"},
+    {FaultKind::endlessEmpty, "endless-empty", Stage::getFile, kGetFile, Span::once, false,
+     "sends blocks without data for ever, none of them the last",
+     "the update gives up after a while"},
+    {FaultKind::hugeTotal, "huge-total", Stage::getFile, kGetFile, Span::once, false,
+     "announces TargetInfo.txt to be 0xFFFFFFF0 bytes long",
+     "an unexpected answer; no memory is eaten up"},
+    {FaultKind::badChecksum, "bad-checksum", Stage::getFile, kGetFile, Span::once, false,
+     "sends TargetInfo.txt with a wrong checksum in its last block",
+     "the data arrived damaged; the update stops"},
+    {FaultKind::offsetWrap, "offset-wrap", Stage::getFile, kGetFile, Span::once, false,
+     "sends a block whose offset plus length runs past 32 bits",
+     "an unexpected answer; the update stops"},
+    {FaultKind::noMaxPacket, "no-maxpacket", Stage::getFile, kGetFile, Span::stage, false,
+     "leaves MAXPACKET out of TargetInfo.txt",
+     "the printer's information is incomplete; the update stops"},
+    {FaultKind::noModel, "no-model", Stage::getFile, kGetFile, Span::stage, false,
+     "leaves TGMNAME out of TargetInfo.txt",
+     "the printer's information is incomplete; the update stops"},
+    {FaultKind::badMaxPacket, "bad-maxpacket", Stage::getFile, kGetFile, Span::stage, true,
+     "writes VALUE as MAXPACKET into TargetInfo.txt (60, 0, -5, 7, 2147483647, ...)",
+     "the printer's information makes no sense; the update stops"},
+    {FaultKind::hugeLine, "target-info-huge-line", Stage::getFile, kGetFile, Span::stage, false,
+     "begins TargetInfo.txt with a row of one MiB",
+     "nothing, or the update stops; it neither hangs nor fails hard"},
+    {FaultKind::busyForever, "busy-forever", Stage::status, kStatus, Span::stage, false,
+     "says that it is still writing, for ever",
+     "the progress stands still; the update can be stopped"},
+    {FaultKind::statusOver100, "status-over-100", Stage::status, kStatus, Span::stage, false,
+     "claims to have written twice as much as there is",
+     "the progress never passes 100 percent"},
+    {FaultKind::drip, "drip", Stage::enter, kAnswered, Span::connection, false,
+     "from there on sends every reply byte by byte, one each 100 ms",
+     "no progress, then a time-out"},
+}};
+
+constexpr std::array<StageRow, 7> kStages = {{
+    {Stage::connect, "connect"}, {Stage::enter, "enter"},   {Stage::getFile, "get-file"},
+    {Stage::piece, "piece"},     {Stage::lastBlock, "last-block"},
+    {Stage::status, "status"},   {Stage::exit, "exit"},
+}};
+// clang-format on
+
+constexpr bool everyRowIsInItsPlace()
+{
+    for (std::size_t i = 0; i < kFaults.size(); ++i)
+        if (static_cast<std::size_t>(kFaults.at(i).kind) != i
+            || (kFaults.at(i).stages & stageBit(kFaults.at(i).usual)) == 0)
+            return false;
+    return true;
+}
+static_assert(everyRowIsInItsPlace());
+
+} // namespace
+
+std::span<const FaultRow> faultTable()
+{
+    return kFaults;
+}
+
+const FaultRow& faultRow(FaultKind kind)
+{
+    return kFaults.at(static_cast<std::size_t>(kind));
+}
+
+std::span<const StageRow> stageTable()
+{
+    return kStages;
+}
+
+} // namespace vymprinter

@@ -1,0 +1,209 @@
+#include "Tools/vymprinter/Options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iostream>
+
+namespace vymprinter {
+namespace {
+
+constexpr std::uint32_t kMostPrinters = 1000;
+constexpr std::uint64_t kFastestWrite = 1'000'000'000'000; // keeps rate times time within 64 bits
+constexpr std::int64_t kLongestDelay = 3'600'000; // an hour
+constexpr std::size_t kLongestTargetInfo = 16U << 20;
+
+constexpr const char* kDescription =
+    "A virtual printer: the printer's side of a firmware update over TCP, with every failure\n"
+    "that an update can meet. Prints one line per printer as soon as it listens.";
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  vymprinter --model \"Model 100\" --firmware MAIN=01.00 --store received\n"
+    "      a printer on 127.0.0.1:48350 that keeps what it is sent\n"
+    "  vymprinter --listen 127.0.0.1 --count 50 --write-rate 200000\n"
+    "      fifty printers on 127.0.0.1 to 127.0.0.50, each slow in writing\n"
+    "  vymprinter --fault close@piece:100000\n"
+    "      the connection breaks after 100000 bytes of firmware\n"
+    "  vymprinter --fault list\n"
+    "      all failures that it can show\n\n"
+    "Exit codes: 0 ended as asked, 1 an address or a folder cannot be used, 64 wrong usage.";
+
+// The command line's own view of what is asked, before it is put together.
+struct Raw {
+    std::vector<std::string> listen = {"127.0.0.1"};
+    std::uint32_t count = 1;
+    std::vector<std::string> firmware;
+    std::string targetInfo;
+    std::string replies = "every";
+    std::int64_t replyDelay = 0;
+    std::string store;
+    std::vector<std::string> faults;
+};
+
+struct RepliesWord {
+    const char* word;
+    Replies replies;
+};
+constexpr std::array<RepliesWord, 3> kReplies = {
+    {{"every", Replies::every}, {"last", Replies::last}, {"none", Replies::none}}};
+
+const RepliesWord* repliesWord(const std::string& text)
+{
+    const auto* const found = std::find_if(kReplies.begin(), kReplies.end(),
+                                           [&](const auto& row) { return text == row.word; });
+    return found == kReplies.end() ? nullptr : found;
+}
+
+std::string oneOfReplies(const std::string& text)
+{
+    return repliesWord(text) != nullptr ? "" : "'" + text + "' is not every, last or none";
+}
+
+void addPrinterOptions(CLI::App& app, Raw& raw, PrinterModel& model)
+{
+    app.add_option("--model", model.name, "Model name that the printer tells")
+        ->capture_default_str();
+    app.add_option("--firmware", raw.firmware, "Firmware that the printer has (MAIN=01.00)")
+        ->type_name("NAME=VERSION")
+        ->allow_extra_args(false);
+    app.add_option("--max-packet", model.maxPacket, "Longest packet that the printer takes")
+        ->check(CLI::Range(kSmallestPacket, kLargestPacket))
+        ->capture_default_str();
+    app.add_flag("--status-query,!--no-status-query", model.statusQuery,
+                 "Whether it can be asked how far it has written (it can)");
+    app.add_option("--write-rate", model.writeRate,
+                   "Bytes per second that it writes after the last block; 0 writes at once")
+        ->check(CLI::Range(std::uint64_t{0}, kFastestWrite))
+        ->capture_default_str();
+    app.add_option("--replies", raw.replies, "Which pieces of firmware it acknowledges (every)")
+        ->check(oneOfReplies)
+        ->type_name("every|last|none");
+    app.add_option("--reply-delay", raw.replyDelay,
+                   "Milliseconds by which every reply is late while the printer reads on")
+        ->check(CLI::Range(std::int64_t{0}, kLongestDelay))
+        ->capture_default_str();
+    app.add_option("--block-size", model.blockSize,
+                   "Longest block in which it hands out TargetInfo.txt, with its head")
+        ->check(CLI::Range(kSmallestBlock, kFirstReplyLimit))
+        ->capture_default_str();
+    app.add_option("--target-info", raw.targetInfo,
+                   "File to hand out as TargetInfo.txt instead of a made one")
+        ->check(CLI::ExistingFile)
+        ->type_name("FILE");
+}
+
+void addDeskOptions(CLI::App& app, Raw& raw, Options& options)
+{
+    app.add_option("--listen", raw.listen,
+                   "Where a printer listens; repeatable; port 0 takes a free one "
+                   "(127.0.0.1:48350)")
+        ->type_name("ADDRESS[:PORT]")
+        ->allow_extra_args(false);
+    app.add_option("--count", raw.count,
+                   "Number of printers, on consecutive addresses from the first --listen")
+        ->check(CLI::Range(1U, kMostPrinters))
+        ->capture_default_str();
+    app.add_option("--store", raw.store,
+                   "Keep received firmware and a transcript in FOLDER/ADDRESS/")
+        ->type_name("FOLDER");
+    app.add_option("--fault", raw.faults,
+                   "Failure to show, NAME[@STAGE[:N]]; repeatable; 'list' explains all")
+        ->type_name("SPEC")
+        ->allow_extra_args(false);
+    app.add_option("--sessions", options.sessions, "End after that many connections have ended");
+    app.add_flag("--quiet", options.quiet, "Tell nothing on standard error but errors");
+}
+
+FirmwareVersion readFirmware(const std::string& text)
+{
+    const auto equals = text.find('=');
+    const bool blank = text.find_first_of(" \t\r\n\"") != text.npos;
+    if (blank || equals == 0 || equals >= text.size() - 1)
+        throw CLI::ValidationError("--firmware",
+                                   "'" + text + "' is not NAME=VERSION without blanks and quotes");
+    return {text.substr(0, equals), text.substr(equals + 1)};
+}
+
+std::string readTargetInfo(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::string text(kLongestTargetInfo + 1, '\0');
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    if (file.bad() || !file.eof())
+        throw CLI::ValidationError("--target-info",
+                                   "cannot read " + path + ", or it is over 16 MiB");
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    return text;
+}
+
+std::vector<Endpoint> readEndpoints(const Raw& raw)
+{
+    std::vector<Endpoint> endpoints;
+    for (const auto& text : raw.listen) {
+        const auto endpoint = parseEndpoint(text);
+        if (!endpoint)
+            throw CLI::ValidationError(
+                "--listen", "'" + text + "' is not ADDRESS[:PORT], such as 127.0.0.1:48350");
+        const auto more = consecutive(*endpoint, endpoints.empty() ? raw.count : 1);
+        if (more.empty())
+            throw CLI::ValidationError(
+                "--count", "there are not that many addresses from " + endpoint->host() + " on");
+        endpoints.insert(endpoints.end(), more.begin(), more.end());
+    }
+    return endpoints;
+}
+
+Fault readFault(const std::string& spec)
+{
+    auto parsed = parseFault(spec);
+    if (!parsed.fault)
+        throw CLI::ValidationError("--fault", parsed.error);
+    return std::move(*parsed.fault);
+}
+
+void putTogether(const Raw& raw, Options& options)
+{
+    auto& model = options.model;
+    if (model.name.find_first_of("\r\n\"") != model.name.npos)
+        throw CLI::ValidationError("--model", "a model name has no quotes and no line ends");
+    options.endpoints = readEndpoints(raw);
+    if (!raw.firmware.empty())
+        model.firmware.clear();
+    for (const auto& text : raw.firmware)
+        model.firmware.push_back(readFirmware(text));
+    for (const auto& spec : raw.faults)
+        options.faults.push_back(readFault(spec));
+    model.replies = repliesWord(raw.replies)->replies;
+    model.replyDelay = Millis(raw.replyDelay);
+    if (!raw.targetInfo.empty())
+        model.targetInfo = readTargetInfo(raw.targetInfo);
+    if (!raw.store.empty())
+        options.store = raw.store;
+}
+
+} // namespace
+
+ParsedOptions parseOptions(int argc, const char* const* argv)
+{
+    Raw raw;
+    Options options;
+    CLI::App app(kDescription, "vymprinter");
+    app.footer(kExamples);
+    app.set_version_flag("--version", "vymprinter " VYMKIT_VERSION);
+    addDeskOptions(app, raw, options);
+    addPrinterOptions(app, raw, options.model);
+    try {
+        app.parse(argc, argv);
+        if (std::find(raw.faults.begin(), raw.faults.end(), "list") != raw.faults.end()) {
+            std::cout << faultList();
+            return {};
+        }
+        putTogether(raw, options);
+    } catch (const CLI::ParseError& error) {
+        return {std::nullopt, app.exit(error) == 0 ? 0 : kExitUsage};
+    }
+    return {std::move(options), 0};
+}
+
+} // namespace vymprinter

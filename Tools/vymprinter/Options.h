@@ -1,0 +1,32 @@
+// What the command line asks for.
+//
+// Threads:   any.
+// Does not open or create anything but the file of --target-info, which it reads.
+#pragma once
+#include "Tools/vymprinter/Faults.h"
+#include "Tools/vymprinter/PrinterModel.h"
+#include "Tools/vymprinter/TcpListen.h"
+
+#include <filesystem>
+
+namespace vymprinter {
+
+constexpr int kExitUsage = 64; // the command line is wrong
+
+struct Options {
+    std::vector<Endpoint> endpoints; // one printer each
+    PrinterModel model;
+    std::vector<Fault> faults;
+    std::optional<std::filesystem::path> store;
+    std::uint64_t sessions = 0; // end after that many; 0: never
+    bool quiet = false;
+};
+
+struct ParsedOptions {
+    std::optional<Options> options;
+    int exitCode = 0; // when there are no options: help was shown, or the command line is wrong
+};
+
+[[nodiscard]] ParsedOptions parseOptions(int argc, const char* const* argv);
+
+} // namespace vymprinter

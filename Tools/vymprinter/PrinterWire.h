@@ -1,0 +1,105 @@
+// The printer's reading of the update protocol: requests are taken apart, replies are put together.
+// Every integer on the wire is big-endian; every packet begins with an 8-byte header whose last
+// four bytes say how many bytes follow it.
+//
+// Owns:      what it returns; a Request's data is a view into the bytes it was read from.
+// Threads:   any; nothing here keeps state.
+// Invariant: no function reads beyond the bytes that it was given.
+// Does no I/O and judges nothing but the form of one packet; the order of packets is Download's.
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vymprinter {
+
+using Bytes = std::vector<std::uint8_t>;
+using ByteView = std::span<const std::uint8_t>;
+
+constexpr std::size_t kHeaderSize = 8; // reserved word, command code, body length
+constexpr std::size_t kSendFileHeadSize = 60; // a send-file request without its data
+constexpr std::size_t kSimpleReplySize = 12; // header, zero word, status
+constexpr std::size_t kStatusReplySize = 20; // simple reply, total, written
+constexpr std::size_t kFileBlockHeadSize = 28; // a file-block reply without its data
+
+namespace command {
+constexpr std::uint16_t kGetFile = 0x5001;
+constexpr std::uint16_t kSendFile = 0x5002;
+constexpr std::uint16_t kEnter = 0x5101;
+constexpr std::uint16_t kExit = 0x5102;
+constexpr std::uint16_t kStatusQuery = 0x5103;
+} // namespace command
+
+namespace status {
+constexpr std::uint16_t kMoreBlocks = 0x0000;
+constexpr std::uint16_t kDone = 0x0080; // accepted; the last block; finished writing
+constexpr std::uint16_t kWriting = 0x0081; // accepted and still writing
+constexpr std::uint16_t kNotInDownloadMode = 0x0802;
+constexpr std::uint16_t kRefused = 0x0803; // malformed, out of order or not supported
+constexpr std::uint16_t kChecksum = 0x0804;
+constexpr std::uint16_t kBusy = 0x1001; // another updater holds the printer
+constexpr std::uint16_t kFax = 0x1002; // the printer is doing something it may not interrupt
+inline bool isSuccess(std::uint16_t value)
+{
+    return value == kDone || value == kWriting;
+}
+} // namespace status
+
+namespace blockKind {
+constexpr std::uint16_t kPiece = 0;
+constexpr std::uint16_t kLastUnpolled = 0x0080;
+constexpr std::uint16_t kLastPolled = 0x0081;
+constexpr std::uint16_t kHeadOnly = 0x01FF;
+inline bool isLast(std::uint16_t kind)
+{
+    return kind == kLastUnpolled || kind == kLastPolled;
+}
+} // namespace blockKind
+
+// One request, taken apart. Fields that the command does not have are 0 or empty.
+struct Request {
+    std::uint16_t command = 0;
+    std::string name; // the 32-byte field up to its first NUL
+    std::uint16_t kind = 0;
+    std::uint32_t start = 0;
+    std::uint32_t end = 0;
+    std::uint16_t checksum = 0;
+    std::uint32_t count = 0; // the number of data bytes that the record announces
+    ByteView data;
+    std::string_view defect; // what is wrong with the packet's form; empty when nothing is
+};
+
+// One piece of a file that the printer hands out.
+struct FileBlock {
+    std::uint16_t status = status::kMoreBlocks;
+    std::uint32_t offset = 0;
+    std::uint32_t total = 0;
+    std::uint16_t checksum = 0;
+    ByteView data;
+};
+
+[[nodiscard]] std::uint16_t get16(ByteView bytes, std::size_t offset);
+[[nodiscard]] std::uint32_t get32(ByteView bytes, std::size_t offset);
+void put16(Bytes& bytes, std::size_t offset, std::uint16_t value);
+void put32(Bytes& bytes, std::size_t offset, std::uint32_t value);
+
+// The protocol's only checksum: the 16-bit sum of the bytes, continued from `sum`.
+[[nodiscard]] std::uint16_t byteSum(ByteView bytes, std::uint16_t sum = 0);
+
+// Takes one whole packet apart, header included.
+[[nodiscard]] Request decodeRequest(ByteView packet);
+// How many firmware bytes have arrived of the packet whose first bytes are given.
+[[nodiscard]] std::size_t firmwareBytesIn(ByteView packetSoFar);
+
+// A name from the wire as it can be shown on a terminal or in a column: one word, no surprises.
+[[nodiscard]] std::string printable(std::string_view name);
+
+[[nodiscard]] Bytes encodeSimpleReply(std::uint16_t code, std::uint16_t status);
+[[nodiscard]] Bytes encodeStatusReply(std::uint16_t status, std::uint32_t total,
+                                      std::uint32_t written);
+[[nodiscard]] Bytes encodeFileBlock(const FileBlock& block);
+
+} // namespace vymprinter

@@ -1,0 +1,37 @@
+#include "Tools/vymprinter/ReplyQueue.h"
+
+#include <algorithm>
+
+namespace vymprinter {
+namespace {
+
+// Enough for every reply that a slow link delays; an updater that never reads is made to wait.
+constexpr std::size_t kMostParts = 8192;
+constexpr std::size_t kMostBytes = 256U << 10;
+
+} // namespace
+
+void ReplyQueue::push(Outgoing part)
+{
+    if (!m_parts.empty())
+        part.due = std::max(part.due, m_parts.back().due);
+    m_bytes += part.bytes.size();
+    m_parts.push_back(std::move(part));
+}
+
+bool ReplyQueue::full() const
+{
+    return m_parts.size() >= kMostParts || m_bytes >= kMostBytes;
+}
+
+void ReplyQueue::sent(std::size_t count)
+{
+    m_sent += count;
+    if (m_sent < front().bytes.size())
+        return;
+    m_bytes -= front().bytes.size();
+    m_parts.pop_front();
+    m_sent = 0;
+}
+
+} // namespace vymprinter

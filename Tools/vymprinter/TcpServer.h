@@ -1,0 +1,42 @@
+// Serves any number of printers over TCP on one thread: a poll loop over their listening sockets
+// and their connections.
+//
+// Owns:      the sockets and the printers; the records belong to the caller and outlive it.
+// Threads:   one; run() blocks the caller's.
+// Invariant: a connection's printer lives as long as the connection.
+#pragma once
+#include "Tools/vymprinter/TcpConnection.h"
+
+#include <list>
+#include <memory>
+
+struct pollfd;
+
+namespace vymprinter {
+
+class TcpServer {
+public:
+    // Adds a printer that answers on a listening socket.
+    void add(Listening listening, Printer printer);
+    // Serves until `stop` becomes readable, or until that many connections have ended (0: no
+    // limit).
+    void run(int stop, std::uint64_t sessions = 0);
+
+private:
+    struct Desk {
+        FileHandle socket;
+        std::unique_ptr<Printer> printer; // sessions keep a reference
+    };
+
+    [[nodiscard]] std::vector<pollfd> pollList(int stop) const;
+    [[nodiscard]] int waitTime(Millis now) const;
+    void serveRound(const std::vector<pollfd>& ready, Millis now);
+    void accept(Desk& desk, Millis now);
+    [[nodiscard]] std::uint64_t dropEnded();
+
+    std::vector<Desk> m_desks;
+    std::list<TcpConnection> m_connections;
+    Millis m_acceptAgain{0}; // no connection is taken before that
+};
+
+} // namespace vymprinter
