@@ -1,0 +1,59 @@
+// What the checks say about a package: a kind of defect, where it is and what to do about it.
+// Texts are kept as the package has them; whoever prints them makes them printable.
+//
+// Owns:      its texts, by value.
+// Threads:   none of its own.
+// Invariant: of each kind at most kKeptPerKind defects are kept; the counts know of all of them.
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vympack {
+
+enum class Severity { warning, error };
+
+// The name is stable: scripts may rely on it.
+struct DefectKind {
+    std::string_view name;
+    Severity severity;
+};
+
+// A file, perhaps a file embedded in it, and the byte or the row and column; rows and columns
+// count from 1, and 0 means that the defect belongs to no single row.
+struct Place {
+    std::string file;
+    std::string member;
+    std::optional<std::uint64_t> offset;
+    std::size_t row = 0;
+    std::size_t column = 0;
+};
+
+struct Defect {
+    DefectKind kind;
+    Place place;
+    std::string message;
+};
+
+class Defects {
+public:
+    // A broken text can hold millions of the same defect; a person reads the first few.
+    static constexpr std::size_t kKeptPerKind = 100;
+
+    void add(DefectKind kind, Place place, std::string message);
+    [[nodiscard]] const std::vector<Defect>& kept() const { return m_kept; }
+    [[nodiscard]] std::size_t errors() const { return m_errors; }
+    [[nodiscard]] std::size_t warnings() const { return m_warnings; }
+
+private:
+    std::vector<Defect> m_kept;
+    std::map<std::string_view, std::size_t> m_perKind;
+    std::size_t m_errors = 0;
+    std::size_t m_warnings = 0;
+};
+
+} // namespace vympack

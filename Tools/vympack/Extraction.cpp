@@ -1,0 +1,67 @@
+#include "Tools/vympack/Extraction.h"
+
+#include "Tools/vympack/AtomicFile.h"
+#include "Tools/vympack/FileNames.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+
+namespace vympack {
+
+namespace {
+
+// Why an entry's data may not be written to a path, or empty.
+std::string whyRefused(const InputFile& file, const Entry& entry, const std::string& path,
+                       bool force)
+{
+    std::error_code error;
+    if (!entry.terminated)
+        return "its name has no closing NUL";
+    if (const auto reason = whyUnsafe(entry.name); !reason.empty())
+        return "its name " + std::string(reason);
+    if (!isInside(entry, file))
+        return "its data does not lie inside the package";
+    if (!force && std::filesystem::exists(std::filesystem::symlink_status(path, error)))
+        return path + " exists; --force replaces it";
+    return {};
+}
+
+std::string unpack(const InputFile& file, const Entry& entry, const ExtractionOrder& order)
+{
+    const auto path = order.folder + "/" + entry.name;
+    if (auto reason = whyRefused(file, entry, path, order.force); !reason.empty())
+        return reason;
+    AtomicFile out(path);
+    if (!out.open() || !out.copy(file, entry.offset, entry.size) || !out.commit())
+        return path + ": " + out.reason();
+    return {};
+}
+
+} // namespace
+
+ExtractionResult extract(const InputFile& file, const Table& table, const ExtractionOrder& order)
+{
+    ExtractionResult result;
+    std::set<std::string> wanted(order.names.begin(), order.names.end());
+    std::set<std::string> taken;
+    for (const auto& entry : table.entries) {
+        if (!order.names.empty() && !wanted.contains(entry.name))
+            continue;
+        // Of two files with one name only the first is ever read.
+        const auto reason = taken.insert(entry.name).second
+            ? unpack(file, entry, order)
+            : "an earlier file of the package has that name";
+        if (reason.empty())
+            result.written.push_back(entry.name);
+        else
+            result.refusals.push_back("\"" + entry.name + "\": " + reason);
+    }
+    for (const auto& name : wanted) {
+        if (!taken.contains(name))
+            result.refusals.push_back("\"" + name + "\": there is no such file in the package");
+    }
+    return result;
+}
+
+} // namespace vympack

@@ -1,0 +1,27 @@
+// Unpacks embedded files into one folder and nowhere else. Names and positions come from the
+// package and are not trusted; what cannot be unpacked safely is refused with a message.
+//
+// Threads: none of its own.
+#pragma once
+#include "Tools/vympack/Container.h"
+#include "Tools/vympack/InputFile.h"
+
+#include <string>
+#include <vector>
+
+namespace vympack {
+
+struct ExtractionOrder {
+    std::string folder = ".";
+    std::vector<std::string> names; // empty: every file
+    bool force = false; // replace what is there
+};
+
+struct ExtractionResult {
+    std::vector<std::string> written; // embedded names
+    std::vector<std::string> refusals; // one message each
+};
+
+ExtractionResult extract(const InputFile& file, const Table& table, const ExtractionOrder& order);
+
+} // namespace vympack

@@ -1,0 +1,102 @@
+#include "Tools/vympack/Report.h"
+
+#include "Tools/vympack/PrintableText.h"
+
+#include <algorithm>
+#include <iomanip>
+#include <nlohmann/json.hpp>
+
+namespace vympack {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+constexpr int kIndent = 2;
+constexpr int kNumberWidth = 10; // the digits of the largest 32-bit number
+
+const char* severityName(Severity severity)
+{
+    return severity == Severity::error ? "error" : "warning";
+}
+
+std::string placeText(const Place& place)
+{
+    auto text = printable(place.file);
+    if (!place.member.empty())
+        text += "(" + printable(place.member) + ")";
+    if (place.row > 0)
+        text += ":" + std::to_string(place.row) + ":" + std::to_string(place.column);
+    if (place.offset)
+        text += ": byte " + std::to_string(*place.offset);
+    return text;
+}
+
+ordered_json number(std::size_t value)
+{
+    return value == 0 ? ordered_json(nullptr) : ordered_json(value);
+}
+
+ordered_json toJson(const Defect& defect)
+{
+    const auto& place = defect.place;
+    return {{"severity", severityName(defect.kind.severity)},
+            {"name", defect.kind.name},
+            {"file", printable(place.file)},
+            {"member",
+             place.member.empty() ? ordered_json(nullptr) : ordered_json(printable(place.member))},
+            {"offset", place.offset ? ordered_json(*place.offset) : ordered_json(nullptr)},
+            {"row", number(place.row)},
+            {"column", number(place.column)},
+            {"message", printable(defect.message)}};
+}
+
+std::string counted(std::size_t count, const char* what)
+{
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+} // namespace
+
+void writeDefects(std::ostream& out, const std::string& path, const Defects& defects)
+{
+    for (const auto& defect : defects.kept())
+        out << placeText(defect.place) << ": " << severityName(defect.kind.severity) << ": "
+            << printable(defect.message) << " [" << defect.kind.name << "]\n";
+    const auto all = defects.errors() + defects.warnings();
+    if (all > defects.kept().size())
+        out << "(" << all - defects.kept().size() << " more of the same kinds)\n";
+    out << printable(path) << ": " << counted(defects.errors(), "error") << ", "
+        << counted(defects.warnings(), "warning") << "\n";
+}
+
+void writeDefectsJson(std::ostream& out, const std::string& path, const Defects& defects)
+{
+    auto list = ordered_json::array();
+    for (const auto& defect : defects.kept())
+        list.push_back(toJson(defect));
+    const ordered_json report{{"file", printable(path)},
+                              {"errors", defects.errors()},
+                              {"warnings", defects.warnings()},
+                              {"defects", std::move(list)}};
+    out << report.dump(kIndent) << "\n";
+}
+
+void writeTable(std::ostream& out, const Table& table)
+{
+    for (const auto& entry : table.entries)
+        out << std::setw(kNumberWidth) << entry.offset << "  " << std::setw(kNumberWidth)
+            << entry.size << "  " << printable(entry.name) << "\n";
+}
+
+void writeTableJson(std::ostream& out, const std::string& path, const Table& table)
+{
+    auto files = ordered_json::array();
+    for (const auto& entry : table.entries)
+        files.push_back(
+            {{"name", printable(entry.name)}, {"offset", entry.offset}, {"size", entry.size}});
+    const ordered_json report{{"file", printable(path)}, {"files", std::move(files)}};
+    out << report.dump(kIndent) << "\n";
+}
+
+} // namespace vympack

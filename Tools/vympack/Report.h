@@ -1,0 +1,21 @@
+// Writes defects and tables for people and for programs. Whatever comes from a package is made
+// printable here and nowhere else.
+//
+// Threads: none of its own; writes to the stream it is given.
+#pragma once
+#include "Tools/vympack/Container.h"
+#include "Tools/vympack/Defect.h"
+
+#include <ostream>
+#include <string>
+
+namespace vympack {
+
+// One line a defect, then one line that counts them.
+void writeDefects(std::ostream& out, const std::string& path, const Defects& defects);
+void writeDefectsJson(std::ostream& out, const std::string& path, const Defects& defects);
+// One line a file: name, offset, size.
+void writeTable(std::ostream& out, const Table& table);
+void writeTableJson(std::ostream& out, const std::string& path, const Table& table);
+
+} // namespace vympack

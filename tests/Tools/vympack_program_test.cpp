@@ -1,0 +1,152 @@
+// The program itself, run as a process.
+#include "tests/Tools/vympack_support.h"
+
+#include <array>
+#include <cstdio>
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+#include <sys/wait.h>
+
+using namespace vympack_test;
+using nlohmann::json;
+using testing::HasSubstr;
+
+namespace {
+
+struct Outcome {
+    int code;
+    std::string output; // both streams, unless the arguments send one elsewhere
+};
+
+Outcome run(const std::string& arguments)
+{
+    const auto command = std::string(VYMPACK_PROGRAM) + " 2>&1 " + arguments;
+    auto* pipe = ::popen(command.c_str(), "r");
+    if (pipe == nullptr)
+        return {-1, "the program cannot be run"};
+    Outcome outcome{-1, {}};
+    std::array<char, 4096> piece{};
+    while (const auto got = std::fread(piece.data(), 1, piece.size(), pipe))
+        outcome.output.append(piece.data(), got);
+    const auto status = ::pclose(pipe);
+    outcome.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return outcome;
+}
+
+} // namespace
+
+TEST(VympackProgram, TheDemoPackageHasNoErrorAndNoWarning)
+{
+    const auto outcome = run("check --json " VYMPACK_DEMO);
+    EXPECT_EQ(outcome.code, 0);
+    const auto report = json::parse(outcome.output);
+    EXPECT_EQ(report["errors"], 0) << outcome.output;
+    EXPECT_EQ(report["warnings"], 0) << outcome.output;
+}
+
+TEST(VympackProgram, TheDemoPackageHoldsItsDescriptionAndTwoImages)
+{
+    const auto outcome = run("list --json " VYMPACK_DEMO);
+    EXPECT_EQ(outcome.code, 0);
+    const auto files = json::parse(outcome.output)["files"];
+    ASSERT_EQ(files.size(), 3U);
+    EXPECT_EQ(files[0]["name"], "VYMINFO.txt");
+    EXPECT_EQ(files[1]["name"], "main.bin");
+    EXPECT_EQ(files[1]["offset"], files[0]["size"]);
+    EXPECT_EQ(files[1]["size"], 307241);
+    EXPECT_EQ(files[2]["size"], 71683);
+}
+
+TEST(VympackProgram, MakesListsChecksAndUnpacks)
+{
+    const TempFolder folder;
+    for (const auto& [name, bytes] : goodFiles())
+        folder.write(name, bytes);
+    const auto package = folder.path("package");
+    const auto inputs = folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
+    EXPECT_EQ(run("make -o " + package + " " + inputs).code, 0);
+    EXPECT_EQ(folder.read("package"), container(goodFiles()));
+    EXPECT_THAT(run("list " + package).output, HasSubstr("         8  main.bin\n"));
+    EXPECT_EQ(run("check " + package).output, package + ": 0 errors, 0 warnings\n");
+    EXPECT_EQ(run("extract " + package + " -d " + folder.path("out") + " main.bin").code, 0);
+    EXPECT_EQ(folder.read("out/main.bin"), "firmware");
+}
+
+TEST(VympackProgram, ExitCodesTellWhatHappened)
+{
+    const TempFolder folder;
+    const auto broken = folder.write("broken", "no package");
+    const auto warned =
+        folder.write("warned", container({{"VYMINFO.txt", goodDescription()}, {"main.bin", ""}}));
+    const struct {
+        const char* why;
+        std::string arguments;
+        int code;
+    } rows[] = {
+        {"help", "--help", 0},
+        {"help of a command", "make --help", 0},
+        {"version", "--version", 0},
+        {"no command", "", 64},
+        {"an unknown command", "unpack", 64},
+        {"an unknown option", "check --fix " + warned, 64},
+        {"no file", "check", 64},
+        {"no output", "make " + warned, 64},
+        {"warnings only", "check " + warned, 0},
+        {"errors", "check " + broken, 1},
+        {"a list of what is no package", "list " + broken, 1},
+        {"a file that is not there", "check " + folder.path("none"), 66},
+        {"a folder", "check " + folder.path(""), 66},
+        {"an input that is not there", "make -o x " + folder.path("none"), 66},
+        {"a refused make", "make -o " + folder.path("new") + " " + broken, 1},
+        {"results that cannot be written", "check " + warned + " >/dev/full", 73},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        const auto outcome = run(row.arguments);
+        EXPECT_EQ(outcome.code, row.code) << outcome.output;
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.path("new")));
+}
+
+TEST(VympackProgram, ReasonsOfAFailureGoToTheOtherStream)
+{
+    const TempFolder folder;
+    EXPECT_EQ(run("check " + folder.path("none") + " 2>/dev/null").output, "");
+    const auto broken = folder.write("broken", "no package");
+    EXPECT_EQ(run("make -o x " + broken + " 2>/dev/null").output, "");
+    EXPECT_THAT(run("check " + broken + " 2>/dev/null").output, HasSubstr("[bad-trailer]"));
+}
+
+TEST(VympackProgram, HostileBytesMakeValidJsonAndNoTerminalSequences)
+{
+    const TempFolder folder;
+    const auto text = goodDescription() + "BAD\x1B[2J\xFFKEY x\r\nTGMNAM\xFF x\r\nPORTNO\x80 y\r\n";
+    const auto package = folder.write(
+        "package\xFF", container({{"VYMINFO.txt", text}, {"\x1B[2J\xC3", "x"}, {"main.bin", "x"}}));
+    for (const char* command : {"check --json ", "list --json "}) {
+        const auto outcome = run(command + package);
+        const auto report = json::parse(outcome.output, nullptr, false);
+        EXPECT_FALSE(report.is_discarded()) << outcome.output;
+        EXPECT_THAT(outcome.output, HasSubstr(R"(\\x1B[2J\\xC3)"));
+    }
+    EXPECT_EQ(run("check " + package).output.find('\x1B'), std::string::npos);
+    EXPECT_THAT(run("check " + package).output, HasSubstr("PORTNO\\x80"));
+}
+
+TEST(VympackProgram, ADefectInJsonHasItsPlaceAndItsName)
+{
+    const TempFolder folder;
+    const auto text = replaced(goodDescription(), "48350", "0");
+    const auto package =
+        folder.write("package", container({{"VYMINFO.txt", text}, {"main.bin", "x"}}));
+    const auto outcome = run("check --json " + package);
+    EXPECT_EQ(outcome.code, 1);
+    const auto defect = json::parse(outcome.output)["defects"].at(0);
+    EXPECT_EQ(defect["severity"], "error");
+    EXPECT_EQ(defect["name"], "bad-number");
+    EXPECT_EQ(defect["file"], package);
+    EXPECT_EQ(defect["member"], "VYMINFO.txt");
+    EXPECT_EQ(defect["row"], 5);
+    EXPECT_EQ(defect["column"], 8);
+    EXPECT_TRUE(defect["offset"].is_null());
+}
