@@ -1,0 +1,137 @@
+#include "CLI/CommandLine.h"
+
+#include "CLI/Commands.h"
+#include "CLI/HelpText.h"
+#include "UI/PlainText.h"
+#include "VYM/ProtocolResult.h"
+#include "VYM/vymMac.h"
+
+#include <atomic>
+#include <exception>
+
+namespace {
+
+constexpr unsigned kAllDebugTexts = 9; // above every level that the engine speaks at
+constexpr std::size_t kDebugLimit = 1000; // bytes of one debug text
+
+std::atomic<Display*> g_debugDisplay{nullptr};
+
+void showDebugText(const char* text)
+{
+    std::string_view line(text);
+    if (!line.empty() && line.back() == '\n')
+        line.remove_suffix(1);
+    if (auto* display = g_debugDisplay.load())
+        display->line("debug: " + plainText(line, kDebugLimit));
+}
+
+// Lets the engine speak while it lives.
+class DebugTexts {
+public:
+    DebugTexts(bool wanted, Display& display)
+    {
+        if (!wanted)
+            return;
+        g_debugDisplay = &display;
+        setDebugLogLv(kAllDebugTexts);
+        setDebugSink(showDebugText);
+    }
+    ~DebugTexts()
+    {
+        setDebugSink(nullptr);
+        g_debugDisplay = nullptr;
+    }
+    DebugTexts(const DebugTexts&) = delete;
+    DebugTexts& operator=(const DebugTexts&) = delete;
+};
+
+Outcome textOutcome(const Options& options, std::string text)
+{
+    Outcome outcome;
+    outcome.command = options.command;
+    outcome.name = commandName(options.command);
+    outcome.message = std::move(text);
+    return outcome;
+}
+
+Outcome errorOutcome(const Options& options)
+{
+    Outcome outcome;
+    outcome.command = options.command;
+    outcome.exitCode = exitCodeOf(result::kSystem);
+    outcome.verdict = Verdict::failed;
+    outcome.name = resultName(result::kSystem);
+    outcome.resultCode = result::kSystem;
+    outcome.message = "This computer ran out of memory or threads.";
+    outcome.next = NextStep::checkPrinter; // nobody knows how far it came
+    return outcome;
+}
+
+bool cannotAsk(const Options& options, const Console& console)
+{
+    return options.command == Command::update && !options.yes
+        && (options.json || !isTerminal(console.in));
+}
+
+Outcome runOnPackage(Workplace& place)
+{
+    const auto& options = place.options;
+    auto [package, problem] = openPackage(options.packageFolder);
+    if (!package.has_value())
+        return packageOutcome(options, problem);
+    if (options.command == Command::info)
+        return runInfo(*package);
+    if (auto unfit = unfitForUpdate(*package); !unfit.empty())
+        return packageOutcome(options, std::move(unfit));
+    return options.command == Command::check ? runCheck(*package, place)
+                                             : runUpdate(*package, place);
+}
+
+Outcome run(Workplace& place)
+{
+    const auto& options = place.options;
+    if (!options.usageError.empty())
+        return usageOutcome(options, options.usageError);
+    if (options.command == Command::help)
+        return textOutcome(options, std::string(kHelpText));
+    if (options.command == Command::version)
+        return textOutcome(options, "vymkit-cli " VYMKIT_VERSION "\n");
+    if (cannotAsk(options, place.console))
+        return usageOutcome(options,
+                            "Nobody can be asked here whether the update may start: add --yes.");
+    if (options.deadline.has_value())
+        place.session.setDeadline(*options.deadline);
+    return runOnPackage(place);
+}
+
+Outcome runSafely(Workplace& place)
+{
+    try {
+        return run(place);
+    } catch (const std::exception&) {
+        return errorOutcome(place.options);
+    }
+}
+
+} // namespace
+
+int runCommandLine(int argc, char** argv)
+{
+    return runCommandLine(argc, argv, Console());
+}
+
+int runCommandLine(int argc, char** argv, const Console& console)
+{
+    Session session;
+    const auto options = parseOptions(argc, argv);
+    Display display(console.err, options.noColour);
+    const DebugTexts debugTexts(options.verbose, display);
+    const auto report =
+        options.json ? makeJsonReport(console.out) : makeHumanReport(console.out, display, options);
+    Workplace place{options, console, session, display, *report};
+    auto outcome = runSafely(place);
+    outcome.seconds = session.seconds();
+    report->finish(outcome);
+    display.drain();
+    return outcome.exitCode;
+}

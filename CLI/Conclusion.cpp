@@ -1,0 +1,274 @@
+#include "CLI/Conclusion.h"
+
+#include "CLI/Messages.h"
+#include "UI/PlainText.h"
+#include "VYM/ProtocolResult.h"
+
+#include <algorithm>
+
+namespace {
+
+bool isPlainEnd(int code)
+{
+    return code == result::kSuccess || code == result::kNotApplicable;
+}
+
+Outcome begunOutcome(const PackageFacts& package, Command command, const std::string& address)
+{
+    Outcome outcome;
+    outcome.command = command;
+    outcome.address = plainText(address);
+    for (const auto& firmware : package.firmware) {
+        outcome.firmware.emplace_back();
+        outcome.firmware.back().firmware = firmware;
+    }
+    return outcome;
+}
+
+// The place in the list of a firmware's number, or null for a number that no firmware has.
+FirmwareOutcome* firmwareAt(Outcome& outcome, std::uint32_t number)
+{
+    return number >= 1 && number <= outcome.firmware.size() ? &outcome.firmware[number - 1]
+                                                            : nullptr;
+}
+
+std::string firmwareText(const FirmwareOutcome& outcome)
+{
+    return "firmware " + std::to_string(outcome.firmware.number) + " ("
+        + outcome.firmware.displayName + ")";
+}
+
+MessageFacts factsOf(const PackageFacts& package, const Outcome& outcome)
+{
+    MessageFacts facts;
+    facts.address = outcome.address;
+    facts.model = package.model;
+    facts.printer =
+        outcome.printerModel.empty() ? "another one" : "the model " + outcome.printerModel;
+    facts.firmware = "a firmware";
+    facts.place = "before any firmware was sent";
+    facts.count = std::to_string(outcome.firmware.size());
+    return facts;
+}
+
+void say(Outcome& outcome, std::string_view messageKey, const MessageFacts& facts)
+{
+    outcome.message = englishText(messageKey, facts);
+    const auto advice = adviceText(outcome.next, messageKey, facts);
+    if (!advice.empty())
+        outcome.message += " " + advice;
+}
+
+// Which message a result has here: the text of its code, but where more is known a better one.
+std::string_view messageKeyOf(int code, const FirmwareOutcome* last, const Outcome& outcome,
+                              bool automaticEnd)
+{
+    if (code == result::kBadReply && last != nullptr
+        && last->reason == VersionReason::unreadableVersion)
+        return "UnreadableVersion";
+    if (code == result::kConnectionLost && last == nullptr && !outcome.bytesWentOut)
+        return "Unreachable";
+    return resultText(code, automaticEnd).messageKey;
+}
+
+void concludeWith(Outcome& outcome, int code, const PackageFacts& package,
+                  const FirmwareOutcome* last, MessageFacts facts)
+{
+    if (last != nullptr)
+        facts.firmware = firmwareText(*last);
+    const bool automaticEnd = package.needsExitOperation == yesno_no;
+    const auto key = messageKeyOf(code, last, outcome, automaticEnd);
+    outcome.resultCode = code;
+    outcome.exitCode = exitCodeOf(code);
+    outcome.name = resultName(code);
+    outcome.title = englishText(resultText(code, automaticEnd).titleKey, facts);
+    outcome.next = nextStep(code, outcome.bytesWentOut);
+    if (key == "UnreadableVersion" && outcome.next == NextStep::retry)
+        outcome.next = NextStep::chooseOtherPackage; // it would be as unreadable again
+    say(outcome, key, facts);
+}
+
+void concludeStopped(Outcome& outcome, StopCause cause, bool unconfirmed, const MessageFacts& facts)
+{
+    outcome.exitCode = exitcode::kStopped;
+    outcome.verdict = Verdict::stopped;
+    outcome.name = "stopped";
+    outcome.next = unconfirmed ? NextStep::checkPrinter : NextStep::retry;
+    const auto* key = "StoppedByUser";
+    if (cause == StopCause::deadline)
+        key = "StoppedByDeadline";
+    else if (cause == StopCause::answer)
+        key = "StoppedByAnswer";
+    say(outcome, key, facts);
+}
+
+void takeEntry(Outcome& outcome, const tag_entryoutcome& entry)
+{
+    auto* firmware = firmwareAt(outcome, entry.m_number);
+    if (firmware == nullptr)
+        return;
+    const VersionDecision decision{entry.m_reason == VersionReason::applies, entry.m_result,
+                                   entry.m_reason};
+    firmware->reached = true;
+    firmware->decision = decisionOf(decision);
+    firmware->reason = entry.m_reason;
+    firmware->resultCode = entry.m_result;
+    firmware->bytesWentOut = entry.m_bytesWentOut;
+    firmware->confirmed = entry.m_confirmed;
+    firmware->bytesSent = entry.m_bytesSent;
+    firmware->bytesTotal = entry.m_bytesTotal;
+    outcome.bytesWentOut = outcome.bytesWentOut || entry.m_bytesWentOut;
+}
+
+bool isUnconfirmed(const FirmwareOutcome& firmware)
+{
+    return firmware.bytesWentOut && !firmware.confirmed;
+}
+
+// How far a run had come when it ended early.
+std::string placeOf(const FirmwareOutcome* last)
+{
+    if (last == nullptr)
+        return "before any firmware was sent";
+    const auto firmware = firmwareText(*last);
+    if (!last->bytesWentOut)
+        return "before " + firmware + " was sent";
+    if (last->confirmed)
+        return "after the printer had written " + firmware;
+    const bool isWhole = last->resultCode == result::kSuccess;
+    return isWhole ? "after " + firmware + " had been sent, before the printer confirmed it"
+                   : "while " + firmware + " was being sent (" + std::to_string(last->bytesSent)
+            + " of " + std::to_string(last->bytesTotal) + " bytes)";
+}
+
+// The error that a run met although it had been asked to stop, once firmware was on its way:
+// that is what the user has to know then, not that the run was stopped.
+std::optional<int> errorAfterStop(const Outcome& outcome, const tag_devinfo& record)
+{
+    if (!outcome.bytesWentOut)
+        return std::nullopt;
+    if (!isPlainEnd(record.m_result))
+        return record.m_result;
+    return record.m_updateState == state_failed ? std::optional(result::kSystem) : std::nullopt;
+}
+
+bool isWhollyConfirmed(const Outcome& outcome)
+{
+    const auto& all = outcome.firmware;
+    return outcome.bytesWentOut && std::all_of(all.begin(), all.end(), [](const auto& firmware) {
+               return firmware.reached && !isUnconfirmed(firmware);
+           });
+}
+
+// The code of a run, or none where it was stopped.
+std::optional<int> codeOf(const Outcome& outcome, const UpdateFacts& facts)
+{
+    if (!facts.endCode.has_value()) {
+        const auto error = errorAfterStop(outcome, facts.lastRecord);
+        // The request came too late to change anything.
+        return !error.has_value() && isWhollyConfirmed(outcome) ? result::kSuccess : error;
+    }
+    // A version of another series counts as updated for the worker, though nothing is sent.
+    const bool sentNothing = facts.endCode == result::kSuccess && !outcome.bytesWentOut;
+    return sentNothing ? result::kNotApplicable : facts.endCode;
+}
+
+const FirmwareOutcome* lastReached(const Outcome& outcome)
+{
+    const FirmwareOutcome* last = nullptr;
+    for (const auto& firmware : outcome.firmware)
+        last = firmware.reached ? &firmware : last;
+    return last;
+}
+
+void takeChecked(Outcome& outcome, const CheckedEntry& entry)
+{
+    auto* firmware = firmwareAt(outcome, entry.number);
+    if (firmware == nullptr)
+        return;
+    firmware->reached = entry.reached;
+    firmware->decision = decisionOf(entry.decision);
+    firmware->reason = entry.decision.reason;
+    firmware->installed = plainText(entry.installedVersion);
+    firmware->resultCode = entry.decision.code;
+}
+
+// The firmware at which an update would end with an error, or null.
+const FirmwareOutcome* firstRefused(const Outcome& outcome)
+{
+    const auto refused =
+        std::find_if(outcome.firmware.begin(), outcome.firmware.end(), [](const auto& firmware) {
+            return firmware.reached && firmware.decision != Decision::send
+                && firmware.decision != Decision::skip;
+        });
+    return refused != outcome.firmware.end() ? &*refused : nullptr;
+}
+
+void concludeDecided(Outcome& outcome, MessageFacts facts)
+{
+    const auto count =
+        std::count_if(outcome.firmware.begin(), outcome.firmware.end(), [](const auto& each) {
+            return each.reached && each.decision == Decision::send;
+        });
+    facts.number = std::to_string(count);
+    outcome.resultCode = count != 0 ? result::kSuccess : result::kNotApplicable;
+    outcome.exitCode = exitCodeOf(*outcome.resultCode);
+    outcome.verdict = count != 0 ? Verdict::updateAvailable : Verdict::nothingToUpdate;
+    outcome.name = count != 0 ? "update-available" : resultName(result::kNotApplicable);
+    say(outcome, count != 0 ? "UpdateAvailable" : "NothingAvailable", facts);
+}
+
+Verdict verdictOf(int code)
+{
+    if (code == result::kSuccess)
+        return Verdict::updated;
+    return code == result::kNotApplicable ? Verdict::nothingToUpdate : Verdict::failed;
+}
+
+} // namespace
+
+Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts)
+{
+    auto outcome = begunOutcome(package, Command::update, facts.address);
+    for (const auto& entry : facts.outcomes)
+        takeEntry(outcome, entry);
+    const auto* last = lastReached(outcome);
+    auto words = factsOf(package, outcome);
+    words.place = placeOf(last);
+    if (const auto code = codeOf(outcome, facts); code.has_value()) {
+        outcome.verdict = verdictOf(*code);
+        concludeWith(outcome, *code, package, last, words);
+        return outcome;
+    }
+    const auto& all = outcome.firmware;
+    concludeStopped(outcome, facts.stop, std::any_of(all.begin(), all.end(), isUnconfirmed), words);
+    return outcome;
+}
+
+Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts)
+{
+    auto outcome = begunOutcome(package, Command::check, facts.address);
+    outcome.printerModel = plainText(facts.report.printerModel);
+    const bool isComplete = facts.report.result == result::kSuccess
+        && facts.report.entries.size() >= package.firmware.size();
+    auto words = factsOf(package, outcome);
+    if (facts.stop != StopCause::none && !isComplete) {
+        words.place = "before the printer had answered";
+        concludeStopped(outcome, facts.stop, false, words);
+        return outcome;
+    }
+    for (const auto& entry : facts.report.entries)
+        takeChecked(outcome, entry);
+    const auto* refused = firstRefused(outcome);
+    words.place = "during the check";
+    if (facts.report.result != result::kSuccess) {
+        outcome.verdict = verdictOf(facts.report.result);
+        concludeWith(outcome, facts.report.result, package, nullptr, words);
+    } else if (refused != nullptr) {
+        outcome.verdict = Verdict::refused;
+        concludeWith(outcome, refused->resultCode.value_or(result::kSystem), package, refused,
+                     words);
+    } else
+        concludeDecided(outcome, words);
+    return outcome;
+}

@@ -1,0 +1,27 @@
+// From what was seen of a run to how it ended: exit code, name, message, next step, and what
+// became of each firmware.
+//
+// Owns:    nothing; the facts stay the caller's for the length of a call.
+// Threads: any. Pure functions.
+#pragma once
+#include "CLI/Outcome.h"
+#include "VYM/CheckRun.h"
+#include "VYM/vymThread.h"
+
+enum class StopCause : std::uint8_t { none, user, deadline, answer };
+
+struct UpdateFacts {
+    std::string address;
+    tag_devinfo lastRecord{};
+    std::vector<tag_entryoutcome> outcomes; // of the firmware that were handled, in order
+    std::optional<int> endCode; // where the run ended before anybody asked it to stop
+    StopCause stop = StopCause::none;
+};
+Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts);
+
+struct CheckFacts {
+    std::string address;
+    CheckReport report;
+    StopCause stop = StopCause::none;
+};
+Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts);

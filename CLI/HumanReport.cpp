@@ -1,0 +1,166 @@
+#include "CLI/Messages.h"
+#include "CLI/ProgressText.h"
+#include "CLI/Report.h"
+#include "CLI/Tables.h"
+#include "CLI/Terminal.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+constexpr const char* kGreen = "\x1b[32m";
+constexpr const char* kYellow = "\x1b[33m";
+constexpr const char* kRed = "\x1b[31m";
+constexpr int kPlainStep = 10; // percent between two plain lines
+
+const char* colourOf(Verdict verdict)
+{
+    if (verdict == Verdict::updated || verdict == Verdict::updateAvailable
+        || verdict == Verdict::nothingToUpdate)
+        return kGreen;
+    return verdict == Verdict::stopped ? kYellow : kRed;
+}
+
+bool isError(Verdict verdict)
+{
+    return colourOf(verdict) != kGreen;
+}
+
+class HumanReport : public Report {
+public:
+    HumanReport(int output, Display& display, const Options& options)
+        : m_output(output), m_outputColours(canColour(output, options.noColour)),
+          m_quiet(options.quiet), m_display(display)
+    {
+    }
+
+    void asking(double seconds) override;
+    void status(const StatusView& view) override;
+    void stopping(StopCause cause, double seconds) override;
+    void finish(const Outcome& outcome) override;
+
+private:
+    void follow(const StatusView& view);
+    void showPlain();
+    std::string verdictText(const Outcome& outcome, bool colours) const;
+
+    Output m_output;
+    const bool m_outputColours;
+    const bool m_quiet;
+    Display& m_display;
+    ProgressParts m_parts;
+    std::optional<tag_devinfo> m_last;
+    double m_lastChange = 0; // on the clock of the views
+    std::string m_plainStage; // what the last plain line told
+    int m_plainPercent = 0;
+};
+
+void HumanReport::asking(double seconds)
+{
+    if (m_quiet)
+        return;
+    m_parts.stage = "Asking the printer";
+    m_parts.seconds = seconds;
+    m_parts.silence = seconds;
+    if (m_display.hasLiveLine())
+        m_display.live(progressLine(m_parts, m_display.columns()));
+    else
+        showPlain();
+}
+
+void HumanReport::status(const StatusView& view)
+{
+    if (m_quiet || view.step.endCode.has_value())
+        return;
+    follow(view);
+    if (m_display.hasLiveLine())
+        m_display.live(progressLine(m_parts, m_display.columns()));
+    else
+        showPlain();
+}
+
+// Takes over what changes on display; what the step leaves open stays as it was.
+void HumanReport::follow(const StatusView& view)
+{
+    const bool changed =
+        !m_last.has_value() || std::memcmp(&*m_last, &view.record, sizeof view.record) != 0;
+    if (changed)
+        m_lastChange = view.seconds;
+    m_last = view.record;
+    m_parts.seconds = view.seconds;
+    m_parts.silence = view.seconds - m_lastChange;
+    m_parts.bytesDone = view.record.m_bytesDone;
+    m_parts.bytesTotal = view.record.m_bytesTotal;
+    if (m_parts.stage.empty())
+        m_parts.stage = englishText(statekey::kConnection, {});
+    if (view.step.progress.has_value())
+        m_parts.percent = view.step.progress;
+    if (!view.step.textKey.has_value())
+        return;
+    MessageFacts facts;
+    facts.number = std::to_string(view.step.number.value_or(1));
+    facts.count = std::to_string(view.firmwareCount);
+    m_parts.stage = englishText(*view.step.textKey, facts);
+    if (!view.firmwareName.empty())
+        m_parts.stage += " (" + view.firmwareName + ")";
+}
+
+// One line for each stage, and for each tenth of it.
+void HumanReport::showPlain()
+{
+    const bool known = m_parts.percent.has_value() && std::isfinite(*m_parts.percent);
+    const auto percent = known ? static_cast<int>(std::min(*m_parts.percent, 100.0)) : 0;
+    const auto step = percent / kPlainStep * kPlainStep;
+    if (m_parts.stage == m_plainStage && step <= m_plainPercent)
+        return;
+    m_display.line(m_parts.stage + (step > 0 ? ": " + std::to_string(step) + " %" : ""));
+    m_plainStage = m_parts.stage;
+    m_plainPercent = step;
+}
+
+void HumanReport::stopping(StopCause cause, double /*seconds*/)
+{
+    const std::string why =
+        cause == StopCause::deadline ? "The time limit is reached" : "You asked to stop";
+    m_display.line(why
+                   + ". A transfer to the printer is never cut off: the run ends as soon as the "
+                     "printer can be left. Firmware whose sending has begun, and what follows it, "
+                     "is still sent; only the wait until it is written is left out. Do not switch "
+                     "the printer off.");
+}
+
+std::string HumanReport::verdictText(const Outcome& outcome, bool colours) const
+{
+    auto word = verdictWord(outcome.verdict);
+    if (word.empty())
+        return outcome.message;
+    if (colours)
+        word = colourOf(outcome.verdict) + word + "\x1b[0m";
+    const auto title = outcome.title.empty() ? "" : " (" + outcome.title + ")";
+    return word + title + ": " + outcome.message + "\n";
+}
+
+void HumanReport::finish(const Outcome& outcome)
+{
+    m_display.clearLive();
+    if (outcome.verdict != Verdict::shown && isError(outcome.verdict))
+        m_display.prompt(verdictText(outcome, m_display.hasColours()));
+    else
+        m_output.write(verdictText(outcome, m_outputColours));
+    if (outcome.verdict == Verdict::wrongUsage)
+        m_display.line("Run \"vymkit-cli --help\" to see what is right.");
+    if (outcome.package.has_value())
+        m_output.write(packageTable(*outcome.package));
+    if (const auto rows = firmwareTable(outcome); !rows.empty())
+        m_output.write("\n" + rows);
+    m_output.drain();
+}
+
+} // namespace
+
+std::unique_ptr<Report> makeHumanReport(int outputDescriptor, Display& display,
+                                        const Options& options)
+{
+    return std::make_unique<HumanReport>(outputDescriptor, display, options);
+}

@@ -1,0 +1,10 @@
+#include "CLI/Commands.h"
+
+Outcome runInfo(const PackageFacts& package)
+{
+    Outcome outcome;
+    outcome.command = Command::info;
+    outcome.name = "package-info";
+    outcome.package = package;
+    return outcome;
+}

@@ -1,0 +1,200 @@
+#include "CLI/Output.h"
+#include "CLI/Report.h"
+
+#include <cmath>
+#include <cstring>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+using Json = nlohmann::ordered_json; // the keys in the order in which they are documented
+
+constexpr int kSchemaVersion = 1;
+
+const char* stateName(update_state state)
+{
+    constexpr std::array<const char*, 8> kNames = {"starting", "entered",  "checked", "sending",
+                                                   "writing",  "finished", "done",    "failed"};
+    return state < kNames.size() ? kNames.at(state) : "unknown";
+}
+
+const char* ruleName(yesno_type rule)
+{
+    constexpr std::array<const char*, 4> kNames = {"none", "newer", "any", "newer-or-same"};
+    return rule < kNames.size() ? kNames.at(rule) : "none";
+}
+
+Json toSeconds(double seconds)
+{
+    return std::round(seconds * 10) / 10; // nobody compares runs by less
+}
+
+template <class T> Json orNull(const std::optional<T>& value)
+{
+    return value.has_value() ? Json(*value) : Json();
+}
+
+Json orNull(const std::string& text)
+{
+    return text.empty() ? Json() : Json(text);
+}
+
+// JSON knows no infinity; what is no number of percent is unknown.
+Json toProgress(const std::optional<double>& progress)
+{
+    return progress.has_value() && std::isfinite(*progress) ? Json(*progress) : Json();
+}
+
+Json firmwareToJson(const PackagedFirmware& firmware)
+{
+    return {{"number", firmware.number},
+            {"name", firmware.name},
+            {"version", firmware.version},
+            {"display_name", firmware.displayName},
+            {"display_version", firmware.displayVersion},
+            {"compatible_version", orNull(firmware.compatibleVersion)},
+            {"file", firmware.file},
+            {"file_bytes", orNull(firmware.bytes)}};
+}
+
+Json outcomeToJson(const FirmwareOutcome& outcome)
+{
+    const bool isDecided = outcome.decision != Decision::undecided;
+    return {{"number", outcome.firmware.number},
+            {"name", outcome.firmware.name},
+            {"version", outcome.firmware.version},
+            {"display_name", outcome.firmware.displayName},
+            {"display_version", outcome.firmware.displayVersion},
+            {"installed_version", orNull(outcome.installed.value_or(""))},
+            {"reached", outcome.reached},
+            {"decision", decisionName(outcome.decision)},
+            {"reason", isDecided ? Json(reasonName(outcome.reason)) : Json()},
+            {"result_code", orNull(outcome.resultCode)},
+            {"sent", outcome.bytesWentOut},
+            {"bytes_sent", outcome.bytesSent},
+            {"bytes_total", outcome.bytesTotal},
+            {"confirmed", outcome.confirmed}};
+}
+
+Json packageToJson(const PackageFacts& package)
+{
+    Json json = {{"folder", package.folder},
+                 {"model", orNull(package.model)},
+                 {"product", orNull(package.product)},
+                 {"model_names", package.modelNames},
+                 {"driver_names", package.driverNames},
+                 {"device_id_models", package.deviceIdModels},
+                 {"ports", package.ports},
+                 {"port_number", package.portNumber},
+                 {"enter_seconds", package.enterSeconds},
+                 {"exit_seconds", package.exitSeconds},
+                 {"update_seconds", package.updateSeconds},
+                 {"needs_enter_operation", package.needsEnterOperation == yesno_yes},
+                 {"needs_exit_operation", package.needsExitOperation == yesno_yes},
+                 {"version_rule", ruleName(package.versionRule)},
+                 {"special_commands", package.specialCommands == yesno_yes},
+                 {"lowest_system", orNull(package.lowestSystem)},
+                 {"highest_system", orNull(package.highestSystem)},
+                 {"firmware", Json::array()}};
+    for (const auto& firmware : package.firmware)
+        json["firmware"].push_back(firmwareToJson(firmware));
+    return json;
+}
+
+Json resultToJson(const Outcome& outcome)
+{
+    Json json = {{"type", "result"},
+                 {"schema_version", kSchemaVersion},
+                 {"command", commandName(outcome.command)},
+                 {"exit_code", outcome.exitCode},
+                 {"name", outcome.name},
+                 {"result_code", orNull(outcome.resultCode)},
+                 {"message", outcome.message},
+                 {"next", nextStepName(outcome.next)},
+                 {"seconds", toSeconds(outcome.seconds)},
+                 {"firmware_bytes_sent", outcome.bytesWentOut},
+                 {"address", orNull(outcome.address)},
+                 {"printer_model", orNull(outcome.printerModel)},
+                 {"firmware", Json::array()},
+                 {"package", Json()}};
+    for (const auto& firmware : outcome.firmware)
+        json["firmware"].push_back(outcomeToJson(firmware));
+    if (outcome.package.has_value())
+        json["package"] = packageToJson(*outcome.package);
+    return json;
+}
+
+Json statusToJson(const StatusView& view)
+{
+    const auto& record = view.record;
+    return {{"type", "status"},
+            {"schema_version", kSchemaVersion},
+            {"seconds", toSeconds(view.seconds)},
+            {"state", static_cast<std::uint32_t>(record.m_updateState)},
+            {"state_name", stateName(record.m_updateState)},
+            {"result_code", record.m_result},
+            {"firmware_number", record.m_firmwareNumber},
+            {"firmware_count", view.firmwareCount},
+            {"firmware_name", orNull(view.firmwareName)},
+            {"bytes_done", record.m_bytesDone},
+            {"bytes_total", record.m_bytesTotal},
+            {"progress", toProgress(view.step.progress)},
+            {"updated_count", record.m_updatedCount},
+            {"check_state_supported", record.m_checkStateSupported != 0}};
+}
+
+bool isSame(const tag_devinfo& left, const tag_devinfo& right)
+{
+    return left.m_updateState == right.m_updateState && left.m_result == right.m_result
+        && left.m_bytesDone == right.m_bytesDone && left.m_bytesTotal == right.m_bytesTotal
+        && left.m_firmwareNumber == right.m_firmwareNumber
+        && left.m_updatedCount == right.m_updatedCount
+        && left.m_checkStateSupported == right.m_checkStateSupported
+        && std::strncmp(left.m_firmwareName, right.m_firmwareName, sizeof left.m_firmwareName) == 0;
+}
+
+class JsonReport : public Report {
+public:
+    explicit JsonReport(int descriptor) : m_output(descriptor) { }
+
+    void asking(double /*seconds*/) override { }
+
+    void status(const StatusView& view) override
+    {
+        if (m_last.has_value() && isSame(*m_last, view.record))
+            return;
+        m_last = view.record;
+        m_output.writeProgress(lineOf(statusToJson(view)));
+    }
+
+    void stopping(StopCause cause, double seconds) override
+    {
+        m_output.writeProgress(
+            lineOf({{"type", "stopping"},
+                    {"schema_version", kSchemaVersion},
+                    {"seconds", toSeconds(seconds)},
+                    {"cause", cause == StopCause::deadline ? "deadline" : "signal"}}));
+    }
+
+    void finish(const Outcome& outcome) override
+    {
+        m_output.write(lineOf(resultToJson(outcome)));
+        m_output.drain();
+    }
+
+private:
+    static std::string lineOf(const Json& json)
+    {
+        return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+    }
+
+    Output m_output;
+    std::optional<tag_devinfo> m_last;
+};
+
+} // namespace
+
+std::unique_ptr<Report> makeJsonReport(int outputDescriptor)
+{
+    return std::make_unique<JsonReport>(outputDescriptor);
+}

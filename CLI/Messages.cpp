@@ -1,0 +1,219 @@
+#include "CLI/Messages.h"
+
+#include "VYM/ProtocolResult.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+struct KeyText {
+    std::string_view key;
+    std::string_view text;
+};
+
+constexpr std::array kTexts = {
+    KeyText{"State_Connection", "Connecting to the printer"},
+    KeyText{"State_CheckVersion", "Checking the installed version"},
+    KeyText{"State_CheckVersion_Plural", "Checking firmware {number} of {count}"},
+    KeyText{"State_PrepUpdate", "Sending the firmware"},
+    KeyText{"State_PrepUpdate_Plural", "Sending firmware {number} of {count}"},
+    KeyText{"State_WriteUpdate", "Writing the firmware"},
+    KeyText{"State_WriteUpdate_Plural", "Writing firmware {number} of {count}"},
+    KeyText{"State_Updated", "Firmware handled"},
+
+    KeyText{"NormalEndTitle", ""},
+    KeyText{"NormalEnd_AutoMes",
+            "The printer at {address} has taken the update. It restarts by itself: leave it "
+            "switched on until it is ready."},
+    KeyText{"NormalEnd_ManualMes",
+            "The printer at {address} has taken the update. When its display shows that it has "
+            "finished, switch it off and on again."},
+    KeyText{"NoUpdateEndTitle", ""},
+    KeyText{"NoUpdateEnd_AutoMes",
+            "The printer at {address} needs nothing from this package, and no firmware was sent. "
+            "It becomes ready again by itself."},
+    KeyText{"NoUpdateEnd_ManualMes",
+            "The printer at {address} needs nothing from this package, and no firmware was sent. "
+            "If its display still shows the update mode, switch it off and on again."},
+    KeyText{"Error_DeviceErrorTitle", "printer error"},
+    KeyText{"Error_DeviceErrorMes", "The printer at {address} reported an error {place}."},
+    KeyText{"Error_ConnectErrorTitle", "damaged data"},
+    KeyText{"Error_ConnectErrorMes",
+            "Data between this computer and the printer at {address} arrived damaged {place}."},
+    KeyText{"Error_DeviceBusyTitle", "printer busy"},
+    KeyText{"Error_DeviceBusyMes", "The printer at {address} is busy and cannot be updated now."},
+    KeyText{"Error_FaxTitle", "fax in use"},
+    KeyText{"Error_FaxMes", "The printer at {address} is sending or receiving a fax."},
+    KeyText{"Error_PoweredOffTitle", "connection lost"},
+    KeyText{"Error_PoweredOffMes", "The connection to {address} was lost {place}."},
+    KeyText{"Error_ModelMismatchTitle", "other model"},
+    KeyText{"Error_ModelMismatchMes",
+            "The package is for the model {model}; the printer at {address} is {printer}."},
+    KeyText{"Error_FirmReadTitle", "image unreadable"},
+    KeyText{"Error_FirmReadMes",
+            "The image of {firmware} could not be read from the package {place}."},
+    KeyText{"Error_SystemTitle", "system error"},
+    KeyText{"Error_SystemMes", "The run ended with an error of this computer {place}."},
+    KeyText{"Error_CompatibleTitle", "installed version too old"},
+    KeyText{"Error_CompatibleMes",
+            "The version of {firmware} that is installed in the printer at {address} is too old "
+            "for this package."},
+    KeyText{"Error_OtherTitle", "unexpected answer"},
+    KeyText{"Error_OtherMes",
+            "The printer at {address} did not answer as expected {place}, or a version could not "
+            "be compared."},
+
+    KeyText{"UpdateAvailable",
+            "An update would send {number} of {count} firmware to the printer "
+            "at {address}."},
+    KeyText{"NothingAvailable", "An update would send nothing to the printer at {address}."},
+    KeyText{"Unreachable",
+            "There is no connection to the printer at {address}: it could not be made, or it was "
+            "lost {place}."},
+    KeyText{"UnreadableVersion",
+            "The version of {firmware}, in the package or in the printer at {address}, cannot be "
+            "compared."},
+    KeyText{"StoppedByUser", "You stopped the run {place}."},
+    KeyText{"StoppedByDeadline", "The time limit was reached {place}."},
+    KeyText{"StoppedByAnswer", "You did not answer yes, so nothing was sent to {address}."},
+};
+
+// How to go on when no firmware byte went out.
+constexpr std::array kAdvice = {
+    KeyText{"Error_DeviceErrorMes", "Clear the error at the printer, then try again."},
+    KeyText{"Error_ConnectErrorMes", "Check the network's cables, then try again."},
+    KeyText{"Error_DeviceBusyMes", "Wait until the printer is ready, then try again."},
+    KeyText{"Error_FaxMes", "Wait until the fax is finished, then try again."},
+    KeyText{"Error_PoweredOffMes",
+            "Check that the printer is switched on, that {address} is its address and that "
+            "nothing between it and this computer blocks the connection, then try again."},
+    KeyText{"Error_ModelMismatchMes", "Choose the package for the printer's model."},
+    KeyText{"Error_FirmReadMes", "Get the package anew."},
+    KeyText{"Error_SystemMes", "Try again, with --verbose to see more."},
+    KeyText{"Error_CompatibleMes", "Install an older package first, then this one."},
+    KeyText{"Error_OtherMes", "Try again, with --verbose to see more."},
+    KeyText{"Unreachable",
+            "Check that the printer is switched on, that {address} is its address and that "
+            "nothing between it and this computer blocks the connection, then try again."},
+    KeyText{"UnreadableVersion", "Get another package for this printer."},
+    KeyText{"StoppedByUser", "Start again when you are ready."},
+    KeyText{"StoppedByDeadline", "Start again with a longer --deadline."},
+    KeyText{"StoppedByAnswer", "Start again when you are ready."},
+};
+
+template <std::size_t size>
+std::string_view find(const std::array<KeyText, size>& texts, std::string_view key,
+                      std::string_view otherwise)
+{
+    const auto* row = std::find_if(texts.begin(), texts.end(),
+                                   [key](const auto& each) { return each.key == key; });
+    return row != texts.end() ? row->text : otherwise;
+}
+
+std::string_view factOf(const MessageFacts& facts, std::string_view name)
+{
+    const std::array<std::pair<std::string_view, std::string_view>, 7> known = {
+        {{"address", facts.address},
+         {"model", facts.model},
+         {"printer", facts.printer},
+         {"firmware", facts.firmware},
+         {"place", facts.place},
+         {"number", facts.number},
+         {"count", facts.count}}};
+    const auto* fact = std::find_if(known.begin(), known.end(),
+                                    [name](const auto& each) { return each.first == name; });
+    return fact != known.end() ? fact->second : std::string_view();
+}
+
+// One pass: a fact that holds braces itself stays as it is.
+std::string filled(std::string_view text, const MessageFacts& facts)
+{
+    std::string whole;
+    for (auto brace = text.find('{'); brace != std::string_view::npos; brace = text.find('{')) {
+        const auto end = text.find('}', brace);
+        whole += text.substr(0, brace);
+        whole += factOf(facts, text.substr(brace + 1, end - brace - 1));
+        text.remove_prefix(end + 1);
+    }
+    return whole.append(text);
+}
+
+std::string ofTotal(const FirmwareOutcome& outcome)
+{
+    return std::to_string(outcome.bytesSent) + " of " + std::to_string(outcome.bytesTotal)
+        + " bytes";
+}
+
+std::string_view reasonText(VersionReason reason)
+{
+    constexpr std::array<std::string_view, 8> kReasons = {
+        "it applies",
+        "the printer is another model",
+        "the printer does not list it",
+        "not newer than the installed version",
+        "the installed version is too old",
+        "the installed version is of another series",
+        "its version cannot be compared",
+        "an error came first"};
+    return kReasons.at(static_cast<std::size_t>(reason));
+}
+
+} // namespace
+
+std::string englishText(std::string_view key, const MessageFacts& facts)
+{
+    return filled(find(kTexts, key, key), facts);
+}
+
+std::string adviceText(NextStep next, std::string_view messageKey, const MessageFacts& facts)
+{
+    if (next == NextStep::none)
+        return {};
+    if (next == NextStep::checkPrinter)
+        return "Firmware had already been sent, and it is not known what the printer made of it. "
+               "Do not switch the printer off: wait until its display shows that it is ready, "
+               "then run the check. If it stays in the update mode, run the update again.";
+    return filled(find(kAdvice, messageKey, ""), facts);
+}
+
+std::string checkedText(const FirmwareOutcome& outcome)
+{
+    const std::string reason(reasonText(outcome.reason));
+    std::string text;
+    if (outcome.decision == Decision::send)
+        text = "send it";
+    else if (outcome.decision == Decision::skip)
+        text = "skip it: " + reason;
+    else if (outcome.decision == Decision::refuse)
+        text = "refuse it: " + reason;
+    else
+        return "not decided";
+    return outcome.reached ? text : "not get so far (it would " + text + ")";
+}
+
+std::string updatedText(const FirmwareOutcome& outcome)
+{
+    if (!outcome.reached)
+        return "not reached";
+    if (outcome.bytesWentOut && outcome.confirmed)
+        return "sent, and confirmed by the printer";
+    if (outcome.bytesWentOut && outcome.resultCode == result::kSuccess)
+        return "sent whole, not confirmed by the printer";
+    if (outcome.bytesWentOut)
+        return "broken off after " + ofTotal(outcome);
+    if (outcome.decision == Decision::skip)
+        return "skipped: " + std::string(reasonText(outcome.reason));
+    if (outcome.decision == Decision::refuse)
+        return "refused: " + std::string(reasonText(outcome.reason));
+    return "not sent";
+}
+
+std::string verdictWord(Verdict verdict)
+{
+    constexpr std::array<const char*, 9> kWords = {
+        "",       "Updated", "Update available", "Nothing to update", "Refused",
+        "Failed", "Stopped", "Wrong usage",      "No usable package"};
+    return kWords.at(static_cast<std::size_t>(verdict));
+}

@@ -1,0 +1,74 @@
+// How a command ended, as one value that both kinds of report show: for people, and as JSON.
+//
+// Owns:      its texts, by value; all of them fit to be shown.
+// Invariant: the names of exit codes, decisions and reasons never change once released.
+#pragma once
+#include "CLI/Options.h"
+#include "CLI/PackageFacts.h"
+#include "UI/UpdateRun.h"
+#include "VYM/ModelDependCheckVer.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace exitcode {
+constexpr int kDone = 0; // updated; a check that found something to send; a text that was asked for
+constexpr int kNothingToUpdate = 2;
+constexpr int kEngineBase = 10; // plus the engine's result code without its sign
+constexpr int kUsage = 64; // as sysexits.h counts
+constexpr int kNoPackage = 66;
+constexpr int kStopped = 130; // as a shell reports Ctrl-C
+} // namespace exitcode
+
+// The word that the message for people begins with.
+enum class Verdict : std::uint8_t {
+    shown, // a text or a package, without a verdict
+    updated,
+    updateAvailable,
+    nothingToUpdate,
+    refused,
+    failed,
+    stopped,
+    wrongUsage,
+    noPackage,
+};
+
+enum class Decision : std::uint8_t { send, skip, refuse, undecided };
+const char* decisionName(Decision decision);
+const char* reasonName(VersionReason reason);
+Decision decisionOf(const VersionDecision& decision);
+
+struct FirmwareOutcome {
+    PackagedFirmware firmware;
+    bool reached = false; // false: the run ended, or would end, at a firmware before it
+    Decision decision = Decision::undecided;
+    VersionReason reason = VersionReason::undecided;
+    std::optional<std::string> installed; // as the printer says, where it was asked
+    std::optional<int> resultCode;
+    bool bytesWentOut = false;
+    bool confirmed = false; // the printer reported that it has finished writing
+    std::uint32_t bytesSent = 0;
+    std::uint32_t bytesTotal = 0;
+};
+
+struct Outcome {
+    Command command = Command::none;
+    int exitCode = exitcode::kDone;
+    Verdict verdict = Verdict::shown;
+    std::string name;
+    std::optional<int> resultCode; // the engine's, where the engine came to one
+    std::string title; // a few words; empty where the verdict says it all
+    std::string message;
+    NextStep next = NextStep::none;
+    std::string address;
+    std::string printerModel; // where the printer was asked for it
+    bool bytesWentOut = false;
+    std::vector<FirmwareOutcome> firmware;
+    std::optional<PackageFacts> package; // for the command that shows it
+    double seconds = 0;
+};
+
+int exitCodeOf(int resultCode);
+Outcome usageOutcome(const Options& options, std::string message);
+Outcome packageOutcome(const Options& options, std::string problem);

@@ -1,0 +1,52 @@
+// The update package as values: everything that is shown of it or decided from it before a
+// printer is asked. All of its texts are fit to be shown.
+//
+// Owns:    its texts, by value.
+// Threads: opened on one thread, once in a process, before any worker starts; read by any.
+#pragma once
+#include "UI/vymParseController.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+struct PackagedFirmware {
+    std::uint32_t number; // from 1, its place in the package
+    std::string name;
+    std::string version;
+    std::string displayName;
+    std::string displayVersion;
+    std::string compatibleVersion; // may be empty
+    std::string file;
+    std::optional<unsigned long> bytes; // none: the image is not wholly in the package
+};
+
+struct PackageFacts {
+    std::string folder;
+    std::string model; // what a printer has to be; empty when the package does not say
+    std::string product;
+    std::vector<std::string> modelNames;
+    std::vector<std::string> driverNames;
+    std::vector<std::string> ports;
+    std::vector<std::string> deviceIdModels;
+    int portNumber;
+    int enterSeconds;
+    int exitSeconds;
+    int updateSeconds;
+    yesno_type needsEnterOperation;
+    yesno_type needsExitOperation;
+    yesno_type versionRule;
+    yesno_type specialCommands;
+    std::optional<long> lowestSystem; // in BCD
+    std::optional<long> highestSystem;
+    std::vector<PackagedFirmware> firmware;
+};
+
+struct OpenedPackage {
+    std::optional<PackageFacts> package;
+    std::string problem; // why there is none, and what to do
+};
+
+OpenedPackage openPackage(const std::optional<std::string>& folder);
+// Why a printer cannot be updated from this package, and what to do; empty when it can be.
+std::string unfitForUpdate(const PackageFacts& package);

@@ -1,0 +1,40 @@
+// What a command tells while it runs and when it has ended. Two kinds exist: for people, and as
+// JSON lines.
+//
+// Owns:      its output streams' waiting texts.
+// Threads:   the command's own; engine threads reach the error stream through Display only.
+// Invariant: finish is called exactly once, last.
+#pragma once
+#include "CLI/Conclusion.h"
+#include "CLI/Display.h"
+#include "UI/UpdateRun.h"
+
+#include <memory>
+
+// One look at a running update.
+struct StatusView {
+    tag_devinfo record;
+    std::string firmwareName; // of the record, fit to be shown
+    RunStep step;
+    std::size_t firmwareCount;
+    double seconds; // since the start of the program
+};
+
+class Report {
+public:
+    virtual ~Report() = default;
+    virtual void asking(double seconds) = 0; // a check waits for the printer
+    virtual void status(const StatusView& view) = 0;
+    // A stop was asked for; also each time that it is asked for again.
+    virtual void stopping(StopCause cause, double seconds) = 0;
+    virtual void finish(const Outcome& outcome) = 0;
+
+protected:
+    Report() = default;
+    Report(const Report&) = default;
+    Report& operator=(const Report&) = default;
+};
+
+std::unique_ptr<Report> makeHumanReport(int outputDescriptor, Display& display,
+                                        const Options& options);
+std::unique_ptr<Report> makeJsonReport(int outputDescriptor);

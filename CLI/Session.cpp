@@ -1,0 +1,135 @@
+#include "CLI/Session.h"
+
+#include "VYM/vymMac.h"
+
+#include <algorithm>
+#include <array>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr unsigned long kInterval = 1000; // milliseconds between two looks at a run
+// An answer is a word; whoever sends more has not answered.
+constexpr std::size_t kLongestLine = 80;
+
+bool isIgnored(int signal)
+{
+    struct sigaction action { };
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+sigset_t endingSignals()
+{
+    sigset_t set{};
+    sigemptyset(&set);
+    sigaddset(&set, SIGINT);
+    sigaddset(&set, SIGTERM);
+    if (!isIgnored(SIGHUP)) // as under nohup, where the lost terminal must not matter
+        sigaddset(&set, SIGHUP);
+    return set;
+}
+
+// Takes out what made the descriptor readable; nothing waits there twice.
+void empty(int descriptor)
+{
+    std::array<char, sizeof(signalfd_siginfo)> bytes{};
+    while (read(descriptor, bytes.data(), bytes.size()) > 0) { }
+}
+
+} // namespace
+
+Session::Session() : m_start(tickMilliseconds())
+{
+    // A closed pipe is an error of one write, never the end of a run.
+    std::signal(SIGPIPE, SIG_IGN);
+    const auto signals = endingSignals();
+    m_signals = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
+    m_notified = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    pthread_sigmask(SIG_BLOCK, nullptr, &m_formerMask);
+    if (m_signals >= 0)
+        pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+Session::~Session()
+{
+    if (m_signals >= 0) {
+        empty(m_signals); // a last Ctrl-C does not take the exit code with it
+        close(m_signals);
+    }
+    if (m_notified >= 0)
+        close(m_notified);
+    pthread_sigmask(SIG_SETMASK, &m_formerMask, nullptr);
+}
+
+void Session::setDeadline(double seconds)
+{
+    m_deadline = m_start + static_cast<std::uint64_t>(seconds * 1000);
+}
+
+double Session::seconds() const
+{
+    return static_cast<double>(tickMilliseconds() - m_start) / 1000;
+}
+
+std::optional<std::string> Session::readLine(int descriptor)
+{
+    std::string line;
+    for (;;) {
+        const auto wake = waitFor(descriptor);
+        if (wake == Wake::signal || wake == Wake::deadline)
+            return std::nullopt;
+        if (wake != Wake::readable)
+            continue;
+        char c = '\0';
+        if (read(descriptor, &c, 1) <= 0 || c == '\n')
+            return line;
+        if (line.size() < kLongestLine)
+            line += c;
+    }
+}
+
+void Session::notify()
+{
+    const std::uint64_t once = 1;
+    [[maybe_unused]] const auto written = write(m_notified, &once, sizeof once);
+}
+
+Wake Session::waitFor(int readable)
+{
+    if (takeDeadline())
+        return Wake::deadline;
+    std::array<pollfd, 3> entries = {
+        {{m_signals, POLLIN, 0}, {m_notified, POLLIN, 0}, {readable, POLLIN, 0}}};
+    poll(entries.data(), entries.size(), waitMilliseconds());
+    if (entries[0].revents != 0) {
+        empty(m_signals);
+        return Wake::signal;
+    }
+    if (takeDeadline())
+        return Wake::deadline;
+    if (entries[1].revents != 0) {
+        empty(m_notified);
+        return Wake::notified;
+    }
+    return entries[2].revents != 0 ? Wake::readable : Wake::tick;
+}
+
+int Session::waitMilliseconds() const
+{
+    const auto interval = std::max<std::uint64_t>(eventWaitLimit(kInterval), 1);
+    const auto now = tickMilliseconds();
+    const auto left = m_deadline.has_value() && *m_deadline > now ? *m_deadline - now : interval;
+    return static_cast<int>(std::min(interval, left));
+}
+
+bool Session::takeDeadline()
+{
+    if (!m_deadline.has_value() || tickMilliseconds() < *m_deadline)
+        return false;
+    m_deadline.reset();
+    m_overdue = true;
+    return true;
+}

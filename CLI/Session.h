@@ -1,0 +1,45 @@
+// The one place where the program waits: for the next look at a run, for a signal, for the limit
+// of its time, for an answer. Signals that ask the program to end are only noticed here, so none
+// of them can cut a transfer.
+//
+// Owns:      two descriptors, and the process's signal mask while it lives.
+// Threads:   built before any other thread, which so inherits the mask; one thread waits, any
+//            thread may call notify.
+// Invariant: the limit of time is reported once.
+#pragma once
+#include <csignal>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+enum class Wake : std::uint8_t { tick, signal, deadline, notified, readable };
+
+class Session {
+public:
+    Session();
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    void setDeadline(double seconds); // counted from the session's start
+    [[nodiscard]] double seconds() const; // since the session's start
+    // Waits for one interval between two looks at a run, or until something happens.
+    Wake wait() { return waitFor(-1); }
+    // Reads one line, without its end; what arrived of it when the stream ends. No line when a
+    // signal or the limit of time came first.
+    std::optional<std::string> readLine(int descriptor);
+    void notify();
+    [[nodiscard]] bool isOverdue() const { return m_overdue; }
+
+private:
+    Wake waitFor(int readable);
+    [[nodiscard]] int waitMilliseconds() const;
+    bool takeDeadline();
+
+    const std::uint64_t m_start;
+    std::optional<std::uint64_t> m_deadline; // on the clock of m_start
+    bool m_overdue = false;
+    sigset_t m_formerMask{};
+    int m_signals = -1;
+    int m_notified = -1;
+};

@@ -1,0 +1,152 @@
+#include "CLI/Tables.h"
+
+#include "CLI/Messages.h"
+#include "CLI/ProgressText.h"
+#include "CLI/Terminal.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace {
+
+using Row = std::vector<std::string>;
+
+constexpr std::size_t kLabelColumns = 22;
+constexpr std::size_t kWidestCell = 40; // one long name must not push all others off the screen
+
+std::string padded(const std::string& text, std::size_t columns)
+{
+    const auto used = columnsNeeded(text);
+    return used < columns ? text + std::string(columns - used, ' ') : text;
+}
+
+std::size_t columnWidth(const std::vector<Row>& rows, std::size_t column)
+{
+    std::size_t width = 0;
+    for (const auto& row : rows)
+        width = std::max(width, columnsNeeded(row[column]));
+    return std::min(width, kWidestCell);
+}
+
+// The last column is not padded, so that no line ends in blanks.
+std::string table(const std::vector<Row>& rows)
+{
+    std::string text;
+    for (const auto& row : rows) {
+        text += " ";
+        for (std::size_t i = 0; i + 1 < row.size(); ++i)
+            text += " " + padded(row[i], columnWidth(rows, i)) + " ";
+        text += " " + row.back() + "\n";
+    }
+    return text;
+}
+
+std::string orDash(const std::string& text)
+{
+    return text.empty() ? "-" : text;
+}
+
+std::string labelled(const char* label, const std::string& text)
+{
+    return "  " + padded(label, kLabelColumns) + orDash(text) + "\n";
+}
+
+std::string joined(const std::vector<std::string>& texts)
+{
+    std::string all;
+    for (const auto& text : texts)
+        all += (all.empty() ? "" : ", ") + text;
+    return all;
+}
+
+std::string timeText(int seconds)
+{
+    return seconds < 0 ? "" : std::to_string(seconds) + " s";
+}
+
+std::string ruleText(yesno_type rule)
+{
+    switch (rule) {
+    case yesno_no:
+        return "newer versions only";
+    case yesno_yes:
+        return "any version";
+    case yesno_both:
+        return "newer versions and the same";
+    default:
+        return "none stated";
+    }
+}
+
+// Binary-coded decimal: two digits of major, one of minor, one of patch.
+std::string systemText(const std::optional<long>& version)
+{
+    if (!version.has_value())
+        return {};
+    const auto bits = static_cast<unsigned long>(*version);
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%lx.%lx.%lx", bits >> 8U, bits >> 4U & 0xFU,
+                  bits & 0xFU);
+    return text.data();
+}
+
+std::string yesNoText(yesno_type answer)
+{
+    return answer == yesno_yes ? "yes" : "no";
+}
+
+std::string fileSizeText(const std::optional<unsigned long>& bytes)
+{
+    if (!bytes.has_value())
+        return "not wholly in the package";
+    const auto plain = std::to_string(*bytes) + " bytes";
+    const auto rounded = sizeText(*bytes);
+    return rounded == plain ? plain : rounded + " (" + plain + ")";
+}
+
+} // namespace
+
+std::string packageTable(const PackageFacts& package)
+{
+    std::string text = "Package in " + package.folder + "\n";
+    text += labelled("Model", package.model);
+    text += labelled("Product", package.product);
+    text += labelled("Model names", joined(package.modelNames));
+    text += labelled("Drivers", joined(package.driverNames));
+    text += labelled("Device-ID models", joined(package.deviceIdModels));
+    text += labelled("Ports", joined(package.ports));
+    text += labelled("Port number", std::to_string(package.portNumber));
+    text += labelled("Time to enter", timeText(package.enterSeconds));
+    text += labelled("Time to leave", timeText(package.exitSeconds));
+    text += labelled("Time to update", timeText(package.updateSeconds));
+    text += labelled("Operation before", yesNoText(package.needsEnterOperation));
+    text += labelled("Operation after", yesNoText(package.needsExitOperation));
+    text += labelled("Versions sent", ruleText(package.versionRule));
+    text += labelled("Lowest system", systemText(package.lowestSystem));
+    text += labelled("Highest system", systemText(package.highestSystem));
+    std::vector<Row> rows = {{"Firmware", "Version", "File", "Size"}};
+    for (const auto& firmware : package.firmware)
+        rows.push_back({firmware.displayName, orDash(firmware.displayVersion),
+                        orDash(firmware.file), fileSizeText(firmware.bytes)});
+    return text + "\n" + table(rows);
+}
+
+std::string firmwareTable(const Outcome& outcome)
+{
+    if (outcome.firmware.empty())
+        return {};
+    const bool isCheck = outcome.command == Command::check;
+    std::vector<Row> rows = {isCheck ? Row{"Firmware", "Installed", "Package", "An update would"}
+                                     : Row{"Firmware", "Package", "What happened"}};
+    for (const auto& each : outcome.firmware) {
+        const auto& firmware = each.firmware;
+        if (isCheck)
+            rows.push_back({firmware.displayName, orDash(each.installed.value_or("")),
+                            orDash(firmware.version), checkedText(each)});
+        else
+            rows.push_back(
+                {firmware.displayName, orDash(firmware.displayVersion), updatedText(each)});
+    }
+    return table(rows);
+}

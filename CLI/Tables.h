@@ -1,0 +1,11 @@
+// What a package holds and what became of each firmware, as tables for people.
+//
+// Threads: any. Pure functions.
+#pragma once
+#include "CLI/Outcome.h"
+
+#include <string>
+
+std::string packageTable(const PackageFacts& package);
+// Empty where there is no firmware to tell about.
+std::string firmwareTable(const Outcome& outcome);

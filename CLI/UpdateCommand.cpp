@@ -1,0 +1,155 @@
+#include "CLI/BackgroundTask.h"
+#include "CLI/Commands.h"
+#include "UI/PlainText.h"
+#include "UI/vym_etc.h"
+#include "VYM/ProtocolResult.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr unsigned long kEnginePolling = 500; // milliseconds between two questions to the printer
+
+// One run of the engine's worker, watched until the worker has ended.
+class WatchedRun {
+public:
+    WatchedRun(const PackageFacts& package, Workplace& place)
+        : m_package(package), m_place(place), m_address(place.options.address.value_or(""))
+    {
+        m_facts.address = m_address;
+        m_facts.lastRecord.m_result = result::kSuccess;
+    }
+    ~WatchedRun() { vym_thread_delete(m_worker); }
+    WatchedRun(const WatchedRun&) = delete;
+    WatchedRun& operator=(const WatchedRun&) = delete;
+
+    UpdateFacts run()
+    {
+        if (start())
+            watch();
+        else
+            m_facts.endCode = result::kSystem;
+        return m_facts;
+    }
+
+private:
+    bool start();
+    void watch();
+    void look();
+    void hear(Wake wake, BackgroundTask& stopping);
+    void collectOutcomes();
+
+    const PackageFacts& m_package;
+    Workplace& m_place;
+    std::string m_address; // the worker's, until it has ended
+    UpdateFacts m_facts;
+    void* m_worker = nullptr;
+};
+
+bool WatchedRun::start()
+{
+    m_worker = vym_thread_create();
+    if (!vymThread_UpdateStart(m_worker, nullptr, m_address.data(),
+                               static_cast<unsigned short>(m_package.portNumber)))
+        return false;
+    vymThread_SetPolling(m_worker, kEnginePolling);
+    return true;
+}
+
+// The worker ends only when it is asked to, after its last state too; that takes as long as it
+// takes, so it is waited for on a thread of its own.
+void WatchedRun::watch()
+{
+    BackgroundTask stopping;
+    const auto askToStop = [this, &stopping] {
+        if (!stopping.isStarted())
+            stopping.start(m_place.session, [this] { vymThread_StopThread(m_worker); });
+    };
+    for (;;) {
+        const bool hasEnded = stopping.isDone();
+        look();
+        if (hasEnded)
+            break;
+        if (m_facts.endCode.has_value())
+            askToStop();
+        hear(m_place.session.wait(), stopping);
+        if (m_facts.stop != StopCause::none)
+            askToStop();
+    }
+    collectOutcomes();
+}
+
+void WatchedRun::look()
+{
+    vymThread_CheckState(m_worker, &m_facts.lastRecord);
+    const auto& record = m_facts.lastRecord;
+    const std::string_view name(record.m_firmwareName,
+                                strnlen(record.m_firmwareName, sizeof record.m_firmwareName));
+    const auto step = runStep(record, m_package.firmware.size());
+    // Once a stop was asked for, the worker's last state no longer tells how the run ended.
+    if (m_facts.stop == StopCause::none && !m_facts.endCode.has_value())
+        m_facts.endCode = step.endCode;
+    m_place.report.status(
+        {record, plainText(name), step, m_package.firmware.size(), m_place.session.seconds()});
+}
+
+void WatchedRun::hear(Wake wake, BackgroundTask& stopping)
+{
+    if (wake != Wake::signal && wake != Wake::deadline)
+        return;
+    if (m_facts.endCode.has_value())
+        return; // it is ending by itself
+    if (!stopping.isStarted())
+        m_facts.stop = wake == Wake::signal ? StopCause::user : StopCause::deadline;
+    m_place.report.stopping(wake == Wake::signal ? StopCause::user : StopCause::deadline,
+                            m_place.session.seconds());
+}
+
+void WatchedRun::collectOutcomes()
+{
+    tag_entryoutcome outcome{};
+    for (unsigned i = 0; vymThread_GetEntryOutcome(m_worker, i, &outcome); ++i)
+        m_facts.outcomes.push_back(outcome);
+}
+
+bool isYes(std::string answer)
+{
+    for (auto& c : answer)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return answer == "y" || answer == "yes";
+}
+
+std::string question(const PackageFacts& package, const std::string& address)
+{
+    std::string text = "The printer at " + address + " will be updated with:\n";
+    for (const auto& firmware : package.firmware)
+        text += "  " + firmware.displayName + " " + firmware.displayVersion + "\n";
+    return text
+        + "Do not switch the printer off, and do not print, until the update has finished.\n"
+          "Start the update? [y/N] ";
+}
+
+// Why the update is not to start, or none.
+StopCause ask(const PackageFacts& package, Workplace& place)
+{
+    place.display.prompt(question(package, *place.options.address));
+    const auto answer = place.session.readLine(place.console.in);
+    if (answer.has_value())
+        return isYes(*answer) ? StopCause::none : StopCause::answer;
+    place.display.line("");
+    return place.session.isOverdue() ? StopCause::deadline : StopCause::user;
+}
+
+} // namespace
+
+Outcome runUpdate(const PackageFacts& package, Workplace& place)
+{
+    if (!place.options.yes) {
+        UpdateFacts facts;
+        facts.address = place.options.address.value_or("");
+        facts.stop = ask(package, place);
+        if (facts.stop != StopCause::none)
+            return concludeUpdate(package, facts);
+    }
+    return concludeUpdate(package, WatchedRun(package, place).run());
+}

@@ -1,0 +1,139 @@
+#include "UI/UpdateRun.h"
+
+#include "VYM/ProtocolResult.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+// Where the printer reports its writing, sending is the first half of the bar, writing the second.
+constexpr double kHalf = 0.5;
+constexpr double kSecondHalf = 50.0;
+constexpr double kFull = 100.0;
+
+struct StageKey {
+    std::string_view one;
+    std::string_view several;
+};
+constexpr StageKey kCheckVersion = {"State_CheckVersion", "State_CheckVersion_Plural"};
+constexpr StageKey kPrepUpdate = {"State_PrepUpdate", "State_PrepUpdate_Plural"};
+constexpr StageKey kWriteUpdate = {"State_WriteUpdate", "State_WriteUpdate_Plural"};
+
+struct ResultRow {
+    int code;
+    std::string_view name;
+    std::string_view titleKey;
+    std::string_view messageKey;
+    NextStep next; // when no firmware byte went out
+};
+constexpr std::array<ResultRow, 12> kResults = {{
+    {result::kSuccess, "updated", "NormalEndTitle", "", NextStep::none},
+    {result::kNotApplicable, "nothing-to-update", "NoUpdateEndTitle", "", NextStep::none},
+    {result::kDeviceError, "device-error", "Error_DeviceErrorTitle", "Error_DeviceErrorMes",
+     NextStep::retry},
+    {result::kDamaged, "data-damaged", "Error_ConnectErrorTitle", "Error_ConnectErrorMes",
+     NextStep::retry},
+    {result::kBusy, "printer-busy", "Error_DeviceBusyTitle", "Error_DeviceBusyMes",
+     NextStep::retry},
+    {result::kFaxInUse, "fax-in-use", "Error_FaxTitle", "Error_FaxMes", NextStep::retry},
+    {result::kBadReply, "bad-reply", "Error_OtherTitle", "Error_OtherMes", NextStep::retry},
+    {result::kConnectionLost, "connection-lost", "Error_PoweredOffTitle", "Error_PoweredOffMes",
+     NextStep::retry},
+    {result::kOtherModel, "other-model", "Error_ModelMismatchTitle", "Error_ModelMismatchMes",
+     NextStep::chooseOtherPackage},
+    {result::kFirmwareUnreadable, "firmware-unreadable", "Error_FirmReadTitle", "Error_FirmReadMes",
+     NextStep::chooseOtherPackage},
+    {result::kSystem, "system-error", "Error_SystemTitle", "Error_SystemMes", NextStep::retry},
+    {result::kTooOld, "too-old", "Error_CompatibleTitle", "Error_CompatibleMes",
+     NextStep::chooseOtherPackage},
+}};
+constexpr ResultRow kOther = {result::kMissingArgument, "other-error", "Error_OtherTitle",
+                              "Error_OtherMes", NextStep::retry};
+
+const ResultRow& rowOf(int code)
+{
+    const auto* row = std::find_if(kResults.begin(), kResults.end(),
+                                   [code](const auto& each) { return each.code == code; });
+    return row != kResults.end() ? *row : kOther;
+}
+
+bool goesOn(int code)
+{
+    return code == result::kSuccess || code == result::kNotApplicable;
+}
+
+RunStep shown(StageKey key, double progress, const tag_devinfo& info, unsigned long firmwareCount)
+{
+    if (firmwareCount > 1)
+        return {key.several, info.m_firmwareNumber, progress, {}};
+    return {key.one, {}, progress, {}};
+}
+
+// Tests with "<" on purpose: a total of 0 gives no number or no finite one, and shows nothing.
+RunStep sendingStep(const tag_devinfo& info, double percent, unsigned long firmwareCount)
+{
+    if (info.m_checkStateSupported == 0)
+        return percent < kFull ? shown(kWriteUpdate, percent, info, firmwareCount) : RunStep{};
+    const auto half = percent * kHalf;
+    return half < kSecondHalf ? shown(kPrepUpdate, half, info, firmwareCount) : RunStep{};
+}
+
+RunStep endedWith(int code)
+{
+    return {{}, {}, {}, code};
+}
+
+} // namespace
+
+RunStep runStep(const tag_devinfo& info, unsigned long firmwareCount)
+{
+    if (!goesOn(info.m_result))
+        return endedWith(info.m_result);
+    const auto percent =
+        static_cast<double>(info.m_bytesDone) * kFull / static_cast<double>(info.m_bytesTotal);
+    switch (info.m_updateState) {
+    case state_checked:
+        return shown(kCheckVersion, 0, info, firmwareCount);
+    case state_sending:
+        return sendingStep(info, percent, firmwareCount);
+    case state_writing:
+        return shown(kWriteUpdate, percent * kHalf + kSecondHalf, info, firmwareCount);
+    case state_finished:
+        return {statekey::kUpdated, {}, kFull, {}};
+    case state_done:
+        return endedWith(info.m_updatedCount != 0 ? result::kSuccess : result::kNotApplicable);
+    case state_failed:
+        return endedWith(result::kSystem);
+    default:
+        return {};
+    }
+}
+
+ResultText resultText(int code, bool automaticEnd)
+{
+    const auto& row = rowOf(code);
+    if (code == result::kSuccess)
+        return {row.titleKey, automaticEnd ? "NormalEnd_AutoMes" : "NormalEnd_ManualMes", false};
+    if (code == result::kNotApplicable)
+        return {row.titleKey, automaticEnd ? "NoUpdateEnd_AutoMes" : "NoUpdateEnd_ManualMes",
+                false};
+    return {row.titleKey, row.messageKey, true};
+}
+
+std::string_view resultName(int code)
+{
+    return rowOf(code).name;
+}
+
+NextStep nextStep(int code, bool bytesWentOut)
+{
+    return bytesWentOut && !goesOn(code) ? NextStep::checkPrinter : rowOf(code).next;
+}
+
+std::string_view nextStepName(NextStep step)
+{
+    constexpr std::array<std::string_view, 4> kNames = {"none", "retry", "choose-other-package",
+                                                        "check-printer"};
+    return kNames.at(static_cast<std::size_t>(step));
+}

@@ -1,0 +1,54 @@
+// What window and command line both decide about a run: which text and progress belong to a status
+// record, whether the run has ended and with which code, and which name, texts and next step
+// belong to a result code. Texts are keys; whoever shows them owns the words.
+//
+// Owns:    nothing.
+// Threads: any. Pure functions of their arguments: no clock, no description, no worker.
+#pragma once
+#include "VYM/vymDevInfo.h"
+
+#include <optional>
+#include <string_view>
+
+// The texts of the stages; where a package has several firmware, those of the first three have a
+// plural form with the firmware's number in it.
+namespace statekey {
+constexpr const char* kConnection = "State_Connection"; // from the start until the first change
+constexpr const char* kUpdated = "State_Updated";
+} // namespace statekey
+
+// What one look at the status record changes on display. An empty field changes nothing.
+struct RunStep {
+    std::optional<std::string_view> textKey;
+    std::optional<std::uint32_t> number; // the argument of a plural text
+    std::optional<double> progress; // 0 to 100, but in state_writing whatever the printer says
+    std::optional<int> endCode; // the run has ended, with this code for resultText
+
+    bool operator==(const RunStep&) const = default;
+};
+RunStep runStep(const tag_devinfo& info, unsigned long firmwareCount);
+
+struct ResultText {
+    std::string_view titleKey;
+    std::string_view messageKey;
+    bool isError;
+
+    bool operator==(const ResultText&) const = default;
+};
+// automaticEnd: the package's need-exit-operation answer is yesno_no, so the printer leaves its
+// update mode without anybody's help.
+ResultText resultText(int code, bool automaticEnd);
+
+// The name of a result code in machine-readable output: never changed once released.
+std::string_view resultName(int code);
+
+// What the user should do next.
+enum class NextStep : std::uint8_t {
+    none,
+    retry,
+    chooseOtherPackage,
+    checkPrinter, // the printer's state is unknown: a person has to look at it
+};
+// bytesWentOut: firmware bytes were handed to the connection, so the printer may have changed.
+NextStep nextStep(int code, bool bytesWentOut);
+std::string_view nextStepName(NextStep step);
