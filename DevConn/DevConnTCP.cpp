@@ -31,6 +31,8 @@ enum class Ready { yes, timedOut, failed };
 // descriptor may be larger than a select set holds.
 Ready waitFor(int socket, short events, unsigned long timeoutMs)
 {
+    if (socket < 0) // which poll would pass over, and wait for nothing
+        return Ready::failed;
     const auto deadline = tickMilliseconds() + timeoutMs;
     for (;;) {
         pollfd entry{socket, events, 0};

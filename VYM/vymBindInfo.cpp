@@ -29,13 +29,6 @@ std::uint32_t littleEndian(const unsigned char* bytes)
         | static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
 }
 
-// Anything else than a plain file could block the reader for ever.
-bool isPlainFile(const std::string& path)
-{
-    struct stat status { };
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
 bool nameMatches(const unsigned char* entry, std::string_view name)
 {
     const auto* text = reinterpret_cast<const char*>(entry);
@@ -65,7 +58,7 @@ vymBindInfo::vymBindInfo()
     m_located = getBundleLocation(folder, kFolderSize);
     if (m_located) {
         const auto path = std::string(folder) + "//VYMBINDDATA";
-        if (isPlainFile(path))
+        if (isPlainFile(path.c_str()))
             fopen_s(&m_fp, path.c_str(), "rb");
     }
     if (m_fp != nullptr && !readTrailer())

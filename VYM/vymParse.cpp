@@ -4,7 +4,6 @@
 #include "VYM/vymUtil.h"
 
 #include <cstring>
-#include <limits>
 #include <memory>
 #include <strings.h>
 
@@ -45,13 +44,12 @@ bool vymParse::loadData(const char* data, unsigned long length, loadFile_type ty
 
 bool vymParse::loadtargetFile(const char* path, loadFile_type type)
 {
-    constexpr long kTooLarge = std::numeric_limits<long>::max(); // what a folder gives as its size
     std::FILE* opened = nullptr;
-    if (path == nullptr || fopen_s(&opened, path, "rb") != 0)
+    if (!isPlainFile(path) || fopen_s(&opened, path, "rb") != 0)
         return false;
     const OpenFile file(opened);
     const long size = sizeOf(file.get());
-    if (size < 0 || size == kTooLarge)
+    if (size < 0)
         return false;
     const auto length = static_cast<unsigned long>(size);
     const std::unique_ptr<void, decltype(&FreeMem)> buffer(AllocMem(length + 2), &FreeMem);

@@ -34,6 +34,7 @@ class vymParse {
 public:
     // Replaces text and type; false, and nothing changed, for null data.
     bool loadData(const char* data, unsigned long length, loadFile_type type);
+    // Reads a whole file from disk; false, and nothing changed, where that fails.
     bool loadtargetFile(const char* path, loadFile_type type);
     // 0 no byte-order mark, 1 UTF-8, 2 UTF-16 little-endian. Only the second and third byte tell
     // the mark, the first has to be one of the two lead bytes. bytes holds at least 3.

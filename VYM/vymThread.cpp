@@ -10,6 +10,16 @@ namespace {
 
 constexpr unsigned long kSettleMs = 2000; // before the first packet, and after each firmware
 
+// One step of the run; memory that runs out in it is a result like any other.
+template <class Step> int guarded(Step step)
+{
+    try {
+        return step();
+    } catch (const std::exception&) {
+        return result::kSystem;
+    }
+}
+
 } // namespace
 
 struct vymThread::Entry {
@@ -128,7 +138,8 @@ void vymThread::RunThread(char* port, char* address, unsigned short portNo)
 
 void vymThread::runUpdate(vymProtocol& protocol, char* port, char* address, unsigned short portNo)
 {
-    const int entered = protocol.EnterDownLoadMode(port, address, portNo, false);
+    const int entered = guarded(
+        [&] { return protocol.EnterDownLoadMode(port, address, portNo, false); });
     if (entered != result::kSuccess) {
         // Not entered, so not left either; the connection closes with the protocol object.
         protocol.setUpdateState(m_info, state_failed, entered, 0, 0);
@@ -136,15 +147,10 @@ void vymThread::runUpdate(vymProtocol& protocol, char* port, char* address, unsi
         return;
     }
     protocol.setUpdateState(m_info, state_entered, result::kSuccess, 0, 0);
-    int code = result::kSystem; // what remains when memory ran out on the way
-    try {
-        code = updateUntilStopped(protocol);
-    } catch (const std::exception&) {
-        code = result::kSystem;
-    }
+    const int code = guarded([&] { return updateUntilStopped(protocol); });
     if (code != result::kSuccess)
         protocol.setUpdateState(m_info, state_failed, code, 0, 0);
-    protocol.ExitDownLoadMode();
+    guarded([&] { return protocol.ExitDownLoadMode(); });
     if (code != result::kSuccess)
         idleUntilStopped();
 }

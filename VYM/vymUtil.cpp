@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+#include <sys/stat.h>
 
 int strcpy_s(char* dst, unsigned long size, const char* src)
 {
@@ -49,6 +50,12 @@ int fopen_s(std::FILE** result, const char* path, const char* mode)
     errno = 0;
     *result = std::fopen(path, mode);
     return *result != nullptr ? 0 : errno;
+}
+
+bool isPlainFile(const char* path)
+{
+    struct stat status { };
+    return path != nullptr && stat(path, &status) == 0 && S_ISREG(status.st_mode);
 }
 
 void* AllocMem(unsigned long size)

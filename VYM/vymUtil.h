@@ -19,6 +19,10 @@ int memcpy_s(void* dst, unsigned long size, const void* src, unsigned long count
 // Opens a file as fopen does; *result is null on failure. 0, 22, or the errno of the failure.
 int fopen_s(std::FILE** result, const char* path, const char* mode);
 
+// True for a file that can be read to its end: a pipe could block its reader for ever, a folder or
+// a device has no size.
+bool isPlainFile(const char* path);
+
 // A zero-filled block, null when memory cannot hold it. Blocks come from here and go back to
 // FreeMem only.
 [[nodiscard]] void* AllocMem(unsigned long size);

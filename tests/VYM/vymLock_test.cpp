@@ -1,0 +1,78 @@
+#include "VYM/vymLock.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+#include <vector>
+
+TEST(Lock, MayBeTakenAgainByTheThreadThatHoldsIt)
+{
+    constexpr int kDepth = 50;
+    CRITSECT lock;
+    for (int i = 0; i < kDepth; ++i)
+        ASSERT_EQ(lock.Lock(), 0);
+    for (int i = 0; i < kDepth; ++i)
+        ASSERT_EQ(lock.Unlock(), 0);
+}
+
+TEST(Lock, IsFreeForOthersOnlyAfterTheLastUnlock)
+{
+    CRITSECT lock;
+    bool released = false; // written and read under the lock only
+    lock.Lock();
+    lock.Lock();
+    std::thread other([&] {
+        const HoldLock hold(lock);
+        EXPECT_TRUE(released);
+    });
+    lock.Unlock();
+    std::this_thread::sleep_for(std::chrono::milliseconds(5)); // a wrong lock lets it in here
+    released = true;
+    lock.Unlock();
+    other.join();
+}
+
+TEST(Lock, KeepsThreadsApart)
+{
+    constexpr int kThreads = 4;
+    constexpr int kRounds = 2000;
+    CRITSECT lock;
+    int count = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < kRounds; ++round) {
+                const HoldLock outer(lock);
+                const HoldLock inner(lock);
+                ++count;
+            }
+        });
+    }
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(count, kThreads * kRounds);
+}
+
+TEST(Lock, WorksThroughItsInterface)
+{
+    CRITSECT lock;
+    Lockable& lockable = lock;
+    EXPECT_EQ(lockable.Lock(), 0);
+    EXPECT_EQ(lockable.Unlock(), 0);
+}
+
+TEST(Lock, IsDestroyedThroughItsInterface)
+{
+    const std::unique_ptr<Lockable> lock = std::make_unique<CRITSECT>();
+    EXPECT_EQ(lock->Lock(), 0);
+    EXPECT_EQ(lock->Unlock(), 0);
+}
+
+TEST(HeldLock, IsReleasedAtTheEndOfItsScope)
+{
+    CRITSECT lock;
+    {
+        const HoldLock hold(lock);
+    }
+    std::thread other([&] { const HoldLock hold(lock); });
+    other.join(); // would never come back
+}

@@ -1,0 +1,405 @@
+#include "VYM/vymMac.h"
+#include "tests/support/ScriptedTime.h"
+#include "tests/support/TempFolder.h"
+
+#include <atomic>
+#include <chrono>
+#include <climits>
+#include <cstdlib>
+#include <ctime>
+#include <gtest/gtest.h>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+long millisecondsSince(Clock::time_point start)
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count();
+}
+
+// An event from creation to closing.
+class Event {
+public:
+    Event() { EXPECT_TRUE(CreateEvent(m_record)); }
+    ~Event() { EXPECT_TRUE(CloseEvent(m_record)); }
+    Event(const Event&) = delete;
+    Event& operator=(const Event&) = delete;
+    TAG_MUTEXDATA& record() { return m_record; }
+
+private:
+    TAG_MUTEXDATA m_record{};
+};
+
+void* setFlag(void* flag)
+{
+    static_cast<std::atomic<int>*>(flag)->store(1);
+    return nullptr;
+}
+
+std::vector<std::string>& heard()
+{
+    static std::vector<std::string> texts;
+    return texts;
+}
+
+void hear(const char* text)
+{
+    heard().emplace_back(text);
+}
+
+class DebugTexts : public testing::Test {
+protected:
+    DebugTexts() { setDebugSink(&hear); }
+    ~DebugTexts() override
+    {
+        setDebugSink(nullptr);
+        setDebugLogLv(1);
+        heard().clear();
+    }
+};
+
+// The user's locale variables, all gone, and as they were again afterwards.
+class Locale : public testing::Test {
+protected:
+    Locale()
+    {
+        for (const char* name : kNames) {
+            const char* value = std::getenv(name);
+            m_before.push_back(value != nullptr ? value : "");
+            unsetenv(name);
+        }
+    }
+    ~Locale() override
+    {
+        for (std::size_t i = 0; i < m_before.size(); ++i)
+            setenv(kNames[i], m_before[i].c_str(), 1);
+    }
+    static std::string chosen()
+    {
+        char* text = getLocaleString();
+        const std::string copy = text;
+        std::free(text); // NOLINT: the caller's to free
+        return copy;
+    }
+
+private:
+    static constexpr const char* kNames[] = {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
+    std::vector<std::string> m_before;
+};
+
+} // namespace
+
+TEST(Event, IsCreatedWithoutTouchingItsSignal)
+{
+    TAG_MUTEXDATA record{};
+    record.signalled = 1;
+    ASSERT_TRUE(CreateEvent(record));
+    EXPECT_EQ(record.created, 1U);
+    EXPECT_EQ(record.signalled, 1U);
+    EXPECT_TRUE(CloseEvent(record));
+    EXPECT_EQ(record.created, 0U);
+}
+
+TEST(Event, ThatNobodySetTimesOutAtOnceForNoMilliseconds)
+{
+    Event event;
+    const auto start = Clock::now();
+    EXPECT_EQ(WaitForSingleObjectEvent(event.record(), 0), 258UL);
+    EXPECT_LT(millisecondsSince(start), 500);
+    EXPECT_FALSE(IsEventSet(event.record()));
+}
+
+TEST(Event, TimesOutNoEarlierThanAsked)
+{
+    Event event;
+    const auto start = Clock::now();
+    EXPECT_EQ(WaitForSingleObjectEvent(event.record(), 20), 258UL);
+    EXPECT_GE(millisecondsSince(start), 19); // the wall clock's microseconds are cut
+}
+
+TEST(Event, IsWaitedForAcrossTheFullSecond)
+{
+    Event event;
+    // Now's part of a second and 999 ms make more than a second together at almost any time.
+    unsigned long result = 0;
+    std::thread waiter([&] { result = WaitForSingleObjectEvent(event.record(), 999); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    SetEvent(event.record());
+    waiter.join();
+    EXPECT_EQ(result, 128UL);
+}
+
+TEST(Event, StaysSetForGood)
+{
+    Event event;
+    EXPECT_TRUE(SetEvent(event.record()));
+    EXPECT_EQ(event.record().signalled, 1U);
+    for (unsigned long wait : {0UL, 1UL, kInfinite, 10UL})
+        EXPECT_EQ(WaitForSingleObjectEvent(event.record(), wait), 128UL);
+    EXPECT_TRUE(SetEvent(event.record()));
+    EXPECT_TRUE(IsEventSet(event.record()));
+}
+
+TEST(Event, WakesTheThreadThatWaitsForIt)
+{
+    for (unsigned long wait : {kInfinite, 60000UL}) {
+        Event event;
+        std::atomic<bool> waiting{false};
+        unsigned long result = 0;
+        std::thread waiter([&] {
+            waiting = true;
+            result = WaitForSingleObjectEvent(event.record(), wait);
+        });
+        while (!waiting)
+            std::this_thread::yield();
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        const auto start = Clock::now();
+        EXPECT_TRUE(SetEvent(event.record()));
+        waiter.join();
+        EXPECT_EQ(result, 128UL);
+        EXPECT_LT(millisecondsSince(start), 5000);
+    }
+}
+
+TEST(Event, IsNeverMissedHoweverSettingAndWaitingInterleave)
+{
+    constexpr int kRounds = 1000;
+    for (int round = 0; round < kRounds; ++round) {
+        Event event;
+        unsigned long result = 0;
+        std::thread waiter([&] { result = WaitForSingleObjectEvent(event.record(), kInfinite); });
+        if (round % 2 == 0)
+            std::this_thread::yield();
+        SetEvent(event.record());
+        waiter.join(); // a lost wake-up never comes back from here
+        ASSERT_EQ(result, 128UL) << round;
+    }
+}
+
+TEST(Event, IsSetWhileOtherThreadsKeepAskingForIt)
+{
+    constexpr int kRounds = 100;
+    for (int round = 0; round < kRounds; ++round) {
+        Event event;
+        const auto poll = [&] {
+            while (WaitForSingleObjectEvent(event.record(), 1) == kWaitTimedOut)
+                std::this_thread::yield();
+        };
+        std::thread first(poll);
+        std::thread second(poll);
+        SetEvent(event.record());
+        first.join();
+        second.join();
+        ASSERT_TRUE(IsEventSet(event.record()));
+    }
+}
+
+TEST(Event, WaitsOnlyAsLongAsTheTimeSourceAllows)
+{
+    ScriptedTime time;
+    Event event;
+    const auto start = Clock::now();
+    EXPECT_EQ(WaitForSingleObjectEvent(event.record(), 60000), 258UL);
+    EXPECT_LT(millisecondsSince(start), 5000);
+}
+
+TEST(Thread, RunsItsRoutineWithItsArgument)
+{
+    std::atomic<int> flag{0};
+    TAG_THREADDATA thread{};
+    ASSERT_TRUE(_beginthread(thread, &setFlag, 0, &flag));
+    EXPECT_EQ(thread.created, 1U);
+    EXPECT_EQ(WaitForSingleObjectThread(thread, 0), 128UL) << "waits though no time was given";
+    EXPECT_EQ(thread.created, 0U);
+    EXPECT_EQ(flag, 1);
+}
+
+TEST(Thread, IsJoinedASecondTimeWithoutHarm)
+{
+    std::atomic<int> flag{0};
+    TAG_THREADDATA thread{};
+    ASSERT_TRUE(_beginthread(thread, &setFlag, 0, &flag));
+    EXPECT_EQ(WaitForSingleObjectThread(thread, kInfinite), 128UL);
+    EXPECT_EQ(WaitForSingleObjectThread(thread, kInfinite), 128UL);
+    EXPECT_EQ(thread.created, 0U);
+}
+
+TEST(Thread, ThatNeverStartedIsJoinedWithoutHarm)
+{
+    TAG_THREADDATA thread{};
+    EXPECT_EQ(WaitForSingleObjectThread(thread, 10), 128UL);
+}
+
+TEST(Thread, NeedsARoutine)
+{
+    TAG_THREADDATA thread{};
+    EXPECT_FALSE(_beginthread(thread, nullptr, 0, nullptr));
+    EXPECT_EQ(thread.created, 0U);
+}
+
+TEST(Thread, TakesAStackSizeThatTheSystemTakes)
+{
+    std::atomic<int> flag{0};
+    TAG_THREADDATA thread{};
+    EXPECT_FALSE(_beginthread(thread, &setFlag, 1, &flag)) << "no stack is that small";
+    EXPECT_EQ(thread.created, 0U);
+    ASSERT_TRUE(_beginthread(thread, &setFlag, 1024 * 1024, &flag));
+    EXPECT_EQ(WaitForSingleObjectThread(thread, 0), 128UL);
+    EXPECT_EQ(flag, 1);
+}
+
+TEST(Thread, EndsWhereItSaysSo)
+{
+    static std::atomic<int> reached{0};
+    reached = 0;
+    TAG_THREADDATA thread{};
+    const auto routine = [](void*) -> void* {
+        reached = 1;
+        _endthread(0);
+        reached = 2;
+    };
+    ASSERT_TRUE(_beginthread(thread, routine, 0, nullptr));
+    EXPECT_EQ(WaitForSingleObjectThread(thread, 0), 128UL);
+    EXPECT_EQ(reached, 1);
+}
+
+TEST(Time, MovesOnWithAPause)
+{
+    const auto before = tickMilliseconds();
+    pauseMilliseconds(5);
+    EXPECT_GE(tickMilliseconds(), before + 4); // both ends are cut to whole milliseconds
+}
+
+TEST(Time, ComesFromTheSourceThatWasPutIn)
+{
+    {
+        ScriptedTime time;
+        EXPECT_EQ(tickMilliseconds(), 1000U);
+        pauseMilliseconds(2000);
+        EXPECT_EQ(tickMilliseconds(), 3000U);
+        EXPECT_EQ(time.pauses(), std::vector<unsigned long>{2000});
+        EXPECT_EQ(eventWaitLimit(500), 1UL);
+    }
+    EXPECT_EQ(eventWaitLimit(500), 500UL) << "the system's clock again";
+}
+
+TEST(Time, IsNotSpentOnTheProcessorDuringAPause)
+{
+    const auto before = std::clock();
+    pauseMilliseconds(50);
+    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 40);
+}
+
+TEST_F(DebugTexts, PassUpToTheLevelAndEndInALineFeed)
+{
+    const struct {
+        unsigned global, level;
+        bool heard;
+    } rows[] = {{1, 1, true},  {1, 2, false}, {1, 0, true},
+                {0, 1, false}, {0, 0, true},  {UINT_MAX, 7, true}};
+    for (const auto& row : rows) {
+        heard().clear();
+        setDebugLogLv(row.global);
+        outputDebugMsg("text", row.level);
+        const auto expected =
+            row.heard ? std::vector<std::string>{"text\n"} : std::vector<std::string>{};
+        EXPECT_EQ(heard(), expected) << row.global << " " << row.level;
+    }
+}
+
+TEST_F(DebugTexts, StartAtLevelOne)
+{
+    outputDebugMsg("one", 1);
+    outputDebugMsg("two", 2);
+    EXPECT_EQ(heard(), std::vector<std::string>{"one\n"});
+}
+
+TEST_F(DebugTexts, OfNullAreNone)
+{
+    outputDebugMsg(nullptr, 0);
+    EXPECT_TRUE(heard().empty());
+}
+
+TEST_F(DebugTexts, GoNowhereWithoutASink)
+{
+    setDebugSink(nullptr);
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    outputDebugMsg("text", 0);
+    OutputDebugString("text");
+    OutputDebugString(nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_TRUE(heard().empty());
+}
+
+TEST(SystemVersion, IsKnownHereAndFitsFourDigits)
+{
+    const auto version = getSystemVersion();
+    EXPECT_GT(version, 0UL);
+    EXPECT_LE(version, 0x9999UL);
+}
+
+TEST_F(Locale, IsJapaneseOnlyForThatLanguage)
+{
+    const struct {
+        const char* why;
+        const char* variable;
+        const char* value;
+        const char* locale;
+    } rows[] = {
+        {"the language alone", "LANG", "ja", "ja_JP.UTF-8"},
+        {"with country and encoding", "LANG", "ja_JP.UTF-8", "ja_JP.UTF-8"},
+        {"in upper case", "LANG", "JA", "ja_JP.UTF-8"},
+        {"the first of a list", "LANGUAGE", "ja:en", "ja_JP.UTF-8"},
+        {"the second of a list", "LANGUAGE", "en:ja", "en_GB.UTF-8"},
+        {"another language that begins so", "LANG", "jam", "en_GB.UTF-8"},
+        {"any other", "LC_ALL", "de_DE.UTF-8", "en_GB.UTF-8"},
+        {"the plain locale", "LANG", "C", "en_GB.UTF-8"},
+        {"set and empty", "LC_ALL", "", "en_GB.UTF-8"},
+    };
+    for (const auto& row : rows) {
+        setenv(row.variable, row.value, 1);
+        EXPECT_EQ(chosen(), row.locale) << row.why;
+        unsetenv(row.variable);
+    }
+    EXPECT_EQ(chosen(), "en_GB.UTF-8") << "no variable at all";
+}
+
+TEST_F(Locale, OfAStrongerVariableWins)
+{
+    setenv("LANG", "en_GB", 1);
+    setenv("LC_ALL", "ja_JP", 1);
+    EXPECT_EQ(chosen(), "ja_JP.UTF-8");
+}
+
+TEST(BundleLocation, IsTheExecutablesFolderUntilItIsSet)
+{
+    char folder[1024] = {};
+    ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
+    EXPECT_EQ(folder, std::filesystem::read_symlink("/proc/self/exe").parent_path().string());
+    ASSERT_TRUE(setBundleLocation("/some/where"));
+    ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
+    EXPECT_STREQ(folder, "/some/where");
+    EXPECT_TRUE(setBundleLocation("")); // the executable's again
+}
+
+TEST(BundleLocation, IsRefusedWhereItDoesNotFit)
+{
+    char folder[1024] = {};
+    ASSERT_TRUE(setBundleLocation("/before"));
+    EXPECT_FALSE(setBundleLocation(nullptr));
+    EXPECT_FALSE(setBundleLocation(std::string(1024, 'x').c_str()));
+    ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
+    EXPECT_STREQ(folder, "/before");
+    EXPECT_FALSE(getBundleLocation(folder, 7)) << "seven characters and a terminator";
+    const std::string longest(1023, 'x');
+    EXPECT_TRUE(setBundleLocation(longest.c_str()));
+    ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
+    EXPECT_EQ(folder, longest);
+    EXPECT_TRUE(setBundleLocation(""));
+}

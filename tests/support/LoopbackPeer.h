@@ -1,0 +1,164 @@
+// A printer's end of a real connection on 127.0.0.1, played by a script on a thread of its own:
+//   LoopbackPeer peer([](PeerLink& link) { link.receive(60); link.send(replyOf("body")); });
+// When the script returns, the connection stays open until the peer goes, unless it was closed.
+//
+// Owns:    the listening socket, the accepted one and the thread; nothing outlives the object.
+// Threads: the script runs on the peer's own; a test reads what it left behind after join().
+#pragma once
+#include <arpa/inet.h>
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <stdexcept>
+#include <string>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+
+// An 8-byte reply header that announces this many bytes of body.
+inline std::string replyHeader(std::uint32_t length)
+{
+    std::string header(4, '\0');
+    for (int shift = 24; shift >= 0; shift -= 8)
+        header += static_cast<char>(length >> shift & 0xFF);
+    return header;
+}
+
+inline std::string replyOf(const std::string& body)
+{
+    return replyHeader(static_cast<std::uint32_t>(body.size())) + body;
+}
+
+class PeerLink {
+public:
+    PeerLink(int socket, const std::atomic<bool>& stop) : m_socket(socket), m_stop(stop)
+    {
+        const int on = 1; // every send leaves as a piece of its own
+        setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    }
+    ~PeerLink() { close(); }
+    PeerLink(const PeerLink&) = delete;
+    PeerLink& operator=(const PeerLink&) = delete;
+
+    // Up to this many bytes; fewer when the other side closes or the test ends.
+    std::string receive(std::size_t length)
+    {
+        std::string bytes;
+        while (bytes.size() < length && await(POLLIN)) {
+            char piece[65536];
+            const auto wanted = std::min(sizeof piece, length - bytes.size());
+            const auto count = ::recv(m_socket, piece, wanted, 0);
+            if (count <= 0)
+                break;
+            bytes.append(piece, static_cast<std::size_t>(count));
+        }
+        return bytes;
+    }
+    // False when not everything went out.
+    bool send(const std::string& bytes)
+    {
+        std::size_t sent = 0;
+        while (sent < bytes.size() && await(POLLOUT)) {
+            const auto count = ::send(m_socket, bytes.data() + sent, bytes.size() - sent,
+                                      MSG_NOSIGNAL | MSG_DONTWAIT);
+            if (count <= 0)
+                break;
+            sent += static_cast<std::size_t>(count);
+        }
+        return sent == bytes.size();
+    }
+    static void pause(int milliseconds)
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    }
+    void close()
+    {
+        if (m_socket >= 0)
+            ::close(m_socket);
+        m_socket = -1;
+    }
+    void reset() // the other side finds an error in place of an end
+    {
+        const linger atOnce{1, 0};
+        setsockopt(m_socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+        close();
+    }
+    [[nodiscard]] bool ended() const { return m_stop; }
+
+private:
+    bool await(short events)
+    {
+        while (!m_stop) {
+            pollfd entry{m_socket, events, 0};
+            if (poll(&entry, 1, 2) > 0)
+                return true;
+        }
+        return false;
+    }
+
+    int m_socket;
+    const std::atomic<bool>& m_stop;
+};
+
+class LoopbackPeer {
+public:
+    using Script = std::function<void(PeerLink&)>;
+
+    explicit LoopbackPeer(Script script) : m_script(std::move(script))
+    {
+        const int small = 4096; // a peer that stops reading is noticed after few bytes
+        setsockopt(m_listener, SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address;
+        auto* plain = reinterpret_cast<sockaddr*>(&address);
+        if (bind(m_listener, plain, length) != 0 || listen(m_listener, 4) != 0
+            || getsockname(m_listener, plain, &length) != 0)
+            throw std::runtime_error("no loopback");
+        m_port = ntohs(address.sin_port);
+        m_thread = std::thread([this] { serve(); });
+    }
+    ~LoopbackPeer()
+    {
+        m_stop = true;
+        if (m_thread.joinable())
+            m_thread.join();
+        ::close(m_listener);
+    }
+    LoopbackPeer(const LoopbackPeer&) = delete;
+    LoopbackPeer& operator=(const LoopbackPeer&) = delete;
+
+    [[nodiscard]] unsigned short port() const { return m_port; }
+    // Waits for the end of the script.
+    void join()
+    {
+        while (!m_done)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+
+private:
+    void serve()
+    {
+        pollfd entry{m_listener, POLLIN, 0};
+        while (!m_stop && poll(&entry, 1, 2) == 0) { }
+        if (!m_stop) {
+            PeerLink link(accept(m_listener, nullptr, nullptr), m_stop);
+            m_script(link);
+            m_done = true;
+            while (!m_stop)
+                PeerLink::pause(1);
+        }
+        m_done = true;
+    }
+
+    Script m_script;
+    int m_listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    unsigned short m_port = 0;
+    std::atomic<bool> m_stop{false};
+    std::atomic<bool> m_done{false};
+    std::thread m_thread;
+};
