@@ -29,7 +29,7 @@ FLOORS = [
     (6, ["UI/*"]),
     (8, ["main.cpp", "CLI/*"]),
 ]
-TOOLS = ["Tools/*"]
+BESIDE = ["Tools/*", "Resources/*"]  # stand beside the floors
 
 # Which rooms may include which third-party headers.
 THIRD_PARTY = [
@@ -110,7 +110,7 @@ def main():
     faults, graph = [], {}
     paths = sources()
     for path in paths:
-        if floor_of(path) is None and not fits(path, TOOLS):
+        if floor_of(path) is None and not fits(path, BESIDE):
             faults.append(f"{path} stands on no floor: give it one in tests/floors.py")
         text = (ROOT / path).read_text(encoding="utf-8")
         for kind, target in INCLUDE.findall(text):
