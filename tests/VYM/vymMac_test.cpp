@@ -180,6 +180,21 @@ TEST(Event, IsNeverMissedHoweverSettingAndWaitingInterleave)
     }
 }
 
+TEST(Event, IsNotMissedByAWaiterThatComesTooLateForTheSignal)
+{
+    Event event;
+    auto& record = event.record();
+    unsigned long result = 0;
+    pthread_mutex_lock(&record.mutex);
+    std::thread waiter([&] { result = WaitForSingleObjectEvent(record, 3000); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(5)); // it has looked, and wants the mutex
+    pthread_cond_signal(&record.cond); // what setting the event does meanwhile
+    std::atomic_ref(record.signalled).store(1);
+    pthread_mutex_unlock(&record.mutex);
+    waiter.join();
+    EXPECT_EQ(result, 128UL);
+}
+
 TEST(Event, IsSetWhileOtherThreadsKeepAskingForIt)
 {
     constexpr int kRounds = 100;
