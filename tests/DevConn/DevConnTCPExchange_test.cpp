@@ -376,3 +376,18 @@ TEST_F(TcpPort, StopsWritingInTimeToAPeerThatStopsReading)
     EXPECT_GE(took, std::chrono::milliseconds(39));
     EXPECT_LT(took, std::chrono::seconds(2));
 }
+
+TEST_F(TcpPort, StopsWritingInTimeToAPeerThatReadsTooSlowly)
+{
+    std::vector<unsigned char> bytes(64 * 1024 * 1024);
+    const LoopbackPeer peer([](PeerLink& link) {
+        while (!link.receive(4096).empty())
+            PeerLink::pause(1);
+    });
+    connectTo(peer);
+    unsigned long sent = 0;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(transport->WritePort(bytes.data(), bytes.size(), &sent, 40));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    EXPECT_LT(sent, bytes.size());
+}

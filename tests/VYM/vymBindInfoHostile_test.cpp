@@ -2,6 +2,7 @@
 #include "tests/VYM/ContainerFixture.h"
 #include "tests/support/FailingMemory.h"
 
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/mman.h>
@@ -91,6 +92,14 @@ TEST_F(Container, IsSafeWithAnyEntryCount)
         EXPECT_EQ(sizeOf("VYMINFO.txt"), many ? kInfo.size() : kUntouched) << count;
         EXPECT_EQ(sizeOf("missing"), kUntouched) << count;
     }
+}
+
+TEST_F(Container, IsNotSearchedBehindItsEndForEntriesThatItNeverHad)
+{
+    open(TwoFiles().count(0x7FFFFFFF));
+    const auto start = std::clock();
+    EXPECT_EQ(sizeOf("missing"), kUntouched);
+    EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC / 2);
 }
 
 TEST_F(Container, IsSafeWithAnyTableOffset)

@@ -1,14 +1,10 @@
 #include "VYM/vymMac.h"
 #include "tests/support/ScriptedTime.h"
-#include "tests/support/TempFolder.h"
 
 #include <atomic>
 #include <chrono>
-#include <climits>
-#include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -39,57 +35,6 @@ void* setFlag(void* flag)
     static_cast<std::atomic<int>*>(flag)->store(1);
     return nullptr;
 }
-
-std::vector<std::string>& heard()
-{
-    static std::vector<std::string> texts;
-    return texts;
-}
-
-void hear(const char* text)
-{
-    heard().emplace_back(text);
-}
-
-class DebugTexts : public testing::Test {
-protected:
-    DebugTexts() { setDebugSink(&hear); }
-    ~DebugTexts() override
-    {
-        setDebugSink(nullptr);
-        setDebugLogLv(1);
-        heard().clear();
-    }
-};
-
-// The user's locale variables, all gone, and as they were again afterwards.
-class Locale : public testing::Test {
-protected:
-    Locale()
-    {
-        for (const char* name : kNames) {
-            const char* value = std::getenv(name);
-            m_before.push_back(value != nullptr ? value : "");
-            unsetenv(name);
-        }
-    }
-    ~Locale() override
-    {
-        for (std::size_t i = 0; i < m_before.size(); ++i)
-            setenv(kNames[i], m_before[i].c_str(), 1);
-    }
-    static std::string chosen()
-    {
-        char* text = getLocaleString();
-        const std::string copy = text;
-        std::free(text); // NOLINT: the caller's to free
-        return copy;
-    }
-
-private:
-    static constexpr const char* kNames[] = {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
-    std::vector<std::string> m_before;
-};
 
 } // namespace
 
@@ -178,6 +123,21 @@ TEST(Event, IsNeverMissedHoweverSettingAndWaitingInterleave)
         waiter.join(); // a lost wake-up never comes back from here
         ASSERT_EQ(result, 128UL) << round;
     }
+}
+
+TEST(Event, IsNotMissedByAWaiterThatComesTooLateForTheSignal)
+{
+    Event event;
+    auto& record = event.record();
+    unsigned long result = 0;
+    pthread_mutex_lock(&record.mutex);
+    std::thread waiter([&] { result = WaitForSingleObjectEvent(record, 3000); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(5)); // it has looked, and wants the mutex
+    pthread_cond_signal(&record.cond); // what setting the event does meanwhile
+    std::atomic_ref(record.signalled).store(1);
+    pthread_mutex_unlock(&record.mutex);
+    waiter.join();
+    EXPECT_EQ(result, 128UL);
 }
 
 TEST(Event, IsSetWhileOtherThreadsKeepAskingForIt)
@@ -292,114 +252,4 @@ TEST(Time, IsNotSpentOnTheProcessorDuringAPause)
     const auto before = std::clock();
     pauseMilliseconds(50);
     EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 40);
-}
-
-TEST_F(DebugTexts, PassUpToTheLevelAndEndInALineFeed)
-{
-    const struct {
-        unsigned global, level;
-        bool heard;
-    } rows[] = {{1, 1, true},  {1, 2, false}, {1, 0, true},
-                {0, 1, false}, {0, 0, true},  {UINT_MAX, 7, true}};
-    for (const auto& row : rows) {
-        heard().clear();
-        setDebugLogLv(row.global);
-        outputDebugMsg("text", row.level);
-        const auto expected =
-            row.heard ? std::vector<std::string>{"text\n"} : std::vector<std::string>{};
-        EXPECT_EQ(heard(), expected) << row.global << " " << row.level;
-    }
-}
-
-TEST_F(DebugTexts, StartAtLevelOne)
-{
-    outputDebugMsg("one", 1);
-    outputDebugMsg("two", 2);
-    EXPECT_EQ(heard(), std::vector<std::string>{"one\n"});
-}
-
-TEST_F(DebugTexts, OfNullAreNone)
-{
-    outputDebugMsg(nullptr, 0);
-    EXPECT_TRUE(heard().empty());
-}
-
-TEST_F(DebugTexts, GoNowhereWithoutASink)
-{
-    setDebugSink(nullptr);
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    outputDebugMsg("text", 0);
-    OutputDebugString("text");
-    OutputDebugString(nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_TRUE(heard().empty());
-}
-
-TEST(SystemVersion, IsKnownHereAndFitsFourDigits)
-{
-    const auto version = getSystemVersion();
-    EXPECT_GT(version, 0UL);
-    EXPECT_LE(version, 0x9999UL);
-}
-
-TEST_F(Locale, IsJapaneseOnlyForThatLanguage)
-{
-    const struct {
-        const char* why;
-        const char* variable;
-        const char* value;
-        const char* locale;
-    } rows[] = {
-        {"the language alone", "LANG", "ja", "ja_JP.UTF-8"},
-        {"with country and encoding", "LANG", "ja_JP.UTF-8", "ja_JP.UTF-8"},
-        {"in upper case", "LANG", "JA", "ja_JP.UTF-8"},
-        {"the first of a list", "LANGUAGE", "ja:en", "ja_JP.UTF-8"},
-        {"the second of a list", "LANGUAGE", "en:ja", "en_GB.UTF-8"},
-        {"another language that begins so", "LANG", "jam", "en_GB.UTF-8"},
-        {"any other", "LC_ALL", "de_DE.UTF-8", "en_GB.UTF-8"},
-        {"the plain locale", "LANG", "C", "en_GB.UTF-8"},
-        {"set and empty", "LC_ALL", "", "en_GB.UTF-8"},
-    };
-    for (const auto& row : rows) {
-        setenv(row.variable, row.value, 1);
-        EXPECT_EQ(chosen(), row.locale) << row.why;
-        unsetenv(row.variable);
-    }
-    EXPECT_EQ(chosen(), "en_GB.UTF-8") << "no variable at all";
-}
-
-TEST_F(Locale, OfAStrongerVariableWins)
-{
-    setenv("LANG", "en_GB", 1);
-    setenv("LC_ALL", "ja_JP", 1);
-    EXPECT_EQ(chosen(), "ja_JP.UTF-8");
-}
-
-TEST(BundleLocation, IsTheExecutablesFolderUntilItIsSet)
-{
-    char folder[1024] = {};
-    ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
-    EXPECT_EQ(folder, std::filesystem::read_symlink("/proc/self/exe").parent_path().string());
-    ASSERT_TRUE(setBundleLocation("/some/where"));
-    ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
-    EXPECT_STREQ(folder, "/some/where");
-    EXPECT_TRUE(setBundleLocation("")); // the executable's again
-}
-
-TEST(BundleLocation, IsRefusedWhereItDoesNotFit)
-{
-    char folder[1024] = {};
-    ASSERT_TRUE(setBundleLocation("/before"));
-    EXPECT_FALSE(setBundleLocation(nullptr));
-    EXPECT_FALSE(setBundleLocation(std::string(1024, 'x').c_str()));
-    ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
-    EXPECT_STREQ(folder, "/before");
-    EXPECT_FALSE(getBundleLocation(folder, 7)) << "seven characters and a terminator";
-    const std::string longest(1023, 'x');
-    EXPECT_TRUE(setBundleLocation(longest.c_str()));
-    ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
-    EXPECT_EQ(folder, longest);
-    EXPECT_TRUE(setBundleLocation(""));
 }
