@@ -102,8 +102,8 @@ void HumanReport::follow(const StatusView& view)
     facts.number = std::to_string(view.step.number.value_or(1));
     facts.count = std::to_string(view.firmwareCount);
     m_parts.stage = englishText(*view.step.textKey, facts);
-    if (!view.firmwareName.empty())
-        m_parts.stage += " (" + view.firmwareName + ")";
+    if (!view.displayName.empty())
+        m_parts.stage += " (" + view.displayName + ")";
 }
 
 // One line for each stage, and for each tenth of it.
@@ -144,16 +144,16 @@ std::string HumanReport::verdictText(const Outcome& outcome, bool colours) const
 void HumanReport::finish(const Outcome& outcome)
 {
     m_display.clearLive();
+    const auto rows = firmwareTable(outcome);
     if (outcome.verdict != Verdict::shown && isError(outcome.verdict))
         m_display.prompt(verdictText(outcome, m_display.hasColours()));
     else
-        m_output.write(verdictText(outcome, m_outputColours));
+        m_output.write(verdictText(outcome, m_outputColours) + (rows.empty() ? "" : "\n"));
     if (outcome.verdict == Verdict::wrongUsage)
         m_display.line("Run \"vymkit-cli --help\" to see what is right.");
     if (outcome.package.has_value())
         m_output.write(packageTable(*outcome.package));
-    if (const auto rows = firmwareTable(outcome); !rows.empty())
-        m_output.write("\n" + rows);
+    m_output.write(rows);
     m_output.drain();
 }
 

@@ -21,7 +21,7 @@ constexpr std::array kTexts = {
     KeyText{"State_PrepUpdate_Plural", "Sending firmware {number} of {count}"},
     KeyText{"State_WriteUpdate", "Writing the firmware"},
     KeyText{"State_WriteUpdate_Plural", "Writing firmware {number} of {count}"},
-    KeyText{"State_Updated", "Firmware handled"},
+    KeyText{"State_Updated", "Firmware finished"},
 
     KeyText{"NormalEndTitle", ""},
     KeyText{"NormalEnd_AutoMes",
@@ -69,6 +69,7 @@ constexpr std::array kTexts = {
             "An update would send {number} of {count} firmware to the printer "
             "at {address}."},
     KeyText{"NothingAvailable", "An update would send nothing to the printer at {address}."},
+    KeyText{"UnreachableTitle", "no connection"},
     KeyText{"Unreachable",
             "There is no connection to the printer at {address}: it could not be made, or it was "
             "lost {place}."},

@@ -82,7 +82,7 @@ std::string ruleText(yesno_type rule)
 // Binary-coded decimal: two digits of major, one of minor, one of patch.
 std::string systemText(const std::optional<long>& version)
 {
-    if (!version.has_value())
+    if (version.value_or(0) == 0)
         return {};
     const auto bits = static_cast<unsigned long>(*version);
     std::array<char, 64> text{};
