@@ -208,7 +208,7 @@ bool vymThread_CheckState(void* worker, tag_devinfo* info)
 {
     if (worker == nullptr)
         return false;
-    const auto look = g_engine.looks++;
+    const auto look = std::atomic_ref(g_engine.looks)++;
     while (look > g_engine.stopFollowsLook && !g_stopped)
         yieldProcessor();
     *info = g_engine.records[std::min(look, g_engine.records.size() - 1)];

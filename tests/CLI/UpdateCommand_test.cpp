@@ -177,9 +177,10 @@ TEST(UpdateCommand, FurtherSignalsOnlyRepeatTheExplanation)
     update.engine.outcomes.clear();
     update.engine.atStop = [&update] {
         for (int i = 0; i < 3; ++i) {
-            const auto before = update.engine.looks;
+            const std::atomic_ref looks(update.engine.looks);
+            const auto before = looks.load();
             kill(getpid(), i == 1 ? SIGTERM : SIGHUP);
-            while (update.engine.looks == before) // until it has been noticed
+            while (looks == before) // until it has been noticed
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
     };
