@@ -125,9 +125,9 @@ void HumanReport::stopping(StopCause cause, double /*seconds*/)
         cause == StopCause::deadline ? "The time limit is reached" : "You asked to stop";
     m_display.line(why
                    + ". A transfer to the printer is never cut off: the run ends as soon as the "
-                     "printer can be left. Firmware whose sending has begun, and what follows it, "
-                     "is still sent; only the wait until it is written is left out. Do not switch "
-                     "the printer off.");
+                     "printer can be left. Once the first firmware is being handled, all of them "
+                     "are still sent; only the wait until they are written is left out. Do not "
+                     "switch the printer off.");
 }
 
 std::string HumanReport::verdictText(const Outcome& outcome, bool colours) const

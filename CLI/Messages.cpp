@@ -55,15 +55,16 @@ constexpr std::array kTexts = {
     KeyText{"Error_FirmReadMes",
             "The image of {firmware} could not be read from the package {place}."},
     KeyText{"Error_SystemTitle", "system error"},
-    KeyText{"Error_SystemMes", "The run ended with an error of this computer {place}."},
+    KeyText{"Error_SystemMes",
+            "The run could not go on {place}: something failed in this computer, or the printer "
+            "told too little about itself."},
     KeyText{"Error_CompatibleTitle", "installed version too old"},
     KeyText{"Error_CompatibleMes",
             "The version of {firmware} that is installed in the printer at {address} is too old "
             "for this package."},
-    KeyText{"Error_OtherTitle", "unexpected answer"},
+    KeyText{"Error_OtherTitle", "no expected answer"},
     KeyText{"Error_OtherMes",
-            "The printer at {address} did not answer as expected {place}, or a version could not "
-            "be compared."},
+            "The printer at {address} gave no answer, or none that was expected, {place}."},
 
     KeyText{"UpdateAvailable",
             "An update would send {number} of {count} firmware to the printer "

@@ -105,9 +105,9 @@ TEST(CheckCommand, EndsWithTheCodeOfAnError)
         {-1, 11, "reported an error"},
         {-3, 13, "is busy"},
         {-4, 14, "a fax"},
-        {-5, 15, "did not answer as expected"},
+        {-5, 15, "none that was expected"},
         {-6, 16, "no connection"},
-        {-9, 19, "error of this computer"},
+        {-9, 19, "could not go on during the check"},
     };
     for (const auto& row : rows) {
         Check check({});
