@@ -1,8 +1,8 @@
 #include "CLI/Output.h"
 #include "CLI/Report.h"
 
+#include <array>
 #include <cmath>
-#include <cstring>
 #include <nlohmann/json.hpp>
 
 namespace {
@@ -145,16 +145,6 @@ Json statusToJson(const StatusView& view)
             {"check_state_supported", record.m_checkStateSupported != 0}};
 }
 
-bool isSame(const tag_devinfo& left, const tag_devinfo& right)
-{
-    return left.m_updateState == right.m_updateState && left.m_result == right.m_result
-        && left.m_bytesDone == right.m_bytesDone && left.m_bytesTotal == right.m_bytesTotal
-        && left.m_firmwareNumber == right.m_firmwareNumber
-        && left.m_updatedCount == right.m_updatedCount
-        && left.m_checkStateSupported == right.m_checkStateSupported
-        && std::strncmp(left.m_firmwareName, right.m_firmwareName, sizeof left.m_firmwareName) == 0;
-}
-
 class JsonReport : public Report {
 public:
     explicit JsonReport(int descriptor) : m_output(descriptor) { }
@@ -163,7 +153,7 @@ public:
 
     void status(const StatusView& view) override
     {
-        if (m_last.has_value() && isSame(*m_last, view.record))
+        if (m_last.has_value() && isSameRecord(*m_last, view.record))
             return;
         m_last = view.record;
         m_output.writeProgress(lineOf(statusToJson(view)));

@@ -1,4 +1,5 @@
 #include "CLI/Conclusion.h"
+#include "tests/CLI/CommandRun.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -135,4 +136,29 @@ TEST(Conclusion, NumbersThatNoFirmwareHasAreLeftOut)
     CheckFacts check;
     check.report = {1, "", {{9, "", "", "", {true, 1, VersionReason::applies}, true}, {}}};
     EXPECT_EQ(concludeCheck(twoFirmware(), check).exitCode, 2);
+}
+
+TEST(Conclusion, EveryMessageReadsAsWritten)
+{
+    std::string all;
+    const auto add = [&all](const Outcome& outcome) {
+        all += outcome.name + " (" + outcome.title + ", " + std::string(nextStepName(outcome.next))
+            + "): " + outcome.message + "\n";
+    };
+    auto package = twoFirmware();
+    for (const int code : {1, -1, -2, -3, -4, -5, -6, -7, -8, -9, -10, -11, -12}) {
+        add(concludeUpdate(package, ended(code, {})));
+        add(concludeUpdate(package, ended(code, {sent(1, code, false, 2000)})));
+    }
+    package.needsExitOperation = yesno_yes;
+    add(concludeUpdate(package, ended(1, {sent(1, 1, true, 4000)})));
+    add(concludeUpdate(package, ended(-11, {})));
+    for (const auto cause : {StopCause::user, StopCause::deadline, StopCause::answer}) {
+        UpdateFacts facts;
+        facts.address = "192.0.2.7";
+        facts.lastRecord.m_result = 1;
+        facts.stop = cause;
+        add(concludeUpdate(package, facts));
+    }
+    expectGolden("messages.txt", all);
 }

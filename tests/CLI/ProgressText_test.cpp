@@ -75,6 +75,15 @@ TEST(ProgressText, WritesTimesAndSizesForPeople)
     EXPECT_EQ(sizeText(3 * 1024 * 1024), "3.0 MiB");
 }
 
+TEST(Terminal, BreaksSentencesBetweenWords)
+{
+    EXPECT_EQ(wrapped("one two three", 7), "one two\nthree");
+    EXPECT_EQ(wrapped("one two three", 6), "one\ntwo\nthree");
+    EXPECT_EQ(wrapped("a longword b", 3), "a\nlongword\nb");
+    EXPECT_EQ(wrapped("one two", std::string::npos), "one two");
+    EXPECT_EQ(wrapped("", 5), "");
+}
+
 TEST(Terminal, FitsATextIntoColumnsWithoutCuttingALetter)
 {
     EXPECT_EQ(fitColumns("abc", 3), "abc");
