@@ -13,10 +13,11 @@ public:
     virtual int Lock() = 0; // 0, or the error of the operating system
     virtual int Unlock() = 0;
 
-protected:
-    Lockable() = default;
     Lockable(const Lockable&) = delete;
     Lockable& operator=(const Lockable&) = delete;
+
+protected:
+    Lockable() = default;
 };
 
 class VYM_CAPABILITY("lock") CRITSECT : public Lockable {

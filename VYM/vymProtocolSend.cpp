@@ -12,7 +12,7 @@ namespace {
 
 constexpr unsigned long kSettleMs = 2000; // printers need it before a check and before the data
 constexpr unsigned long kHeadSize = sizeof(TAG_CMDSENDFILE);
-constexpr unsigned long kMostPiece = 4 * 1024 * 1024 - kHeadSize; // see the receive packet size
+constexpr unsigned long kMostPiece = 4UL * 1024 * 1024 - kHeadSize; // see the receive packet size
 
 bool isLast(unsigned short kind)
 {

@@ -15,8 +15,8 @@ namespace vympack {
 
 namespace {
 
-constexpr std::size_t kPiece =
-    256 * 1024; // large enough that the disk, not the calls, sets the pace
+// Large enough that the disk, not the calls, sets the pace.
+constexpr auto kPiece = std::size_t{256} * 1024;
 constexpr int kTries = 100; // temporary names that another run may have left behind
 constexpr mode_t kNewFile = 0666; // less what the umask takes away
 constexpr mode_t kPermissions = 07777;

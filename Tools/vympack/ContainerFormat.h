@@ -27,7 +27,7 @@ inline constexpr std::uint64_t kMostBytes = 0xFFFFFFFF;
 
 inline constexpr std::string_view kDescriptionName = "VYMINFO.txt";
 // A description is a few dozen rows; what is larger than this is another file by mistake.
-inline constexpr std::uint64_t kMostDescription = 16U * 1024 * 1024;
+inline constexpr std::uint64_t kMostDescription = std::uint64_t{16} * 1024 * 1024;
 
 using TrailerBytes = std::array<unsigned char, kTrailerSize>;
 using EntryBytes = std::array<unsigned char, kEntrySize>;

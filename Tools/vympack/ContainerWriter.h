@@ -19,8 +19,8 @@ struct Input {
 };
 
 std::uint64_t containerSize(const std::vector<Input>& inputs);
-// The inputs have passed every check. False when writing fails; out then has
-// the reason and must not be committed.
+// The inputs have passed every check. False when writing fails; out then has the reason and must
+// not be committed.
 [[nodiscard]] bool writeContainer(const std::vector<Input>& inputs, AtomicFile& out);
 
 } // namespace vympack

@@ -2,7 +2,6 @@
 
 #include <csignal>
 #include <initializer_list>
-#include <signal.h>
 
 namespace vympack {
 
@@ -21,8 +20,12 @@ void catchInterrupts()
 {
     struct sigaction action { };
     action.sa_handler = raiseFlag;
-    for (const int number : {SIGINT, SIGTERM, SIGHUP})
-        ::sigaction(number, &action, nullptr);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction before { };
+        // Who started the program may have had it ignore a signal, as nohup does.
+        if (::sigaction(number, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
+            ::sigaction(number, &action, nullptr);
+    }
 }
 
 bool interrupted()

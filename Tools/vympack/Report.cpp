@@ -24,11 +24,14 @@ std::string placeText(const Place& place)
 {
     auto text = printable(place.file);
     if (!place.member.empty())
-        text += "(" + printable(place.member) + ")";
+        text.append("(").append(printable(place.member)).append(")");
     if (place.row > 0)
-        text += ":" + std::to_string(place.row) + ":" + std::to_string(place.column);
+        text.append(":")
+            .append(std::to_string(place.row))
+            .append(":")
+            .append(std::to_string(place.column));
     if (place.offset)
-        text += ": byte " + std::to_string(*place.offset);
+        text.append(": byte ").append(std::to_string(*place.offset));
     return text;
 }
 

@@ -52,7 +52,8 @@ private:
 
 inline std::string quoted(std::string_view text)
 {
-    return "\"" + std::string(text) + "\"";
+    std::string out(1, '"');
+    return out.append(text).append(1, '"');
 }
 
 } // namespace vympack

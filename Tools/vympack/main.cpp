@@ -3,6 +3,7 @@
 #include "Tools/vympack/Interrupt.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 #include <iostream>
 
@@ -68,22 +69,29 @@ int run(const CLI::App& app, const Arguments& arguments)
     return vympack::checkPackage(arguments.package, arguments.json, streams);
 }
 
+int parseAndRun(int argc, char** argv)
+{
+    CLI::App app("Makes, lists, unpacks and checks firmware update packages", "vympack");
+    Arguments arguments;
+    describe(app, arguments);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? vympack::kExitDone : vympack::kExitUsage;
+    }
+    vympack::catchInterrupts();
+    const int code = run(app, arguments);
+    return std::cout.flush() ? code : vympack::kExitNoOutput;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Makes, lists, unpacks and checks firmware update packages", "vympack");
     try {
-        Arguments arguments;
-        describe(app, arguments);
-        app.parse(argc, argv);
-        vympack::catchInterrupts();
-        const int code = run(app, arguments);
-        return std::cout.flush() ? code : vympack::kExitNoOutput;
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? vympack::kExitDone : vympack::kExitUsage;
+        return parseAndRun(argc, argv);
     } catch (const std::exception& error) {
-        std::cerr << "vympack: " << error.what() << "\n";
+        std::fprintf(stderr, "vympack: %s\n", error.what());
         return vympack::kExitBroken;
     }
 }

@@ -377,13 +377,13 @@ TEST(VympackDescription, AnImageThatNoRowNamesIsUnused)
     EXPECT_EQ(defects.kept()[0].place.offset, 1234U);
 }
 
-TEST(VympackDescription, MillionsOfDefectsAreCountedButNotKept)
+TEST(VympackDescription, ThousandsOfDefectsAreCountedButNotKept)
 {
     std::string text;
-    for (int i = 0; i < 200'000; ++i)
+    for (int i = 0; i < 20'000; ++i)
         text += "VERSION\r\nNOKEY\r\n";
     const auto defects = check(text);
-    EXPECT_GE(defects.errors(), 400'000U);
+    EXPECT_GE(defects.errors(), 40'000U);
     EXPECT_LE(defects.kept().size(), 20 * Defects::kKeptPerKind);
 }
 

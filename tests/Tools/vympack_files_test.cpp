@@ -1,8 +1,11 @@
 // Making and unpacking: what is on the disk afterwards.
 #include "Tools/vympack/AtomicFile.h"
 #include "Tools/vympack/Commands.h"
+#include "Tools/vympack/Interrupt.h"
 #include "tests/Tools/vympack_support.h"
 
+#include <csignal>
+#include <cstdlib>
 #include <gmock/gmock.h>
 #include <sstream>
 #include <sys/stat.h>
@@ -180,6 +183,24 @@ TEST_F(VympackFiles, AFileNotCommittedLeavesNothingBehind)
         EXPECT_EQ(m_out.names().size(), 1U);
     }
     EXPECT_TRUE(m_out.names().empty());
+}
+
+TEST_F(VympackFiles, ASignalToEndStopsTheWritingAndLeavesNothingBehind)
+{
+    const auto writeAfterSignal = [this] {
+        catchInterrupts();
+        std::raise(SIGTERM);
+        AtomicFile file(m_out.path("package"));
+        return file.open() && !file.write("x", 1) && file.reason() == "interrupted" ? 0 : 1;
+    };
+    EXPECT_EXIT(std::exit(writeAfterSignal()), testing::ExitedWithCode(0), "");
+    EXPECT_TRUE(m_out.names().empty());
+}
+
+TEST_F(VympackFiles, AnEmptyFolderNameIsNoFolder)
+{
+    const auto path = m_in.write("package", container(goodFiles()));
+    EXPECT_EQ(extractPackage(path, {"", {}, false}, m_streams), kExitNoOutput);
 }
 
 TEST_F(VympackFiles, ACopyOfMoreThanThereIsFails)

@@ -1,0 +1,28 @@
+# Installs what is missing of the packages in packages.txt; sourced by run, test and check.
+# install_packages build        what every build needs
+# install_packages build test   what the tests need as well
+
+install_packages() {
+  local list missing=() name use sudo=()
+  list=$(dirname "${BASH_SOURCE[0]}")/../packages.txt
+  while read -r name use; do
+    [[ $name == '#'* || -z $name ]] && continue
+    [[ " $* " == *" $use "* ]] || continue
+    [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null) == installed ]] \
+      || missing+=("$name")
+  done <"$list"
+  [[ ${#missing[@]} -eq 0 ]] && return 0
+  echo "Installing: ${missing[*]}"
+  [[ $(id -u) -eq 0 ]] || sudo=(sudo)
+  "${sudo[@]}" apt-get update -qq
+  "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# build_preset NAME [TARGET...]: configures where that was not done yet, and builds what changed.
+build_preset() {
+  local preset=$1
+  shift
+  [[ -e build/$preset/build.ninja ]] || cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset" ${*:+--target "$@"}
+}

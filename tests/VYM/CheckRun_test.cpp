@@ -1,0 +1,112 @@
+#include "VYM/CheckRun.h"
+#include "tests/support/Printer.h"
+#include "tests/support/ScriptedTime.h"
+#include "tests/support/ScriptedTransport.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class CheckRun : public ::testing::Test {
+protected:
+    void prepare(std::initializer_list<std::string_view> texts)
+    {
+        m_package.description(texts).file("main.bin", "image").open();
+    }
+    CheckReport run(bool stopped = false)
+    {
+        char address[] = "127.0.0.1";
+        const std::atomic<bool> stop = stopped;
+        return checkPrinter(nullptr, address, 48350, stop);
+    }
+    void answer(const std::string& targetInfo)
+    {
+        m_script.queueReply(printer::enter()).queueReply(printer::file(targetInfo));
+        m_script.queueReply(printer::exit());
+    }
+    static std::string info(std::string_view model)
+    {
+        return rows({"TGMNAME " + std::string(model), "VERSION MAIN=01.10", "VERSION BOOT=03.00",
+                     "VERSION FONT=01.00", "MAXPACKET 160"});
+    }
+
+    ScriptedTime m_time;
+    TransportScript m_script;
+    Package m_package;
+};
+
+TEST_F(CheckRun, DecidesEveryEntryAndSendsNoFirmware)
+{
+    prepare({"TGMNAME M", "VERSION MAIN=01.20 main.bin A", "VERSION BOOT=02.00 main.bin B",
+             "VERSION DICT=01.00 main.bin C"});
+    answer(info("M"));
+    const auto report = run();
+    EXPECT_EQ(report.result, 1);
+    EXPECT_EQ(report.printerModel, "M");
+    ASSERT_EQ(report.entries.size(), 3U);
+    EXPECT_TRUE(report.entries[0].decision.send);
+    EXPECT_EQ(report.entries[0].installedVersion, "01.10");
+    EXPECT_EQ(report.entries[1].decision.reason, VersionReason::notNewer);
+    EXPECT_EQ(report.entries[2].decision.reason, VersionReason::notListed);
+    EXPECT_EQ(report.entries[2].installedVersion, "");
+    const auto sent = m_script.sent();
+    ASSERT_EQ(sent.size(), 3U); // enter, get the target information, leave
+    EXPECT_EQ(sent[2].substr(2, 2), "\x51\x02");
+    EXPECT_EQ(m_script.openConnections(), 0U);
+}
+
+TEST_F(CheckRun, SaysWhatAnUpdateWouldNotReach)
+{
+    prepare({"TGMNAME M", "VERSION MAIN=bad main.bin A", "VERSION BOOT=04.00 main.bin B"});
+    answer(info("M"));
+    const auto report = run();
+    EXPECT_EQ(report.entries[0].decision.code, -5);
+    EXPECT_TRUE(report.entries[0].reached);
+    EXPECT_FALSE(report.entries[1].reached);
+}
+
+TEST_F(CheckRun, RefusesAnotherModel)
+{
+    prepare({"TGMNAME M", "VERSION MAIN=01.20 main.bin A"});
+    answer(info("OTHER"));
+    const auto report = run();
+    EXPECT_EQ(report.result, 1);
+    EXPECT_EQ(report.entries[0].decision.code, -7);
+    EXPECT_EQ(report.printerModel, "OTHER");
+}
+
+TEST_F(CheckRun, SaysThatAnImageIsMissingFromThePackage)
+{
+    prepare({"TGMNAME M", "VERSION MAIN=01.20 gone.bin A"});
+    answer(info("M"));
+    EXPECT_EQ(run().entries[0].decision.code, -8);
+}
+
+TEST_F(CheckRun, GivesTheCodeOfWhatWentWrongAndLeavesDownloadMode)
+{
+    prepare({"TGMNAME M"});
+    m_script.queueReply(printer::enter(0x1002));
+    EXPECT_EQ(run().result, -4);
+    EXPECT_EQ(m_script.sent().size(), 1U);
+    m_script.queueReply(printer::enter()).queueReply("").queueReply(printer::exit());
+    EXPECT_EQ(run().result, -5);
+    EXPECT_EQ(m_script.sent().back().substr(2, 2), "\x51\x02");
+}
+
+TEST_F(CheckRun, NeedsThePackagesModel)
+{
+    prepare({"OTHER 1"});
+    answer(info("M"));
+    EXPECT_EQ(run().result, -9);
+}
+
+TEST_F(CheckRun, LeavesDownloadModeWhenItIsStopped)
+{
+    prepare({"TGMNAME M", "VERSION MAIN=01.20 main.bin A"});
+    m_script.queueReply(printer::enter()).queueReply(printer::exit());
+    const auto report = run(true);
+    EXPECT_TRUE(report.entries.empty());
+    EXPECT_EQ(m_script.sent().size(), 2U);
+}
+
+} // namespace

@@ -1,0 +1,173 @@
+#include "VYM/vymPackets.h"
+#include "tests/support/Printer.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace {
+
+template <class Record> std::string bytesOf(const Record& record)
+{
+    return {reinterpret_cast<const char*>(&record), sizeof record};
+}
+
+std::string padded(std::string name, std::size_t width = 32)
+{
+    name.resize(width, '\0');
+    return name;
+}
+
+std::span<const unsigned char> view(const std::string& bytes)
+{
+    return {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()};
+}
+
+using printer::number;
+
+TEST(vymPackets, AsksForAFileWith42Bytes)
+{
+    EXPECT_EQ(bytesOf(packets::getFile("TargetInfo.txt")),
+              std::string("\0\0\x50\x01\0\0\0\x22\0\0", 10) + padded("TargetInfo.txt"));
+}
+
+TEST(vymPackets, EntersDownloadModeWith44BytesAndTheFlagAtTheEnd)
+{
+    const std::string head("\0\0\x51\x01\0\0\0\x24\0\0", 10);
+    EXPECT_EQ(bytesOf(packets::enterDownload(false)), head + std::string(34, '\0'));
+    EXPECT_EQ(bytesOf(packets::enterDownload(true)),
+              head + std::string(33, '\0') + std::string("\x01"));
+}
+
+TEST(vymPackets, LeavesDownloadModeWith44BytesAllZeroBehindTheHeader)
+{
+    EXPECT_EQ(bytesOf(packets::exitDownload()),
+              std::string("\0\0\x51\x02\0\0\0\x24", 8) + std::string(36, '\0'));
+}
+
+TEST(vymPackets, AsksForTheStatusByFirmwareNameWith42Bytes)
+{
+    EXPECT_EQ(bytesOf(packets::queryStatus("MAIN")),
+              std::string("\0\0\x51\x03\0\0\0\x22\0\0", 10) + padded("MAIN"));
+}
+
+TEST(vymPackets, AsksForTheStatusInTheShortFormWith10Bytes)
+{
+    EXPECT_EQ(bytesOf(packets::queryStatusShort()), std::string("\0\0\x51\x03\0\0\0\x02\0\0", 10));
+}
+
+TEST(vymPackets, SendsAPieceOfAFileBehindA60ByteHead)
+{
+    const std::vector<unsigned char> data{1, 2, 0xFF};
+    const auto head =
+        packets::sendFile("MAIN", {packets::kData, 0x01020304, 0x0A0B0C0D, data.data(), 3});
+    EXPECT_EQ(bytesOf(head),
+              number(0, 2) + number(0x5002, 2) + number(55, 4) + number(0, 2) + padded("MAIN")
+                  + number(0, 2) + number(0x01020304, 4) + number(0x0A0B0C0D, 4) + number(0x0102, 2)
+                  + number(0, 2) + number(3, 4));
+}
+
+TEST(vymPackets, FillsLengthAndChecksumOfAFilePacketByItsKind)
+{
+    const std::vector<unsigned char> data(100, 2);
+    const struct {
+        const char* why;
+        std::uint16_t kind;
+        std::uint32_t start, end;
+        const unsigned char* data;
+        std::uint32_t length;
+        std::uint32_t n, sum;
+    } table[] = {
+        {"a data piece", 0, 10, 1000, data.data(), 100, 100, 200},
+        {"a data piece without data", 0, 0, 10, nullptr, 7, 7, 0},
+        {"a data piece of length 0", 0, 0, 10, data.data(), 0, 0, 0},
+        {"a last block with data", 129, 10, 60, data.data(), 1, 50, 100},
+        {"an unpolled last block with data", 128, 0, 100, data.data(), 0, 100, 200},
+        {"a last block whose end is its start", 128, 7, 7, data.data(), 5, 0, 0},
+        {"a last block without data carries the running sum", 129, 9, 9, nullptr, 0x12345, 0,
+         0x2345},
+        {"an unpolled one too", 128, 9, 9, nullptr, 0xBEEF, 0, 0xBEEF},
+        {"the head-only kind", 511, 0, 0, nullptr, 0, 0, 0},
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.why);
+        const auto bytes =
+            bytesOf(packets::sendFile("M", {row.kind, row.start, row.end, row.data, row.length}));
+        EXPECT_EQ(bytes.substr(4, 4), number(row.n + 52, 4));
+        EXPECT_EQ(bytes.substr(42, 2), number(row.kind, 2));
+        EXPECT_EQ(bytes.substr(44, 4), number(row.start, 4));
+        EXPECT_EQ(bytes.substr(48, 4), number(row.end, 4));
+        EXPECT_EQ(bytes.substr(52, 2), number(row.sum, 2));
+        EXPECT_EQ(bytes.substr(56, 4), number(row.n, 4));
+    }
+}
+
+TEST(vymPackets, LeavesTheNameFieldEmptyForANameOf32CharactersAndMore)
+{
+    const std::string fits(31, 'x');
+    const std::string tooLong(32, 'x');
+    EXPECT_EQ(bytesOf(packets::getFile(fits.c_str())).substr(10), fits + '\0');
+    EXPECT_EQ(bytesOf(packets::getFile(tooLong.c_str())).substr(10), std::string(32, '\0'));
+}
+
+TEST(vymPackets, WrapsTheByteSumAt16Bits)
+{
+    EXPECT_EQ(packets::byteSum(std::vector<unsigned char>(300, 0xFF)), 0x2AD4);
+    EXPECT_EQ(packets::byteSum({}), 0);
+}
+
+TEST(vymPackets, AcceptsAReplyOnlyWhenItIsWholeAndOfTheExpectedCommand)
+{
+    const auto whole = printer::statusReply(0x5101, 0x80);
+    const struct {
+        const char* why;
+        std::string reply;
+        bool accepted;
+    } table[] = {
+        {"a whole reply", whole, true},
+        {"a header alone", printer::reply(0x5101, ""), true},
+        {"another command", printer::statusReply(0x5102, 0x80), false},
+        {"seven bytes", whole.substr(0, 7), false},
+        {"nothing", "", false},
+        {"a body cut short", whole.substr(0, 11), false},
+        {"a byte too many", whole + 'x', false},
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(packets::isReplyTo(packets::kEnterDownload, view(row.reply)), row.accepted);
+    }
+}
+
+TEST(vymPackets, ReadsNoFieldOutOfAReplyThatIsTooShortForIt)
+{
+    const auto progress = printer::progress(0x81, 500, 20);
+    for (std::size_t length = 0; length < progress.size(); ++length) {
+        SCOPED_TRACE(length);
+        const auto cut = progress.substr(0, length);
+        EXPECT_EQ(packets::statusOf(view(cut)).has_value(), length >= 12);
+        EXPECT_FALSE(packets::countsOf(view(cut)).has_value());
+    }
+    const auto counts = packets::countsOf(view(progress));
+    ASSERT_TRUE(counts.has_value());
+    EXPECT_EQ(counts->total, 500U);
+    EXPECT_EQ(counts->done, 20U);
+}
+
+TEST(vymPackets, ReadsAFileBlockOnlyWhenItsDataHaveReallyArrived)
+{
+    auto bytes = printer::fileBlock({0x81, 16, 100, 0xABCD, "hello"});
+    const auto block = packets::fileBlockOf(view(bytes));
+    ASSERT_TRUE(block.has_value());
+    EXPECT_EQ(block->status, 0x81);
+    EXPECT_EQ(block->offset, 16U);
+    EXPECT_EQ(block->total, 100U);
+    EXPECT_EQ(block->checkSum, 0xABCD);
+    EXPECT_EQ(std::string(block->data.begin(), block->data.end()), "hello");
+    for (const std::uint32_t lie : {6U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFE4U, 0xFFFFFFFFU}) {
+        bytes.replace(24, 4, number(lie, 4));
+        EXPECT_FALSE(packets::fileBlockOf(view(bytes)).has_value()) << lie;
+    }
+    EXPECT_FALSE(packets::fileBlockOf(view(bytes.substr(0, 27))).has_value());
+}
+
+} // namespace

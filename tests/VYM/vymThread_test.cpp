@@ -1,0 +1,350 @@
+// The worker over a scripted printer: what it publishes, in which order it talks, how it ends.
+#include "UI/vym_etc.h"
+#include "VYM/vymThread.h"
+#include "tests/support/Printer.h"
+#include "tests/support/ScriptedTime.h"
+#include "tests/support/ScriptedTransport.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+#include <map>
+#include <thread>
+
+namespace {
+
+using printer::number;
+
+constexpr const char* kRules[] = {"TGMNAME MODEL-A", "UPDATETIME 30"};
+
+// A printer that answers every command as a sound one does, until told otherwise.
+class SoundPrinter {
+public:
+    explicit SoundPrinter(std::string targetInfo) : m_targetInfo(std::move(targetInfo)) { }
+    std::string answer(const std::string& packet)
+    {
+        const auto code = packet.size() >= 8 ? packet.substr(2, 2) : std::string();
+        if (m_instead.count(code) != 0)
+            return m_instead[code];
+        if (code == "\x51\x01")
+            return printer::enter();
+        if (code == "\x50\x01")
+            return printer::file(m_targetInfo);
+        if (code == "\x50\x02")
+            return printer::piece();
+        if (code == "\x51\x03")
+            return ++m_asked % 3 == 0 ? printer::progress(128, 9, 9) : printer::progress(129, 9, 3);
+        return code == "\x51\x02" ? printer::exit() : std::string();
+    }
+    void instead(std::string code, std::string reply)
+    {
+        m_instead[std::move(code)] = std::move(reply);
+    }
+
+private:
+    std::string m_targetInfo;
+    std::map<std::string, std::string> m_instead;
+    int m_asked = 0;
+};
+
+class vymThreadTest : public ::testing::Test {
+protected:
+    // The printer lists MAIN and BOOT at 01.00; the package's rows are the test's.
+    void prepare(std::vector<std::string> versionRows, bool statusQuery = true)
+    {
+        m_printer = std::make_unique<SoundPrinter>(
+            rows({"TGMNAME MODEL-A", "VERSION MAIN=01.00", "VERSION BOOT=01.00", "MAXPACKET 160",
+                  statusQuery ? "SUPPORT_COMMAND 5103" : "NONE"}));
+        std::string text = rows({kRules[0], kRules[1]});
+        for (const auto& row : versionRows)
+            text += row + "\r\n";
+        m_package.file("VYMINFO.txt", text).file("main.bin", imageBytes(150)).open();
+        m_script.answerWith(
+            [this](const std::string& packet) { return m_printer->answer(packet); });
+    }
+    void start() { ASSERT_TRUE(vymThread_UpdateStart(m_worker, nullptr, m_address, 48350)); }
+    tag_devinfo state() const
+    {
+        tag_devinfo info{};
+        EXPECT_TRUE(vymThread_CheckState(m_worker, &info));
+        return info;
+    }
+    tag_devinfo waitFor(update_state wanted)
+    {
+        for (int i = 0; i < 5000 && state().m_updateState != wanted; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        EXPECT_EQ(state().m_updateState, wanted);
+        return state();
+    }
+    tag_devinfo runToEnd(update_state end = state_done)
+    {
+        start();
+        const auto info = waitFor(end);
+        EXPECT_TRUE(vymThread_StopThread(m_worker));
+        return info;
+    }
+    tag_entryoutcome outcome(unsigned index)
+    {
+        tag_entryoutcome kept{};
+        EXPECT_TRUE(vymThread_GetEntryOutcome(m_worker, index, &kept));
+        return kept;
+    }
+    // The commands that went out, one word each, pieces and repeated queries once.
+    [[nodiscard]] std::string conversation() const
+    {
+        static const std::map<std::string, std::string> words = {{"\x51\x01", "enter"},
+                                                                 {"\x50\x01", "get"},
+                                                                 {"\x50\x02", "send"},
+                                                                 {"\x51\x03", "query"},
+                                                                 {"\x51\x02", "exit"}};
+        std::string text;
+        std::string last;
+        for (const auto& packet : m_script.sent()) {
+            const auto word = words.at(packet.substr(2, 2));
+            if (word != last)
+                text += (text.empty() ? "" : " ") + word;
+            last = word;
+        }
+        return text;
+    }
+    void TearDown() override { vym_thread_delete(m_worker); }
+
+    ScriptedTime m_time;
+    TransportScript m_script;
+    Package m_package;
+    std::unique_ptr<SoundPrinter> m_printer;
+    char m_address[10] = "127.0.0.1";
+    void* m_worker = vym_thread_create();
+};
+
+TEST_F(vymThreadTest, BeginsWithNothingDoneAndResult1)
+{
+    const auto info = state();
+    EXPECT_EQ(info.m_updateState, state_initial);
+    EXPECT_EQ(info.m_result, 1);
+    EXPECT_EQ(info.m_updatedCount, 0U);
+    tag_entryoutcome none{};
+    EXPECT_FALSE(vymThread_GetEntryOutcome(m_worker, 0, &none));
+}
+
+TEST_F(vymThreadTest, UpdatesEveryEntryAndLeavesDownloadMode)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION BOOT=02.00 main.bin BOOTFW"});
+    const auto info = runToEnd();
+    EXPECT_EQ(info.m_result, 1);
+    EXPECT_EQ(info.m_updatedCount, 2U);
+    EXPECT_EQ(info.m_firmwareNumber, 2U);
+    EXPECT_EQ(info.m_bytesTotal, 0U);
+    EXPECT_EQ(conversation(), "enter get send query get send query exit");
+    EXPECT_TRUE(outcome(0).m_confirmed);
+    EXPECT_EQ(outcome(1).m_number, 2U);
+    EXPECT_EQ(outcome(1).m_bytesSent, 150U);
+    EXPECT_EQ(m_script.openConnections(), 0U);
+}
+
+TEST_F(vymThreadTest, PausesTwoSecondsBeforeEnteringAndAfterEachFirmware)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW"});
+    runToEnd();
+    EXPECT_EQ(m_time.pauses(), (std::vector<unsigned long>{2000, 2000, 2000, 2000}));
+}
+
+TEST_F(vymThreadTest, DoesNotPollAPrinterThatCannotBeAsked)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW"}, false);
+    EXPECT_EQ(runToEnd().m_updatedCount, 1U);
+    EXPECT_EQ(conversation(), "enter get send exit");
+    EXPECT_FALSE(outcome(0).m_confirmed);
+    EXPECT_TRUE(outcome(0).m_bytesWentOut);
+}
+
+TEST_F(vymThreadTest, SkipsAnEntryThatIsNotForThisPrinterAndGoesOn)
+{
+    prepare({"VERSION FONT=02.00 main.bin FONTFW", "VERSION MAIN=02.00 main.bin MAINFW"});
+    const auto info = runToEnd();
+    EXPECT_EQ(info.m_result, 1); // the last entry's
+    EXPECT_EQ(info.m_updatedCount, 1U);
+    EXPECT_EQ(outcome(0).m_result, -11);
+    EXPECT_EQ(outcome(0).m_reason, VersionReason::notListed);
+    EXPECT_FALSE(outcome(0).m_bytesWentOut);
+    EXPECT_EQ(outcome(1).m_result, 1);
+}
+
+TEST_F(vymThreadTest, EndsWithTheResultOfASkippedLastEntry)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION FONT=02.00 main.bin FONTFW"});
+    const auto info = runToEnd();
+    EXPECT_EQ(info.m_result, -11);
+    EXPECT_EQ(info.m_updatedCount, 1U);
+    EXPECT_STREQ(info.m_firmwareName, "FONTFW");
+}
+
+TEST_F(vymThreadTest, ReachesTheEndAtOnceWithoutEntries)
+{
+    prepare({});
+    const auto info = runToEnd();
+    EXPECT_EQ(info.m_result, 1);
+    EXPECT_EQ(info.m_updatedCount, 0U);
+    EXPECT_EQ(conversation(), "enter get exit");
+}
+
+TEST_F(vymThreadTest, CountsAnEntryOfAnotherSeriesThoughNothingWasSent)
+{
+    prepare({"VERSION MAIN=XY010200 main.bin MAINFW"}, false);
+    // The printer's version is "01.00": the leading characters differ.
+    const auto info = runToEnd();
+    EXPECT_EQ(info.m_updatedCount, 1U);
+    EXPECT_FALSE(outcome(0).m_bytesWentOut);
+    EXPECT_EQ(outcome(0).m_reason, VersionReason::otherSeries);
+}
+
+TEST_F(vymThreadTest, StopsAtARefusalToEnterWithoutLeaving)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW"});
+    m_printer->instead("\x51\x01", printer::enter(0x1001));
+    const auto info = runToEnd(state_failed);
+    EXPECT_EQ(info.m_result, -3);
+    EXPECT_EQ(conversation(), "enter");
+    EXPECT_EQ(m_script.openConnections(), 0U);
+}
+
+struct Failure {
+    const char* why;
+    const char* command;
+    std::string reply;
+    int code;
+    const char* conversation;
+};
+
+void PrintTo(const Failure& failure, std::ostream* out)
+{
+    *out << failure.why;
+}
+
+class vymThreadFailure : public vymThreadTest, public ::testing::WithParamInterface<Failure> { };
+
+TEST_P(vymThreadFailure, IsPublishedAndDownloadModeIsLeft)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW"});
+    m_printer->instead(GetParam().command, GetParam().reply);
+    const auto info = runToEnd(state_failed);
+    EXPECT_EQ(info.m_result, GetParam().code);
+    EXPECT_EQ(info.m_bytesTotal, 0U);
+    EXPECT_EQ(conversation(), GetParam().conversation);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OnTheWay, vymThreadFailure,
+    ::testing::Values(
+        Failure{"NoTargetInformation", "\x50\x01", "", -5, "enter get exit"},
+        Failure{"AnotherModel", "\x50\x01",
+                printer::file(rows({"TGMNAME MODEL-B", "MAXPACKET 160"})), -7, "enter get exit"},
+        Failure{"ARefusedPiece", "\x50\x02", printer::piece(0x804), -2, "enter get send exit"},
+        Failure{"TroubleWhileWriting", "\x51\x03", printer::progress(0x803, 0, 0), -1,
+                "enter get send query exit"}),
+    [](const auto& row) { return row.param.why; });
+
+TEST_F(vymThreadTest, NeedsThePackagesModel)
+{
+    m_package.file("VYMINFO.txt", rows({"UPDATETIME 1"})).file("a", "b").open();
+    m_printer = std::make_unique<SoundPrinter>(rows({"TGMNAME M", "MAXPACKET 160"}));
+    m_script.answerWith([this](const std::string& packet) { return m_printer->answer(packet); });
+    EXPECT_EQ(runToEnd(state_failed).m_result, -9);
+    EXPECT_EQ(conversation(), "enter get exit");
+}
+
+TEST_F(vymThreadTest, StopsPollingWhenAskedAndStillSendsTheRest)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION BOOT=02.00 main.bin BOOTFW"});
+    m_printer->instead("\x51\x03", printer::progress(129, 9, 3)); // writes for ever
+    start();
+    waitFor(state_writing);
+    EXPECT_TRUE(vymThread_StopThread(m_worker));
+    const auto info = state();
+    EXPECT_EQ(info.m_updateState, state_done);
+    EXPECT_EQ(info.m_result, 1);
+    EXPECT_EQ(info.m_updatedCount, 2U);
+    EXPECT_EQ(conversation(), "enter get send query get send exit");
+    EXPECT_FALSE(outcome(0).m_confirmed);
+    EXPECT_FALSE(outcome(1).m_confirmed);
+}
+
+TEST_F(vymThreadTest, SendsNothingWhenItIsStoppedBeforeTheFirstFirmware)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW"});
+    vymThread_StopThread(m_worker); // before the start: heard once the run has begun
+    start();
+    EXPECT_TRUE(vymThread_StopThread(m_worker));
+    EXPECT_EQ(conversation(), "enter get exit");
+    EXPECT_EQ(state().m_updateState, state_entered);
+}
+
+TEST_F(vymThreadTest, AnswersEveryStop)
+{
+    EXPECT_TRUE(vymThread_StopThread(m_worker)); // never started
+    prepare({});
+    start();
+    EXPECT_TRUE(vymThread_StopThread(m_worker));
+    EXPECT_TRUE(vymThread_StopThread(m_worker)); // twice
+}
+
+TEST_F(vymThreadTest, ServesOneRunOnly)
+{
+    prepare({});
+    start();
+    EXPECT_FALSE(vymThread_UpdateStart(m_worker, nullptr, m_address, 48350));
+    vymThread_StopThread(m_worker);
+    EXPECT_FALSE(vymThread_UpdateStart(m_worker, nullptr, m_address, 48350));
+}
+
+TEST_F(vymThreadTest, IsStoppedByItsDestruction)
+{
+    prepare({});
+    start();
+    vym_thread_delete(m_worker);
+    m_worker = nullptr;
+    EXPECT_EQ(m_script.openConnections(), 0U);
+}
+
+TEST_F(vymThreadTest, StarvesNobodyWhileItRepublishesItsEnd)
+{
+    prepare({});
+    start();
+    waitFor(state_done);
+    for (int i = 0; i < 20000; ++i)
+        ASSERT_EQ(state().m_updateState, state_done);
+    vymThread_StopThread(m_worker);
+}
+
+TEST_F(vymThreadTest, RefusesAPollingIntervalOf0)
+{
+    EXPECT_FALSE(vymThread_SetPolling(m_worker, 0));
+    EXPECT_TRUE(vymThread_SetPolling(m_worker, 500));
+    EXPECT_FALSE(vymThread_SetVymInfo(m_worker));
+}
+
+TEST(vym_etc, AnswersFalseWithoutAWorker)
+{
+    tag_devinfo info{};
+    tag_entryoutcome outcome{};
+    EXPECT_FALSE(vymThread_UpdateStart(nullptr, nullptr, nullptr, 1));
+    EXPECT_FALSE(vymThread_StopThread(nullptr));
+    EXPECT_FALSE(vymThread_SetPolling(nullptr, 5));
+    EXPECT_FALSE(vymThread_SetVymInfo(nullptr));
+    EXPECT_FALSE(vymThread_CheckState(nullptr, &info));
+    EXPECT_FALSE(vymThread_GetEntryOutcome(nullptr, 0, &outcome));
+    vym_thread_delete(nullptr);
+}
+
+TEST(vym_etc, PassesQuestionsToTheSystemOn)
+{
+    EXPECT_EQ(get_system_version(), getSystemVersion());
+    EXPECT_TRUE(is_std_usb_port("usb://A/B"));
+    EXPECT_FALSE(is_std_usb_port("10.0.0.1"));
+    EXPECT_FALSE(is_mp_usb_prn_port("usb"));
+    EXPECT_FALSE(is_usb_prn_port("usb"));
+    char* locale = get_locale_string();
+    EXPECT_TRUE(std::string(locale) == "en_GB.UTF-8" || std::string(locale) == "ja_JP.UTF-8");
+    std::free(locale);
+}
+
+} // namespace

@@ -1,0 +1,129 @@
+#!/usr/bin/env python3
+"""Fails when an include runs against the floors of the house.
+
+A file includes files of its own floor or of lower ones, never of a higher floor; no two files
+include each other; third-party headers stay in the rooms that are made for them; the virtual
+printer shares nothing with the engine; every engine source has a test of its stem.
+"""
+import fnmatch
+import pathlib
+import re
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+# The first pattern that fits gives a file its floor.
+FLOORS = [
+    (1, ["VYM/vymLock.*", "VYM/vymMac.*", "VYM/vymUtil.*", "VYM/ThreadSafety.h",
+         "VYM/SingletonKiller.h", "VYM/SystemVersion.*", "VYM/DebugText.h", "Platform/*.h"]),
+    (2, ["DevConn/*", "VYM/vymBindInfo.*", "VYM/vymParse*", "VYM/DescriptionText.*",
+         "Platform/*.cpp"]),
+    (3, ["VYM/vymProtocol*", "VYM/ProtocolRe*", "VYM/ModelDependCheckVer.*", "VYM/vymPackets.*",
+         "VYM/BigEndian.h", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
+    (4, ["VYM/vymThread.*", "VYM/CheckRun.*"]),
+    (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
+         "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*"]),
+    (7, ["UI/MainWindowController*", "UI/InputNSMatrixControl.*", "UI/vymTableView.*",
+         "UI/AppController.*"]),
+    (6, ["UI/*"]),
+    (8, ["main.cpp", "CLI/*"]),
+]
+TOOLS = ["Tools/*"]
+
+# Which rooms may include which third-party headers.
+THIRD_PARTY = [
+    (r"^CLI/CLI\.hpp$|^CLI11", ["CLI/*", "Tools/*"]),
+    (r"^nlohmann/", ["CLI/*", "Tools/*"]),
+    (r"^libusb", ["Platform/LibusbHost.cpp"]),
+    (r"^cups/", ["Platform/CupsPrintServer.cpp"]),
+    (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/InputNSMatrixControl.*",
+                      "UI/vymTableView.*", "UI/AppController.*"]),
+]
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+
+def fits(path, patterns):
+    return any(fnmatch.fnmatch(path, pattern) for pattern in patterns)
+
+
+def floor_of(path):
+    for floor, patterns in FLOORS:
+        if fits(path, patterns):
+            return floor
+    return None
+
+
+def sources():
+    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "*.h", "*.cpp"],
+                            cwd=ROOT, capture_output=True, text=True, check=True).stdout
+    return [path for path in listed.splitlines()
+            if not path.startswith(("tests/", "fuzz/", "bench/")) and (ROOT / path).exists()]
+
+
+def check_include(path, target, quoted, faults):
+    floor, target_floor = floor_of(path), floor_of(target)
+    if quoted and (ROOT / target).exists():
+        if path.startswith("Tools/vymprinter/") and not target.startswith("Tools/vymprinter/"):
+            faults.append(f"{path} includes {target}: the virtual printer reads the wire by itself")
+        elif floor and target.startswith("Tools/"):
+            faults.append(f"{path} includes {target}: tools stand beside the house")
+        elif floor and target_floor and target_floor > floor:
+            faults.append(f"{path} (floor {floor}) includes {target} (floor {target_floor})")
+        return
+    for pattern, rooms in THIRD_PARTY:
+        if re.search(pattern, target) and not fits(path, rooms):
+            faults.append(f"{path} includes {target}, which belongs into {', '.join(rooms)}")
+
+
+def find_cycle(graph):
+    done, path = set(), []
+
+    def visit(node):
+        if node in path:
+            return path[path.index(node):] + [node]
+        if node in done:
+            return None
+        path.append(node)
+        for following in graph.get(node, []):
+            if (cycle := visit(following)):
+                return cycle
+        path.pop()
+        done.add(node)
+        return None
+
+    return next((cycle for node in graph if (cycle := visit(node))), None)
+
+
+def check_tests(paths, faults):
+    tests = {test.stem for test in (ROOT / "tests").rglob("*_test.cpp")}
+    for path in paths:
+        if path.endswith(".cpp") and path.startswith(("VYM/", "DevConn/", "UI/")):
+            stem = pathlib.PurePath(path).stem
+            base = re.sub(r"^(vymProtocol)(Check|Send|Packets)$", r"\1", stem)
+            if not any(test in (f"{base}_test", f"{stem}_test") for test in tests):
+                faults.append(f"{path} has no test of its stem under tests/")
+
+
+def main():
+    faults, graph = [], {}
+    paths = sources()
+    for path in paths:
+        if floor_of(path) is None and not fits(path, TOOLS):
+            faults.append(f"{path} stands on no floor: give it one in tests/floors.py")
+        text = (ROOT / path).read_text(encoding="utf-8")
+        for kind, target in INCLUDE.findall(text):
+            check_include(path, target, kind == '"', faults)
+            if kind == '"' and (ROOT / target).exists():
+                graph.setdefault(path, []).append(target)
+    if (cycle := find_cycle(graph)):
+        faults.append("files include each other: " + " -> ".join(cycle))
+    check_tests(paths, faults)
+    for fault in faults:
+        print("floors:", fault)
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

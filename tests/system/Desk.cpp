@@ -1,0 +1,154 @@
+#include "tests/system/Desk.h"
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace desk {
+
+namespace {
+
+constexpr std::chrono::seconds kStartLimit{30};
+constexpr const char* kPort = "48350";
+
+std::vector<std::string> joined(std::vector<std::string> first,
+                                const std::vector<std::string>& second)
+{
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+std::vector<std::string> printerCommand(const std::string& address, const std::string& store,
+                                        const std::vector<std::string>& options)
+{
+    std::vector<std::string> command{VYMPRINTER, "--listen", address + ":" + kPort, "--store",
+                                     store, "--model", "MODEL-A"};
+    if (std::find(options.begin(), options.end(), "--max-packet") == options.end())
+        command.insert(command.end(), {"--max-packet", "4096"});
+    return joined(command, options);
+}
+
+std::vector<std::string> cliCommand(std::vector<std::string> arguments, CliRun::Pauses pauses)
+{
+    const auto* program = pauses == CliRun::Pauses::full ? VYMKIT_CLI : VYMKIT_CLI_FAST;
+    return joined({program}, arguments);
+}
+
+} // namespace
+
+std::string ownAddress()
+{
+    // A process number has at most 22 bits, and every test case is a process of its own.
+    const auto pid = static_cast<unsigned>(getpid());
+    return "127." + std::to_string(16 + (pid >> 16)) + '.' + std::to_string(pid >> 8 & 0xFF) + '.'
+        + std::to_string(pid & 0xFF);
+}
+
+std::string imageBytes(std::size_t size, unsigned seed)
+{
+    std::string bytes(size, '\0');
+    std::uint32_t state = seed * 2654435761U + 1;
+    for (char& byte : bytes) {
+        state = state * 1664525U + 1013904223U;
+        byte = static_cast<char>(state >> 24);
+    }
+    return bytes;
+}
+
+PackageFolder::PackageFolder(std::vector<Firmware> firmware,
+                             const std::vector<std::string>& settings)
+    : m_firmware(std::move(firmware))
+{
+    std::string text;
+    for (const auto& row : joined({"TGMNAME MODEL-A", "MODELNAME \"Model A\"", "DRIVERNAME A",
+                                   "PLATFORMVERSION MACOS=0"},
+                                  settings))
+        text += row + "\r\n";
+    const auto times = {"ENTERTIME", "EXITTIME", "UPDATETIME"};
+    for (const std::string key : times)
+        text += text.find(key) == std::string::npos ? key + " 1\r\n" : "";
+    std::vector<std::string> make{VYMPACK, "make", "-o", m_folder / "VYMBINDDATA"};
+    for (std::size_t i = 0; i < m_firmware.size(); ++i) {
+        const auto& one = m_firmware[i];
+        text += "VERSION " + one.name + "=" + one.version + " " + one.image() + " " + one.sentName()
+            + " " + one.extra + "\r\n";
+        m_folder.write(one.image(), bytesOf(i));
+        make.push_back(m_folder / one.image());
+    }
+    m_folder.write("VYMINFO.txt", text);
+    make.push_back(m_folder / "VYMINFO.txt");
+    Process maker(make);
+    EXPECT_EQ(maker.wait(), 0) << maker.errors();
+}
+
+std::string PackageFolder::bytesOf(std::size_t index) const
+{
+    return imageBytes(m_firmware[index].size, static_cast<unsigned>(index));
+}
+
+VirtualPrinter::VirtualPrinter(std::vector<std::string> options)
+    : m_process(printerCommand(m_address, m_store.path().string(), options))
+{
+    EXPECT_TRUE(m_process.waitForOutput("listening on", kStartLimit)) << m_process.errors();
+}
+
+std::optional<std::string> VirtualPrinter::stored(const std::string& name) const
+{
+    const auto path = m_store.path() / m_address / name;
+    if (!std::filesystem::exists(path))
+        return std::nullopt;
+    return readFile(path);
+}
+
+std::size_t VirtualPrinter::storedFiles() const
+{
+    std::size_t count = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(m_store.path()))
+        count += entry.is_regular_file() && entry.path().filename() != "transcript.txt" ? 1 : 0;
+    return count;
+}
+
+std::string VirtualPrinter::transcript() const
+{
+    return readFile(m_store.path() / m_address / "transcript.txt");
+}
+
+CliRun::CliRun(std::vector<std::string> arguments, Pauses pauses)
+    : m_process(cliCommand(std::move(arguments), pauses))
+{
+}
+
+int CliRun::exitCode(std::chrono::seconds limit)
+{
+    return m_process.wait(limit);
+}
+
+std::vector<Json> CliRun::lines()
+{
+    m_process.wait();
+    std::istringstream text(m_process.out());
+    std::vector<Json> found;
+    for (std::string line; std::getline(text, line);) {
+        found.push_back(Json::parse(line, nullptr, false));
+        EXPECT_FALSE(found.back().is_discarded()) << line;
+    }
+    return found;
+}
+
+Json CliRun::result()
+{
+    const auto all = lines();
+    if (all.empty()) {
+        ADD_FAILURE() << "no result at all; errors: " << m_process.errors();
+        return {};
+    }
+    EXPECT_EQ(all.back().value("type", ""), "result");
+    return all.back();
+}
+
+std::vector<std::string> updateOf(const VirtualPrinter& printer, const PackageFolder& package)
+{
+    return {"update",       "--address", printer.address(), "--package",
+            package.path(), "--yes",     "--json"};
+}
+
+} // namespace desk

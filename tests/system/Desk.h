@@ -1,0 +1,77 @@
+// The desk of the system tests: a package made by the real package maker, a virtual printer as a
+// process on a loopback address of this test's own, and the real command line against it.
+#pragma once
+#include "tests/support/Process.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+namespace desk {
+
+using Json = nlohmann::json;
+
+// An address that no other test process uses at the same time.
+std::string ownAddress();
+std::string imageBytes(std::size_t size, unsigned seed);
+
+struct Firmware {
+    std::string name = "MAIN"; // to match what the printer lists
+    std::string version = "AB010200";
+    std::size_t size = 20000;
+    std::string extra{}; // more of its VERSION row
+
+    [[nodiscard]] std::string image() const { return name + ".img"; }
+    [[nodiscard]] std::string sentName() const { return name + ".FW"; }
+};
+
+// A package folder, made with vympack. Short times, so that silent printers are given up soon.
+class PackageFolder {
+public:
+    explicit PackageFolder(std::vector<Firmware> firmware,
+                           const std::vector<std::string>& settings = {});
+    [[nodiscard]] std::string path() const { return m_folder.path().string(); }
+    [[nodiscard]] std::string bytesOf(std::size_t index) const;
+    [[nodiscard]] const std::vector<Firmware>& firmware() const { return m_firmware; }
+
+private:
+    TempFolder m_folder;
+    std::vector<Firmware> m_firmware;
+};
+
+class VirtualPrinter {
+public:
+    explicit VirtualPrinter(std::vector<std::string> options = {});
+    [[nodiscard]] const std::string& address() const { return m_address; }
+    // What it stored under that name; nothing when it stored no such firmware.
+    [[nodiscard]] std::optional<std::string> stored(const std::string& name) const;
+    [[nodiscard]] std::size_t storedFiles() const;
+    [[nodiscard]] std::string transcript() const;
+
+private:
+    TempFolder m_store;
+    std::string m_address = ownAddress();
+    Process m_process;
+};
+
+// One run of the command line, with its JSON lines read.
+class CliRun {
+public:
+    // fast: the same program with shortened pauses; otherwise the one that users get.
+    enum class Pauses { shortened, full };
+    explicit CliRun(std::vector<std::string> arguments, Pauses pauses = Pauses::shortened);
+    [[nodiscard]] Process& process() { return m_process; }
+    int exitCode(std::chrono::seconds limit = std::chrono::seconds(60));
+    // All lines; every one of them has to be JSON, and the last one has to be the result.
+    std::vector<Json> lines();
+    Json result();
+
+private:
+    Process m_process;
+};
+
+// The arguments of an update of that printer with that package.
+std::vector<std::string> updateOf(const VirtualPrinter& printer, const PackageFolder& package);
+
+} // namespace desk

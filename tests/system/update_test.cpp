@@ -1,0 +1,231 @@
+// Whole updates: the real command line, the real engine, a printer of our own over real sockets.
+#include "tests/system/Desk.h"
+
+#include <tuple>
+
+namespace {
+
+using namespace desk;
+
+constexpr std::size_t kPiece = 4096 - 60; // the printer's packet without the head
+
+std::vector<Firmware> threeFirmware()
+{
+    return {{"MAIN", "AB010200", 20000}, {"BOOT", "01.20", 100}, {"FONT", "AB0101.20", 9000}};
+}
+
+std::vector<std::string> lists(std::vector<std::string> more = {})
+{
+    std::vector<std::string> options{"--firmware", "MAIN=AB010100", "--firmware",
+                                     "BOOT=01.10", "--firmware",    "FONT=AB0101.10"};
+    options.insert(options.end(), more.begin(), more.end());
+    return options;
+}
+
+void expectStored(const VirtualPrinter& printer, const PackageFolder& package)
+{
+    for (std::size_t i = 0; i < package.firmware().size(); ++i) {
+        const auto& name = package.firmware()[i].sentName();
+        EXPECT_TRUE(printer.stored(name) == package.bytesOf(i)) << name;
+    }
+}
+
+using Ways = std::tuple<std::size_t, const char*, const char*, const char*>;
+class WholeUpdate : public ::testing::TestWithParam<Ways> { };
+
+TEST_P(WholeUpdate, BringsEveryByteToThePrinter)
+{
+    const auto [count, pattern, statusQuery, replies] = GetParam();
+    auto firmware = threeFirmware();
+    firmware.resize(count);
+    const PackageFolder package(firmware, {std::string("SPECIALCMDPATTERN ") + pattern});
+    const VirtualPrinter printer(
+        lists({statusQuery, "--replies", replies, "--write-rate", "200000"}));
+    CliRun run(updateOf(printer, package));
+    ASSERT_EQ(run.exitCode(), 0) << run.process().out() << run.process().errors();
+    expectStored(printer, package);
+    const auto result = run.result();
+    EXPECT_EQ(result["name"], "updated");
+    EXPECT_EQ(result["next"], "none");
+    EXPECT_EQ(result["firmware"].size(), count);
+    for (const auto& one : result["firmware"]) {
+        EXPECT_EQ(one["sent"], true);
+        EXPECT_EQ(one["bytes_sent"], one["bytes_total"]);
+        EXPECT_EQ(one["confirmed"], std::string(statusQuery) == "--status-query");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(InEveryWay, WholeUpdate,
+                         ::testing::Combine(::testing::Values(1, 3), ::testing::Values("YES", "NO"),
+                                            ::testing::Values("--status-query",
+                                                              "--no-status-query"),
+                                            ::testing::Values("every", "last")));
+
+class ImageSize : public ::testing::TestWithParam<std::size_t> { };
+
+TEST_P(ImageSize, ArrivesWhole)
+{
+    for (const char* pattern : {"SPECIALCMDPATTERN NO", "SPECIALCMDPATTERN YES"}) {
+        const PackageFolder package({{"MAIN", "AB010200", GetParam()}}, {pattern});
+        const VirtualPrinter printer(lists());
+        CliRun run(updateOf(printer, package));
+        EXPECT_EQ(run.exitCode(), 0) << run.process().out();
+        expectStored(printer, package);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(AroundPieces, ImageSize,
+                         ::testing::Values(0, 1, kPiece - 1, kPiece, kPiece + 1, 3 * kPiece,
+                                           1000000));
+
+TEST(Update, SkipsWhatThePrinterDoesNotListAndSendsTheRest)
+{
+    const PackageFolder package({{"DICT", "AB010200", 500}, {"MAIN", "AB010200", 5000}});
+    const VirtualPrinter printer(lists());
+    CliRun run(updateOf(printer, package));
+    EXPECT_EQ(run.exitCode(), 0);
+    const auto result = run.result();
+    EXPECT_EQ(result["firmware"][0]["decision"], "skip");
+    EXPECT_EQ(result["firmware"][0]["reason"], "not-listed");
+    EXPECT_EQ(result["firmware"][0]["sent"], false);
+    EXPECT_EQ(result["firmware"][1]["sent"], true);
+    EXPECT_EQ(printer.storedFiles(), 1U);
+}
+
+TEST(Update, EndsWithNothingToUpdateWhenThePrinterIsUpToDate)
+{
+    const PackageFolder package({{"MAIN", "AB010100", 5000}});
+    const VirtualPrinter printer(lists());
+    CliRun run(updateOf(printer, package));
+    EXPECT_EQ(run.exitCode(), 2);
+    EXPECT_EQ(run.result()["next"], "none");
+    EXPECT_EQ(run.result()["firmware_bytes_sent"], false);
+    EXPECT_EQ(printer.storedFiles(), 0U);
+}
+
+TEST(Update, ClaimsNoUpdateForVersionsOfAnotherSeries)
+{
+    const PackageFolder package({{"MAIN", "XY010200", 5000}});
+    const VirtualPrinter printer(lists({"--no-status-query"}));
+    CliRun run(updateOf(printer, package));
+    EXPECT_EQ(run.exitCode(), 2) << run.process().out();
+    EXPECT_EQ(run.result()["firmware"][0]["reason"], "other-series");
+    EXPECT_EQ(printer.storedFiles(), 0U);
+}
+
+TEST(Update, RefusesAPrinterThatIsTooOldForIt)
+{
+    const PackageFolder package({{"MAIN", "AB010300", 5000, "COMPATIBLE=AB010200"}});
+    const VirtualPrinter printer(lists());
+    CliRun run(updateOf(printer, package));
+    EXPECT_EQ(run.exitCode(), 22);
+    EXPECT_EQ(run.result()["next"], "choose-other-package");
+}
+
+TEST(Update, ArrivesOverALinkWhoseAnswersComeLate)
+{
+    for (const char* delay : {"15", "60", "300"}) {
+        const PackageFolder package(threeFirmware(), {"UPDATETIME 5"});
+        const VirtualPrinter printer(lists({"--reply-delay", delay}));
+        CliRun run(updateOf(printer, package));
+        EXPECT_EQ(run.exitCode(), 0) << delay << run.process().out();
+        expectStored(printer, package);
+    }
+}
+
+TEST(Update, WaitsForAPrinterThatWritesSlowly)
+{
+    const PackageFolder package({{"MAIN", "AB010200", 50000}});
+    const VirtualPrinter printer(lists({"--write-rate", "50000"}));
+    CliRun run(updateOf(printer, package));
+    EXPECT_EQ(run.exitCode(), 0);
+    bool writing = false;
+    for (const auto& line : run.lines())
+        writing = writing || line.value("state_name", "") == "writing";
+    EXPECT_TRUE(writing);
+}
+
+TEST(Update, RunsOnTwentyPrintersAtOnce)
+{
+    const PackageFolder package(threeFirmware());
+    std::vector<std::unique_ptr<VirtualPrinter>> printers;
+    std::vector<std::unique_ptr<CliRun>> runs;
+    const TempFolder store;
+    std::vector<std::string> command{VYMPRINTER, "--listen", "127.201.0.1:48350",   "--count",
+                                     "20",       "--store",  store.path().string(), "--model",
+                                     "MODEL-A"};
+    const auto options = lists({"--write-rate", "100000"});
+    command.insert(command.end(), options.begin(), options.end());
+    Process printer(command);
+    ASSERT_TRUE(printer.waitForOutput("127.201.0.20:", std::chrono::seconds(30)));
+    for (int i = 1; i <= 20; ++i)
+        runs.push_back(std::make_unique<CliRun>(
+            std::vector<std::string>{"update", "--address", "127.201.0." + std::to_string(i),
+                                     "--package", package.path(), "--yes", "--json"}));
+    for (int i = 1; i <= 20; ++i) {
+        EXPECT_EQ(runs[static_cast<std::size_t>(i - 1)]->exitCode(), 0) << i;
+        const auto folder = store.path() / ("127.201.0." + std::to_string(i));
+        EXPECT_TRUE(readFile(folder / "MAIN.FW") == package.bytesOf(0)) << i;
+    }
+}
+
+TEST(Update, LeavesASecondUpdaterOutside)
+{
+    const PackageFolder package({{"MAIN", "AB010200", 50000}});
+    const VirtualPrinter printer(lists({"--write-rate", "20000"}));
+    CliRun first(updateOf(printer, package));
+    ASSERT_TRUE(first.process().waitForOutput("\"writing\"", std::chrono::seconds(30)));
+    CliRun second(updateOf(printer, package));
+    EXPECT_EQ(second.exitCode(), 13) << second.process().out();
+    EXPECT_EQ(second.result()["next"], "retry");
+    EXPECT_EQ(first.exitCode(), 0);
+    expectStored(printer, package);
+}
+
+TEST(Update, KeepsItsMandatedPausesInTheProgramThatUsersGet)
+{
+    const PackageFolder package({{"MAIN", "AB010200", 20000}, {"BOOT", "01.20", 100}});
+    const VirtualPrinter printer(lists());
+    const auto start = std::chrono::steady_clock::now();
+    CliRun run(updateOf(printer, package), CliRun::Pauses::full);
+    EXPECT_EQ(run.exitCode(), 0) << run.process().out();
+    // 2 s before the first packet, and before the check, before and after the data of each.
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(14));
+    expectStored(printer, package);
+}
+
+TEST(Check, SaysWhatAnUpdateWouldDoAndSendsNoFirmware)
+{
+    const PackageFolder package(
+        {{"MAIN", "AB010200", 500}, {"DICT", "01.00", 500}, {"BOOT", "01.00", 500}});
+    const VirtualPrinter printer(lists());
+    CliRun run({"check", "--address", printer.address(), "--package", package.path(), "--json"});
+    EXPECT_EQ(run.exitCode(), 0) << run.process().out() << run.process().errors();
+    const auto firmware = run.result()["firmware"];
+    ASSERT_EQ(firmware.size(), 3U);
+    EXPECT_EQ(firmware[0]["decision"], "send");
+    EXPECT_EQ(firmware[0]["installed_version"], "AB010100");
+    EXPECT_EQ(firmware[1]["reason"], "not-listed");
+    EXPECT_EQ(firmware[2]["reason"], "not-newer");
+    EXPECT_EQ(printer.storedFiles(), 0U);
+    EXPECT_EQ(printer.transcript().find("send"), std::string::npos) << printer.transcript();
+}
+
+TEST(Check, EndsWithTheRefusalsCode)
+{
+    const PackageFolder package({{"MAIN", "AB010200", 500}});
+    const VirtualPrinter other(lists({"--fault", "wrong-model"}));
+    CliRun run({"check", "--address", other.address(), "--package", package.path(), "--json"});
+    EXPECT_EQ(run.exitCode(), 17);
+    EXPECT_EQ(run.result()["next"], "choose-other-package");
+}
+
+TEST(Check, FindsNothingToSend)
+{
+    const PackageFolder package({{"MAIN", "AB010100", 500}});
+    const VirtualPrinter printer(lists());
+    CliRun run({"check", "--address", printer.address(), "--package", package.path(), "--json"});
+    EXPECT_EQ(run.exitCode(), 2);
+}
+
+} // namespace
