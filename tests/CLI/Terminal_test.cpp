@@ -52,6 +52,7 @@ public:
         words.insert(words.begin(), "vymkit-cli");
         words.insert(words.end(), {"-a", "192.0.2.7", "--package", folder.path().string()});
         std::vector<char*> arguments;
+        arguments.reserve(words.size());
         for (auto& word : words)
             arguments.push_back(word.data());
         std::atomic<bool> done{false};
