@@ -81,7 +81,8 @@ void concludeWith(Outcome& outcome, int code, const PackageFacts& package,
     outcome.resultCode = code;
     outcome.exitCode = exitCodeOf(code);
     outcome.name = resultName(code);
-    outcome.title = englishText(resultText(code, automaticEnd).titleKey, facts);
+    outcome.title = englishText(
+        key == "Unreachable" ? "UnreachableTitle" : resultText(code, automaticEnd).titleKey, facts);
     outcome.next = nextStep(code, outcome.bytesWentOut);
     if (key == "UnreadableVersion" && outcome.next == NextStep::retry)
         outcome.next = NextStep::chooseOtherPackage; // it would be as unreadable again

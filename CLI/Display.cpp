@@ -20,6 +20,11 @@ std::size_t Display::columns() const
     return columnsOf(m_descriptor);
 }
 
+std::size_t Display::textColumns() const
+{
+    return textColumnsOf(m_descriptor);
+}
+
 void Display::line(std::string_view text)
 {
     const HoldLock hold(m_lock);

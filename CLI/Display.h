@@ -17,7 +17,9 @@ public:
 
     [[nodiscard]] bool hasLiveLine() const { return m_canRedraw; }
     [[nodiscard]] bool hasColours() const { return m_canColour; }
-    [[nodiscard]] std::size_t columns() const; // asked anew each time: windows change their size
+    // Asked anew each time: windows change their size.
+    [[nodiscard]] std::size_t columns() const;
+    [[nodiscard]] std::size_t textColumns() const;
 
     void line(std::string_view text);
     void prompt(std::string_view text); // without a line end

@@ -5,7 +5,6 @@
 #include "CLI/Terminal.h"
 
 #include <cmath>
-#include <cstring>
 
 namespace {
 
@@ -31,7 +30,7 @@ class HumanReport : public Report {
 public:
     HumanReport(int output, Display& display, const Options& options)
         : m_output(output), m_outputColours(canColour(output, options.noColour)),
-          m_quiet(options.quiet), m_display(display)
+          m_outputColumns(textColumnsOf(output)), m_quiet(options.quiet), m_display(display)
     {
     }
 
@@ -43,10 +42,11 @@ public:
 private:
     void follow(const StatusView& view);
     void showPlain();
-    std::string verdictText(const Outcome& outcome, bool colours) const;
+    static std::string verdictText(const Outcome& outcome, bool colours, std::size_t columns);
 
     Output m_output;
     const bool m_outputColours;
+    const std::size_t m_outputColumns;
     const bool m_quiet;
     Display& m_display;
     ProgressParts m_parts;
@@ -83,9 +83,7 @@ void HumanReport::status(const StatusView& view)
 // Takes over what changes on display; what the step leaves open stays as it was.
 void HumanReport::follow(const StatusView& view)
 {
-    const bool changed =
-        !m_last.has_value() || std::memcmp(&*m_last, &view.record, sizeof view.record) != 0;
-    if (changed)
+    if (!m_last.has_value() || !isSameRecord(*m_last, view.record))
         m_lastChange = view.seconds;
     m_last = view.record;
     m_parts.seconds = view.seconds;
@@ -102,8 +100,8 @@ void HumanReport::follow(const StatusView& view)
     facts.number = std::to_string(view.step.number.value_or(1));
     facts.count = std::to_string(view.firmwareCount);
     m_parts.stage = englishText(*view.step.textKey, facts);
-    if (!view.firmwareName.empty())
-        m_parts.stage += " (" + view.firmwareName + ")";
+    if (!view.displayName.empty())
+        m_parts.stage += " (" + view.displayName + ")";
 }
 
 // One line for each stage, and for each tenth of it.
@@ -123,37 +121,39 @@ void HumanReport::stopping(StopCause cause, double /*seconds*/)
 {
     const std::string why =
         cause == StopCause::deadline ? "The time limit is reached" : "You asked to stop";
-    m_display.line(why
-                   + ". A transfer to the printer is never cut off: the run ends as soon as the "
-                     "printer can be left. Firmware whose sending has begun, and what follows it, "
-                     "is still sent; only the wait until it is written is left out. Do not switch "
-                     "the printer off.");
+    m_display.line(
+        wrapped(why
+                    + ". A transfer to the printer is never cut off: the run ends as soon as the "
+                      "printer can be left. Once the first firmware is being handled, all of them "
+                      "are still sent; only the wait until they are written is left out. Do not "
+                      "switch the printer off.",
+                m_display.textColumns()));
 }
 
-std::string HumanReport::verdictText(const Outcome& outcome, bool colours) const
+std::string HumanReport::verdictText(const Outcome& outcome, bool colours, std::size_t columns)
 {
-    auto word = verdictWord(outcome.verdict);
+    const auto word = verdictWord(outcome.verdict);
     if (word.empty())
         return outcome.message;
-    if (colours)
-        word = colourOf(outcome.verdict) + word + "\x1b[0m";
     const auto title = outcome.title.empty() ? "" : " (" + outcome.title + ")";
-    return word + title + ": " + outcome.message + "\n";
+    const auto text = wrapped(word + title + ": " + outcome.message, columns) + "\n";
+    return colours ? colourOf(outcome.verdict) + word + "\x1b[0m" + text.substr(word.size()) : text;
 }
 
 void HumanReport::finish(const Outcome& outcome)
 {
     m_display.clearLive();
+    const auto rows = firmwareTable(outcome);
     if (outcome.verdict != Verdict::shown && isError(outcome.verdict))
-        m_display.prompt(verdictText(outcome, m_display.hasColours()));
+        m_display.prompt(verdictText(outcome, m_display.hasColours(), m_display.textColumns()));
     else
-        m_output.write(verdictText(outcome, m_outputColours));
+        m_output.write(verdictText(outcome, m_outputColours, m_outputColumns)
+                       + (rows.empty() ? "" : "\n"));
     if (outcome.verdict == Verdict::wrongUsage)
         m_display.line("Run \"vymkit-cli --help\" to see what is right.");
     if (outcome.package.has_value())
         m_output.write(packageTable(*outcome.package));
-    if (const auto rows = firmwareTable(outcome); !rows.empty())
-        m_output.write("\n" + rows);
+    m_output.write(rows);
     m_output.drain();
 }
 

@@ -1,8 +1,8 @@
 #include "CLI/Output.h"
 #include "CLI/Report.h"
 
+#include <array>
 #include <cmath>
-#include <cstring>
 #include <nlohmann/json.hpp>
 
 namespace {
@@ -24,9 +24,10 @@ const char* ruleName(yesno_type rule)
     return rule < kNames.size() ? kNames.at(rule) : "none";
 }
 
-Json toSeconds(double seconds)
+// Seconds and percents in tenths: finer steps tell nobody anything.
+double inTenths(double value)
 {
-    return std::round(seconds * 10) / 10; // nobody compares runs by less
+    return std::round(value * 10) / 10;
 }
 
 template <class T> Json orNull(const std::optional<T>& value)
@@ -42,7 +43,7 @@ Json orNull(const std::string& text)
 // JSON knows no infinity; what is no number of percent is unknown.
 Json toProgress(const std::optional<double>& progress)
 {
-    return progress.has_value() && std::isfinite(*progress) ? Json(*progress) : Json();
+    return progress.has_value() && std::isfinite(*progress) ? Json(inTenths(*progress)) : Json();
 }
 
 Json firmwareToJson(const PackagedFirmware& firmware)
@@ -52,6 +53,7 @@ Json firmwareToJson(const PackagedFirmware& firmware)
             {"version", firmware.version},
             {"display_name", firmware.displayName},
             {"display_version", firmware.displayVersion},
+            {"name_in_printer", firmware.nameInPrinter},
             {"compatible_version", orNull(firmware.compatibleVersion)},
             {"file", firmware.file},
             {"file_bytes", orNull(firmware.bytes)}};
@@ -111,7 +113,7 @@ Json resultToJson(const Outcome& outcome)
                  {"result_code", orNull(outcome.resultCode)},
                  {"message", outcome.message},
                  {"next", nextStepName(outcome.next)},
-                 {"seconds", toSeconds(outcome.seconds)},
+                 {"seconds", inTenths(outcome.seconds)},
                  {"firmware_bytes_sent", outcome.bytesWentOut},
                  {"address", orNull(outcome.address)},
                  {"printer_model", orNull(outcome.printerModel)},
@@ -129,7 +131,7 @@ Json statusToJson(const StatusView& view)
     const auto& record = view.record;
     return {{"type", "status"},
             {"schema_version", kSchemaVersion},
-            {"seconds", toSeconds(view.seconds)},
+            {"seconds", inTenths(view.seconds)},
             {"state", static_cast<std::uint32_t>(record.m_updateState)},
             {"state_name", stateName(record.m_updateState)},
             {"result_code", record.m_result},
@@ -143,16 +145,6 @@ Json statusToJson(const StatusView& view)
             {"check_state_supported", record.m_checkStateSupported != 0}};
 }
 
-bool isSame(const tag_devinfo& left, const tag_devinfo& right)
-{
-    return left.m_updateState == right.m_updateState && left.m_result == right.m_result
-        && left.m_bytesDone == right.m_bytesDone && left.m_bytesTotal == right.m_bytesTotal
-        && left.m_firmwareNumber == right.m_firmwareNumber
-        && left.m_updatedCount == right.m_updatedCount
-        && left.m_checkStateSupported == right.m_checkStateSupported
-        && std::strncmp(left.m_firmwareName, right.m_firmwareName, sizeof left.m_firmwareName) == 0;
-}
-
 class JsonReport : public Report {
 public:
     explicit JsonReport(int descriptor) : m_output(descriptor) { }
@@ -161,7 +153,7 @@ public:
 
     void status(const StatusView& view) override
     {
-        if (m_last.has_value() && isSame(*m_last, view.record))
+        if (m_last.has_value() && isSameRecord(*m_last, view.record))
             return;
         m_last = view.record;
         m_output.writeProgress(lineOf(statusToJson(view)));
@@ -172,7 +164,7 @@ public:
         m_output.writeProgress(
             lineOf({{"type", "stopping"},
                     {"schema_version", kSchemaVersion},
-                    {"seconds", toSeconds(seconds)},
+                    {"seconds", inTenths(seconds)},
                     {"cause", cause == StopCause::deadline ? "deadline" : "signal"}}));
     }
 

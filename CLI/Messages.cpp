@@ -21,7 +21,7 @@ constexpr std::array kTexts = {
     KeyText{"State_PrepUpdate_Plural", "Sending firmware {number} of {count}"},
     KeyText{"State_WriteUpdate", "Writing the firmware"},
     KeyText{"State_WriteUpdate_Plural", "Writing firmware {number} of {count}"},
-    KeyText{"State_Updated", "Firmware handled"},
+    KeyText{"State_Updated", "Firmware finished"},
 
     KeyText{"NormalEndTitle", ""},
     KeyText{"NormalEnd_AutoMes",
@@ -55,20 +55,22 @@ constexpr std::array kTexts = {
     KeyText{"Error_FirmReadMes",
             "The image of {firmware} could not be read from the package {place}."},
     KeyText{"Error_SystemTitle", "system error"},
-    KeyText{"Error_SystemMes", "The run ended with an error of this computer {place}."},
+    KeyText{"Error_SystemMes",
+            "The run could not go on {place}: something failed in this computer, or the printer "
+            "told too little about itself."},
     KeyText{"Error_CompatibleTitle", "installed version too old"},
     KeyText{"Error_CompatibleMes",
             "The version of {firmware} that is installed in the printer at {address} is too old "
             "for this package."},
-    KeyText{"Error_OtherTitle", "unexpected answer"},
+    KeyText{"Error_OtherTitle", "no expected answer"},
     KeyText{"Error_OtherMes",
-            "The printer at {address} did not answer as expected {place}, or a version could not "
-            "be compared."},
+            "The printer at {address} gave no answer, or none that was expected, {place}."},
 
     KeyText{"UpdateAvailable",
             "An update would send {number} of {count} firmware to the printer "
             "at {address}."},
     KeyText{"NothingAvailable", "An update would send nothing to the printer at {address}."},
+    KeyText{"UnreachableTitle", "no connection"},
     KeyText{"Unreachable",
             "There is no connection to the printer at {address}: it could not be made, or it was "
             "lost {place}."},

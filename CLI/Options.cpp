@@ -117,6 +117,10 @@ Options parseOptions(int argc, const char* const* argv)
 {
     Options options;
     Words words;
+    if (argc < 1) { // a program may be started with nothing at all
+        options.usageError = "Say what to do: info, check or update.";
+        return options;
+    }
     try {
         CLI::App app;
         declare(app, options, words);

@@ -14,7 +14,7 @@ public:
     // What may wait for a slow reader; progress beyond it is dropped whole.
     static constexpr std::size_t kBacklogLimit = 1024UL * 1024;
 
-    explicit Output(int descriptor) : m_descriptor(descriptor) { }
+    explicit Output(int descriptor) : m_descriptor(descriptor), m_broken(descriptor < 0) { }
 
     void write(std::string_view text); // kept whatever waits already
     void writeProgress(std::string_view text); // dropped when too much waits
@@ -24,6 +24,6 @@ private:
     bool flush(int waitMilliseconds); // false when the reader took nothing
 
     int m_descriptor;
-    bool m_broken = false;
+    bool m_broken; // nothing is written any more
     std::string m_waiting;
 };

@@ -81,6 +81,7 @@ std::optional<PackagedFirmware> readFirmware(unsigned index)
                             plainText(version),
                             plainText(displayName.empty() ? name : displayName),
                             plainText(displayVersion.empty() ? version : displayVersion),
+                            plainText(nameInPrinter),
                             plainText(compatible),
                             plainText(file),
                             complete ? std::optional(size) : std::nullopt};

@@ -16,6 +16,7 @@ struct PackagedFirmware {
     std::string version;
     std::string displayName;
     std::string displayVersion;
+    std::string nameInPrinter; // what the printer calls it, and the status record
     std::string compatibleVersion; // may be empty
     std::string file;
     std::optional<unsigned long> bytes; // none: the image is not wholly in the package

@@ -14,7 +14,8 @@
 // One look at a running update.
 struct StatusView {
     tag_devinfo record;
-    std::string firmwareName; // of the record, fit to be shown
+    std::string firmwareName; // as the record has it, fit to be shown
+    std::string displayName; // the same firmware's name for people
     RunStep step;
     std::size_t firmwareCount;
     double seconds; // since the start of the program

@@ -91,7 +91,7 @@ std::optional<std::string> Session::readLine(int descriptor)
     }
 }
 
-void Session::notify()
+void Session::notify() const
 {
     const std::uint64_t once = 1;
     [[maybe_unused]] const auto written = write(m_notified, &once, sizeof once);

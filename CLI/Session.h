@@ -28,7 +28,7 @@ public:
     // Reads one line, without its end; what arrived of it when the stream ends. No line when a
     // signal or the limit of time came first.
     std::optional<std::string> readLine(int descriptor);
-    void notify();
+    void notify() const;
     [[nodiscard]] bool isOverdue() const { return m_overdue; }
 
 private:

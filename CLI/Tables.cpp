@@ -82,7 +82,7 @@ std::string ruleText(yesno_type rule)
 // Binary-coded decimal: two digits of major, one of minor, one of patch.
 std::string systemText(const std::optional<long>& version)
 {
-    if (!version.has_value())
+    if (version.value_or(0) == 0)
         return {};
     const auto bits = static_cast<unsigned long>(*version);
     std::array<char, 64> text{};
@@ -134,12 +134,13 @@ std::string packageTable(const PackageFacts& package)
 
 std::string firmwareTable(const Outcome& outcome)
 {
-    if (outcome.firmware.empty())
+    const auto& all = outcome.firmware;
+    if (std::none_of(all.begin(), all.end(), [](const auto& each) { return each.reached; }))
         return {};
     const bool isCheck = outcome.command == Command::check;
     std::vector<Row> rows = {isCheck ? Row{"Firmware", "Installed", "Package", "An update would"}
                                      : Row{"Firmware", "Package", "What happened"}};
-    for (const auto& each : outcome.firmware) {
+    for (const auto& each : all) {
         const auto& firmware = each.firmware;
         if (isCheck)
             rows.push_back({firmware.displayName, orDash(each.installed.value_or("")),

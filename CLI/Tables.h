@@ -7,5 +7,5 @@
 #include <string>
 
 std::string packageTable(const PackageFacts& package);
-// Empty where there is no firmware to tell about.
+// Empty where no firmware was reached: there is nothing to tell then.
 std::string firmwareTable(const Outcome& outcome);

@@ -1,5 +1,6 @@
 #include "CLI/Terminal.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -55,6 +56,11 @@ std::size_t columnsOf(int descriptor)
     return size.ws_col;
 }
 
+std::size_t textColumnsOf(int descriptor)
+{
+    return isTerminal(descriptor) ? columnsOf(descriptor) : std::string::npos;
+}
+
 std::size_t columnsNeeded(std::string_view text)
 {
     std::size_t columns = 0;
@@ -72,4 +78,21 @@ std::string_view fitColumns(std::string_view text, std::size_t columns)
             return text.substr(0, i);
     }
     return text;
+}
+
+std::string wrapped(std::string_view text, std::size_t columns)
+{
+    std::string lines;
+    std::size_t used = 0;
+    while (!text.empty()) {
+        const auto word = text.substr(0, text.find(' '));
+        text.remove_prefix(std::min(word.size() + 1, text.size()));
+        const auto needed = columnsNeeded(word);
+        const bool fits = used + 1 + needed <= columns;
+        if (used != 0)
+            lines += fits ? ' ' : '\n';
+        used = used != 0 && fits ? used + 1 + needed : needed;
+        lines += word;
+    }
+    return lines;
 }

@@ -5,6 +5,7 @@
 // Threads: any; reads the environment, which nobody writes.
 #pragma once
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 // The descriptors of a program's three streams.
@@ -21,8 +22,12 @@ bool canRedraw(int descriptor);
 bool canColour(int descriptor, bool refused);
 // In columns; 80 where the stream does not tell.
 std::size_t columnsOf(int descriptor);
+// How wide whole sentences may be: no limit where no terminal would break them.
+std::size_t textColumnsOf(int descriptor);
 
 // How many columns a text may need: one for each ASCII character, two for any other.
 std::size_t columnsNeeded(std::string_view text);
 // The longest front of text that needs no more than so many columns.
 std::string_view fitColumns(std::string_view text, std::size_t columns);
+// The text in lines of so many columns, broken at blanks; a longer word gets a line of its own.
+std::string wrapped(std::string_view text, std::size_t columns);

@@ -4,6 +4,7 @@
 #include "UI/vym_etc.h"
 #include "VYM/ProtocolResult.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -38,6 +39,7 @@ private:
     void look();
     void hear(Wake wake, BackgroundTask& stopping);
     void collectOutcomes();
+    [[nodiscard]] std::string displayNameOf(const std::string& firmwareName) const;
 
     const PackageFacts& m_package;
     Workplace& m_place;
@@ -89,8 +91,18 @@ void WatchedRun::look()
     // Once a stop was asked for, the worker's last state no longer tells how the run ended.
     if (m_facts.stop == StopCause::none && !m_facts.endCode.has_value())
         m_facts.endCode = step.endCode;
-    m_place.report.status(
-        {record, plainText(name), step, m_package.firmware.size(), m_place.session.seconds()});
+    const auto plainName = plainText(name);
+    m_place.report.status({record, plainName, displayNameOf(plainName), step,
+                           m_package.firmware.size(), m_place.session.seconds()});
+}
+
+std::string WatchedRun::displayNameOf(const std::string& firmwareName) const
+{
+    const auto& all = m_package.firmware;
+    const auto same = std::find_if(all.begin(), all.end(), [&firmwareName](const auto& each) {
+        return each.nameInPrinter == firmwareName;
+    });
+    return same != all.end() && !firmwareName.empty() ? same->displayName : firmwareName;
 }
 
 void WatchedRun::hear(Wake wake, BackgroundTask& stopping)

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <tuple>
 
 namespace {
 
@@ -108,6 +110,16 @@ RunStep runStep(const tag_devinfo& info, unsigned long firmwareCount)
     default:
         return {};
     }
+}
+
+bool isSameRecord(const tag_devinfo& left, const tag_devinfo& right)
+{
+    const auto fields = [](const tag_devinfo& info) {
+        return std::tie(info.m_updateState, info.m_bytesDone, info.m_bytesTotal, info.m_result,
+                        info.m_firmwareNumber, info.m_updatedCount, info.m_checkStateSupported);
+    };
+    return fields(left) == fields(right)
+        && std::strncmp(left.m_firmwareName, right.m_firmwareName, sizeof left.m_firmwareName) == 0;
 }
 
 ResultText resultText(int code, bool automaticEnd)

@@ -28,6 +28,9 @@ struct RunStep {
 };
 RunStep runStep(const tag_devinfo& info, unsigned long firmwareCount);
 
+// Whether two looks at the record show the same; a name counts up to its NUL.
+bool isSameRecord(const tag_devinfo& left, const tag_devinfo& right);
+
 struct ResultText {
     std::string_view titleKey;
     std::string_view messageKey;

@@ -155,6 +155,29 @@ TEST(UpdateRun, ASkippedFirmwareDoesNotEndTheRun)
     EXPECT_EQ(runStep(info, 1).textKey, "State_CheckVersion");
 }
 
+TEST(UpdateRun, ARecordIsTheSameWhenEveryFieldIs)
+{
+    const auto info = record(state_sending, 1, 2);
+    auto other = info;
+    other.m_firmwareName[20] = 'x'; // noise behind the NUL
+    EXPECT_TRUE(isSameRecord(info, other));
+    void (*const changes[])(tag_devinfo&) = {
+        [](tag_devinfo& each) { each.m_updateState = state_writing; },
+        [](tag_devinfo& each) { each.m_firmwareName[0] = 'x'; },
+        [](tag_devinfo& each) { each.m_bytesDone = 9; },
+        [](tag_devinfo& each) { each.m_bytesTotal = 9; },
+        [](tag_devinfo& each) { each.m_result = -1; },
+        [](tag_devinfo& each) { each.m_firmwareNumber = 9; },
+        [](tag_devinfo& each) { each.m_updatedCount = 9; },
+        [](tag_devinfo& each) { each.m_checkStateSupported = 0; },
+    };
+    for (const auto change : changes) {
+        other = info;
+        change(other);
+        EXPECT_FALSE(isSameRecord(info, other));
+    }
+}
+
 TEST(UpdateRun, EveryResultHasItsTextsItsNameAndANextStep)
 {
     const struct {

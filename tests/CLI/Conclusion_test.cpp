@@ -1,0 +1,165 @@
+#include "CLI/Conclusion.h"
+#include "tests/CLI/CommandRun.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::HasSubstr;
+
+namespace {
+
+PackageFacts twoFirmware()
+{
+    PackageFacts package{};
+    package.model = "Model 100";
+    package.needsExitOperation = yesno_no;
+    package.firmware = {{1, "MAIN", "2", "Main", "2", "MAIN", "", "main.bin", 4000UL},
+                        {2, "ENGINE", "2", "Engine", "2", "ENGINE", "", "engine.bin", 700UL}};
+    return package;
+}
+
+UpdateFacts ended(int code, std::vector<tag_entryoutcome> outcomes)
+{
+    UpdateFacts facts;
+    facts.address = "192.0.2.7";
+    facts.endCode = code;
+    facts.outcomes = std::move(outcomes);
+    return facts;
+}
+
+tag_entryoutcome sent(std::uint32_t number, int code, bool isConfirmed, std::uint32_t bytes)
+{
+    return {number, code, VersionReason::applies, true, isConfirmed, bytes, 4000};
+}
+
+tag_entryoutcome unsent(std::uint32_t number, int code, VersionReason reason)
+{
+    return {number, code, reason, false, false, 0, 0};
+}
+
+} // namespace
+
+TEST(Conclusion, EveryEndOfARunHasItsCodeNameAndNextStep)
+{
+    // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): in the order that reads best
+    const struct {
+        const char* why;
+        UpdateFacts facts;
+        int exitCode;
+        const char* name;
+        NextStep next;
+        const char* message;
+    } rows[] = {
+        {"updated", ended(1, {sent(1, 1, true, 4000)}), 0, "updated", NextStep::none,
+         "has taken the update"},
+        {"a printer that does not report its writing", ended(1, {sent(1, 1, false, 4000)}), 0,
+         "updated", NextStep::none, "has taken the update"},
+        {"skipped", ended(-11, {unsent(1, -11, VersionReason::notListed)}), 2, "nothing-to-update",
+         NextStep::none, "needs nothing"},
+        {"another series", ended(1, {unsent(1, 1, VersionReason::otherSeries)}), 2,
+         "nothing-to-update", NextStep::none, "needs nothing"},
+        {"no firmware handled at all", ended(1, {}), 2, "nothing-to-update", NextStep::none,
+         "needs nothing"},
+        {"another model", ended(-7, {unsent(1, -7, VersionReason::otherModel)}), 17, "other-model",
+         NextStep::chooseOtherPackage, "is for the model Model 100"},
+        {"too old", ended(-12, {unsent(1, -12, VersionReason::tooOld)}), 22, "too-old",
+         NextStep::chooseOtherPackage, "version of firmware 1 (Main)"},
+        {"too old behind a firmware that was sent",
+         ended(-12, {sent(1, 1, true, 4000), unsent(2, -12, VersionReason::tooOld)}), 22, "too-old",
+         NextStep::checkPrinter, "version of firmware 2 (Engine)"},
+        {"an unreadable version", ended(-5, {unsent(1, -5, VersionReason::unreadableVersion)}), 15,
+         "bad-reply", NextStep::chooseOtherPackage, "cannot be compared"},
+        {"an unreadable image", ended(-8, {sent(1, -8, false, 2000)}), 18, "firmware-unreadable",
+         NextStep::checkPrinter, "image of firmware 1 (Main)"},
+        {"refused by the printer", ended(-2, {sent(1, -2, false, 4000)}), 12, "data-damaged",
+         NextStep::checkPrinter, "while firmware 1 (Main) was being sent (4000 of 4000 bytes)"},
+        {"lost before a firmware", ended(-6, {unsent(1, -6, VersionReason::undecided)}), 16,
+         "connection-lost", NextStep::retry, "before firmware 1 (Main) was sent"},
+        {"lost while the printer wrote", ended(-6, {sent(1, 1, false, 4000)}), 16,
+         "connection-lost", NextStep::checkPrinter, "before the printer confirmed it"},
+        {"lost between two firmware", ended(-6, {sent(1, 1, true, 4000)}), 16, "connection-lost",
+         NextStep::checkPrinter, "after the printer had written firmware 1 (Main)"},
+        {"busy", ended(-3, {}), 13, "printer-busy", NextStep::retry, "is busy"},
+        {"fax", ended(-4, {}), 14, "fax-in-use", NextStep::retry, "a fax"},
+        {"device error", ended(-1, {}), 11, "device-error", NextStep::retry, "before any firmware"},
+        {"a missing argument", ended(-10, {}), 20, "other-error", NextStep::retry, "expected"},
+        {"a code of no meaning", ended(0, {}), 20, "other-error", NextStep::retry, "expected"},
+        {"a code of no meaning", ended(-99, {}), 20, "other-error", NextStep::retry, "expected"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        const auto outcome = concludeUpdate(twoFirmware(), row.facts);
+        EXPECT_EQ(outcome.exitCode, row.exitCode);
+        EXPECT_EQ(outcome.name, row.name);
+        EXPECT_EQ(outcome.next, row.next);
+        EXPECT_THAT(outcome.message, HasSubstr(row.message));
+        EXPECT_EQ(outcome.message.find('{'), std::string::npos);
+        EXPECT_EQ(outcome.firmware.size(), 2U);
+    }
+}
+
+TEST(Conclusion, AStoppedRunSaysWhetherAPersonHasToLook)
+{
+    const struct {
+        const char* why;
+        std::vector<tag_entryoutcome> outcomes;
+        int exitCode;
+        NextStep next;
+    } rows[] = {
+        {"nothing handled", {}, 130, NextStep::retry},
+        {"nothing sent", {unsent(1, -11, VersionReason::notNewer)}, 130, NextStep::retry},
+        {"sent and not confirmed", {sent(1, 1, false, 4000)}, 130, NextStep::checkPrinter},
+        {"one of two confirmed",
+         {sent(1, 1, true, 4000), sent(2, 1, false, 700)},
+         130,
+         NextStep::checkPrinter},
+        {"confirmed, the rest not reached", {sent(1, 1, true, 4000)}, 130, NextStep::retry},
+        {"all confirmed", {sent(1, 1, true, 4000), sent(2, 1, true, 700)}, 0, NextStep::none},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        UpdateFacts facts;
+        facts.lastRecord.m_result = 1;
+        facts.stop = StopCause::user;
+        facts.outcomes = row.outcomes;
+        const auto outcome = concludeUpdate(twoFirmware(), facts);
+        EXPECT_EQ(outcome.exitCode, row.exitCode);
+        EXPECT_EQ(outcome.next, row.next);
+    }
+}
+
+TEST(Conclusion, NumbersThatNoFirmwareHasAreLeftOut)
+{
+    const auto outcome =
+        concludeUpdate(twoFirmware(), ended(-6, {sent(0, -6, false, 1), sent(3, -6, false, 1)}));
+    EXPECT_FALSE(outcome.firmware[0].reached);
+    EXPECT_FALSE(outcome.firmware[1].reached);
+    CheckFacts check;
+    check.report = {1, "", {{9, "", "", "", {true, 1, VersionReason::applies}, true}, {}}};
+    EXPECT_EQ(concludeCheck(twoFirmware(), check).exitCode, 2);
+}
+
+TEST(Conclusion, EveryMessageReadsAsWritten)
+{
+    std::string all;
+    const auto add = [&all](const Outcome& outcome) {
+        all += outcome.name + " (" + outcome.title + ", " + std::string(nextStepName(outcome.next))
+            + "): " + outcome.message + "\n";
+    };
+    auto package = twoFirmware();
+    for (const int code : {1, -1, -2, -3, -4, -5, -6, -7, -8, -9, -10, -11, -12}) {
+        add(concludeUpdate(package, ended(code, {})));
+        add(concludeUpdate(package, ended(code, {sent(1, code, false, 2000)})));
+    }
+    package.needsExitOperation = yesno_yes;
+    add(concludeUpdate(package, ended(1, {sent(1, 1, true, 4000)})));
+    add(concludeUpdate(package, ended(-11, {})));
+    for (const auto cause : {StopCause::user, StopCause::deadline, StopCause::answer}) {
+        UpdateFacts facts;
+        facts.address = "192.0.2.7";
+        facts.lastRecord.m_result = 1;
+        facts.stop = cause;
+        add(concludeUpdate(package, facts));
+    }
+    expectGolden("messages.txt", all);
+}

@@ -1,0 +1,118 @@
+#include "CLI/HelpText.h"
+#include "CLI/Options.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <vector>
+
+using testing::HasSubstr;
+
+namespace {
+
+Options parse(std::vector<const char*> words)
+{
+    words.insert(words.begin(), "vymkit-cli");
+    return parseOptions(static_cast<int>(words.size()), words.data());
+}
+
+} // namespace
+
+TEST(Options, AreAcceptedBeforeAndBehindTheCommand)
+{
+    const std::vector<std::vector<const char*>> lines = {
+        {"update", "--address", "192.0.2.7", "--yes", "--json", "--package", "p", "--deadline",
+         "90", "--quiet", "--verbose", "--no-color"},
+        {"--address", "192.0.2.7", "--yes", "--json", "--package", "p", "--deadline", "90",
+         "--quiet", "--verbose", "--no-color", "update"},
+        {"-y", "-q", "update", "-v", "--no-color", "--json", "-a", "192.0.2.7", "-p", "p",
+         "--deadline=90"},
+    };
+    for (const auto& line : lines) {
+        const auto options = parse(line);
+        EXPECT_EQ(options.usageError, "");
+        EXPECT_EQ(options.command, Command::update);
+        EXPECT_EQ(options.address, "192.0.2.7");
+        EXPECT_EQ(options.packageFolder, "p");
+        EXPECT_EQ(options.deadline, 90);
+        EXPECT_TRUE(options.yes && options.json && options.quiet && options.verbose
+                    && options.noColour);
+    }
+}
+
+TEST(Options, SayWhatIsWrong)
+{
+    const struct {
+        const char* why;
+        std::vector<const char*> words;
+        const char* message;
+    } rows[] = {
+        {"nothing at all", {}, "Say what to do"},
+        {"an unknown command", {"flash"}, "flash"},
+        {"two commands", {"info", "check"}, "check"},
+        {"an unknown option", {"info", "--force"}, "--force"},
+        {"no address", {"check"}, "needs the printer's address"},
+        {"an option without its value", {"check", "--address"}, "--address"},
+        {"a name for an address", {"check", "--address", "printer"}, "four numbers"},
+        {"an empty address", {"check", "--address", ""}, "four numbers"},
+        {"an address twice", {"check", "-a", "192.0.2.7", "-a", "192.0.2.8"}, "--address"},
+        {"an address that nobody asks", {"info", "--address", "192.0.2.7"}, "leave --address"},
+        {"a yes to a check", {"check", "-a", "192.0.2.7", "--yes"}, "--yes belongs"},
+        {"a limit in words", {"info", "--deadline", "soon"}, "'soon' is not a time limit"},
+        {"an empty limit", {"info", "--deadline", ""}, "is not a time limit"},
+        {"control characters", {"info", "--deadline", "\x1b[2J"}, "'\\x1b[2J'"},
+        {"control characters in a command", {"\x1b[2J"}, "\\x1b[2J"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_THAT(parse(row.words).usageError, HasSubstr(row.message));
+    }
+}
+
+TEST(Options, HelpAndVersionNeedNothingElse)
+{
+    EXPECT_EQ(parse({"--help"}).command, Command::help);
+    EXPECT_EQ(parse({"update", "-h"}).command, Command::help);
+    EXPECT_EQ(parse({"check", "--version"}).command, Command::version);
+    EXPECT_EQ(parse({"update", "-h"}).usageError, "");
+}
+
+TEST(Options, JsonIsNoticedInALineThatIsWrong)
+{
+    EXPECT_TRUE(parse({"--json", "--force", "update"}).json);
+    EXPECT_TRUE(parse({"--force", "--json"}).json);
+    EXPECT_FALSE(parse({"--force"}).json);
+}
+
+TEST(Options, AnArgumentVectorOfNothingIsWrongUsage)
+{
+    EXPECT_FALSE(parseOptions(0, nullptr).usageError.empty());
+}
+
+TEST(Options, APrinterAddressIsFourPlainNumbers)
+{
+    for (const char* good : {"192.0.2.7", "1.2.3.4", "127.0.0.1", "255.255.255.254", "10.0.0.0"})
+        EXPECT_TRUE(isPrinterAddress(good)) << good;
+    for (const char* bad :
+         {"", "0.0.0.0", "255.255.255.255", "1.2.3", "1.2.3.4.5", "1.2.3.256", "01.2.3.4",
+          "1.2.3.0x4", " 1.2.3.4", "1.2.3.4 ", "1.2.3.4\n", "1..3.4", "1.2.3.-4", "1,2,3,4", "::1",
+          "usb://1.2.3.4", "1.2.3.4:80", "3232235777", "1.2.3.1000"})
+        EXPECT_FALSE(isPrinterAddress(bad)) << bad;
+    EXPECT_FALSE(isPrinterAddress(std::string("1.2.3.4\0usb", 11)));
+}
+
+TEST(Options, ATimeLimitIsAPositiveNumber)
+{
+    EXPECT_EQ(parseSeconds("1"), 1.0);
+    EXPECT_EQ(parseSeconds("0.5"), 0.5);
+    for (const char* bad : {"", "0", "-1", "1s", "1e3", "nan", "inf", " 1", "0x10", "99999999999"})
+        EXPECT_EQ(parseSeconds(bad), std::nullopt) << bad;
+}
+
+TEST(Options, EveryOneIsOnTheHelpPage)
+{
+    for (const char* word :
+         {"info ", "check ", "update ", "-a, --address A", "-y, --yes", "-p, --package FOLDER",
+          "--deadline S", "--json", "-q, --quiet", "-v, --verbose", "--no-color", "NO_COLOR",
+          "-h, --help", "--version", "Examples:", "Exit codes:"})
+        EXPECT_THAT(std::string(kHelpText), HasSubstr(word));
+}

@@ -1,0 +1,99 @@
+#include "CLI/ProgressText.h"
+#include "CLI/Terminal.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+ProgressParts sending()
+{
+    return {"Sending firmware 1 of 2 (MAIN)", 50.0, 1024 * 1024, 2 * 1024 * 1024, 0, 35};
+}
+
+} // namespace
+
+TEST(ProgressText, ShowsStageBarPercentBytesAndTime)
+{
+    EXPECT_EQ(progressLine(sending(), 90),
+              "Sending firmware 1 of 2 (MAIN) [##############--------------]  50 %"
+              "  1.0 of 2.0 MiB  0:35");
+}
+
+TEST(ProgressText, CountsSmallFirmwareInKibibytes)
+{
+    auto parts = sending();
+    parts.bytesDone = 512;
+    parts.bytesTotal = 71683;
+    EXPECT_NE(progressLine(parts, 90).find("  0.5 of 70.0 KiB  "), std::string::npos);
+}
+
+TEST(ProgressText, LeavesTheBarOutWhereThereIsNoRoom)
+{
+    EXPECT_EQ(progressLine(sending(), 40),
+              "Sending firmware 1 of 2 (MAIN)  50 %  1.0 of 2.0 MiB  0:35");
+}
+
+TEST(ProgressText, NeverNeedsMoreThanTheColumns)
+{
+    for (std::size_t columns = 70; columns < 200; ++columns)
+        EXPECT_LE(columnsNeeded(progressLine(sending(), columns)), columns - 1);
+}
+
+TEST(ProgressText, SaysThatItWaitsWhereNobodyKnowsHowFarItIs)
+{
+    ProgressParts parts{"Connecting to the printer", {}, 0, 0, 12.4, 12.4};
+    const char* waiting = "Connecting to the printer: waiting for the printer, 12 s  0:12";
+    EXPECT_EQ(progressLine(parts, 90), waiting);
+    parts.percent = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(progressLine(parts, 90), waiting);
+    parts.percent = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(progressLine(parts, 90), waiting);
+}
+
+TEST(ProgressText, SaysThatItWaitsWhereNothingMoves)
+{
+    auto parts = sending();
+    parts.silence = 7;
+    EXPECT_NE(progressLine(parts, 100).find("waiting for the printer, 7 s"), std::string::npos);
+}
+
+TEST(ProgressText, NeverShowsMoreThanAll)
+{
+    auto parts = sending();
+    parts.percent = 200;
+    EXPECT_NE(progressLine(parts, 90).find("#] 100 %"), std::string::npos);
+}
+
+TEST(ProgressText, WritesTimesAndSizesForPeople)
+{
+    EXPECT_EQ(clockText(0), "0:00");
+    EXPECT_EQ(clockText(61.9), "1:01");
+    EXPECT_EQ(clockText(3723), "1:02:03");
+    EXPECT_EQ(sizeText(700), "700 bytes");
+    EXPECT_EQ(sizeText(1536), "1.5 KiB");
+    EXPECT_EQ(sizeText(3UL * 1024 * 1024), "3.0 MiB");
+}
+
+TEST(Terminal, BreaksSentencesBetweenWords)
+{
+    EXPECT_EQ(wrapped("one two three", 7), "one two\nthree");
+    EXPECT_EQ(wrapped("one two three", 6), "one\ntwo\nthree");
+    EXPECT_EQ(wrapped("a longword b", 3), "a\nlongword\nb");
+    EXPECT_EQ(wrapped("one two", std::string::npos), "one two");
+    EXPECT_EQ(wrapped("", 5), "");
+}
+
+TEST(Terminal, FitsATextIntoColumnsWithoutCuttingALetter)
+{
+    EXPECT_EQ(fitColumns("abc", 3), "abc");
+    EXPECT_EQ(fitColumns("abcd", 3), "abc");
+    EXPECT_EQ(fitColumns("a\xe3\x83\x97"
+                         "b",
+                         3),
+              "a\xe3\x83\x97");
+    EXPECT_EQ(fitColumns("a\xe3\x83\x97"
+                         "b",
+                         2),
+              "a");
+}

@@ -1,0 +1,160 @@
+// The command line on a terminal of its own: the question, the bar, colours.
+#include "CLI/CommandLine.h"
+#include "tests/CLI/CommandRun.h"
+
+#include <atomic>
+#include <csignal>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <unistd.h>
+
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+// A run whose three streams are one terminal; a person types into it beforehand.
+class TerminalRun : public CommandRun {
+public:
+    TerminalRun()
+    {
+        sigset_t interrupt{};
+        sigemptyset(&interrupt);
+        sigaddset(&interrupt, SIGINT);
+        pthread_sigmask(SIG_BLOCK, &interrupt, &m_formerMask); // for the reading thread as well
+        setenv("TERM", "xterm", 1);
+        unsetenv("NO_COLOR");
+        engine.records = {status(state_initial), status(state_sending, 1, "MAIN.BIN", 2000, 4000),
+                          status(state_writing, 1, "MAIN.BIN", 2000, 4000, 1),
+                          status(state_done, 1, "MAIN.BIN", 0, 0, 1)};
+        engine.outcomes = {confirmed(1, 4000)};
+        winsize size{24, 100, 0, 0};
+        EXPECT_EQ(openpty(&m_person, &m_program, nullptr, nullptr, &size), 0);
+    }
+    ~TerminalRun()
+    {
+        close(m_person);
+        close(m_program);
+        pthread_sigmask(SIG_SETMASK, &m_formerMask, nullptr);
+    }
+    TerminalRun(const TerminalRun&) = delete;
+    TerminalRun& operator=(const TerminalRun&) = delete;
+
+    void type(const std::string& text) const
+    {
+        EXPECT_EQ(write(m_person, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    }
+    // What stood on the screen is in screen afterwards.
+    int run(std::vector<std::string> words)
+    {
+        words.insert(words.begin(), "vymkit-cli");
+        words.insert(words.end(), {"-a", "192.0.2.7", "--package", folder.path().string()});
+        std::vector<char*> arguments;
+        arguments.reserve(words.size());
+        for (auto& word : words)
+            arguments.push_back(word.data());
+        std::atomic<bool> done{false};
+        std::thread reader([&] { read(done); });
+        const int code = runCommandLine(static_cast<int>(arguments.size()), arguments.data(),
+                                        {m_program, m_program, m_program});
+        done = true;
+        reader.join();
+        return code;
+    }
+
+    std::string screen;
+
+private:
+    void read(const std::atomic<bool>& done)
+    {
+        std::array<char, 4096> piece{};
+        for (;;) {
+            const bool last = done;
+            pollfd entry{m_person, POLLIN, 0};
+            if (poll(&entry, 1, 10) > 0)
+                screen.append(
+                    piece.data(),
+                    static_cast<std::size_t>(::read(m_person, piece.data(), piece.size())));
+            else if (last)
+                return;
+        }
+    }
+
+    sigset_t m_formerMask{};
+    int m_person = -1;
+    int m_program = -1;
+};
+
+} // namespace
+
+TEST(Terminal, AsksBeforeItStartsAndShowsABar)
+{
+    TerminalRun run;
+    run.type("yes\n");
+    EXPECT_EQ(run.run({"update"}), 0);
+    EXPECT_THAT(run.screen, HasSubstr("Start the update? [y/N] "));
+    EXPECT_THAT(run.screen, HasSubstr("  Main controller 1.2.10\r\n"));
+    EXPECT_THAT(run.screen, HasSubstr("\r\x1b[KSending firmware 1 of 2 (Main controller) ["));
+    EXPECT_THAT(run.screen, HasSubstr("]  25 %  2.0 of 3.9 KiB  0:02"));
+    EXPECT_THAT(run.screen, HasSubstr("]  75 %"));
+    EXPECT_THAT(run.screen, HasSubstr("\x1b[32mUpdated\x1b[0m: The printer"));
+}
+
+TEST(Terminal, AnythingButYesIsANo)
+{
+    for (const char* answer : {"no\n", "\n", "yesno\n", "\x04"}) {
+        TerminalRun run;
+        run.type(answer);
+        EXPECT_EQ(run.run({"update"}), 130);
+        EXPECT_EQ(run.engine.port, 0);
+        EXPECT_THAT(run.screen, HasSubstr("You did not answer yes"));
+    }
+}
+
+TEST(Terminal, ASignalAnswersTheQuestionToo)
+{
+    TerminalRun run;
+    kill(getpid(), SIGINT); // waits until somebody asks for it
+    EXPECT_EQ(run.run({"update"}), 130);
+    EXPECT_EQ(run.engine.port, 0);
+    EXPECT_THAT(run.screen, HasSubstr("You stopped the run before any firmware was sent"));
+}
+
+TEST(Terminal, DoesNotAskWhereTheAnswerIsGiven)
+{
+    TerminalRun run;
+    EXPECT_EQ(run.run({"update", "--yes"}), 0);
+    EXPECT_THAT(run.screen, Not(HasSubstr("Start the update?")));
+}
+
+TEST(Terminal, JsonAsksNobodyEvenOnATerminal)
+{
+    TerminalRun run;
+    run.type("yes\n");
+    EXPECT_EQ(run.run({"update", "--json"}), 64);
+    EXPECT_EQ(run.engine.port, 0);
+}
+
+TEST(Terminal, UsesNoColourWhereItIsNotWanted)
+{
+    TerminalRun refused;
+    EXPECT_EQ(refused.run({"update", "--yes", "--no-color"}), 0);
+    EXPECT_THAT(refused.screen, HasSubstr("Updated: The printer"));
+    TerminalRun environment;
+    setenv("NO_COLOR", "1", 1);
+    EXPECT_EQ(environment.run({"update", "--yes"}), 0);
+    EXPECT_THAT(environment.screen, HasSubstr("Updated: The printer"));
+    setenv("NO_COLOR", "", 1);
+    EXPECT_EQ(environment.run({"update", "--yes"}), 0);
+}
+
+TEST(Terminal, ADumbTerminalGetsPlainLines)
+{
+    TerminalRun run;
+    setenv("TERM", "dumb", 1);
+    EXPECT_EQ(run.run({"update", "--yes"}), 0);
+    EXPECT_EQ(run.screen.find('\x1b'), std::string::npos);
+    EXPECT_THAT(run.screen, HasSubstr("Sending firmware 1 of 2 (Main controller): 20 %\r\n"));
+}

@@ -1,0 +1,273 @@
+#include "tests/CLI/CommandRun.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+const std::vector<tag_devinfo> kWholeRun = {
+    status(state_initial),
+    status(state_entered),
+    status(state_checked, 1, "MAIN.BIN"),
+    status(state_sending, 1, "MAIN.BIN", 1000, 4000),
+    status(state_sending, 1, "MAIN.BIN", 4000, 4000),
+    status(state_writing, 1, "MAIN.BIN", 1000, 4000, 1),
+    status(state_finished, 1, "MAIN.BIN", 4000, 4000, 1),
+    status(state_checked, 2, "ENGINE.BIN", 0, 0, 1, -11),
+    status(state_done, 2, "ENGINE.BIN", 0, 0, 1, -11),
+};
+
+// An update of a printer that takes the first firmware and needs the second one not.
+class Update : public CommandRun {
+public:
+    Update()
+    {
+        engine.records = kWholeRun;
+        engine.outcomes = {confirmed(1, 4000),
+                           {2, -11, VersionReason::notNewer, false, false, 0, 0}};
+    }
+    int with(std::vector<std::string> words)
+    {
+        words.insert(words.begin(), {"update", "--yes", "--address", "192.0.2.7"});
+        return runOnPackage(std::move(words));
+    }
+    int text() { return with({}); }
+    int json() { return with({"--json"}); }
+    // A signal arrives while that record is looked at; the worker then ends with another one.
+    void interrupt(std::size_t look, tag_devinfo last)
+    {
+        engine.atLook = [look](std::size_t now) {
+            if (now == look)
+                kill(getpid(), SIGINT);
+        };
+        engine.stopFollowsLook = look;
+        engine.recordAfterStop = last;
+    }
+};
+
+std::size_t linesWith(const std::string& text, const std::string& part)
+{
+    std::size_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+} // namespace
+
+TEST(UpdateCommand, RunsTheWorkerToItsEndAndSaysWhatItDid)
+{
+    Update update;
+    EXPECT_EQ(update.text(), 0);
+    EXPECT_EQ(update.engine.address, "192.0.2.7");
+    EXPECT_EQ(update.engine.port, 48350);
+    EXPECT_EQ(update.engine.polling, 500U);
+    EXPECT_EQ(update.engine.stops, 1);
+    EXPECT_EQ(update.engine.workers, 0);
+    expectGolden("update-updated.txt", update.out);
+    expectGolden("update-progress.txt", update.err);
+}
+
+TEST(UpdateCommand, WritesAJsonLineForEachChangeAndOneResult)
+{
+    Update update;
+    update.engine.records.insert(update.engine.records.begin() + 3, 3, kWholeRun[2]);
+    EXPECT_EQ(update.json(), 0);
+    expectGolden("update-updated.json", update.out);
+    EXPECT_EQ(update.err, "");
+}
+
+TEST(UpdateCommand, ShowsNoProgressOnRequest)
+{
+    Update update;
+    EXPECT_EQ(update.with({"--quiet"}), 0);
+    EXPECT_EQ(update.err, "");
+    EXPECT_THAT(update.out, StartsWith("Updated: "));
+}
+
+TEST(UpdateCommand, ClaimsNoUpdateWhenNothingWasSent)
+{
+    Update update;
+    update.engine.firmware.resize(1);
+    update.engine.records = {status(state_initial), status(state_done, 1, "MAIN.BIN", 0, 0, 1)};
+    update.engine.outcomes = {{1, 1, VersionReason::otherSeries, false, false, 0, 0}};
+    EXPECT_EQ(update.text(), 2);
+    expectGolden("update-nothing.txt", update.out);
+    EXPECT_EQ(update.json(), 2);
+    expectGolden("update-nothing.json", update.out);
+}
+
+TEST(UpdateCommand, TellsWhatToDoWhenThePackageNeedsAHand)
+{
+    Update update;
+    update.engine.needsExitOperation = yesno_yes;
+    EXPECT_EQ(update.text(), 0);
+    EXPECT_THAT(update.out, HasSubstr("switch it off and on again"));
+}
+
+TEST(UpdateCommand, TellsThatAConnectionBrokeInTheMiddleOfAFirmware)
+{
+    Update update;
+    update.engine.records = {kWholeRun[3], status(state_failed, 1, "MAIN.BIN", 0, 0, 0, -6)};
+    update.engine.outcomes = {{1, -6, VersionReason::applies, true, false, 2000, 4000}};
+    EXPECT_EQ(update.text(), 16);
+    EXPECT_EQ(update.engine.stops, 1);
+    expectGolden("update-lost.txt", update.err + update.out);
+    EXPECT_EQ(update.json(), 16);
+    expectGolden("update-lost.json", update.out);
+}
+
+TEST(UpdateCommand, TellsThatAPrinterCannotBeReached)
+{
+    Update update;
+    update.engine.records = {status(state_initial), status(state_failed, 0, "", 0, 0, 0, -6)};
+    update.engine.outcomes.clear();
+    EXPECT_EQ(update.text(), 16);
+    expectGolden("update-unreachable.txt", update.err + update.out);
+}
+
+TEST(UpdateCommand, EndsWithASystemErrorWhereNoWorkerRuns)
+{
+    for (const bool canCreate : {false, true}) {
+        Update update;
+        update.engine.canCreate = canCreate;
+        update.engine.canStart = false;
+        EXPECT_EQ(update.json(), 19);
+        EXPECT_THAT(update.out, HasSubstr(R"("name":"system-error","result_code":-9)"));
+        EXPECT_EQ(update.engine.workers, 0);
+    }
+}
+
+TEST(UpdateCommand, ASignalBeforeTheFirstByteStopsTheRun)
+{
+    Update update;
+    update.interrupt(1, status(state_entered));
+    update.engine.outcomes.clear();
+    EXPECT_EQ(update.text(), 130);
+    EXPECT_EQ(update.engine.stops, 1);
+    expectGolden("update-stopped-early.txt", update.err + update.out);
+}
+
+TEST(UpdateCommand, ASignalAmidATransferLetsItEndAndSendsAPersonToThePrinter)
+{
+    Update update;
+    update.interrupt(3, status(state_writing, 2, "ENGINE.BIN", 10, 700, 2));
+    update.engine.outcomes = {{1, 1, VersionReason::applies, true, false, 4000, 4000},
+                              {2, 1, VersionReason::applies, true, false, 700, 700}};
+    EXPECT_EQ(update.text(), 130);
+    expectGolden("update-stopped.txt", update.err + update.out);
+    update.engine.looks = 0;
+    EXPECT_EQ(update.json(), 130);
+    EXPECT_THAT(update.out, HasSubstr(R"("type":"stopping","schema_version":1)"));
+    EXPECT_THAT(update.out, HasSubstr(R"("cause":"signal"})"));
+    EXPECT_THAT(update.out, HasSubstr(R"("next":"check-printer")"));
+    EXPECT_THAT(update.out, HasSubstr(R"("firmware_bytes_sent":true)"));
+}
+
+TEST(UpdateCommand, FurtherSignalsOnlyRepeatTheExplanation)
+{
+    Update update;
+    update.interrupt(1, status(state_entered));
+    update.engine.outcomes.clear();
+    update.engine.atStop = [&update] {
+        for (int i = 0; i < 3; ++i) {
+            const std::atomic_ref looks(update.engine.looks);
+            const auto before = looks.load();
+            kill(getpid(), i == 1 ? SIGTERM : SIGHUP);
+            while (looks == before) // until it has been noticed
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    };
+    EXPECT_EQ(update.text(), 130);
+    EXPECT_EQ(update.engine.stops, 1);
+    EXPECT_GE(linesWith(update.err, "You asked to stop"), 2U);
+}
+
+TEST(UpdateCommand, TheTimeLimitStopsTheRunAsASignalDoes)
+{
+    Update update;
+    update.engine.records = {status(state_initial)};
+    update.engine.outcomes.clear();
+    EXPECT_EQ(update.with({"--json", "--deadline", "3"}), 130);
+    EXPECT_EQ(update.engine.stops, 1);
+    EXPECT_THAT(update.out, HasSubstr(R"("cause":"deadline"})"));
+    EXPECT_THAT(update.out, HasSubstr(R"("name":"stopped","result_code":null)"));
+    EXPECT_THAT(update.out, HasSubstr("longer --deadline"));
+    EXPECT_THAT(update.out, HasSubstr(R"("next":"retry")"));
+}
+
+TEST(UpdateCommand, AnErrorAfterTheStopIsToldWhenFirmwareWasOnItsWay)
+{
+    Update update;
+    update.interrupt(3, status(state_failed, 1, "MAIN.BIN", 0, 0, 0, -6));
+    update.engine.outcomes = {{1, -6, VersionReason::applies, true, false, 2000, 4000}};
+    EXPECT_EQ(update.json(), 16);
+    EXPECT_THAT(update.out, HasSubstr(R"("name":"connection-lost")"));
+}
+
+TEST(UpdateCommand, AnErrorAfterTheStopIsNoMatterWhenNothingWasSent)
+{
+    Update update;
+    update.interrupt(0, status(state_failed, 0, "", 0, 0, 0, -6));
+    update.engine.outcomes.clear();
+    EXPECT_EQ(update.json(), 130);
+}
+
+TEST(UpdateCommand, AStopThatCameTooLateIsNoStop)
+{
+    Update update;
+    update.interrupt(7, kWholeRun.back());
+    EXPECT_EQ(update.json(), 0);
+    EXPECT_THAT(update.out, HasSubstr(R"("name":"updated")"));
+}
+
+TEST(UpdateCommand, ASignalBehindTheEndChangesNothing)
+{
+    Update update;
+    update.interrupt(8, kWholeRun.back());
+    EXPECT_EQ(update.json(), 0);
+    EXPECT_THAT(update.out, testing::Not(HasSubstr("stopping")));
+}
+
+TEST(UpdateCommand, RunsOnWhenNobodyTakesItsOutput)
+{
+    const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    close(ends[0]);
+    for (const int descriptor : {full, ends[1], 9999}) {
+        Update update;
+        update.standardOutput = descriptor;
+        EXPECT_EQ(update.json(), 0);
+        EXPECT_EQ(update.engine.stops, 1);
+        EXPECT_EQ(update.text(), 0);
+    }
+    close(full);
+    close(ends[1]);
+}
+
+TEST(UpdateCommand, ShowsNoControlCharactersOfAPrinter)
+{
+    Update update;
+    update.engine.records[3] = status(state_sending, 1, "\x1b[2J\x9b", 2000, 4000);
+    EXPECT_EQ(update.text(), 0);
+    EXPECT_THAT(update.err, HasSubstr("(\\x1b[2J\\x9b)"));
+    EXPECT_EQ(update.err.find('\x1b'), std::string::npos);
+    update.engine.looks = 0;
+    EXPECT_EQ(update.json(), 0);
+    EXPECT_THAT(update.out, HasSubstr(R"("firmware_name":"\\x1b[2J\\x9b")"));
+}
+
+TEST(UpdateCommand, AProgressThatIsNoNumberIsUnknown)
+{
+    Update update;
+    update.engine.records[5] = status(state_writing, 1, "MAIN.BIN", 5, 0, 1);
+    EXPECT_EQ(update.json(), 0);
+    EXPECT_THAT(update.out, HasSubstr(R"("bytes_done":5,"bytes_total":0,"progress":null)"));
+}
