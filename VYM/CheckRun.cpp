@@ -5,11 +5,16 @@
 
 namespace {
 
-// The package's side of the decision: an image that is not wholly there cannot be sent.
-VersionDecision withImage(VersionDecision decision, const std::string& fileName)
+// What the version does not decide: whether the image is wholly there, and can be sent at all.
+VersionDecision withImage(const VersionDecision& decision, const vymProtocol& protocol,
+                          const std::string& fileName)
 {
+    if (!decision.send)
+        return decision;
+    if (const int code = protocol.CheckSending(); code != result::kSuccess)
+        return {false, code, VersionReason::undecided};
     auto* container = vymBindInfo::Instance();
-    if (decision.send && (container == nullptr || !container->holdsEveryByte(fileName.c_str())))
+    if (container == nullptr || !container->holdsEveryByte(fileName.c_str()))
         return {false, result::kFirmwareUnreadable, VersionReason::undecided};
     return decision;
 }
@@ -33,7 +38,7 @@ void decideEntries(vymProtocol& protocol, const std::string& model, CheckReport&
             withImage(protocol.DecideVersion(model.c_str(), entry.firmName.c_str(),
                                              entry.updateVersion.c_str(), compatibleVersion.c_str(),
                                              entry.installedVersion),
-                      fileName);
+                      protocol, fileName);
         const int code = entry.decision.code;
         reached = reached && (code == result::kSuccess || code == result::kNotApplicable);
         report.entries.push_back(std::move(entry));

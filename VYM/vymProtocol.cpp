@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr unsigned long kLeastModeMs = 500; // for entering and leaving when the package says 0
+constexpr unsigned long kLeastMs = 500; // for entering and leaving when the package says 0
 constexpr unsigned long kFirstPacketSize = 4096; // until the printer has told its own
 constexpr unsigned long kLongestMs = 0xFFFFFFFF; // a time-out is 32 bits wide
 
@@ -77,11 +77,11 @@ int vymProtocol::setTimeout(unsigned long milliseconds)
     return result::kSuccess;
 }
 
-// A time that is not positive becomes the least one; without a least one it cannot be set.
-int vymProtocol::setTimeoutSeconds(int seconds, unsigned long leastMilliseconds)
+// A time of the package; one that is not positive becomes the least.
+int vymProtocol::setTimeoutSeconds(int seconds)
 {
     if (seconds <= 0)
-        return setTimeout(leastMilliseconds);
+        return setTimeout(kLeastMs);
     return setTimeout(std::min(static_cast<unsigned long>(seconds) * 1000, kLongestMs));
 }
 
@@ -148,7 +148,7 @@ int vymProtocol::EnterDownLoadMode(char* port, char* address, unsigned short por
     int seconds = 0;
     if (!g_VymInfo.getEnterTime(seconds))
         return result::kSystem;
-    if (const int set = setTimeoutSeconds(seconds, kLeastModeMs); set != result::kSuccess)
+    if (const int set = setTimeoutSeconds(seconds); set != result::kSuccess)
         return set;
     if (const int set = SetPacketSize(kFirstPacketSize); set != result::kSuccess)
         return set;
@@ -198,7 +198,7 @@ int vymProtocol::ExitDownLoadMode()
     int seconds = 0;
     if (!g_VymInfo.getExitTime(seconds))
         return result::kSystem;
-    setTimeoutSeconds(seconds, kLeastModeMs); // the printer is left in any case
+    setTimeoutSeconds(seconds); // the printer is left in any case
     auto packet = packets::exitDownload();
     Reply reply(*this);
     if (const int sent = exchangeOnce(asBytes(packet), reply); sent != result::kSuccess)

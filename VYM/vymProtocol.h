@@ -70,6 +70,10 @@ public:
                                   const char* updateVersion, const char* compatibleVersion,
                                   std::string& installedVersion);
 
+    // What would keep a firmware from being sent once it is decided: a time or a packet size that
+    // cannot be used. kSuccess, or the code with which UpdateFirmware would end.
+    [[nodiscard]] int CheckSending() const;
+
     // Of the last UpdateFirmware.
     [[nodiscard]] VersionReason DecisionReason() const { return m_reason; }
     [[nodiscard]] bool FirmwareBytesWentOut() const { return m_bytesWentOut; }
@@ -95,7 +99,7 @@ private:
 
     [[nodiscard]] int connected() const;
     int setTimeout(unsigned long milliseconds);
-    int setTimeoutSeconds(int seconds, unsigned long leastMilliseconds);
+    int setTimeoutSeconds(int seconds);
     int exchangeOnce(std::span<unsigned char> packet, Reply& reply);
     int exchange(std::span<unsigned char> packet, Reply& reply);
     int receiveFile(std::span<unsigned char> request, FileAssembly& file);

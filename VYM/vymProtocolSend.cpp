@@ -131,18 +131,30 @@ void vymProtocol::publishDecision(tag_devinfo& info, int code, const char* subFi
     storeState(info, state_checked);
 }
 
-int vymProtocol::prepareSending(Image& image)
+int vymProtocol::CheckSending() const
 {
     int seconds = 0;
+    int maxPacket = 0;
     if (!g_VymInfo.getUpdateTime(seconds))
         return result::kSystem;
-    if (const int set = setTimeoutSeconds(seconds, 0); set != result::kSuccess)
-        return set;
-    int maxPacket = 0;
+    if (seconds <= 0)
+        return result::kBadReply; // no time-out could be set
     if (!m_target.getMaxPacket(maxPacket))
         return result::kSystem;
-    if (maxPacket <= static_cast<int>(kHeadSize))
-        return result::kBadReply; // no room for a single byte of firmware
+    // Head and at least one byte of firmware go into a packet.
+    return maxPacket > static_cast<int>(kHeadSize) ? result::kSuccess : result::kBadReply;
+}
+
+int vymProtocol::prepareSending(Image& image)
+{
+    if (const int code = CheckSending(); code != result::kSuccess)
+        return code;
+    int seconds = 0;
+    int maxPacket = 0;
+    g_VymInfo.getUpdateTime(seconds);
+    m_target.getMaxPacket(maxPacket);
+    if (const int set = setTimeoutSeconds(seconds); set != result::kSuccess)
+        return set;
     image.pieceSize = std::min(static_cast<unsigned long>(maxPacket) - kHeadSize, kMostPiece);
     return result::kSuccess;
 }

@@ -138,8 +138,8 @@ void vymThread::RunThread(char* port, char* address, unsigned short portNo)
 
 void vymThread::runUpdate(vymProtocol& protocol, char* port, char* address, unsigned short portNo)
 {
-    const int entered = guarded(
-        [&] { return protocol.EnterDownLoadMode(port, address, portNo, false); });
+    const int entered =
+        guarded([&] { return protocol.EnterDownLoadMode(port, address, portNo, false); });
     if (entered != result::kSuccess) {
         // Not entered, so not left either; the connection closes with the protocol object.
         protocol.setUpdateState(m_info, state_failed, entered, 0, 0);

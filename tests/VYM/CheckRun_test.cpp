@@ -11,7 +11,8 @@ class CheckRun : public ::testing::Test {
 protected:
     void prepare(std::initializer_list<std::string_view> texts)
     {
-        m_package.description(texts).file("main.bin", "image").open();
+        m_package = std::make_unique<Package>();
+        m_package->description(texts).file("main.bin", "image").open();
     }
     CheckReport run(bool stopped = false)
     {
@@ -32,13 +33,13 @@ protected:
 
     ScriptedTime m_time;
     TransportScript m_script;
-    Package m_package;
+    std::unique_ptr<Package> m_package;
 };
 
 TEST_F(CheckRun, DecidesEveryEntryAndSendsNoFirmware)
 {
-    prepare({"TGMNAME M", "VERSION MAIN=01.20 main.bin A", "VERSION BOOT=02.00 main.bin B",
-             "VERSION DICT=01.00 main.bin C"});
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A",
+             "VERSION BOOT=02.00 main.bin B", "VERSION DICT=01.00 main.bin C"});
     answer(info("M"));
     const auto report = run();
     EXPECT_EQ(report.result, 1);
@@ -57,7 +58,8 @@ TEST_F(CheckRun, DecidesEveryEntryAndSendsNoFirmware)
 
 TEST_F(CheckRun, SaysWhatAnUpdateWouldNotReach)
 {
-    prepare({"TGMNAME M", "VERSION MAIN=bad main.bin A", "VERSION BOOT=04.00 main.bin B"});
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=bad main.bin A",
+             "VERSION BOOT=04.00 main.bin B"});
     answer(info("M"));
     const auto report = run();
     EXPECT_EQ(report.entries[0].decision.code, -5);
@@ -67,7 +69,7 @@ TEST_F(CheckRun, SaysWhatAnUpdateWouldNotReach)
 
 TEST_F(CheckRun, RefusesAnotherModel)
 {
-    prepare({"TGMNAME M", "VERSION MAIN=01.20 main.bin A"});
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A"});
     answer(info("OTHER"));
     const auto report = run();
     EXPECT_EQ(report.result, 1);
@@ -77,9 +79,19 @@ TEST_F(CheckRun, RefusesAnotherModel)
 
 TEST_F(CheckRun, SaysThatAnImageIsMissingFromThePackage)
 {
-    prepare({"TGMNAME M", "VERSION MAIN=01.20 gone.bin A"});
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 gone.bin A"});
     answer(info("M"));
     EXPECT_EQ(run().entries[0].decision.code, -8);
+}
+
+TEST_F(CheckRun, SaysThatNothingCouldBeSentWithoutATimeOrAPacketForIt)
+{
+    prepare({"TGMNAME M", "UPDATETIME 0", "VERSION MAIN=01.20 main.bin A"});
+    answer(info("M"));
+    EXPECT_EQ(run().entries[0].decision.code, -5);
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A"});
+    answer(rows({"TGMNAME M", "VERSION MAIN=01.10", "MAXPACKET 60"}));
+    EXPECT_EQ(run().entries[0].decision.code, -5);
 }
 
 TEST_F(CheckRun, GivesTheCodeOfWhatWentWrongAndLeavesDownloadMode)
@@ -102,7 +114,7 @@ TEST_F(CheckRun, NeedsThePackagesModel)
 
 TEST_F(CheckRun, LeavesDownloadModeWhenItIsStopped)
 {
-    prepare({"TGMNAME M", "VERSION MAIN=01.20 main.bin A"});
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A"});
     m_script.queueReply(printer::enter()).queueReply(printer::exit());
     const auto report = run(true);
     EXPECT_TRUE(report.entries.empty());

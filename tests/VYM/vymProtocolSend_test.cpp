@@ -280,7 +280,6 @@ TEST_F(vymProtocolSend, NeedsWhatThePackageAndThePrinterHaveToSay)
         {"a packet without room for data", "UPDATETIME 1", targetInfo("60"), -5},
         {"room for less", "UPDATETIME 1", targetInfo("8"), -5},
     };
-    m_script.refuseTimeout(0);
     for (const auto& row : table) {
         SCOPED_TRACE(row.why);
         package({"TGMNAME MODEL-A", row.row});

@@ -20,8 +20,8 @@ std::vector<std::string> joined(std::vector<std::string> first,
 std::vector<std::string> printerCommand(const std::string& address, const std::string& store,
                                         const std::vector<std::string>& options)
 {
-    std::vector<std::string> command{VYMPRINTER, "--listen", address + ":" + kPort, "--store",
-                                     store, "--model", "MODEL-A"};
+    std::vector<std::string> command{
+        VYMPRINTER, "--listen", address + ":" + kPort, "--store", store, "--model", "MODEL-A"};
     if (std::find(options.begin(), options.end(), "--max-packet") == options.end())
         command.insert(command.end(), {"--max-packet", "4096"});
     return joined(command, options);
