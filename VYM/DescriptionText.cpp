@@ -72,13 +72,21 @@ bool Rows::next(std::string_view& row)
     return true;
 }
 
+bool RowsOfKey::next(std::string_view& row)
+{
+    while (m_rows.next(row)) {
+        if (equalNoCase(row.substr(0, m_key.size()), m_key))
+            return true;
+    }
+    return false;
+}
+
 std::string_view findRow(std::string_view text, std::string_view key, unsigned index)
 {
-    Rows rows(text);
+    RowsOfKey rows(text, key);
     std::string_view row;
-    unsigned counted = 0;
-    while (rows.next(row)) {
-        if (equalNoCase(row.substr(0, key.size()), key) && counted++ == index)
+    for (unsigned counted = 0; rows.next(row); ++counted) {
+        if (counted == index)
             return row;
     }
     return {};

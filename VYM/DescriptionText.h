@@ -29,6 +29,17 @@ private:
     bool m_done = false;
 };
 
+// Takes the next row that begins with key; false when there is none left.
+class RowsOfKey {
+public:
+    RowsOfKey(std::string_view text, std::string_view key) : m_rows(text), m_key(key) { }
+    bool next(std::string_view& row);
+
+private:
+    Rows m_rows;
+    std::string_view m_key;
+};
+
 // The index-th row that begins with key, or empty.
 std::string_view findRow(std::string_view text, std::string_view key, unsigned index);
 // What follows the first token and the blanks behind it; empty when nothing does.

@@ -7,6 +7,7 @@ namespace {
 
 using description::equalNoCase;
 
+constexpr const char* kVersion = "VERSION";
 constexpr int kDefaultPortNo = 48350;
 constexpr int kThisPlatform = 4; // the number of this system among the platforms
 constexpr std::string_view kThisPlatformName = "MACOS";
@@ -171,13 +172,10 @@ bool vymParse::getMaxPacket(int& bytes) const
 
 bool vymParse::getSupportCommand(std::vector<int>& commands) const
 {
-    constexpr std::string_view kKey = "SUPPORT_COMMAND";
     const HoldLock hold(m_lock);
-    description::Rows rows(m_text);
+    description::RowsOfKey rows(m_text, "SUPPORT_COMMAND");
     std::string_view row;
     while (rows.next(row)) {
-        if (!equalNoCase(row.substr(0, kKey.size()), kKey))
-            continue;
         const auto valuePart = description::afterToken(row);
         commands.push_back(valuePart.empty() ? -1 : description::leadingNumber(valuePart, 16));
     }
@@ -209,7 +207,7 @@ bool vymParse::getVersion(unsigned index, std::string& firmName, std::string& up
     const HoldLock hold(m_lock);
     if (m_type != load_vyminfo && m_type != load_targetinfo)
         assertionFailed("VYM/vymParse", kVersionPlace, "0");
-    const auto found = row("VERSION", index);
+    const auto found = row(kVersion, index);
     if (found.empty())
         return false;
     description::Tokens tokens(description::afterToken(found));
@@ -249,7 +247,7 @@ bool vymParse::getDispFirmVersion(unsigned index, std::string& dispFirm, std::st
         assertionFailed("VYM/vymParse", kDisplayPlace, "0");
     dispFirm.clear();
     dispVer.clear();
-    const auto found = row("VERSION", index);
+    const auto found = row(kVersion, index);
     if (found.empty())
         return false;
     readDisplay(description::Tokens(description::afterToken(found)), dispFirm, dispVer);
@@ -261,7 +259,7 @@ bool vymParse::getTargetInfoVersion(unsigned index, std::string& name, std::stri
     const HoldLock hold(m_lock);
     if (m_type != load_targetinfo)
         return false;
-    const auto valuePart = description::afterToken(row("VERSION", index));
+    const auto valuePart = description::afterToken(row(kVersion, index));
     if (valuePart.empty())
         return false;
     readTargetPair(valuePart, name, version);
@@ -270,27 +268,23 @@ bool vymParse::getTargetInfoVersion(unsigned index, std::string& name, std::stri
 
 unsigned vymParse::countVersionRows() const
 {
-    constexpr std::string_view kKey = "VERSION";
     const HoldLock hold(m_lock);
-    description::Rows rows(m_text);
+    description::RowsOfKey rows(m_text, kVersion);
     std::string_view row;
     unsigned count = 0;
     while (rows.next(row))
-        count += equalNoCase(row.substr(0, kKey.size()), kKey) ? 1 : 0;
+        ++count;
     return count;
 }
 
 bool vymParse::findTargetInfoVersion(std::string_view firmName, std::string& version) const
 {
-    constexpr std::string_view kKey = "VERSION";
     const HoldLock hold(m_lock);
     if (m_type != load_targetinfo)
         return false;
-    description::Rows rows(m_text);
+    description::RowsOfKey rows(m_text, kVersion);
     std::string_view row;
     while (rows.next(row)) {
-        if (!equalNoCase(row.substr(0, kKey.size()), kKey))
-            continue;
         const auto valuePart = description::afterToken(row);
         if (valuePart.empty())
             return false; // a row without a value ends the printer's list
@@ -311,7 +305,7 @@ bool vymParse::getVymBindVersion(unsigned index, std::string& bindVersion,
     const HoldLock hold(m_lock);
     if (m_type != load_bindinfo)
         return false;
-    const auto found = row("VERSION", index);
+    const auto found = row(kVersion, index);
     if (found.empty())
         return false;
     description::Tokens tokens(description::afterToken(found));
@@ -328,15 +322,12 @@ bool vymParse::getVymBindVersion(unsigned index, std::string& bindVersion,
 
 bool vymParse::getPlatformVersion(int platform, long& maxVersion, long& minVersion) const
 {
-    constexpr std::string_view kKey = "PLATFORMVERSION";
     const HoldLock hold(m_lock);
     if (platform != kThisPlatform || m_type != load_vyminfo)
         return false;
-    description::Rows rows(m_text);
+    description::RowsOfKey rows(m_text, "PLATFORMVERSION");
     std::string_view row;
     while (rows.next(row)) {
-        if (!equalNoCase(row.substr(0, kKey.size()), kKey))
-            continue;
         description::Tokens tokens(description::afterToken(row));
         std::string_view token;
         const auto pair =

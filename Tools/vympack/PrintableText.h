@@ -1,14 +1,14 @@
-// Texts of unknown origin made fit for a terminal and for JSON: control characters, characters
-// that turn or break lines of text, and bytes that are no UTF-8 become \xNN, byte by byte.
+// Texts of unknown origin made fit for a terminal and for JSON, however long they are.
 //
 // Threads: any. Reads nothing but its argument.
 #pragma once
-#include <string>
-#include <string_view>
+#include "UI/PlainText.h"
 
 namespace vympack {
 
-// Always valid UTF-8; a text that is printable already comes back unchanged.
-std::string printable(std::string_view text);
+inline std::string printable(std::string_view text)
+{
+    return plainText(text, std::string_view::npos);
+}
 
 } // namespace vympack

@@ -228,7 +228,7 @@ TEST_F(VympackFiles, HostileNamesNeverLeaveTheFolder)
          std::filesystem::recursive_directory_iterator(m_out.path("unpacked")))
         ++count;
     EXPECT_EQ(count, 1U);
-    EXPECT_THAT(m_errors.str(), HasSubstr("a\\x0Ab"));
+    EXPECT_THAT(m_errors.str(), HasSubstr("a\\x0ab"));
     EXPECT_EQ(m_results.str(), "fine\n");
 }
 

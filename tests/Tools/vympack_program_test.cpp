@@ -127,7 +127,7 @@ TEST(VympackProgram, HostileBytesMakeValidJsonAndNoTerminalSequences)
         const auto outcome = run(command + package);
         const auto report = json::parse(outcome.output, nullptr, false);
         EXPECT_FALSE(report.is_discarded()) << outcome.output;
-        EXPECT_THAT(outcome.output, HasSubstr(R"(\\x1B[2J\\xC3)"));
+        EXPECT_THAT(outcome.output, HasSubstr(R"(\\x1b[2J\\xc3)"));
     }
     EXPECT_EQ(run("check " + package).output.find('\x1B'), std::string::npos);
     EXPECT_THAT(run("check " + package).output, HasSubstr("PORTNO\\x80"));

@@ -22,17 +22,6 @@ std::string rows(std::initializer_list<std::string_view> texts)
     return all;
 }
 
-std::string imageBytes(std::size_t size, unsigned seed)
-{
-    std::string bytes(size, '\0');
-    std::uint32_t state = seed * 2654435761U + 1;
-    for (char& byte : bytes) {
-        state = state * 1664525U + 1013904223U;
-        byte = static_cast<char>(state >> 24);
-    }
-    return bytes;
-}
-
 Package& Package::file(std::string name, std::string bytes)
 {
     entry(std::move(name), static_cast<std::uint32_t>(m_data.size()),

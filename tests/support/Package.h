@@ -1,6 +1,7 @@
 // A package container for a test, written byte by byte and not by the product's own tool, and
 // opened as the engine opens it.
 #pragma once
+#include "tests/support/ImageBytes.h"
 #include "tests/support/TempFolder.h"
 
 #include <cstdint>
@@ -11,8 +12,6 @@
 
 // CR LF behind every row.
 std::string rows(std::initializer_list<std::string_view> texts);
-// Bytes that differ from place to place, the same at every call.
-std::string imageBytes(std::size_t size, unsigned seed = 1);
 
 class Package {
 public:

@@ -43,17 +43,6 @@ std::string ownAddress()
         + std::to_string(pid & 0xFF);
 }
 
-std::string imageBytes(std::size_t size, unsigned seed)
-{
-    std::string bytes(size, '\0');
-    std::uint32_t state = seed * 2654435761U + 1;
-    for (char& byte : bytes) {
-        state = state * 1664525U + 1013904223U;
-        byte = static_cast<char>(state >> 24);
-    }
-    return bytes;
-}
-
 PackageFolder::PackageFolder(std::vector<Firmware> firmware,
                              const std::vector<std::string>& settings)
     : m_firmware(std::move(firmware))

@@ -1,6 +1,7 @@
 // The desk of the system tests: a package made by the real package maker, a virtual printer as a
 // process on a loopback address of this test's own, and the real command line against it.
 #pragma once
+#include "tests/support/ImageBytes.h"
 #include "tests/support/Process.h"
 #include "tests/support/TempFolder.h"
 
@@ -14,7 +15,6 @@ using Json = nlohmann::json;
 
 // An address that no other test process uses at the same time.
 std::string ownAddress();
-std::string imageBytes(std::size_t size, unsigned seed);
 
 struct Firmware {
     std::string name = "MAIN"; // to match what the printer lists
