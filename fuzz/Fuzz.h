@@ -1,0 +1,60 @@
+// What the targets share: a claim that has to hold whatever the input is, and an input that is
+// taken apart from its front.
+//
+// Owns:    nothing; views lie inside the bytes that libFuzzer gave.
+// Threads: none of its own.
+#pragma once
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+// libFuzzer keeps the input of a process that stops here.
+inline void require(bool holds, const char* claim)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "does not hold: %s\n", claim);
+    std::abort();
+}
+
+inline std::string_view asText(const std::uint8_t* data, std::size_t size)
+{
+    return {reinterpret_cast<const char*>(data), size};
+}
+
+// Zeros and short texts once it is used up.
+class Input {
+public:
+    Input(const std::uint8_t* data, std::size_t size) : m_rest(asText(data, size)) { }
+
+    [[nodiscard]] bool empty() const { return m_rest.empty(); }
+    std::string_view text(std::size_t length)
+    {
+        const auto taken = m_rest.substr(0, length);
+        m_rest.remove_prefix(taken.size());
+        return taken;
+    }
+    std::uint8_t byte()
+    {
+        const auto taken = text(1);
+        return taken.empty() ? std::uint8_t{0} : static_cast<std::uint8_t>(taken.front());
+    }
+    std::uint16_t number() // most significant byte first
+    {
+        const unsigned high = byte();
+        return static_cast<std::uint16_t>(high << 8 | byte());
+    }
+    // Up to the separator, which is passed over; all of it when there is none.
+    std::string_view until(char separator)
+    {
+        const auto taken = text(std::min(m_rest.find(separator), m_rest.size()));
+        text(1);
+        return taken;
+    }
+
+private:
+    std::string_view m_rest;
+};

@@ -1,0 +1,117 @@
+// A printer whose replies are the input, one instruction an exchange, plugged into the connection
+// manager in place of the network:
+//
+//   0  these bytes, whatever they are           length (2 bytes), bytes
+//   1  a reply to what was asked, framed right  length (2 bytes), body
+//   2  a file in its only block, sums right     length (2 bytes), text
+//   3  no reply
+//   4  the transport fails                      code (1 byte), its sign turned
+//
+// Instructions are counted modulo 5. Once the input is used up, no reply comes any more.
+//
+// Owns:      the connection manager while it lives; one printer at a time.
+// Threads:   one at a time drives the connection; the rest is its maker's.
+// Invariant: a conversation that goes on past its limit of exchanges stops the process.
+#pragma once
+#include "DevConn/ConnResult.h"
+#include "DevConn/DevConnMgr.h"
+#include "fuzz/Fuzz.h"
+#include "tests/support/Printer.h"
+
+#include <cstring>
+
+class FuzzedPrinter {
+public:
+    FuzzedPrinter(Input& input, std::size_t mostExchanges) : m_input(input), m_left(mostExchanges)
+    {
+        current() = this;
+        DevConnMgr::Instance()->plugIn(DevConnMgr::Transport::network, &make);
+    }
+    ~FuzzedPrinter()
+    {
+        delete DevConnMgr::Instance();
+        current() = nullptr;
+    }
+    FuzzedPrinter(const FuzzedPrinter&) = delete;
+    FuzzedPrinter& operator=(const FuzzedPrinter&) = delete;
+
+    [[nodiscard]] int openConnections() const { return m_open; }
+
+private:
+    class Transport;
+    static FuzzedPrinter*& current()
+    {
+        static FuzzedPrinter* printer = nullptr;
+        return printer;
+    }
+    static std::unique_ptr<DevConnBase> make();
+    long answer(std::string_view packet, std::string& reply);
+
+    Input& m_input;
+    std::size_t m_left;
+    int m_open = 0;
+};
+
+class FuzzedPrinter::Transport : public DevConnBase {
+public:
+    Transport() { ++current()->m_open; }
+    ~Transport() override { --current()->m_open; }
+    Transport(const Transport&) = delete;
+    Transport& operator=(const Transport&) = delete;
+
+    long Connect(const char* /*name*/, const char* /*port*/, unsigned short /*tcpPort*/) override
+    {
+        m_connected = true; // a time-out is taken by an open connection only
+        return conn::kSuccess;
+    }
+    long SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
+                      unsigned long* replyLength) override
+    {
+        const HoldLock hold(m_lock);
+        *reply = nullptr;
+        *replyLength = 0;
+        std::string bytes;
+        const long code = current()->answer(asText(send, sendLength), bytes);
+        bytes.resize(std::min(bytes.size(), m_recvPacketSize));
+        if (code < 0 || bytes.empty())
+            return code;
+        *reply = static_cast<unsigned char*>(AllocMem(bytes.size()));
+        std::memcpy(*reply, bytes.data(), bytes.size());
+        *replyLength = bytes.size();
+        addMemList(*reply);
+        return code;
+    }
+    long GetModelName(char** /*model*/, unsigned long* /*length*/) override
+    {
+        return conn::kNotSupported;
+    }
+    long SetTimeout(unsigned long milliseconds) override { return storeTimeout(milliseconds); }
+    long Disconnect() override { return conn::kNetworkClosed; }
+};
+
+inline std::unique_ptr<DevConnBase> FuzzedPrinter::make()
+{
+    return std::make_unique<Transport>();
+}
+
+inline long FuzzedPrinter::answer(std::string_view packet, std::string& reply)
+{
+    constexpr std::uint16_t kMoreOfAFile = 0x5001; // what is awaited without a packet
+    require(m_left-- > 0, "the conversation comes to an end");
+    const auto what = m_input.empty() ? 3 : m_input.byte() % 5;
+    if (what == 3)
+        return conn::kSuccess;
+    if (what == 4)
+        return -static_cast<long>(m_input.byte());
+    reply = m_input.text(m_input.number());
+    if (what == 1) {
+        const auto code = packet.size() < 4
+            ? kMoreOfAFile
+            : static_cast<std::uint16_t>(static_cast<unsigned char>(packet[2]) << 8
+                                         | static_cast<unsigned char>(packet[3]));
+        reply = printer::reply(code, reply);
+    } else if (what == 2) {
+        reply = printer::file(reply);
+    }
+    return conn::kSuccess;
+}

@@ -1,0 +1,15 @@
+# What smoke and long share. $scratch is a folder in memory where there is one; it goes with its
+# script, together with what a target that stopped left in it.
+scratch=$(mktemp -d -p "$([[ -w /dev/shm ]] && echo /dev/shm || echo "${TMPDIR:-/tmp}")" vymkit-fuzz-XXXXXX)
+trap 'rm -rf "$scratch"' EXIT
+
+# run_target BUILD_FOLDER TARGET CORPUS OPTION...: inputs of interest go into the corpus, never
+# into the seeds; a finding goes into the build's findings and ends the run.
+run_target() {
+  local build=$1 target=$2 corpus=$3 fuzz
+  shift 3
+  fuzz=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
+  mkdir -p "$build/findings" "$scratch/$target"
+  TMPDIR=$scratch/$target nice -n 19 "$build/bin/$target" "$corpus" "$fuzz/seeds/$target" \
+    -dict="$fuzz/words.dict" -artifact_prefix="$build/findings/$target-" -timeout=10 "$@"
+}

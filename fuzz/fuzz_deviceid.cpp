@@ -1,0 +1,42 @@
+// Any text as a printer's device ID.
+#include "DevConn/DeviceId.h"
+#include "VYM/DescriptionText.h"
+#include "fuzz/Fuzz.h"
+
+#include <cstring>
+#include <initializer_list>
+#include <vector>
+
+namespace {
+
+using Search = char* (*)(char*);
+
+// A value found lies in the text, right behind one of the keys, and ends inside the text.
+void check(std::string_view id, Search search, std::initializer_list<std::string_view> keys)
+{
+    std::vector<char> text(id.begin(), id.end()); // no larger: a step too far is noticed
+    text.push_back('\0');
+    const char* found = search(text.data());
+    if (found == nullptr)
+        return;
+    const auto at = static_cast<std::size_t>(found - text.data());
+    require(at < text.size(), "the value lies in the text");
+    require(at + std::strlen(found) < text.size(), "the value ends in the text");
+    require(std::strchr(found, ';') == nullptr, "the value ends at its semicolon");
+    const bool keyed = std::any_of(keys.begin(), keys.end(), [&](std::string_view key) {
+        return at >= key.size()
+            && description::equalNoCase(id.substr(at - key.size(), key.size()), key);
+    });
+    require(keyed, "a key stands in front of the value");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const auto id = asText(data, size);
+    check(id, &deviceId::findModelKey, {"MODEL:", "MDL:"});
+    check(id, &deviceId::findMfgKey, {"MFG:"});
+    require(deviceId::findModelKey(nullptr) == nullptr, "no text, no value");
+    return 0;
+}
