@@ -248,7 +248,7 @@ int vymThread::pollUntilWritten(vymProtocol& protocol)
             return code;
         if (m_info.m_updateState == state_finished) {
             const HoldLock hold(m_lock);
-            m_outcomes.back().m_confirmed = true;
+            m_outcomes.back().m_confirmed = m_outcomes.back().m_bytesWentOut;
             break;
         }
     }

@@ -16,7 +16,7 @@ if(VYMKIT_SANITIZE)
   target_compile_options(vymkit_flags INTERFACE
     -fsanitize=${VYMKIT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(vymkit_flags INTERFACE -fsanitize=${VYMKIT_SANITIZE})
-elseif(CMAKE_BUILD_TYPE STREQUAL "Release")
+elseif(CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT VYMKIT_COVERAGE)
   target_compile_definitions(vymkit_flags INTERFACE _FORTIFY_SOURCE=2 _GLIBCXX_ASSERTIONS)
   target_compile_options(vymkit_flags INTERFACE -fstack-protector-strong)
   target_link_options(vymkit_flags INTERFACE -Wl,-z,relro,-z,now)

@@ -197,6 +197,14 @@ TEST_F(vymThreadTest, CountsAnEntryOfAnotherSeriesThoughNothingWasSent)
     EXPECT_EQ(outcome(0).m_reason, VersionReason::otherSeries);
 }
 
+TEST_F(vymThreadTest, CallsNothingConfirmedThatWasNeverSent)
+{
+    prepare({"VERSION MAIN=XY010200 main.bin MAINFW"});
+    runToEnd();
+    EXPECT_EQ(conversation(), "enter get query exit");
+    EXPECT_FALSE(outcome(0).m_confirmed);
+}
+
 TEST_F(vymThreadTest, StopsAtARefusalToEnterWithoutLeaving)
 {
     prepare({"VERSION MAIN=02.00 main.bin MAINFW"});
