@@ -8,6 +8,7 @@ Outcome runCheck(const PackageFacts& package, Workplace& place)
     facts.address = place.options.address.value_or("");
     auto address = facts.address; // the engine takes a text that may be written to
     std::atomic<bool> stop{false};
+    place.report.asking(place.session.seconds());
     {
         BackgroundTask task;
         task.start(place.session, [&] {
@@ -15,8 +16,9 @@ Outcome runCheck(const PackageFacts& package, Workplace& place)
                                         static_cast<unsigned short>(package.portNumber), stop);
         });
         while (!task.isDone()) {
-            place.report.asking(place.session.seconds());
             const auto wake = place.session.wait();
+            if (wake == Wake::tick)
+                place.report.asking(place.session.seconds());
             if (wake != Wake::signal && wake != Wake::deadline)
                 continue;
             if (!stop.exchange(true))

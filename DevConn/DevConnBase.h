@@ -29,7 +29,8 @@ public:
 
     long SetRecvPacketSize(unsigned long size); // any size; a reply is kept up to it
     long DisposeData(void* block); // kForeignBlock for a block that is not ours
-    bool addMemList(void* block); // with the lock held; false for null or out of memory
+    // With the lock held; false for null or out of memory.
+    bool addMemList(void* block) VYM_REQUIRES(m_lock);
     static char* FindModelKey(char* deviceId);
 
 protected:
@@ -37,14 +38,15 @@ protected:
 
     // SendRecvData for a transport that is a PacketStream.
     long exchange(PacketStream& stream, unsigned long leastWriteMs, unsigned char* send,
-                  unsigned long sendLength, unsigned char** reply, unsigned long* replyLength);
+                  unsigned long sendLength, unsigned char** reply, unsigned long* replyLength)
+        VYM_REQUIRES(m_lock);
     long storeTimeout(unsigned long milliseconds); // SetTimeout, the same for every transport
 
     CRITSECT m_lock;
-    unsigned long m_timeout = 0; // milliseconds; 0: none was set
-    unsigned long m_recvPacketSize = 4096; // bytes, header included
-    bool m_connected = false;
+    unsigned long m_timeout VYM_GUARDED_BY(m_lock) = 0; // milliseconds; 0: none was set
+    unsigned long m_recvPacketSize VYM_GUARDED_BY(m_lock) = 4096; // bytes, header included
+    bool m_connected VYM_GUARDED_BY(m_lock) = false;
 
 private:
-    std::vector<void*> m_memList;
+    std::vector<void*> m_memList VYM_GUARDED_BY(m_lock);
 };

@@ -88,30 +88,34 @@ public:
     static int getArraySize(const std::vector<int>& values);
 
     // The readers. key may be null (no answer); index picks the n-th row of the key.
-    std::string getTargetKeyRowData(const char* key, unsigned index) const;
+    std::string getTargetKeyRowData(const char* key, unsigned index) const VYM_REQUIRES(m_lock);
     std::string getNextRowData(const std::string& row) const;
     unsigned getSeparatePoint(const std::string& text) const;
     bool isSeparator(const std::string& text) const;
     int findString(const std::string& text, const char* needle, unsigned long from) const;
     int compareString(const std::string& text, const char* literal) const;
-    bool getStringValue(const char* key, std::string& value, unsigned index) const;
+    bool getStringValue(const char* key, std::string& value, unsigned index) const
+        VYM_REQUIRES(m_lock);
     bool getStringArrayValue(const char* key, std::vector<std::string>& values,
-                             unsigned index) const;
-    bool getIntValue(const char* key, int& value, unsigned index, unsigned base) const;
-    bool getYesNoValue(const char* key, yesno_type& value, unsigned index) const;
+                             unsigned index) const VYM_REQUIRES(m_lock);
+    bool getIntValue(const char* key, int& value, unsigned index, unsigned base) const
+        VYM_REQUIRES(m_lock);
+    bool getYesNoValue(const char* key, yesno_type& value, unsigned index) const
+        VYM_REQUIRES(m_lock);
     std::string removeDoubleQuot(const std::string& text) const;
     std::string removeWhiteSpace(const std::string& text) const; // spaces only: tabs stay
     std::string getNumberBeforeString(const std::string& text) const;
     bool getExtVersion(const std::string& text, int& major, int& minor) const;
 
 private:
-    std::string_view row(const char* key, unsigned index) const;
-    bool defaultedYesNo(const char* key, yesno_type& answer, yesno_type missing) const;
-    bool defaultedInt(const char* key, int& value, int missing) const;
+    std::string_view row(const char* key, unsigned index) const VYM_REQUIRES(m_lock);
+    bool defaultedYesNo(const char* key, yesno_type& answer, yesno_type missing) const
+        VYM_REQUIRES(m_lock);
+    bool defaultedInt(const char* key, int& value, int missing) const VYM_REQUIRES(m_lock);
 
-    std::string m_text;
+    std::string m_text VYM_GUARDED_BY(m_lock);
     mutable CRITSECT m_lock;
-    loadFile_type m_type = load_vyminfo;
+    loadFile_type m_type VYM_GUARDED_BY(m_lock) = load_vyminfo;
 };
 
 // The package description of this process, empty until it is loaded.
