@@ -184,6 +184,13 @@ bool vymBindInfo::getEveryByte(const char* name, unsigned long position, unsigne
     return readStretch(name, position, buffer, length, got) && got == length;
 }
 
+bool vymBindInfo::readBytes(std::uint64_t offset, unsigned char* buffer, unsigned long length) const
+{
+    std::size_t got = 0;
+    return buffer != nullptr && m_fp != nullptr && readAt(offset, buffer, length, got)
+        && got == length;
+}
+
 bool vymBindInfo::holdsEveryByte(const char* name) const
 {
     unsigned long offset = 0;

@@ -42,6 +42,9 @@ public:
     // The same, but true only when every byte of the cut length was really read.
     bool getEveryByte(const char* name, unsigned long position, unsigned char* buffer,
                       unsigned long& length) const;
+    // Reads from a place in the container, such as getBindMngData gives: who reads a file piece by
+    // piece looks it up once. True only when every byte was read.
+    bool readBytes(std::uint64_t offset, unsigned char* buffer, unsigned long length) const;
     // Whether all bytes of an embedded file really lie inside the container, now.
     [[nodiscard]] bool holdsEveryByte(const char* name) const;
 
