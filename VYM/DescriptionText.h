@@ -29,6 +29,8 @@ private:
     bool m_done = false;
 };
 
+// A row belongs to every key that it begins with, whatever the case.
+bool belongsTo(std::string_view row, std::string_view key);
 // The index-th row that begins with key, or empty.
 std::string_view findRow(std::string_view text, std::string_view key, unsigned index);
 // What follows the first token and the blanks behind it; empty when nothing does.

@@ -176,7 +176,7 @@ bool vymParse::getSupportCommand(std::vector<int>& commands) const
     description::Rows rows(m_text);
     std::string_view row;
     while (rows.next(row)) {
-        if (!equalNoCase(row.substr(0, kKey.size()), kKey))
+        if (!description::belongsTo(row, kKey))
             continue;
         const auto valuePart = description::afterToken(row);
         commands.push_back(valuePart.empty() ? -1 : description::leadingNumber(valuePart, 16));
@@ -276,7 +276,7 @@ unsigned vymParse::countVersionRows() const
     std::string_view row;
     unsigned count = 0;
     while (rows.next(row))
-        count += equalNoCase(row.substr(0, kKey.size()), kKey) ? 1 : 0;
+        count += description::belongsTo(row, kKey) ? 1 : 0;
     return count;
 }
 
@@ -289,7 +289,7 @@ bool vymParse::findTargetInfoVersion(std::string_view firmName, std::string& ver
     description::Rows rows(m_text);
     std::string_view row;
     while (rows.next(row)) {
-        if (!equalNoCase(row.substr(0, kKey.size()), kKey))
+        if (!description::belongsTo(row, kKey))
             continue;
         const auto valuePart = description::afterToken(row);
         if (valuePart.empty())
@@ -335,7 +335,7 @@ bool vymParse::getPlatformVersion(int platform, long& maxVersion, long& minVersi
     description::Rows rows(m_text);
     std::string_view row;
     while (rows.next(row)) {
-        if (!equalNoCase(row.substr(0, kKey.size()), kKey))
+        if (!description::belongsTo(row, kKey))
             continue;
         description::Tokens tokens(description::afterToken(row));
         std::string_view token;
