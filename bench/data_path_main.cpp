@@ -76,13 +76,13 @@ double bareSeconds(BareLoop& loop, std::uint16_t port)
     return taken;
 }
 
-void runPairs(int count, std::uint16_t port)
+void runPairs(long count, std::uint16_t port)
 {
     auto loop = bareLoop();
     std::vector<double> ratios;
     engineSeconds(port); // both have been through once before the first pair counts
     bareSeconds(loop, port);
-    for (int i = 0; i < count; ++i) {
+    for (long i = 0; i < count; ++i) {
         const bool engineFirst = i % 2 == 0;
         const auto first = engineFirst ? engineSeconds(port) : bareSeconds(loop, port);
         const auto second = engineFirst ? bareSeconds(loop, port) : engineSeconds(port);
@@ -99,7 +99,7 @@ void runPairs(int count, std::uint16_t port)
 int main(int argc, char** argv)
 {
     const std::string mode = argc > 2 ? argv[2] : "";
-    const int pairs = argc == 4 && mode == "pairs" ? std::atoi(argv[3]) : 0;
+    const long pairs = argc == 4 && mode == "pairs" ? std::strtol(argv[3], nullptr, 10) : 0;
     if (pairs < 1 && mode != "engine" && mode != "bare") {
         std::fputs("usage: bench_data_path FOLDER pairs N | engine | bare\n", stderr);
         return 64;

@@ -22,6 +22,16 @@ struct Answers {
     long lowest = 0;
 };
 
+std::string versionRow(const std::string& number)
+{
+    std::string row;
+    for (const char c : std::string_view(
+             "VERSION FIRM#=VP0102# firm#.bin FIRM#.BIN COMPATIBLE=VP010100 HEADER=1 DISPVER=1.2.# "
+             "DISPFIRM=\"Firmware #\"\r\n"))
+        row += c == '#' ? number : std::string(1, c);
+    return row;
+}
+
 std::string description()
 {
     std::string text = "# An invented printer family.\r\nTGMNAME \"Vymprint 200\"\r\n"
@@ -37,12 +47,8 @@ std::string description()
     constexpr unsigned kKeyRows = 21;
     for (unsigned i = kKeyRows; i < kRows - kFirmware; ++i)
         text += "# What the next firmware is for, in the words of its makers.\r\n";
-    for (unsigned i = 0; i < kFirmware; ++i) {
-        const auto number = std::to_string(10 + i);
-        text += "VERSION FIRM" + number + "=VP0102" + number + " firm" + number + ".bin FIRM"
-            + number + ".BIN COMPATIBLE=VP010100 HEADER=1 DISPVER=1.2." + number
-            + " DISPFIRM=\"Firmware " + number + "\"\r\n";
-    }
+    for (unsigned i = 0; i < kFirmware; ++i)
+        text += versionRow(std::to_string(10 + i));
     return text;
 }
 

@@ -6,8 +6,11 @@
 // that is smaller than any that is measured. READ_BYTES is all that it read from files.
 #include <chrono>
 #include <cstdio>
-#include <cstring>
+#include <cstdlib>
+#include <fstream>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,16 +18,14 @@
 namespace {
 
 // Asked of a process that has ended and was not waited for yet: then the account is complete.
-unsigned long long bytesReadBy(pid_t process)
+std::optional<unsigned long long> bytesReadBy(pid_t process)
 {
-    const auto path = "/proc/" + std::to_string(process) + "/io";
-    unsigned long long bytes = 0;
-    if (auto* file = std::fopen(path.c_str(), "r")) {
-        if (std::fscanf(file, "rchar: %llu", &bytes) != 1)
-            bytes = 0;
-        std::fclose(file);
-    }
-    return bytes;
+    constexpr std::string_view kKey = "rchar: "; // begins the first line
+    std::ifstream file("/proc/" + std::to_string(process) + "/io");
+    std::string line;
+    if (!std::getline(file, line) || line.substr(0, kKey.size()) != kKey)
+        return std::nullopt;
+    return std::strtoull(line.c_str() + kKey.size(), nullptr, 10);
 }
 
 } // namespace
@@ -49,9 +50,9 @@ int main(int argc, char** argv)
     rusage usage{};
     wait4(process, &status, 0, &usage);
     auto* file = std::fopen(argv[1], "w");
-    if (file == nullptr)
+    if (file == nullptr || !read)
         return 1;
     std::fprintf(file, "%d %.4f %ld %llu\n", WIFEXITED(status) ? WEXITSTATUS(status) : -1,
-                 taken.count(), usage.ru_maxrss, read);
+                 taken.count(), usage.ru_maxrss, *read);
     return std::fclose(file) == 0 ? 0 : 1;
 }
