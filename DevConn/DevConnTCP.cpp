@@ -107,6 +107,7 @@ long DevConnTCP::Connect(const char* name, const char* port, unsigned short tcpP
         return conn::kCannotOpen;
     }
     m_peerClosed = false;
+    m_moreIsLikely = false;
     m_connected = true;
     return conn::kSuccess;
 }
@@ -177,6 +178,7 @@ bool DevConnTCP::WritePort(const unsigned char* buffer, unsigned long length, un
     if (buffer == nullptr || sent == nullptr)
         return false;
     *sent = 0;
+    m_moreIsLikely = false; // an answer takes its time
     const auto deadline = tickMilliseconds() + timeoutMs;
     while (*sent < length) {
         const auto count = send(m_socket, buffer + *sent, length - *sent, MSG_NOSIGNAL);
@@ -204,10 +206,23 @@ bool DevConnTCP::ReadPort(unsigned char* buffer, unsigned long length, unsigned 
     *received = 0;
     if (length == 0)
         return true;
+    // Where a header has just been taken, its body is there already: no need to ask first.
+    if (m_moreIsLikely) {
+        const bool linked = receive(buffer, length, received);
+        if (!linked || *received != 0 || m_peerClosed)
+            return linked;
+    }
     const auto ready = waitFor(m_socket, POLLIN, timeoutMs);
     if (ready != Ready::yes)
         return ready == Ready::timedOut;
+    return receive(buffer, length, received);
+}
+
+// One attempt; true with nothing received where nothing is there yet.
+bool DevConnTCP::receive(unsigned char* buffer, unsigned long length, unsigned long* received)
+{
     const auto count = recv(m_socket, buffer, length, 0);
+    m_moreIsLikely = count >= 0 && static_cast<unsigned long>(count) == length;
     if (count < 0)
         return wouldBlock(errno);
     m_peerClosed = count == 0;

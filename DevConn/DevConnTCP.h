@@ -41,10 +41,12 @@ public:
                              sockaddr_in* address);
 
 private:
+    bool receive(unsigned char* buffer, unsigned long length, unsigned long* received);
     bool openSocket(const sockaddr_in& address);
     void closeSocket();
 
     bool m_connecting = false;
     int m_socket = -1;
     bool m_peerClosed = false;
+    bool m_moreIsLikely = false; // the last read took all it wanted and found it at once
 };

@@ -18,7 +18,7 @@ char upper(char c)
 
 bool sameNoCase(char left, char right)
 {
-    return upper(left) == upper(right);
+    return left == right || upper(left) == upper(right); // most bytes that agree are the same
 }
 
 bool isBlank(char c)
@@ -29,6 +29,15 @@ bool isBlank(char c)
 bool isSpace(char c)
 {
     return isBlank(c) || (c >= '\n' && c <= '\r');
+}
+
+std::string_view skipBlanks(std::string_view text)
+{
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!isBlank(text[i]))
+            return text.substr(i);
+    }
+    return {};
 }
 
 // The value of a digit in the base, or base itself for any other character.
@@ -72,10 +81,15 @@ bool Rows::next(std::string_view& row)
     return true;
 }
 
+bool belongsTo(std::string_view row, std::string_view key)
+{
+    return row.size() >= key.size() && std::equal(key.begin(), key.end(), row.begin(), sameNoCase);
+}
+
 bool RowsOfKey::next(std::string_view& row)
 {
     while (m_rows.next(row)) {
-        if (equalNoCase(row.substr(0, m_key.size()), m_key))
+        if (belongsTo(row, m_key))
             return true;
     }
     return false;
@@ -94,18 +108,7 @@ std::string_view findRow(std::string_view text, std::string_view key, unsigned i
 
 std::string_view afterToken(std::string_view text)
 {
-    bool outsideQuotes = true;
-    bool blankSeen = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (isBlank(text[i])) {
-            blankSeen = blankSeen || outsideQuotes;
-        } else if (blankSeen) {
-            return text.substr(i);
-        } else if (text[i] == '"') {
-            outsideQuotes = !outsideQuotes;
-        }
-    }
-    return {};
+    return skipBlanks(text.substr(tokenEnd(text)));
 }
 
 std::size_t tokenEnd(std::string_view text)
@@ -124,8 +127,9 @@ bool Tokens::next(std::string_view& token)
 {
     if (m_rest.empty())
         return false;
-    token = m_rest.substr(0, tokenEnd(m_rest));
-    m_rest = afterToken(m_rest);
+    const auto end = tokenEnd(m_rest);
+    token = m_rest.substr(0, end);
+    m_rest = skipBlanks(m_rest.substr(end));
     return true;
 }
 

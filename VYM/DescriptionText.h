@@ -29,6 +29,8 @@ private:
     bool m_done = false;
 };
 
+// A row belongs to every key that it begins with, whatever the case.
+bool belongsTo(std::string_view row, std::string_view key);
 // Takes the next row that begins with key; false when there is none left.
 class RowsOfKey {
 public:

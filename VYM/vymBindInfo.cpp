@@ -153,10 +153,9 @@ bool vymBindInfo::getBindFileSize(const char* name, unsigned long& size) const
     return getBindMngData(name, offset, size);
 }
 
-bool vymBindInfo::readStretch(const char* name, unsigned long position, unsigned char* buffer,
-                              unsigned long& length, std::size_t& got) const
+bool vymBindInfo::getBindFileData(const char* name, unsigned long position, unsigned char* buffer,
+                                  unsigned long& length) const
 {
-    got = 0;
     if (name == nullptr || buffer == nullptr || m_fp == nullptr)
         return false;
     unsigned long offset = 0;
@@ -164,24 +163,18 @@ bool vymBindInfo::readStretch(const char* name, unsigned long position, unsigned
     if (!getBindMngData(name, offset, size))
         return false;
     length = size <= position ? 0 : std::min(length, size - position);
+    std::size_t got = 0;
     if (length == 0 || readAt(offset + position, buffer, length, got))
         return true;
     length = 0;
     return false;
 }
 
-bool vymBindInfo::getBindFileData(const char* name, unsigned long position, unsigned char* buffer,
-                                  unsigned long& length) const
+bool vymBindInfo::readBytes(std::uint64_t offset, unsigned char* buffer, unsigned long length) const
 {
     std::size_t got = 0;
-    return readStretch(name, position, buffer, length, got);
-}
-
-bool vymBindInfo::getEveryByte(const char* name, unsigned long position, unsigned char* buffer,
-                               unsigned long& length) const
-{
-    std::size_t got = 0;
-    return readStretch(name, position, buffer, length, got) && got == length;
+    return buffer != nullptr && m_fp != nullptr && readAt(offset, buffer, length, got)
+        && got == length;
 }
 
 bool vymBindInfo::holdsEveryByte(const char* name) const

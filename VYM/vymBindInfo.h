@@ -32,16 +32,16 @@ public:
     bool getBindFileSize(const char* name, unsigned long& size) const; // size 0 when false
     // Reads from a position inside the embedded file. length: in, bytes wanted; out, cut to what
     // the file's table entry promises. True with length as cut even where the container ends
-    // earlier than its table promises: what is sent to a printer is read with getEveryByte.
+    // earlier than its table promises: what is sent to a printer is read with readBytes.
     bool getBindFileData(const char* name, unsigned long position, unsigned char* buffer,
                          unsigned long& length) const;
     // The table's entry. The first of a name wins; outputs are untouched when there is none. A
     // closed container stops the process: ask IsBindVymFile first.
     bool getBindMngData(const char* name, unsigned long& offset, unsigned long& size) const;
 
-    // The same, but true only when every byte of the cut length was really read.
-    bool getEveryByte(const char* name, unsigned long position, unsigned char* buffer,
-                      unsigned long& length) const;
+    // Reads from a place in the container, such as getBindMngData gives: who reads a file piece by
+    // piece looks it up once. True only when every byte was read.
+    bool readBytes(std::uint64_t offset, unsigned char* buffer, unsigned long length) const;
     // Whether all bytes of an embedded file really lie inside the container, now.
     [[nodiscard]] bool holdsEveryByte(const char* name) const;
 
@@ -54,8 +54,6 @@ private:
 
     vymBindInfo();
     bool readTrailer();
-    bool readStretch(const char* name, unsigned long position, unsigned char* buffer,
-                     unsigned long& length, std::size_t& got) const;
     bool readAt(std::uint64_t offset, void* buffer, std::size_t length, std::size_t& got) const;
 
     std::FILE* m_fp = nullptr;

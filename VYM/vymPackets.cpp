@@ -2,8 +2,6 @@
 
 #include "VYM/vymUtil.h"
 
-#include <numeric>
-
 namespace packets {
 
 namespace {
@@ -40,7 +38,11 @@ bool isLast(std::uint16_t kind)
 
 std::uint16_t byteSum(std::span<const unsigned char> data)
 {
-    return static_cast<std::uint16_t>(std::accumulate(data.begin(), data.end(), 0U));
+    // In 16 bits from the start: a compiler that works on many bytes at once needs no wider lanes.
+    std::uint16_t sum = 0;
+    for (const auto byte : data)
+        sum = static_cast<std::uint16_t>(sum + byte);
+    return sum;
 }
 
 void setHeader(TAG_SSTHEADER& header, std::uint16_t code, std::uint32_t bodyLength)

@@ -44,10 +44,10 @@ struct vymProtocol::Image {
     unsigned short lastKind = packets::kLastUnpolled;
     bool lastCarriesData = false;
     unsigned long pieceSize = 0;
+    unsigned long place = 0; // of its first byte in the container
     unsigned long size = 0;
     unsigned long offset = 0;
     unsigned short sum = 0; // of all pieces sent
-    std::vector<unsigned char> piece{};
 };
 
 int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned long start,
@@ -64,13 +64,22 @@ int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned lo
     unsigned long following = 0;
     if (data != nullptr && kind != packets::kHeadOnly)
         following = isLast(kind) ? end - start : length;
+    return sendFilePacket(head, kind, data, following);
+}
+
+// Data that stands in its place in the send buffer already is not copied.
+int vymProtocol::sendFilePacket(const TAG_CMDSENDFILE& head, unsigned short kind,
+                                const unsigned char* data, unsigned long length)
+{
     try {
-        m_sendBuffer.resize(kHeadSize + following);
+        m_sendBuffer.resize(kHeadSize + length);
     } catch (const std::exception&) {
         return result::kSystem;
     }
     std::memcpy(m_sendBuffer.data(), &head, kHeadSize);
-    std::copy_n(data, following, m_sendBuffer.data() + kHeadSize);
+    auto* place = m_sendBuffer.data() + kHeadSize;
+    if (data != place)
+        std::copy_n(data, length, place);
     Reply reply(*this);
     const int sent = exchangeOnce(m_sendBuffer, reply);
     return sent == result::kSuccess ? pieceResult(reply, kind) : sent;
@@ -159,19 +168,19 @@ int vymProtocol::prepareSending(Image& image)
     return result::kSuccess;
 }
 
-int vymProtocol::openImage(Image& image) const
+int vymProtocol::openImage(Image& image)
 {
     const auto* container = vymBindInfo::Instance();
     try {
-        image.piece.resize(image.pieceSize);
+        m_sendBuffer.resize(kHeadSize + image.pieceSize);
     } catch (const std::exception&) {
         return result::kSystem;
     }
     // A package that is cut short is refused before a printer gets a part of it.
-    if (!container->getBindFileSize(image.fileName, image.size)
-        || !container->holdsEveryByte(image.fileName))
-        return result::kFirmwareUnreadable;
-    return result::kSuccess;
+    const bool held = container->getBindFileSize(image.fileName, image.size)
+        && container->holdsEveryByte(image.fileName)
+        && container->getBindMngData(image.fileName, image.place, image.size);
+    return held ? result::kSuccess : result::kFirmwareUnreadable;
 }
 
 int vymProtocol::sendImage(Image& image, tag_devinfo& info)
@@ -194,9 +203,8 @@ int vymProtocol::sendPieces(Image& image, tag_devinfo& info)
     const auto* container = vymBindInfo::Instance();
     while (image.offset < image.size) {
         const auto length = std::min(image.size - image.offset, image.pieceSize);
-        auto read = length;
-        if (!container->getEveryByte(image.fileName, image.offset, image.piece.data(), read)
-            || read != length)
+        if (!container->readBytes(image.place + image.offset, m_sendBuffer.data() + kHeadSize,
+                                  length))
             return result::kFirmwareUnreadable;
         const bool isEnd = image.offset + length == image.size;
         const auto kind = isEnd && image.lastCarriesData ? image.lastKind : packets::kData;
@@ -210,10 +218,13 @@ int vymProtocol::sendBlock(Image& image, unsigned short kind, unsigned long leng
                            tag_devinfo& info)
 {
     m_bytesWentOut = true;
-    const int sent =
-        SendFileData(image.name, kind, image.offset, image.size, image.piece.data(), length);
+    const auto* piece = m_sendBuffer.data() + kHeadSize;
+    TAG_CMDSENDFILE head{};
+    int sent = Make_SendFile(head, image.name, kind, image.offset, image.size, piece, length);
+    if (sent == result::kSuccess)
+        sent = sendFilePacket(head, kind, piece, length);
     if (sent == result::kSuccess) {
-        const auto sum = packets::byteSum({image.piece.data(), length});
+        const auto sum = readBigEndian16(head.m_checkSum.bytes);
         image.sum = static_cast<unsigned short>(image.sum + sum);
         image.offset += length;
     }

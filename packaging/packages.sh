@@ -3,13 +3,16 @@
 # install_packages build test   what the tests need as well
 
 install_packages() {
-  local list missing=() name use sudo=()
+  local list missing=() name uses use sudo=()
   list=$(dirname "${BASH_SOURCE[0]}")/../packages.txt
-  while read -r name use; do
+  while read -r name uses; do
     [[ $name == '#'* || -z $name ]] && continue
-    [[ " $* " == *" $use "* ]] || continue
-    [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null) == installed ]] \
-      || missing+=("$name")
+    for use in $uses; do
+      [[ " $* " == *" $use "* ]] || continue
+      [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null) == installed ]] \
+        || missing+=("$name")
+      break
+    done
   done <"$list"
   [[ ${#missing[@]} -eq 0 ]] && return 0
   echo "Installing: ${missing[*]}"

@@ -14,11 +14,6 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t";
 
-bool beginsWith(std::string_view row, std::string_view key)
-{
-    return description::equalNoCase(row.substr(0, key.size()), key);
-}
-
 void checkKeyed(const KeyedRow& row, const RowReport& report)
 {
     const std::string key(row.rule->key);
@@ -96,7 +91,9 @@ void checkSingle(const KeyRule& rule, const std::vector<KeyedRow>& rows, const R
 {
     const auto own = rowsOf(rule, rows);
     checkDuplicates(own, report);
-    const auto answers = [&](const KeyedRow& row) { return beginsWith(row.text, rule.key); };
+    const auto answers = [&](const KeyedRow& row) {
+        return description::belongsTo(row.text, rule.key);
+    };
     const auto read = std::find_if(rows.begin(), rows.end(), answers);
     if (read == rows.end()) {
         if (rule.missing != nullptr)

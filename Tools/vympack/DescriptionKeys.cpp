@@ -47,11 +47,6 @@ constexpr std::array<KeyRule, 19> kRules{{
 // The keys of the text that a printer sends about itself.
 constexpr std::string_view kPrinterKeys[] = {"MAXPACKET", "SUPPORT_COMMAND"};
 
-bool beginsWith(std::string_view row, std::string_view key)
-{
-    return description::equalNoCase(row.substr(0, key.size()), key);
-}
-
 // How many letters have to be put in, left out, changed or swapped with their neighbour.
 std::size_t slipsBetween(std::string_view left, std::string_view right)
 {
@@ -97,7 +92,7 @@ const KeyRule* ruleOfRow(std::string_view row)
 {
     const KeyRule* longest = nullptr;
     for (const auto& rule : keyRules()) {
-        if (beginsWith(row, rule.key)
+        if (description::belongsTo(row, rule.key)
             && (longest == nullptr || rule.key.size() > longest->key.size()))
             longest = &rule;
     }
@@ -119,7 +114,7 @@ bool looksLikeKey(std::string_view word)
 std::string hintForWord(std::string_view word)
 {
     for (const auto key : kPrinterKeys) {
-        if (beginsWith(word, key))
+        if (description::belongsTo(word, key))
             return "it belongs to the text that a printer sends; leave it out";
     }
     std::vector<std::string_view> keys;

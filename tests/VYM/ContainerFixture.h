@@ -29,6 +29,15 @@ public:
     TwoFiles() { file("main.bin", imageBytes(100)).file("VYMINFO.txt", kInfo); }
 };
 
+// The first bytes of an embedded file, at most so many; false where not all of them are there.
+inline bool readWhole(const char* name, unsigned char* buffer, unsigned long length)
+{
+    unsigned long offset = 0;
+    unsigned long size = 0;
+    return container().getBindMngData(name, offset, size)
+        && container().readBytes(offset, buffer, std::min(length, size));
+}
+
 struct Data {
     bool result;
     unsigned long length;

@@ -73,9 +73,9 @@ TEST_F(Container, ThatLostBytesInTheMiddleNeverPromisesMoreThanItHolds)
         ASSERT_EQ(sizeOf("missing"), kUntouched);
         for (const char* name : {"main.bin", "VYMINFO.txt"}) {
             unsigned char bytes[128];
-            unsigned long got = sizeof bytes;
-            const bool read = container().getEveryByte(name, 0, bytes, got);
-            ASSERT_TRUE(!read || got <= length + trailer.size());
+            const bool everything = readWhole(name, bytes, sizeof bytes);
+            ASSERT_TRUE(!everything
+                        || std::min(sizeOf(name), sizeof bytes) <= length + trailer.size());
             const bool held = container().holdsEveryByte(name);
             ASSERT_TRUE(!held || sizeOf(name) <= length + trailer.size());
         }
@@ -124,9 +124,7 @@ TEST_F(Container, IsSafeWithAnyDataOffset)
         const bool inside = offset <= 1;
         EXPECT_EQ(container().holdsEveryByte("x"), inside) << offset;
         unsigned char buffer[16];
-        unsigned long length = 16;
-        EXPECT_EQ(container().getEveryByte("x", 0, buffer, length), inside) << offset;
-        EXPECT_EQ(length, 16U) << offset;
+        EXPECT_EQ(readWhole("x", buffer, sizeof buffer), inside) << offset;
     }
 }
 
@@ -144,8 +142,7 @@ TEST_F(Container, IsSafeWithAnyDataSize)
         if (size > 1) {
             EXPECT_EQ(read("x", size - 1UL, 10).length, 1U) << "what the table promises";
             unsigned char byte = 0;
-            unsigned long length = 10;
-            EXPECT_FALSE(container().getEveryByte("x", size - 1UL, &byte, length));
+            EXPECT_FALSE(container().readBytes(size - 1UL, &byte, 1));
         }
     }
 }

@@ -163,6 +163,26 @@ TEST_F(Container, StaysClosedOnceItWasClosed)
     expectClosed();
 }
 
+TEST_F(Container, GivesTheBytesAtAPlaceOrSaysThatItLacksSomeOfThem)
+{
+    open(TwoFiles());
+    unsigned long place = 0;
+    unsigned long size = 0;
+    ASSERT_TRUE(container().getBindMngData("VYMINFO.txt", place, size));
+    std::string bytes(kInfo.size(), '#');
+    auto* buffer = reinterpret_cast<unsigned char*>(bytes.data());
+    EXPECT_TRUE(container().readBytes(place, buffer, size));
+    EXPECT_EQ(bytes, kInfo);
+    EXPECT_TRUE(container().readBytes(place, buffer, 0));
+    const auto end = TwoFiles().bytes().size();
+    EXPECT_TRUE(container().readBytes(end - size, buffer, size));
+    EXPECT_FALSE(container().readBytes(end - size + 1, buffer, size));
+    EXPECT_FALSE(container().readBytes(UINT64_MAX - size, buffer, size));
+    EXPECT_FALSE(container().readBytes(place, nullptr, size));
+    container().CloseVymFile();
+    EXPECT_FALSE(container().readBytes(place, buffer, size));
+}
+
 TEST_F(Container, ThatIsClosedStopsWhoeverLooksIntoItsTable)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");

@@ -110,6 +110,17 @@ TEST(vymPackets, LeavesTheNameFieldEmptyForANameOf32CharactersAndMore)
     EXPECT_EQ(bytesOf(packets::getFile(tooLong.c_str())).substr(10), std::string(32, '\0'));
 }
 
+TEST(vymPackets, SumsEveryByteHoweverManyThereAre)
+{
+    std::vector<unsigned char> bytes;
+    unsigned sum = 0;
+    for (unsigned i = 0; i < 1000; ++i) {
+        ASSERT_EQ(packets::byteSum(bytes), sum % 65536) << i << " bytes";
+        bytes.push_back(static_cast<unsigned char>(255 - i * 7 % 256));
+        sum += bytes.back();
+    }
+}
+
 TEST(vymPackets, WrapsTheByteSumAt16Bits)
 {
     EXPECT_EQ(packets::byteSum(std::vector<unsigned char>(300, 0xFF)), 0x2AD4);

@@ -1,0 +1,33 @@
+// The least that a sender of firmware can do: for each piece one read from the container, its byte
+// sum, then poll, send, poll, recv. One buffer, nothing copied, no time-out, no lock.
+//
+// Owns:    the packet buffer and the socket.
+// Threads: one.
+// Does not look at an answer but for its length.
+#pragma once
+#include <cstdint>
+#include <vector>
+
+class BareLoop {
+public:
+    // size bytes of firmware from a place in the open container on.
+    BareLoop(std::uint64_t place, std::uint32_t size);
+    ~BareLoop();
+    BareLoop(const BareLoop&) = delete;
+    BareLoop& operator=(const BareLoop&) = delete;
+
+    bool connect(std::uint16_t port);
+    // Sends all of it over the connection, which ends with it.
+    bool run();
+
+private:
+    bool sendPiece(std::uint32_t start, std::uint32_t length);
+    [[nodiscard]] bool sendAll(const unsigned char* packet, std::size_t length) const;
+    [[nodiscard]] bool acknowledged() const;
+
+    std::vector<unsigned char> m_packet;
+    std::uint64_t m_place;
+    std::uint32_t m_size;
+    std::uint16_t m_sum = 0; // of all pieces, as any sender has to keep it
+    int m_socket = -1;
+};
