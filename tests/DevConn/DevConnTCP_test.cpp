@@ -1,9 +1,15 @@
+#include "VYM/vymMac.h"
 #include "tests/DevConn/TcpFixture.h"
 
+#include <arpa/inet.h>
+#include <array>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <netinet/in.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
@@ -92,6 +98,65 @@ TEST_F(TcpConnect, FailsWhereNobodyListensAndLeavesNoSocket)
     EXPECT_EQ(openDescriptors(), before);
     const LoopbackPeer peer(silent());
     EXPECT_EQ(transport->Connect(nullptr, "127.0.0.1", peer.port()), 0) << "it may be tried again";
+}
+
+// A clock on which the ten seconds that a connection may take are over at the second look.
+class HurriedClock : public TimeSource {
+public:
+    HurriedClock() { setTimeSource(this); }
+    ~HurriedClock() override { setTimeSource(nullptr); }
+    HurriedClock(const HurriedClock&) = delete;
+    HurriedClock& operator=(const HurriedClock&) = delete;
+    [[nodiscard]] std::uint64_t nowMilliseconds() const override { return m_now += kStep; }
+    void sleepMilliseconds(unsigned long /*milliseconds*/) override { }
+    [[nodiscard]] unsigned long waitLimit(unsigned long milliseconds) const override
+    {
+        return milliseconds;
+    }
+
+private:
+    static constexpr std::uint64_t kStep = 10000;
+    mutable std::uint64_t m_now = 0;
+};
+
+// Takes no connection and refuses none, like a printer that is switched off.
+class FullListener {
+public:
+    FullListener() : m_listener(socket(AF_INET, SOCK_STREAM, 0))
+    {
+        m_address.sin_family = AF_INET;
+        m_address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        auto* address = reinterpret_cast<sockaddr*>(&m_address);
+        socklen_t length = sizeof m_address;
+        EXPECT_EQ(bind(m_listener, address, length), 0);
+        EXPECT_EQ(listen(m_listener, 0), 0);
+        EXPECT_EQ(getsockname(m_listener, address, &length), 0);
+        for (int& filler : m_fillers) {
+            filler = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+            static_cast<void>(connect(filler, address, length));
+        }
+    }
+    ~FullListener()
+    {
+        for (const int filler : m_fillers)
+            close(filler);
+        close(m_listener);
+    }
+    FullListener(const FullListener&) = delete;
+    FullListener& operator=(const FullListener&) = delete;
+    [[nodiscard]] unsigned short port() const { return ntohs(m_address.sin_port); }
+
+private:
+    int m_listener;
+    sockaddr_in m_address{};
+    std::array<int, 4> m_fillers{};
+};
+
+TEST_F(TcpConnect, WaitsTenSecondsAtMostForAPrinterThatDoesNotAnswer)
+{
+    const FullListener listener;
+    const HurriedClock clock;
+    EXPECT_EQ(transport->Connect(nullptr, "127.0.0.1", listener.port()), -8);
 }
 
 TEST_F(TcpConnect, WorksOnlyOnceAtATime)

@@ -264,6 +264,19 @@ TEST_F(vymProtocolSend, RefusesAnImageThatThePackageDoesNotHold)
     EXPECT_TRUE(filePackets().empty());
 }
 
+TEST_F(vymProtocolSend, EndsWhenThePackageIsCutWhileItIsBeingSent)
+{
+    prepare(250);
+    const auto container = m_package->folder() / "VYMBINDDATA";
+    m_script.answerWith([container](const std::string&) {
+        std::filesystem::resize_file(container, 10); // a stick that is pulled out
+        return printer::piece();
+    });
+    EXPECT_EQ(update(), -8);
+    EXPECT_EQ(filePackets().size(), 1U);
+    EXPECT_TRUE(m_protocol->FirmwareBytesWentOut());
+}
+
 TEST_F(vymProtocolSend, NeedsWhatThePackageAndThePrinterHaveToSay)
 {
     const struct {
