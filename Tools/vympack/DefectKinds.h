@@ -57,7 +57,7 @@ inline constexpr DefectKind kBadDefaultAddress{"bad-default-address", Severity::
 inline constexpr DefectKind kNoVersionRow{"no-version-row", Severity::error};
 inline constexpr DefectKind kNoFirmwareName{"no-firmware-name", Severity::error};
 inline constexpr DefectKind kVersionNameNotFirst{"version-name-not-first", Severity::error};
-inline constexpr DefectKind kFirmwareNameDigit{"firmware-name-digit", Severity::error};
+inline constexpr DefectKind kFirmwareNameDigit{"firmware-name-digit", Severity::warning};
 inline constexpr DefectKind kUnknownVersionForm{"unknown-version-form", Severity::error};
 inline constexpr DefectKind kVersionWithoutNumber{"version-without-number", Severity::warning};
 inline constexpr DefectKind kVersionTail{"version-tail", Severity::warning};

@@ -268,7 +268,7 @@ TEST(VympackDescription, FirmwareNamesAndVersionsAreChecked)
          18},
         {"no name and version", "MAIN=AB010203 ", "", {"error no-firmware-name"}, 11, 1},
         {"an empty name", "MAIN=", "=", {"error no-firmware-name"}, 11, 9},
-        {"a digit in the name", "MAIN=", "MAIN2=", {"error firmware-name-digit"}, 11, 9},
+        {"a digit in the name", "MAIN=", "MAIN2=", {"warning firmware-name-digit"}, 11, 9},
         {"a form that is none", "AB010203", "1.0", {"error unknown-version-form"}, 11, 14},
         {"a letter behind the leading four",
          "AB010203",
