@@ -22,6 +22,13 @@ long DevConnBase::SetRecvPacketSize(unsigned long size)
     return conn::kSuccess;
 }
 
+long DevConnBase::SetIdleWork(IdleWork* work)
+{
+    const HoldLock hold(m_lock);
+    m_idleWork = work;
+    return conn::kSuccess;
+}
+
 bool DevConnBase::addMemList(void* block)
 {
     if (block == nullptr)
@@ -61,8 +68,8 @@ long DevConnBase::exchange(PacketStream& stream, unsigned long leastWriteMs, uns
     *reply = nullptr;
     *replyLength = 0;
     ReplyBlock block;
-    const auto result = exchangePacket(stream, {m_timeout, leastWriteMs, m_recvPacketSize}, send,
-                                       sendLength, block);
+    const auto result = exchangePacket(
+        stream, {m_timeout, leastWriteMs, m_recvPacketSize, m_idleWork}, send, sendLength, block);
     if (result != conn::kSuccess || block.bytes == nullptr)
         return result;
     if (!addMemList(block.bytes)) {

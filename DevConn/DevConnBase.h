@@ -28,6 +28,9 @@ public:
     virtual long Disconnect() = 0;
 
     long SetRecvPacketSize(unsigned long size); // any size; a reply is kept up to it
+    // What to do in every exchange from now on while its reply is awaited; null: nothing. The work
+    // stays the caller's, and outlives its use.
+    long SetIdleWork(IdleWork* work);
     long DisposeData(void* block); // kForeignBlock for a block that is not ours
     // With the lock held; false for null or out of memory.
     bool addMemList(void* block) VYM_REQUIRES(m_lock);
@@ -48,5 +51,6 @@ protected:
     bool m_connected VYM_GUARDED_BY(m_lock) = false;
 
 private:
+    IdleWork* m_idleWork VYM_GUARDED_BY(m_lock) = nullptr;
     std::vector<void*> m_memList VYM_GUARDED_BY(m_lock);
 };

@@ -195,6 +195,12 @@ long DevConnMgr::SetRecvPacketSize(void* handle, unsigned long size)
     return device != nullptr ? device->SetRecvPacketSize(size) : conn::kUnknownHandle;
 }
 
+long DevConnMgr::SetIdleWork(void* handle, IdleWork* work)
+{
+    auto* device = deviceOf(handle);
+    return device != nullptr ? device->SetIdleWork(work) : conn::kUnknownHandle;
+}
+
 long DevConnMgr::DisposeData(void* handle, void* block)
 {
     auto* device = deviceOf(handle);

@@ -58,6 +58,7 @@ public:
     long GetModelName(void* handle, char** model, unsigned long* length);
     long SetTimeout(void* handle, unsigned long milliseconds);
     long SetRecvPacketSize(void* handle, unsigned long size);
+    long SetIdleWork(void* handle, IdleWork* work);
     long DisposeData(void* handle, void* block);
 
     // The printers attached by USB in one block, given back with FreeUsbPort; their number.

@@ -109,6 +109,8 @@ long exchangePacket(PacketStream& stream, const ExchangeLimits& limits, const un
     const auto now = tickMilliseconds();
     const auto elapsed = now - start;
     const auto budget = elapsed < limits.timeoutMs ? limits.timeoutMs - elapsed : kReadMs;
+    if (limits.idleWork != nullptr)
+        limits.idleWork->run();
     Header header{};
     switch (readHeader(stream, packet, length, now + budget, header)) {
     case HeaderRead::failed:

@@ -31,10 +31,24 @@ protected:
     PacketStream& operator=(const PacketStream&) = default;
 };
 
+// Something to do while a packet is on its way and its reply is awaited, such as reading the next
+// piece of a file. Short: the reply waits in the meantime.
+class IdleWork {
+public:
+    virtual void run() = 0;
+
+protected:
+    IdleWork() = default;
+    ~IdleWork() = default;
+    IdleWork(const IdleWork&) = default;
+    IdleWork& operator=(const IdleWork&) = default;
+};
+
 struct ExchangeLimits {
     unsigned long timeoutMs; // for write and reply together; 0: none was set
     unsigned long leastWriteMs; // a write may take this long however short the time-out is
     unsigned long packetSize; // the largest reply that is kept, header included
+    IdleWork* idleWork = nullptr; // done once, behind the write; null: nothing
 };
 
 struct ReplyBlock {

@@ -115,6 +115,7 @@ struct FilePiece {
     std::uint32_t end;
     const unsigned char* data; // may be null
     std::uint32_t length; // of the data; without data, a last block's running checksum
+    std::optional<std::uint16_t> dataSum{}; // where it is known already
 };
 TAG_CMDSENDFILE sendFile(const char* name, const FilePiece& piece);
 

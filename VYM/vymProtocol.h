@@ -106,12 +106,10 @@ private:
     int loadTargetInfo(const FileAssembly& file);
     int pieceResult(const Reply& reply, unsigned short kind);
     int prepareSending(Image& image);
-    int openImage(Image& image);
     int sendImage(Image& image, tag_devinfo& info);
     int sendPieces(Image& image, tag_devinfo& info);
-    int sendFilePacket(const TAG_CMDSENDFILE& head, unsigned short kind, const unsigned char* data,
-                       unsigned long length);
-    int sendBlock(Image& image, unsigned short kind, unsigned long length, tag_devinfo& info);
+    int sendPiece(Image& image, unsigned short kind);
+    int sendFilePacket(std::span<unsigned char> packet, unsigned short kind);
     void publishDecision(tag_devinfo& info, int code, const char* subFileName);
     void publishSent(tag_devinfo& info, int code, unsigned long done);
 
@@ -124,8 +122,7 @@ private:
 
     unsigned long m_timeout = 0; // milliseconds, as last set on the connection
     unsigned long m_unanswered = 0; // pieces without a reply so far: theirs may still come
-    // Head and data of a file packet, kept between pieces; a piece is read to its place in here.
-    std::vector<unsigned char> m_sendBuffer;
+    std::vector<unsigned char> m_sendBuffer; // head and data of a file packet, kept between calls
     VersionReason m_reason = VersionReason::undecided;
     bool m_bytesWentOut = false;
 };

@@ -1,5 +1,6 @@
 // Sending one firmware entry of the package.
 #include "VYM/DebugText.h"
+#include "VYM/ImageReader.h"
 #include "VYM/ProtocolReply.h"
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymMac.h"
@@ -44,10 +45,8 @@ struct vymProtocol::Image {
     unsigned short lastKind = packets::kLastUnpolled;
     bool lastCarriesData = false;
     unsigned long pieceSize = 0;
-    unsigned long place = 0; // of its first byte in the container
-    unsigned long size = 0;
-    unsigned long offset = 0;
     unsigned short sum = 0; // of all pieces sent
+    ImageReader pieces{};
 };
 
 int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned long start,
@@ -64,24 +63,20 @@ int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned lo
     unsigned long following = 0;
     if (data != nullptr && kind != packets::kHeadOnly)
         following = isLast(kind) ? end - start : length;
-    return sendFilePacket(head, kind, data, following);
-}
-
-// Data that stands in its place in the send buffer already is not copied.
-int vymProtocol::sendFilePacket(const TAG_CMDSENDFILE& head, unsigned short kind,
-                                const unsigned char* data, unsigned long length)
-{
     try {
-        m_sendBuffer.resize(kHeadSize + length);
+        m_sendBuffer.resize(kHeadSize + following);
     } catch (const std::exception&) {
         return result::kSystem;
     }
     std::memcpy(m_sendBuffer.data(), &head, kHeadSize);
-    auto* place = m_sendBuffer.data() + kHeadSize;
-    if (data != place)
-        std::copy_n(data, length, place);
+    std::copy_n(data, following, m_sendBuffer.data() + kHeadSize);
+    return sendFilePacket(m_sendBuffer, kind);
+}
+
+int vymProtocol::sendFilePacket(std::span<unsigned char> packet, unsigned short kind)
+{
     Reply reply(*this);
-    const int sent = exchangeOnce(m_sendBuffer, reply);
+    const int sent = exchangeOnce(packet, reply);
     return sent == result::kSuccess ? pieceResult(reply, kind) : sent;
 }
 
@@ -123,7 +118,7 @@ int vymProtocol::UpdateFirmware(const char* model, const char* firmName, const c
         return ready;
     if (vymBindInfo::Instance() == nullptr)
         return result::kSuccess;
-    const int opened = openImage(image);
+    const int opened = image.pieces.open(fileName, image.pieceSize);
     return opened == result::kSuccess ? sendImage(image, info) : opened;
 }
 
@@ -168,68 +163,52 @@ int vymProtocol::prepareSending(Image& image)
     return result::kSuccess;
 }
 
-int vymProtocol::openImage(Image& image)
-{
-    const auto* container = vymBindInfo::Instance();
-    try {
-        m_sendBuffer.resize(kHeadSize + image.pieceSize);
-    } catch (const std::exception&) {
-        return result::kSystem;
-    }
-    // A package that is cut short is refused before a printer gets a part of it.
-    const bool held = container->getBindFileSize(image.fileName, image.size)
-        && container->holdsEveryByte(image.fileName)
-        && container->getBindMngData(image.fileName, image.place, image.size);
-    return held ? result::kSuccess : result::kFirmwareUnreadable;
-}
-
 int vymProtocol::sendImage(Image& image, tag_devinfo& info)
 {
-    setUpdateState(info, state_sending, result::kSuccess, 0, image.size);
+    const auto size = image.pieces.size();
+    setUpdateState(info, state_sending, result::kSuccess, 0, size);
     pauseMilliseconds(kSettleMs);
-    if (const int sent = sendPieces(image, info); sent != result::kSuccess)
+    m_manager->SetIdleWork(m_handle, &image.pieces);
+    const int sent = sendPieces(image, info);
+    m_manager->SetIdleWork(m_handle, nullptr);
+    if (sent != result::kSuccess || (image.lastCarriesData && size != 0))
         return sent;
-    if (image.lastCarriesData && image.size != 0)
-        return result::kSuccess;
     m_bytesWentOut = true;
-    const int ended =
-        SendFileData(image.name, image.lastKind, image.size, image.size, nullptr, image.sum);
-    publishSent(info, ended, image.size);
+    const int ended = SendFileData(image.name, image.lastKind, size, size, nullptr, image.sum);
+    publishSent(info, ended, size);
     return ended;
 }
 
 int vymProtocol::sendPieces(Image& image, tag_devinfo& info)
 {
-    const auto* container = vymBindInfo::Instance();
-    while (image.offset < image.size) {
-        const auto length = std::min(image.size - image.offset, image.pieceSize);
-        if (!container->readBytes(image.place + image.offset, m_sendBuffer.data() + kHeadSize,
-                                  length))
+    auto& pieces = image.pieces;
+    while (pieces.end() < pieces.size()) {
+        if (!pieces.next())
             return result::kFirmwareUnreadable;
-        const bool isEnd = image.offset + length == image.size;
-        const auto kind = isEnd && image.lastCarriesData ? image.lastKind : packets::kData;
-        if (const int sent = sendBlock(image, kind, length, info); sent != result::kSuccess)
+        const bool isLast = pieces.end() == pieces.size();
+        const auto kind = isLast && image.lastCarriesData ? image.lastKind : packets::kData;
+        if (const int sent = sendPiece(image, kind); sent != result::kSuccess) {
+            publishSent(info, sent, pieces.offset());
             return sent;
+        }
+        image.sum = static_cast<unsigned short>(image.sum + pieces.sum());
+        publishSent(info, result::kSuccess, pieces.end());
     }
     return result::kSuccess;
 }
 
-int vymProtocol::sendBlock(Image& image, unsigned short kind, unsigned long length,
-                           tag_devinfo& info)
+int vymProtocol::sendPiece(Image& image, unsigned short kind)
 {
     m_bytesWentOut = true;
-    const auto* piece = m_sendBuffer.data() + kHeadSize;
-    TAG_CMDSENDFILE head{};
-    int sent = Make_SendFile(head, image.name, kind, image.offset, image.size, piece, length);
-    if (sent == result::kSuccess)
-        sent = sendFilePacket(head, kind, piece, length);
-    if (sent == result::kSuccess) {
-        const auto sum = readBigEndian16(head.m_checkSum.bytes);
-        image.sum = static_cast<unsigned short>(image.sum + sum);
-        image.offset += length;
-    }
-    publishSent(info, sent, image.offset);
-    return sent;
+    auto& pieces = image.pieces;
+    const auto packet = pieces.packet();
+    const auto head =
+        packets::sendFile(image.name,
+                          {kind, static_cast<std::uint32_t>(pieces.offset()),
+                           static_cast<std::uint32_t>(pieces.size()), packet.data() + kHeadSize,
+                           static_cast<std::uint32_t>(packet.size() - kHeadSize), pieces.sum()});
+    std::memcpy(packet.data(), &head, kHeadSize);
+    return sendFilePacket(packet, kind);
 }
 
 void vymProtocol::publishSent(tag_devinfo& info, int code, unsigned long done)

@@ -25,9 +25,15 @@ bool waitFor(int socket, short events)
 
 } // namespace
 
-BareLoop::BareLoop(std::uint64_t place, std::uint32_t size)
-    : m_packet(kMaxPacket), m_place(place), m_size(size)
+BareLoop::BareLoop(std::uint64_t place, std::uint32_t size) : m_size(size)
 {
+    const auto* container = vymBindInfo::Instance();
+    for (std::uint32_t start = 0; start < size; start += kMaxPacket - kHead) {
+        const auto length = std::min(size - start, kMaxPacket - kHead);
+        m_packets.emplace_back(kHead + length);
+        if (!container->readBytes(place + start, m_packets.back().data() + kHead, length))
+            m_packets.back().clear();
+    }
 }
 
 BareLoop::~BareLoop()
@@ -69,25 +75,24 @@ bool BareLoop::acknowledged() const
         && recv(m_socket, answer, sizeof answer, 0) == static_cast<ssize_t>(sizeof answer);
 }
 
-bool BareLoop::sendPiece(std::uint32_t start, std::uint32_t length)
+bool BareLoop::sendPiece(std::vector<unsigned char>& packet, std::uint32_t start)
 {
-    auto* data = m_packet.data() + kHead;
-    if (!vymBindInfo::Instance()->readBytes(m_place + start, data, length))
-        return false;
+    auto* data = packet.data() + kHead;
+    const auto length = static_cast<std::uint32_t>(packet.size()) - kHead;
     const auto head = packets::sendFile("MAINFW", {packets::kData, start, m_size, data, length});
-    std::memcpy(m_packet.data(), &head, kHead);
+    std::memcpy(packet.data(), &head, kHead);
     m_sum = static_cast<std::uint16_t>(m_sum + readBigEndian16(head.m_checkSum.bytes));
-    return sendAll(m_packet.data(), kHead + length) && acknowledged();
+    return sendAll(packet.data(), packet.size()) && acknowledged();
 }
 
 bool BareLoop::run()
 {
     m_sum = 0;
-    for (std::uint32_t start = 0; start < m_size;) {
-        const auto length = std::min(m_size - start, kMaxPacket - kHead);
-        if (!sendPiece(start, length))
+    std::uint32_t start = 0;
+    for (auto& packet : m_packets) {
+        if (packet.size() <= kHead || !sendPiece(packet, start))
             return false;
-        start += length;
+        start += static_cast<std::uint32_t>(packet.size()) - kHead;
     }
     close(m_socket);
     m_socket = -1;

@@ -21,12 +21,11 @@ public:
     bool run();
 
 private:
-    bool sendPiece(std::uint32_t start, std::uint32_t length);
+    bool sendPiece(std::vector<unsigned char>& packet, std::uint32_t start);
     [[nodiscard]] bool sendAll(const unsigned char* packet, std::size_t length) const;
     [[nodiscard]] bool acknowledged() const;
 
-    std::vector<unsigned char> m_packet;
-    std::uint64_t m_place;
+    std::vector<std::vector<unsigned char>> m_packets; // ready but for their heads
     std::uint32_t m_size;
     std::uint16_t m_sum = 0; // of all pieces, as any sender has to keep it
     int m_socket = -1;

@@ -20,7 +20,7 @@ FLOORS = [
     (2, ["DevConn/*", "VYM/vymBindInfo.*", "VYM/vymParse*", "VYM/DescriptionText.*",
          "Platform/*.cpp"]),
     (3, ["VYM/vymProtocol*", "VYM/ProtocolRe*", "VYM/ModelDependCheckVer.*", "VYM/vymPackets.*",
-         "VYM/BigEndian.h", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
+         "VYM/BigEndian.h", "VYM/ImageReader.*", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
     (4, ["VYM/vymThread.*", "VYM/CheckRun.*"]),
     (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
          "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*"]),

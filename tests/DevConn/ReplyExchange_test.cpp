@@ -163,6 +163,28 @@ TEST_F(Exchange, SendsThePacketAndGivesTheWholeReply)
     EXPECT_EQ(reply, replyOf("hello"));
 }
 
+// Notes what had been written when it was its turn.
+class NotedWork : public IdleWork {
+public:
+    explicit NotedWork(const ScriptedStream& stream) : m_stream(stream) { }
+    void run() override { m_writtenBefore.push_back(m_stream.m_written.size()); }
+
+    std::vector<std::size_t> m_writtenBefore;
+
+private:
+    const ScriptedStream& m_stream;
+};
+
+TEST_F(Exchange, DoesIdleWorkOnceBetweenTheWriteAndTheReply)
+{
+    NotedWork work(stream);
+    limits.idleWork = &work;
+    stream.arrives(replyOf("hello"));
+    EXPECT_EQ(exchange(), conn::kSuccess);
+    EXPECT_EQ(reply, replyOf("hello"));
+    EXPECT_EQ(work.m_writtenBefore, std::vector<std::size_t>{1});
+}
+
 TEST_F(Exchange, OfNoPacketOnlyReceives)
 {
     stream.arrives(replyOf("hello"));

@@ -1,0 +1,60 @@
+#include "VYM/ImageReader.h"
+
+#include "VYM/ProtocolResult.h"
+#include "VYM/vymBindInfo.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace {
+
+constexpr unsigned long kHeadSize = sizeof(TAG_CMDSENDFILE);
+
+} // namespace
+
+int ImageReader::open(const char* fileName, unsigned long pieceSize)
+{
+    const auto* container = vymBindInfo::Instance();
+    // A package that is cut short is refused before a printer gets a part of it.
+    if (!container->getBindFileSize(fileName, m_size) || !container->holdsEveryByte(fileName)
+        || !container->getBindMngData(fileName, m_place, m_size))
+        return result::kFirmwareUnreadable;
+    m_pieceSize = std::min(pieceSize, std::max(m_size, 1UL));
+    try {
+        m_taken.bytes.resize(kHeadSize + m_pieceSize);
+        m_ahead.bytes.resize(kHeadSize + m_pieceSize);
+    } catch (const std::exception&) {
+        return result::kSystem;
+    }
+    return result::kSuccess;
+}
+
+void ImageReader::read(Piece& piece, unsigned long offset) const
+{
+    piece.length = std::min(m_size - offset, m_pieceSize);
+    auto* data = piece.bytes.data() + kHeadSize;
+    piece.isRead = vymBindInfo::Instance()->readBytes(m_place + offset, data, piece.length);
+    piece.sum = packets::byteSum({data, piece.length});
+}
+
+bool ImageReader::next()
+{
+    m_offset = end();
+    if (m_ahead.length == 0)
+        read(m_ahead, m_offset);
+    std::swap(m_taken, m_ahead);
+    m_ahead.length = 0;
+    return m_taken.isRead;
+}
+
+void ImageReader::run()
+{
+    if (m_ahead.length == 0 && m_taken.length != 0 && end() < m_size)
+        read(m_ahead, end());
+}
+
+std::span<unsigned char> ImageReader::packet()
+{
+    return {m_taken.bytes.data(), kHeadSize + m_taken.length};
+}
