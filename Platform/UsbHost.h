@@ -4,8 +4,9 @@
 // Owns:    a list owns its interfaces, a caller the connection it opened. A connection outlives the
 //          interface it was opened from; both end before their host does.
 // Threads: interfaces() from any; an interface or a connection from one thread at a time.
-// Errors:  answers, never exceptions but std::bad_alloc. A device that was pulled out fails every
-//          call. Lengths and texts that a device reports are handed on as they came: callers check.
+// Errors:  answers. Finding and opening may throw std::bad_alloc; a connection throws nothing. A
+//          device that was pulled out fails every call. Lengths and texts that a device reports are
+//          handed on as they came: callers check.
 #pragma once
 #include <atomic>
 #include <cstdint>

@@ -12,6 +12,10 @@ using Texts = std::vector<std::string>;
 
 class UsbPorts : public testing::Test {
 protected:
+    static void describe(const std::string& text)
+    {
+        g_VymInfo.loadData(text.data(), text.size(), load_vyminfo);
+    }
     // What the list holds; its count is checked against the number given.
     Texts list()
     {
@@ -173,10 +177,30 @@ TEST_F(UsbPorts, AreNoneWhereMemoryRunsOut)
     EXPECT_LT(allowed, 200);
 }
 
+TEST_F(UsbPorts, AreOpenedOrLeftClosedHoweverLittleMemoryThereIs)
+{
+    describe("DEVICEIDMODELNAME P1\r\n");
+    auto& printer = host.printer();
+    auto& manager = *DevConnMgr::Instance();
+    void* handle = nullptr;
+    long result = -1;
+    int allowed = 0;
+    for (; result != 0 && allowed < 200; ++allowed) {
+        {
+            const MemoryShortage shortage(allowed);
+            result = manager.Connect(nullptr, "usb://Acme/P1?serial=S1", 0, 0, &handle);
+        }
+        EXPECT_TRUE(result == 0 || result == conn::kNoTransport || result == conn::kCannotOpen);
+        EXPECT_EQ(printer.open, result == 0 ? 1 : 0);
+    }
+    EXPECT_GT(allowed, 5);
+    EXPECT_EQ(manager.Disconnect(handle), 0);
+    describe("");
+}
+
 TEST_F(UsbPorts, LeadToTheirPrinters)
 {
-    const std::string description = "DEVICEIDMODELNAME P1\r\n";
-    g_VymInfo.loadData(description.data(), description.size(), load_vyminfo);
+    describe("DEVICEIDMODELNAME P1\r\n");
     host.printer();
     const auto port = list().at(0);
     auto& manager = *DevConnMgr::Instance();
@@ -189,5 +213,5 @@ TEST_F(UsbPorts, LeadToTheirPrinters)
     EXPECT_EQ(manager.DisposeData(handle, model), 0);
     EXPECT_EQ(manager.Disconnect(handle), 0);
     EXPECT_EQ(host.printers()[0].open, 0);
-    g_VymInfo.loadData("", 0, load_vyminfo);
+    describe("");
 }
