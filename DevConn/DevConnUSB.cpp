@@ -29,7 +29,7 @@ constexpr unsigned long kTotalAt = 48;
 constexpr unsigned long kProgressEnd = 52;
 constexpr unsigned long kShortestClosing = 60;
 constexpr unsigned kClosingKind = 0x0080;
-constexpr unsigned kLastClosingKind = 0x0081;
+constexpr unsigned kLastClosingKind = 0x0081; // where the printer is polled afterwards
 constexpr std::uint32_t kPercentStep = 10; // a printer confirms at each of these
 constexpr unsigned long kUnansweredMs = 20; // instead of waiting: what keeps the pace
 
@@ -314,6 +314,6 @@ bool DevConnUSB::IsSendFileCheck(const unsigned char* packet, unsigned long leng
 
 bool DevConnUSB::IsSendFileCmdWithComplete(const unsigned char* packet, unsigned long length)
 {
-    const auto kind = fileKind(packet, length);
-    return length >= kShortestClosing && (kind == kClosingKind || kind == kLastClosingKind);
+    const auto kind = fileKind(packet, length).value_or(kFileDataKind);
+    return length >= kShortestClosing && kind >= kClosingKind && kind <= kLastClosingKind;
 }
