@@ -2,6 +2,7 @@
 
 #include "DevConn/ConnResult.h"
 #include "DevConn/DevConnTCP.h"
+#include "DevConn/DevConnUSB.h"
 #include "DevConn/DeviceId.h"
 #include "VYM/vymUtil.h"
 
@@ -27,6 +28,12 @@ std::unique_ptr<DevConnBase> makeNetworkTransport()
     return std::make_unique<DevConnTCP>();
 }
 
+std::unique_ptr<DevConnBase> makeUsbTransport()
+{
+    auto* host = UsbHost::plugged();
+    return host != nullptr ? std::make_unique<DevConnUSB>(*host) : nullptr;
+}
+
 } // namespace
 
 DevConnMgr* DevConnMgr::_instance = nullptr;
@@ -42,6 +49,7 @@ DevConnMgr* DevConnMgr::Instance()
 DevConnMgr::DevConnMgr()
 {
     plugIn(Transport::network, &makeNetworkTransport);
+    plugIn(Transport::usb, &makeUsbTransport);
     _killer.set(this);
 }
 
@@ -205,19 +213,6 @@ long DevConnMgr::DisposeData(void* handle, void* block)
 {
     auto* device = deviceOf(handle);
     return device != nullptr ? device->DisposeData(block) : conn::kUnknownHandle;
-}
-
-long DevConnMgr::EnumUsbPort(_PORT_INFO_1A** ports)
-{
-    // No USB transport is plugged in, so there is nobody to ask.
-    if (ports != nullptr)
-        *ports = nullptr;
-    return 0;
-}
-
-void DevConnMgr::FreeUsbPort(_PORT_INFO_1A* ports)
-{
-    FreeMem(ports);
 }
 
 char* DevConnMgr::FindModelKey(char* deviceId)

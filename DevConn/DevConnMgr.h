@@ -8,6 +8,7 @@
 // Invariant: a handle is never 0, and no two entries have the same one.
 #pragma once
 #include "DevConn/DevConnBase.h"
+#include "Platform/UsbHost.h"
 #include "VYM/SingletonKiller.h"
 
 #include <array>
@@ -61,14 +62,22 @@ public:
     long SetIdleWork(void* handle, IdleWork* work);
     long DisposeData(void* handle, void* block);
 
-    // The printers attached by USB in one block, given back with FreeUsbPort; their number.
+    // The printers attached by USB in one block, given back with FreeUsbPort; their number. 0 and
+    // null where there are none, no memory, or no host for USB. May pause some seconds a printer.
     long EnumUsbPort(_PORT_INFO_1A** ports);
     void FreeUsbPort(_PORT_INFO_1A* ports);
+    static long MacEnumUSBPort(_PORT_INFO_1A** ports);
+    // Is this interface counted? One whose serial or names cannot be read is, with an empty url.
+    static bool MacUSBPortURL(UsbInterface& service, std::string& url);
+    // What the device ID says; true, and the texts empty, for one that does not name them.
+    static bool getVendorProductName(UsbInterface& service, std::string& vendor,
+                                     std::string& product);
 
     static char* FindModelKey(char* deviceId);
     static char* FindMFGKey(char* deviceId);
 
-    // Transports plug in by kind. Null: there is none of that kind, and Connect says so.
+    // Transports plug in by kind. Null: there is none of that kind, and Connect says so. The USB
+    // transport is there where UsbHost::plugIn was given a host.
     enum class Transport : std::uint8_t { usb, network };
     using TransportMaker = std::unique_ptr<DevConnBase> (*)();
     void plugIn(Transport kind, TransportMaker maker);

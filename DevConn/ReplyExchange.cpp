@@ -1,6 +1,7 @@
 #include "DevConn/ReplyExchange.h"
 
 #include "DevConn/ConnResult.h"
+#include "VYM/BigEndian.h"
 #include "VYM/vymMac.h"
 
 #include <algorithm>
@@ -13,19 +14,9 @@ constexpr unsigned long kHeaderSize = 8;
 constexpr unsigned long kReadMs = 10; // one attempt; also the whole budget when none is left
 constexpr unsigned long kFileDataHead = 60; // no shorter packet carries file data
 constexpr unsigned kFileCommand = 0x5002;
-constexpr unsigned kDataKind = 0;
+constexpr unsigned long kKindAt = 42;
 
 using Header = std::array<unsigned char, kHeaderSize>;
-
-unsigned bigEndian16(const unsigned char* bytes)
-{
-    return static_cast<unsigned>(bytes[0]) << 8 | bytes[1];
-}
-
-std::uint32_t bodyLength(const Header& header)
-{
-    return bigEndian16(&header[4]) << 16 | bigEndian16(&header[6]);
-}
 
 enum class HeaderRead { complete, none, failed };
 
@@ -33,6 +24,8 @@ HeaderRead readHeader(PacketStream& stream, const unsigned char* packet, unsigne
                       std::uint64_t deadline, Header& header)
 {
     for (;;) {
+        if (!stream.readsReply(packet, length))
+            return HeaderRead::none;
         unsigned long received = 0;
         if (!stream.ReadPort(header.data(), kHeaderSize, &received, kReadMs))
             return HeaderRead::failed;
@@ -71,7 +64,7 @@ bool readBody(PacketStream& stream, std::uint64_t length, std::uint64_t deadline
 long readReply(PacketStream& stream, const Header& header, unsigned long packetSize,
                std::uint64_t deadline, ReplyBlock& reply)
 {
-    const auto body = bodyLength(header);
+    const auto body = readBigEndian32(&header[4]);
     const auto most = std::max(packetSize, kHeaderSize) - kHeaderSize;
     const auto room = std::min<unsigned long>(body, most);
     auto* block = static_cast<unsigned char*>(AllocMem(kHeaderSize + room));
@@ -89,10 +82,16 @@ long readReply(PacketStream& stream, const Header& header, unsigned long packetS
 
 } // namespace
 
+std::optional<unsigned> fileKind(const unsigned char* packet, unsigned long length)
+{
+    if (packet == nullptr || length < kKindAt + 2 || readBigEndian16(packet + 2) != kFileCommand)
+        return std::nullopt;
+    return readBigEndian16(packet + kKindAt);
+}
+
 bool isFileDataPacket(const unsigned char* packet, unsigned long length)
 {
-    return packet != nullptr && length >= kFileDataHead && bigEndian16(packet + 2) == kFileCommand
-        && bigEndian16(packet + 42) == kDataKind;
+    return length >= kFileDataHead && fileKind(packet, length) == kFileDataKind;
 }
 
 long exchangePacket(PacketStream& stream, const ExchangeLimits& limits, const unsigned char* packet,

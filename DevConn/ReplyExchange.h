@@ -9,6 +9,7 @@
 // Threads: the caller's; runs under the transport's lock.
 #pragma once
 #include <cstdint>
+#include <optional>
 
 // What a transport supplies. Reads and writes are single attempts: true with fewer bytes than
 // asked, or none, when the time ran out; false on an error of the link.
@@ -20,6 +21,12 @@ public:
                           unsigned long timeoutMs) = 0;
     // The peer has closed its side: empty reads come back at once and will not change.
     [[nodiscard]] virtual bool peerClosed() const = 0;
+    // Before each attempt to read a header: is one to be read for this packet at all? A transport
+    // that says no has paced the sender by itself.
+    [[nodiscard]] virtual bool readsReply(const unsigned char* /*packet*/, unsigned long /*length*/)
+    {
+        return true;
+    }
     // After a read that found nothing: is a reply to this packet worth waiting for?
     [[nodiscard]] virtual bool awaitsReply(const unsigned char* packet,
                                            unsigned long length) const = 0;
@@ -61,6 +68,10 @@ struct ReplyBlock {
 // kReceiveFailed or kOutOfMemory, and no block.
 long exchangePacket(PacketStream& stream, const ExchangeLimits& limits, const unsigned char* packet,
                     unsigned long length, ReplyBlock& reply);
+
+// What a packet of the file command carries; nothing for every other packet.
+constexpr unsigned kFileDataKind = 0;
+std::optional<unsigned> fileKind(const unsigned char* packet, unsigned long length);
 
 // A piece of firmware in flight (the file command, kind "data"): printers need not answer it.
 bool isFileDataPacket(const unsigned char* packet, unsigned long length);

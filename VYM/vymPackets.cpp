@@ -91,7 +91,7 @@ TAG_CMDSENDFILE sendFile(const char* name, const FilePiece& piece)
         length = piece.data != nullptr ? piece.end - piece.start : 0;
     std::uint16_t sum = 0;
     if (piece.data != nullptr)
-        sum = piece.dataSum.value_or(byteSum({piece.data, length}));
+        sum = piece.dataSum ? *piece.dataSum : byteSum({piece.data, length});
     else if (isLast(piece.kind))
         sum = static_cast<std::uint16_t>(piece.length);
     auto record = blank<TAG_CMDSENDFILE>(kSendFile, length);

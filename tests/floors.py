@@ -16,11 +16,12 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # The first pattern that fits gives a file its floor.
 FLOORS = [
     (1, ["VYM/vymLock.*", "VYM/vymMac.*", "VYM/vymUtil.*", "VYM/ThreadSafety.h",
-         "VYM/SingletonKiller.h", "VYM/SystemVersion.*", "VYM/DebugText.h", "Platform/*.h"]),
+         "VYM/SingletonKiller.h", "VYM/SystemVersion.*", "VYM/DebugText.h", "VYM/BigEndian.h",
+         "Platform/*.h"]),
     (2, ["DevConn/*", "VYM/vymBindInfo.*", "VYM/vymParse*", "VYM/DescriptionText.*",
          "Platform/*.cpp"]),
     (3, ["VYM/vymProtocol*", "VYM/ProtocolRe*", "VYM/ModelDependCheckVer.*", "VYM/vymPackets.*",
-         "VYM/BigEndian.h", "VYM/ImageReader.*", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
+         "VYM/ImageReader.*", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
     (4, ["VYM/vymThread.*", "VYM/CheckRun.*"]),
     (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
          "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*"]),

@@ -73,7 +73,14 @@ public:
         return !isFileDataPacket(packet, length);
     }
 
+    [[nodiscard]] bool readsReply(const unsigned char* /*packet*/,
+                                  unsigned long /*length*/) override
+    {
+        return m_looks-- > 0;
+    }
+
     std::vector<std::string> m_written;
+    int m_looks = std::numeric_limits<int>::max(); // before the link says that none is read
     unsigned long m_accepts = std::numeric_limits<unsigned long>::max();
     unsigned long m_writeTimeout = 0;
     unsigned long m_writeTakes = 0;
@@ -312,6 +319,23 @@ TEST_F(Exchange, EndsInTimeThoughBytesKeepDribbling)
     EXPECT_EQ(exchange(), conn::kSuccess);
     EXPECT_EQ(tickMilliseconds() - start, 1000U);
     EXPECT_EQ(reply, replyHeader(1000) + std::string(19, 'x'));
+}
+
+TEST_F(Exchange, AsksBeforeEachLookWhetherAReplyIsRead)
+{
+    stream.m_looks = 0;
+    stream.arrives(replyOf("there"));
+    EXPECT_EQ(exchange(), conn::kSuccess);
+    EXPECT_FALSE(replied);
+    EXPECT_EQ(stream.m_readCount, 0U) << "not even what is there";
+    stream.m_looks = 1;
+    EXPECT_EQ(exchange(), conn::kSuccess);
+    EXPECT_EQ(reply, replyOf("there"));
+    stream.m_looks = 3;
+    stream.m_readCount = 0;
+    EXPECT_EQ(exchange(), conn::kSuccess);
+    EXPECT_FALSE(replied);
+    EXPECT_EQ(stream.m_readCount, 3U);
 }
 
 TEST_F(Exchange, AwaitsNoReplyToFileDataOnceAReadFoundNothing)

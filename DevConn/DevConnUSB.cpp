@@ -1,0 +1,319 @@
+#include "DevConn/DevConnUSB.h"
+
+#include "DevConn/ConnResult.h"
+#include "DevConn/UsbDeviceId.h"
+#include "DevConn/UsbPrinterSearch.h"
+#include "VYM/BigEndian.h"
+#include "VYM/vymMac.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <new>
+
+namespace {
+
+constexpr unsigned long kLeastWriteMs = 500;
+constexpr unsigned long kMsPerSecond = 1000; // waits count in whole seconds
+constexpr unsigned long kLookAgainMs = 1; // less than a reply takes, and the processor is free
+constexpr int kTransfers = 2; // one write, one read: no more can end during one wait
+constexpr unsigned long kBulkSize = 512; // of a high-speed bulk packet
+constexpr unsigned long kMostPerRead = 0xFFFFFE00; // the largest multiple that 32 bits hold
+constexpr unsigned long kDeviceIdSize = 1024;
+constexpr unsigned long kDeviceIdMs = 2000; // where no time-out was set
+constexpr std::size_t kDeviceIdPrefix = 2;
+
+// Where a file-data packet says how far the file has come.
+constexpr unsigned long kSentAt = 44;
+constexpr unsigned long kTotalAt = 48;
+constexpr unsigned long kProgressEnd = 52;
+constexpr unsigned long kShortestClosing = 60;
+constexpr unsigned kClosingKind = 0x0080;
+constexpr unsigned kLastClosingKind = 0x0081; // where the printer is polled afterwards
+constexpr std::uint32_t kPercentStep = 10; // a printer confirms at each of these
+constexpr unsigned long kUnansweredMs = 20; // instead of waiting: what keeps the pace
+
+bool openPipes(UsbInterfaceRecord& record)
+{
+    std::uint8_t count = 0;
+    if (!record.m_connection->pipeCount(count))
+        return false;
+    for (unsigned i = 1; i <= count; ++i) {
+        const auto number = static_cast<std::uint8_t>(i);
+        UsbPipe pipe{};
+        if (!record.m_connection->pipe(number, pipe))
+            return false;
+        if (pipe.type == UsbPipe::Type::bulk)
+            (pipe.in ? record.m_bulkIn : record.m_bulkOut) = number; // the last of its kind serves
+        else if (pipe.type == UsbPipe::Type::interrupt && pipe.in)
+            record.m_interruptIn = number;
+    }
+    return true;
+}
+
+} // namespace
+
+void ReadCompletion(void* reference, UsbStatus result, std::uint32_t argument)
+{
+    auto& transport = *static_cast<DevConnUSB*>(reference);
+    if (result == UsbStatus::ok)
+        transport.m_bytesRead = argument;
+    transport.m_readStatus = result;
+    transport.m_readDone = true;
+}
+
+void WriteCompletion(void* reference, UsbStatus result)
+{
+    auto& transport = *static_cast<DevConnUSB*>(reference);
+    transport.m_writeStatus = result;
+    transport.m_writeDone = true;
+}
+
+DevConnUSB::~DevConnUSB()
+{
+    close();
+}
+
+long DevConnUSB::Connect(const char* /*name*/, const char* port, unsigned short /*tcpPort*/)
+{
+    const HoldLock hold(m_lock);
+    if (port == nullptr)
+        return conn::kInvalidArgument;
+    if (m_connected)
+        return conn::kAlreadyConnected;
+    m_interface = StdUsbOpen(port);
+    if (m_interface == nullptr)
+        return conn::kCannotOpen;
+    CacheBuffClear();
+    m_connected = true;
+    return conn::kSuccess;
+}
+
+std::unique_ptr<UsbInterface> DevConnUSB::searchDevice(const char* port)
+{
+    try {
+        return port != nullptr ? usbSearch::findPrinter(m_host, port) : nullptr;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+bool DevConnUSB::getProductName(UsbInterface& found, std::string& product)
+{
+    return usbDeviceId::readModel(found, product);
+}
+
+std::unique_ptr<UsbInterfaceRecord> DevConnUSB::StdUsbOpen(const char* port)
+{
+    try {
+        auto record = std::make_unique<UsbInterfaceRecord>();
+        const auto found = searchDevice(port);
+        if (found == nullptr || usbDeviceId::open(*found, record->m_connection) != UsbStatus::ok
+            || !openPipes(*record))
+            return nullptr;
+        return record;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+long DevConnUSB::SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
+                              unsigned long* replyLength)
+{
+    const HoldLock hold(m_lock);
+    return exchange(*this, kLeastWriteMs, send, sendLength, reply, replyLength);
+}
+
+long DevConnUSB::GetModelName(char** model, unsigned long* length)
+{
+    const HoldLock hold(m_lock);
+    if (model == nullptr || length == nullptr)
+        return conn::kInvalidArgument;
+    if (!m_connected)
+        return conn::kNotConnected;
+    *model = nullptr;
+    *length = 0;
+    std::array<unsigned char, kDeviceIdSize> reply{};
+    unsigned long size = reply.size();
+    if (usbGetDeviceID(reply.data(), &size) != UsbStatus::ok)
+        return conn::kDeviceIdFailed;
+    reply[std::min(size, kDeviceIdSize - 1)] = 0;
+    const char* found = FindModelKey(reinterpret_cast<char*>(reply.data() + kDeviceIdPrefix));
+    if (found == nullptr)
+        return conn::kSuccess;
+    const auto needed = std::strlen(found) + 1;
+    auto* copy = static_cast<char*>(AllocMem(needed));
+    if (copy == nullptr)
+        return conn::kOutOfMemory;
+    std::memcpy(copy, found, needed);
+    if (!addMemList(copy)) {
+        FreeMem(copy);
+        return conn::kOutOfMemory;
+    }
+    *model = copy;
+    *length = needed;
+    return conn::kSuccess;
+}
+
+UsbStatus DevConnUSB::usbGetDeviceID(unsigned char* buffer, unsigned long* size)
+{
+    if (buffer == nullptr || size == nullptr || m_interface == nullptr)
+        return UsbStatus::failed;
+    return usbDeviceId::request(*m_interface->m_connection, buffer, size,
+                                m_timeout != 0 ? m_timeout : kDeviceIdMs);
+}
+
+long DevConnUSB::SetTimeout(unsigned long milliseconds)
+{
+    return storeTimeout(milliseconds);
+}
+
+long DevConnUSB::Disconnect()
+{
+    const HoldLock hold(m_lock);
+    if (!m_connected)
+        return conn::kNotConnected;
+    close();
+    m_connected = false;
+    return conn::kSuccess;
+}
+
+void DevConnUSB::close()
+{
+    CacheBuffClear();
+    if (m_interface != nullptr && m_readPending)
+        m_interface->m_connection->abort(m_interface->m_bulkIn);
+    m_readPending = false;
+    m_interface.reset();
+    m_readBuffer.reset(); // not before the connection, which may still know it
+}
+
+// Another transfer may end first; each wait for this one then has its whole time again.
+bool DevConnUSB::waitFor(const bool& done, unsigned long timeoutMs)
+{
+    for (int ended = 0; !done && ended < kTransfers; ++ended) {
+        if (!m_interface->m_connection->wait(timeoutMs / kMsPerSecond))
+            break;
+    }
+    return done;
+}
+
+bool DevConnUSB::WritePort(const unsigned char* buffer, unsigned long length, unsigned long* sent,
+                           unsigned long timeoutMs)
+{
+    if (buffer == nullptr || sent == nullptr)
+        return false;
+    *sent = 0;
+    if (m_interface == nullptr)
+        return false;
+    auto& connection = *m_interface->m_connection;
+    m_writeStatus = UsbStatus::ok;
+    m_writeDone = false;
+    if (!connection.startWrite(m_interface->m_bulkOut, buffer, length, &WriteCompletion, this))
+        return false;
+    if (!waitFor(m_writeDone, timeoutMs)) {
+        connection.abort(m_interface->m_bulkOut);
+        waitFor(m_writeDone, 0); // or the end of this write would be taken for the next one's
+        return false;
+    }
+    if (m_writeStatus != UsbStatus::ok)
+        return false;
+    *sent = length;
+    return true;
+}
+
+bool DevConnUSB::ReadPort(unsigned char* buffer, unsigned long length, unsigned long* received,
+                          unsigned long timeoutMs)
+{
+    if (buffer == nullptr || received == nullptr)
+        return false;
+    *received = 0;
+    if (length == 0)
+        return true;
+    if (GetCacheDataSize() >= length) {
+        *received = takeCached(buffer, length);
+        return true;
+    }
+    if (m_interface == nullptr || (!m_readPending && !startRead(length - GetCacheDataSize())))
+        return false;
+    m_readPending = !waitFor(m_readDone, timeoutMs);
+    if (!m_readPending)
+        return finishRead(buffer, length, received);
+    // A wait of no seconds comes back at once, and callers ask again until their time is over.
+    if (timeoutMs < kMsPerSecond)
+        pauseMilliseconds(kLookAgainMs);
+    m_interface->m_connection->wait(0);
+    *received = takeCached(buffer, length);
+    return true;
+}
+
+bool DevConnUSB::startRead(unsigned long missing)
+{
+    const auto blocks = (std::min(missing, kMostPerRead) - 1) / kBulkSize + 1;
+    m_readRequestSize = static_cast<std::uint32_t>(blocks * kBulkSize);
+    m_bytesRead = 0;
+    m_readDone = false;
+    m_readStatus = UsbStatus::ok;
+    m_readBuffer.reset(static_cast<unsigned char*>(AllocMem(m_readRequestSize)));
+    if (m_readBuffer == nullptr)
+        return false;
+    if (m_interface->m_connection->startRead(m_interface->m_bulkIn, m_readBuffer.get(),
+                                             m_readRequestSize, &ReadCompletion, this))
+        return true;
+    m_readBuffer.reset();
+    return false;
+}
+
+// What waited in the cache first, then what the read brought; the surplus goes into the cache. It
+// fits there unless this call wants less than the one that began the read.
+bool DevConnUSB::finishRead(unsigned char* buffer, unsigned long length, unsigned long* received)
+{
+    const auto block = std::move(m_readBuffer);
+    if (m_readStatus != UsbStatus::ok)
+        return false;
+    *received = takeCached(buffer, length);
+    const auto arrived = std::min(m_bytesRead, m_readRequestSize);
+    const auto used =
+        static_cast<std::uint32_t>(std::min<unsigned long>(length - *received, arrived));
+    std::memcpy(buffer + *received, block.get(), used);
+    *received += used;
+    SetCacheData(block.get() + used, arrived - used);
+    return true;
+}
+
+unsigned long DevConnUSB::takeCached(unsigned char* buffer, unsigned long length)
+{
+    return GetCacheData(
+        buffer,
+        static_cast<std::uint32_t>(std::min<unsigned long>(length, ReceiveCache::kCapacity)));
+}
+
+bool DevConnUSB::readsReply(const unsigned char* packet, unsigned long length)
+{
+    // Whoever sends nothing wants to receive.
+    if (packet == nullptr || IsSendFileCheck(packet, length))
+        return true;
+    pauseMilliseconds(kUnansweredMs);
+    return false;
+}
+
+bool DevConnUSB::IsSendFileCheck(const unsigned char* packet, unsigned long length)
+{
+    if (packet == nullptr)
+        return false;
+    if (length < kProgressEnd || fileKind(packet, length) != kFileDataKind)
+        return true;
+    const auto sent = readBigEndian32(packet + kSentAt);
+    const auto total = readBigEndian32(packet + kTotalAt);
+    // 32 bits, and what overflows is gone: printers confirm by the same sum.
+    const auto percent = total != 0 ? sent * 100U / total : 0;
+    const bool reached = percent % kPercentStep == 0 && percent != m_lastPercent;
+    m_lastPercent = percent;
+    return reached;
+}
+
+bool DevConnUSB::IsSendFileCmdWithComplete(const unsigned char* packet, unsigned long length)
+{
+    const auto kind = fileKind(packet, length).value_or(kFileDataKind);
+    return length >= kShortestClosing && kind >= kClosingKind && kind <= kLastClosingKind;
+}
