@@ -172,7 +172,7 @@ TEST(Update, RunsOnTwentyPrintersAtOnce)
 TEST(Update, LeavesASecondUpdaterOutside)
 {
     const PackageFolder package({{"MAIN", "AB010200", 50000}});
-    const VirtualPrinter printer(lists({"--write-rate", "20000"}));
+    const VirtualPrinter printer(lists({"--write-rate", "10000"}));
     CliRun first(updateOf(printer, package));
     ASSERT_TRUE(first.process().waitForOutput("\"writing\"", std::chrono::seconds(30)));
     CliRun second(updateOf(printer, package));
