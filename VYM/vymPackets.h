@@ -33,6 +33,10 @@ constexpr std::uint16_t kDataRefused = 0x0804;
 constexpr std::uint16_t kEnterBusy = 0x1001;
 constexpr std::uint16_t kEnterFax = 0x1002;
 
+// A packet as large as this gains nothing by being larger; more memory is not held for one,
+// whatever a printer offers.
+constexpr int kMostPacket = 4 * 1024 * 1024;
+
 constexpr std::size_t kNameSize = 32; // firmware and file names, NUL-padded
 
 } // namespace packets

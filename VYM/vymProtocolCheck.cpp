@@ -12,8 +12,6 @@ constexpr unsigned long kGetFileMs = 1000; // for each block of a file
 // For all blocks of a file together: a text of a few kilobytes, however slow the printer is.
 constexpr unsigned long kWholeFileMs = 60000;
 constexpr int kLeastPacket = 8; // a reply has at least a header
-// A packet as large as this is split no further by any gain; more memory is not held for one.
-constexpr int kMostPacket = 4 * 1024 * 1024;
 
 int assemblyResult(FileAssembly::Step step)
 {
@@ -81,7 +79,7 @@ int vymProtocol::loadTargetInfo(const FileAssembly& file)
         return result::kSystem;
     if (maxPacket < kLeastPacket)
         return result::kBadReply;
-    return SetPacketSize(static_cast<unsigned long>(std::min(maxPacket, kMostPacket)));
+    return SetPacketSize(static_cast<unsigned long>(std::min(maxPacket, packets::kMostPacket)));
 }
 
 bool vymProtocol::CheckVersion(const char* model, const char* firmName, const char* updateVersion,

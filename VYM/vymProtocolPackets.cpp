@@ -1,5 +1,13 @@
 // The packet operations under the interface's names; the packets themselves stand in vymPackets.
+#include "DevConn/ConnResult.h"
 #include "VYM/vymProtocol.h"
+
+namespace {
+
+constexpr long kLinkFailed =
+    -11; // no transport of ours gives it; it means a lost link all the same
+
+} // namespace
 
 int vymProtocol::SetSSTHeader(TAG_SSTHEADER& header, unsigned short code,
                               unsigned long length) const
@@ -29,11 +37,11 @@ int vymProtocol::CheckDevConnErr(int transportResult) const
     if (transportResult >= 0)
         return result::kSuccess;
     switch (transportResult) {
-    case -14:
-    case -13:
-    case -12:
-    case -11:
-    case -8:
+    case conn::kDeviceIdFailed:
+    case conn::kReceiveFailed:
+    case conn::kSendFailed:
+    case kLinkFailed:
+    case conn::kCannotOpen:
         return result::kConnectionLost;
     default:
         return result::kSystem;

@@ -7,13 +7,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
+#include <exception>
 
 namespace {
 
 constexpr unsigned long kSettleMs = 2000; // printers need it before a check and before the data
 constexpr unsigned long kHeadSize = sizeof(TAG_CMDSENDFILE);
-constexpr unsigned long kMostPiece = 4UL * 1024 * 1024 - kHeadSize; // see the receive packet size
 
 bool isLast(unsigned short kind)
 {
@@ -159,7 +158,8 @@ int vymProtocol::prepareSending(Image& image)
     m_target.getMaxPacket(maxPacket);
     if (const int set = setTimeoutSeconds(seconds); set != result::kSuccess)
         return set;
-    image.pieceSize = std::min(static_cast<unsigned long>(maxPacket) - kHeadSize, kMostPiece);
+    image.pieceSize =
+        static_cast<unsigned long>(std::min(maxPacket, packets::kMostPacket)) - kHeadSize;
     return result::kSuccess;
 }
 
