@@ -1,0 +1,24 @@
+// How the windows look: sizes of text, colours of lesser texts, room around things, icons. All of
+// it is derived from the user's own font, palette, style and icon theme; no size and no colour is
+// ours. What a control is to look like stands in the interface file, as its property "look".
+//
+// Owns:    nothing.
+// Threads: the interface's own.
+#pragma once
+#include <QColor>
+#include <QIcon>
+#include <QPalette>
+#include <QString>
+#include <QWidget>
+
+// Gives every control below the window its look, anew after a change of font, palette or style.
+void dressWindow(QWidget& window);
+// Whether this event of a window means that it has to be dressed again.
+bool changesLook(const QEvent& event);
+
+// Lesser text: softer than the text around it, and still readable on light and dark.
+QColor mutedColour(const QPalette& palette);
+QColor lineColour(const QPalette& palette);
+
+// From the user's theme, else our own drawing of that name.
+QIcon namedIcon(const QString& name);
