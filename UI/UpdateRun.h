@@ -10,14 +10,8 @@
 #include <optional>
 #include <string_view>
 
-// The texts of the stages; where a package has several firmware, those of the first three have a
-// plural form with the firmware's number in it.
-namespace statekey {
-constexpr const char* kConnection = "State_Connection"; // from the start until the first change
-constexpr const char* kUpdated = "State_Updated";
-} // namespace statekey
-
-// What one look at the status record changes on display. An empty field changes nothing.
+// What one look at the status record changes on display. An empty field changes nothing. Where a
+// package has several firmware, the first three stages have a plural text with a number in it.
 struct RunStep {
     std::optional<std::string_view> textKey;
     std::optional<std::uint32_t> number; // the argument of a plural text
