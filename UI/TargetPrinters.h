@@ -12,7 +12,9 @@
 //          back.
 #pragma once
 #include "Platform/PrintServer.h"
+#include "UI/PrinterCheck.h"
 #include "UI/PrinterList.h"
+#include "UI/QueueAddress.h"
 
 #include <atomic>
 #include <cstdint>
@@ -55,14 +57,6 @@ struct TargetPrinters {
     bool isCancelled = false; // what was not looked at any more is in neither list
 };
 
-// What the package says about printers that it is for.
-struct PrinterRule {
-    std::vector<std::string> driverPrefixes; // a queue's make and model begins with one of them
-    std::vector<std::string> exactModels; // what a USB device may say; if empty, the prefix counts
-    std::string modelPrefix;
-};
-PrinterRule packagedPrinterRule(); // of the loaded description
-
 struct PrinterSearch {
     PrinterRule rule;
     PrintServer* server = nullptr; // null: this system has no print queues
@@ -93,7 +87,3 @@ TargetPrinters makeTargetPrinterList(const PrinterSearch& search, const std::ato
 // gone. Row 0, the default anyway, and rows that do not exist stay what they are.
 int rememberedRow(int selectedRow, const PrinterList::Records& before,
                   const PrinterList::Records& after);
-
-// "" for the system itself, or what VYMKIT_DRIVER_ROOT in the environment says: the folder below
-// which "Library/Printers/Morix" and "Library/Caches/Morix" of the printer driver lie.
-std::string driverFolderRoot();
