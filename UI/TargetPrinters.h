@@ -15,6 +15,7 @@
 #include "UI/PrinterCheck.h"
 #include "UI/PrinterList.h"
 #include "UI/QueueAddress.h"
+#include "UI/rlpd_conf_access.h"
 
 #include <atomic>
 #include <cstdint>
@@ -43,8 +44,8 @@ std::string_view printerReasonName(PrinterReason reason);
 struct PrinterFinding {
     std::shared_ptr<PrinterInfo> printer; // never null; the candidates' own record for a candidate
     FoundAs foundAs = FoundAs::queue;
-    // Of the port string as VYM_Utilities::getConnectionTypeFromURI counts them; 0 for none.
-    int connectionType = 0;
+    // One of the kConnection numbers.
+    int connectionType = kConnectionUnknown;
     PrinterReason reason = PrinterReason::candidate;
     std::string sameAs; // duplicate: the name of the candidate that is the same device
     std::string answeredModel; // what a USB device said of itself, where it was asked and answered
