@@ -12,7 +12,10 @@
 //          back.
 #pragma once
 #include "Platform/PrintServer.h"
+#include "UI/PrinterCheck.h"
 #include "UI/PrinterList.h"
+#include "UI/QueueAddress.h"
+#include "UI/rlpd_conf_access.h"
 
 #include <atomic>
 #include <cstdint>
@@ -41,8 +44,8 @@ std::string_view printerReasonName(PrinterReason reason);
 struct PrinterFinding {
     std::shared_ptr<PrinterInfo> printer; // never null; the candidates' own record for a candidate
     FoundAs foundAs = FoundAs::queue;
-    // Of the port string as VYM_Utilities::getConnectionTypeFromURI counts them; 0 for none.
-    int connectionType = 0;
+    // One of the kConnection numbers.
+    int connectionType = kConnectionUnknown;
     PrinterReason reason = PrinterReason::candidate;
     std::string sameAs; // duplicate: the name of the candidate that is the same device
     std::string answeredModel; // what a USB device said of itself, where it was asked and answered
@@ -54,14 +57,6 @@ struct TargetPrinters {
     std::string serverProblem; // why there are no queues; empty where the server answered
     bool isCancelled = false; // what was not looked at any more is in neither list
 };
-
-// What the package says about printers that it is for.
-struct PrinterRule {
-    std::vector<std::string> driverPrefixes; // a queue's make and model begins with one of them
-    std::vector<std::string> exactModels; // what a USB device may say; if empty, the prefix counts
-    std::string modelPrefix;
-};
-PrinterRule packagedPrinterRule(); // of the loaded description
 
 struct PrinterSearch {
     PrinterRule rule;
@@ -93,7 +88,3 @@ TargetPrinters makeTargetPrinterList(const PrinterSearch& search, const std::ato
 // gone. Row 0, the default anyway, and rows that do not exist stay what they are.
 int rememberedRow(int selectedRow, const PrinterList::Records& before,
                   const PrinterList::Records& after);
-
-// "" for the system itself, or what VYMKIT_DRIVER_ROOT in the environment says: the folder below
-// which "Library/Printers/Morix" and "Library/Caches/Morix" of the printer driver lie.
-std::string driverFolderRoot();
