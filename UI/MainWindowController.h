@@ -71,13 +71,13 @@ private:
     void connectTables();
     void connectActions();
     void _makeFirmWareList();
+    int ask(const Alert& question); // as Alerts answers; neither button while a question stands
     void end();
 
     // Texts and look.
     static QString text(const char* key); // the key's text, as a format without arguments
     static std::string plain(const char* key); // the same for an alert
     void _setLocalizedStrings();
-    void setWindowTexts();
     void setOpeningTexts();
     void setPreferenceTexts();
     void setSelectDevice1Texts();
@@ -107,7 +107,7 @@ private:
     void setTabOrderForIPAddressSelect();
     void setTabOrderForPrinterSelect();
     [[nodiscard]] vymTableView& printerTable() const;
-    [[nodiscard]] bool isShown(const char* identifier) const;
+    [[nodiscard]] bool isTypingAddress() const;
 
     // The run.
     void startUpdate();
@@ -124,5 +124,6 @@ private:
     PrinterList::Records m_formerPrinters; // what the list held before it was made anew
     bool m_allowsEmptySelection = true; // of the first page's table
     bool m_isDressing = false;
+    bool m_isAsking = false;
     bool m_hasEnded = false;
 };
