@@ -6,8 +6,14 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
 
 namespace {
+
+constexpr int kLineLength = 48; // characters of the message in one line, which reads well
+constexpr auto kTitleLabel = "qt_msgbox_label"; // as the toolkit names the two texts of a box
+constexpr auto kMessageLabel = "qt_msgbox_informativelabel";
 
 // A message box that Escape and its window's close button always leave, with neither answer.
 class Box : public QMessageBox {
@@ -43,6 +49,22 @@ void setTexts(Box& box, const Alert& asked)
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
+    if (auto* label = box.findChild<QLabel*>(kTitleLabel); label != nullptr) {
+        auto font = label->font();
+        font.setBold(true);
+        label->setFont(font);
+    }
+    if (auto* label = box.findChild<QLabel*>(kMessageLabel); label != nullptr)
+        label->setMinimumWidth(std::min(label->fontMetrics().averageCharWidth() * kLineLength,
+                                        box.screen()->availableSize().width() / 2));
+}
+
+// A question is a warning before something happens, not something that went wrong.
+QMessageBox::Icon iconOf(const Alert& asked)
+{
+    if (asked.style == AlertStyle::informational)
+        return QMessageBox::Information;
+    return asked.alternateButton.empty() ? QMessageBox::Critical : QMessageBox::Warning;
 }
 
 } // namespace
@@ -50,8 +72,7 @@ void setTexts(Box& box, const Alert& asked)
 int MessageBoxAlerts::run(const Alert& asked)
 {
     Box box(QApplication::activeWindow());
-    box.setIcon(asked.style == AlertStyle::critical ? QMessageBox::Critical
-                                                    : QMessageBox::Information);
+    box.setIcon(iconOf(asked));
     setTexts(box, asked);
     const bool isQuestion = !asked.alternateButton.empty();
     const auto* yes = box.addButton(QString::fromStdString(asked.defaultButton),

@@ -92,8 +92,13 @@ TEST(MessageBoxAlerts, ShowsTitleMessageDetailsAndStyle)
         box.close();
     });
     answer(kQuestion, [](auto& box) {
-        EXPECT_EQ(box.icon(), QMessageBox::Critical);
+        EXPECT_EQ(box.icon(), QMessageBox::Warning);
         EXPECT_EQ(box.buttons().size(), 2);
+        box.close();
+    });
+    asked.style = AlertStyle::critical;
+    answer(asked, [](auto& box) {
+        EXPECT_EQ(box.icon(), QMessageBox::Critical);
         box.close();
     });
 }
