@@ -18,9 +18,8 @@ DevicePageRule devicePageRule(bool hasPrinters, bool printerChosen, bool address
 bool inputCheckForIPAddress(const std::vector<std::string>& values)
 {
     return values.size() == kNumbersOfAddress
-        && std::any_of(values.begin(), values.end(), [](const auto& value) {
-               return value != "0" && !value.empty();
-           });
+        && std::any_of(values.begin(), values.end(),
+                       [](const auto& value) { return value != "0" && !value.empty(); });
 }
 
 std::string joinedAddress(const std::vector<std::string>& values)

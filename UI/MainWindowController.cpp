@@ -44,9 +44,9 @@ std::unique_ptr<MainWindowController> MainWindowController::create(MainWindowSet
     return controller;
 }
 
-MainWindowController::MainWindowController(MainWindowSetup setup) :
-    m_setup(std::move(setup)), _isUseDriverOnly(m_setup.isUseDriverOnly),
-    m_search(m_setup.findPrinters)
+MainWindowController::MainWindowController(MainWindowSetup setup)
+    : m_setup(std::move(setup)), _isUseDriverOnly(m_setup.isUseDriverOnly),
+      m_search(m_setup.findPrinters)
 {
 }
 
@@ -63,7 +63,8 @@ void MainWindowController::awakeFromNib()
     connectTables();
     connectActions();
     _setLocalizedStrings();
-    _targetDeviceTxt->setText(QString::fromStdString(plainText(vymParseController::getModelName())));
+    _targetDeviceTxt->setText(
+        QString::fromStdString(plainText(vymParseController::getModelName())));
     _makeFirmWareList();
     dressAll();
     for (auto* window : {_mainwindow, _updateWindow})

@@ -17,7 +17,6 @@
 #include "UI/PrinterList.h"
 
 #include <QTimer>
-
 #include <functional>
 #include <string>
 

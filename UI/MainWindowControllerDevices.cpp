@@ -4,7 +4,6 @@
 #include "UI/TextKeys.h"
 
 #include <QApplication>
-
 #include <algorithm>
 
 namespace {
@@ -64,12 +63,12 @@ void MainWindowController::takeTargetPrinterList(const TargetPrinters& found)
 
 void MainWindowController::applyDevicePageRule()
 {
-    const auto rule = devicePageRule(_printer_list.numberOfRowsInTableView() > 0,
-                                     _assignPrtNameBtnCell->isChecked(),
-                                     _assignIPAddressBtnCell->isChecked());
+    const auto rule =
+        devicePageRule(_printer_list.numberOfRowsInTableView() > 0,
+                       _assignPrtNameBtnCell->isChecked(), _assignIPAddressBtnCell->isChecked());
     if (rule.forgetsRow)
         _selectedRowPrtList = 0;
-    _prtListTblView->setFocusPolicy(!rule.acceptsPrinter                    ? Qt::NoFocus
+    _prtListTblView->setFocusPolicy(!rule.acceptsPrinter                       ? Qt::NoFocus
                                         : _assignIPAddressBtnCell->isChecked() ? Qt::ClickFocus
                                                                                : Qt::StrongFocus);
     if (rule.acceptsPrinter)

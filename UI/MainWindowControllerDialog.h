@@ -6,7 +6,6 @@
 // question the window stays, silently. Code hides it with hide(), not with close().
 #pragma once
 #include <QDialog>
-
 #include <functional>
 
 class MainWindowControllerDialog final : public QDialog {

@@ -7,8 +7,7 @@
 
 namespace {
 
-template <typename Widget>
-QWidget* make(QWidget* parent)
+template <typename Widget> QWidget* make(QWidget* parent)
 {
     return new Widget(parent);
 }
@@ -63,8 +62,7 @@ class MainWindowControllerFields::Finder {
 public:
     explicit Finder(QWidget& form) : m_form(form) { }
 
-    template <typename Control>
-    void operator()(Control*& field, const char* name)
+    template <typename Control> void operator()(Control*& field, const char* name)
     {
         field = m_form.findChild<Control*>(QLatin1String(name));
         if (field == nullptr)

@@ -18,7 +18,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStackedWidget>
-
 #include <memory>
 
 namespace page {

@@ -5,7 +5,6 @@
 #include <QFontInfo>
 #include <QLayout>
 #include <QStyle>
-
 #include <algorithm>
 #include <array>
 #include <cmath>

@@ -91,8 +91,7 @@ void MainWindowController::inputCheckAndShowPrepPage()
         _targetPrinterInfo = _printer_list.printerInfoAtIndex(selectedRowOf(*_prtListTblView));
     } else {
         const auto model = vymParseController::getModelName();
-        _targetPrinterInfo =
-            PrinterInfo::initWithPrinterName(model, model, joinedAddress(address));
+        _targetPrinterInfo = PrinterInfo::initWithPrinterName(model, model, joinedAddress(address));
         _IPAddressMatrix->setCellValue(address);
     }
     showTarget();
@@ -121,8 +120,8 @@ void MainWindowController::startUpdateAction()
 {
     const bool anyVersion = vymParseController::getAllowVersionDown() == yesno_yes;
     Alert question;
-    question.title = plain(anyVersion ? textkey::kConfirmationVerDownTitle
-                                      : textkey::kConfirmationNormalTitle);
+    question.title =
+        plain(anyVersion ? textkey::kConfirmationVerDownTitle : textkey::kConfirmationNormalTitle);
     question.message = plain(anyVersion ? textkey::kConfirmationVerDownDescription
                                         : textkey::kConfirmationNormalDescription);
     question.style = AlertStyle::critical;

@@ -10,7 +10,6 @@
 
 #include <QObject>
 #include <QString>
-
 #include <atomic>
 #include <functional>
 #include <thread>
@@ -19,8 +18,8 @@ class MainWindowControllerSearch final : public QObject {
     Q_OBJECT
 
 public:
-    using Find = std::function<TargetPrinters(
-        bool driverOnly, const std::atomic<bool>& cancel, PrinterSearchObserver& observer)>;
+    using Find = std::function<TargetPrinters(bool driverOnly, const std::atomic<bool>& cancel,
+                                              PrinterSearchObserver& observer)>;
 
     explicit MainWindowControllerSearch(Find find);
     ~MainWindowControllerSearch() override;

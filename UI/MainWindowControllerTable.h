@@ -9,7 +9,6 @@
 #pragma once
 #include <QAbstractTableModel>
 #include <QTableView>
-
 #include <functional>
 #include <optional>
 #include <string>

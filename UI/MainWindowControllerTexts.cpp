@@ -22,8 +22,8 @@ QString formatted(const char* key, std::uint32_t argument)
 
 void showPicture(QLabel& label, const QIcon& icon, double size)
 {
-    const int edge = qRound(
-        label.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &label) * size);
+    const int edge =
+        qRound(label.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &label) * size);
     label.setVisible(!icon.isNull());
     label.setPixmap(icon.pixmap(QSize(edge, edge), label.devicePixelRatioF()));
 }

@@ -26,7 +26,7 @@ FLOORS = [
     (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
          "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*", "UI/Utf8.*"]),
     (7, ["UI/MainWindowController*", "UI/InputNSMatrixControl.*", "UI/vymTableView.*",
-         "UI/AppController.*"]),
+         "UI/AppController.*", "UI/MessageBoxAlerts.*"]),
     (6, ["UI/*"]),
     (8, ["main.cpp", "CLI/*"]),
 ]
@@ -39,7 +39,7 @@ THIRD_PARTY = [
     (r"^libusb", ["Platform/LibusbHost.cpp"]),
     (r"^cups/", ["Platform/CupsPrintServer.cpp"]),
     (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/InputNSMatrixControl.*",
-                      "UI/vymTableView.*", "UI/AppController.*"]),
+                      "UI/vymTableView.*", "UI/AppController.*", "UI/MessageBoxAlerts.*"]),
 ]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
