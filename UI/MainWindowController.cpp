@@ -50,8 +50,6 @@ MainWindowController::MainWindowController(MainWindowSetup setup)
 {
 }
 
-MainWindowController::~MainWindowController() = default;
-
 void MainWindowController::awakeFromNib()
 {
     vymParseController::loadData();
