@@ -15,6 +15,7 @@
 #include <QLayout>
 #include <QScreen>
 #include <QShortcut>
+#include <QStyle>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -24,7 +25,8 @@ namespace {
 constexpr int kDisplayInterval = 1000; // milliseconds between two looks at the worker
 constexpr unsigned long kWorkerPolling = 500; // milliseconds between its questions to the printer
 constexpr double kBarEnd = 100;
-constexpr int kLettersWide = 56; // of the window with the progress, in letters of the user's font
+constexpr int kMargins = 2; // around the window's content, in margins of the style
+constexpr int kLettersWide = 72; // of the window with the progress, in letters of the user's font
 
 // The texts of stages are taken to be no wider for one firmware than for several.
 constexpr std::array kMeasuredTexts = {textkey::kStateConnection, textkey::kStateCheckVersionPlural,
@@ -100,6 +102,11 @@ void MainWindowController::fitProgressLine()
 void MainWindowController::fitUpdateWindow()
 {
     auto* layout = _updateWindow->layout();
+    const int space =
+        _updateWindow->style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, _updateWindow);
+    const int margin = kMargins * space;
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(space);
     layout->activate();
     const auto screen = _updateWindow->screen()->availableGeometry();
     const auto wanted = _updateWindow->fontMetrics().averageCharWidth() * kLettersWide;
