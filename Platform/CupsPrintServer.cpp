@@ -3,10 +3,11 @@
 #include "Platform/IppAnswer.h"
 #include "Platform/SystemPrintServer.h"
 
-#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <condition_variable>
 #include <cups/cups.h>
+#include <fcntl.h>
 #include <mutex>
 #include <sys/socket.h>
 #include <system_error>
@@ -27,11 +28,29 @@ struct DeleteRequest {
 };
 using Request = std::unique_ptr<ipp_t, DeleteRequest>;
 
+// A second number for an open socket, so that closing the first one does no harm.
+class SocketCopy {
+public:
+    explicit SocketCopy(int socket) : m_number(fcntl(socket, F_DUPFD_CLOEXEC, 0))
+    {
+        if (m_number < 0)
+            throw std::system_error(errno, std::generic_category());
+    }
+    ~SocketCopy() { close(m_number); }
+    SocketCopy(const SocketCopy&) = delete;
+    SocketCopy& operator=(const SocketCopy&) = delete;
+
+    void shutDown() const { shutdown(m_number, SHUT_RDWR); }
+
+private:
+    int m_number;
+};
+
 // Ends a connection when its time is over, whatever its owner then waits for: a server that sends a
 // byte now and then would pass every limit on a single wait.
 class CutOff {
 public:
-    CutOff(int socket, Clock::time_point end) : m_socket(dup(socket)), m_end(end) { }
+    CutOff(int socket, Clock::time_point end) : m_socket(socket), m_end(end) { }
     ~CutOff()
     {
         {
@@ -40,7 +59,6 @@ public:
         }
         m_over.notify_one();
         m_thread.join();
-        close(m_socket);
     }
     CutOff(const CutOff&) = delete;
     CutOff& operator=(const CutOff&) = delete;
@@ -58,10 +76,10 @@ private:
         if (m_over.wait_until(lock, m_end, [this] { return m_isOver; }))
             return;
         m_happened = true;
-        shutdown(m_socket, SHUT_RDWR);
+        m_socket.shutDown();
     }
 
-    int m_socket; // its own: libcups may close the other one in the middle
+    SocketCopy m_socket; // libcups may close the other one in the middle
     Clock::time_point m_end;
     std::mutex m_mutex;
     std::condition_variable m_over;
@@ -84,7 +102,7 @@ std::string refusal(const char* words)
 constexpr const char* kNotInTime =
     "The print system does not answer: it took a connection, but sent no complete answer in time.";
 constexpr const char* kNotUnderstood =
-    "The print system's answer cannot be understood, or is too large.";
+    "The print system's answer is incomplete or cannot be understood.";
 
 // Not blocking while it opens: an encrypted server that says nothing would be waited for for ever.
 Connection connect(std::chrono::milliseconds limit)
@@ -197,7 +215,7 @@ bool CupsPrintServer::queues(std::vector<PrintQueue>& found, std::string& reason
     reason.clear();
     try {
         return list(m_limit, found, reason);
-    } catch (const std::system_error&) { // no thread to watch the time
+    } catch (const std::system_error&) { // no thread, or no descriptor, to watch the time with
         reason = "The print system was not asked: the computer is too busy.";
         return false;
     }
