@@ -132,10 +132,23 @@ TEST(CupsPeers, ThatTrickleTheirAnswerAreGivenUp)
 
 TEST(CupsPeers, ThatCloseAreNotUnderstood)
 {
-    expectNotUnderstood(askPeer([](PeerLink& link) { link.close(); }));
-    expectNotUnderstood(askPeer([](PeerLink& link) { link.reset(); }));
+    expectNotUnderstood(askPeer([](PeerLink& link) {
+        link.receive(1);
+        link.close();
+    }));
+    expectNotUnderstood(askPeer([](PeerLink& link) {
+        link.receive(1);
+        link.reset();
+    }));
     expectNotUnderstood(answered("HTTP/1.1 200 OK\r\n"));
     expectNotUnderstood(answered(http(IppMessage().queue("q").end()).substr(0, 90)));
+}
+
+TEST(CupsPeers, ThatCloseAtOnceAreNotListed)
+{
+    const auto reply = askPeer([](PeerLink& link) { link.reset(); });
+    EXPECT_FALSE(reply.isListed);
+    EXPECT_NE(reply.reason, "");
 }
 
 TEST(CupsPeers, ThatSendGarbageAreNotUnderstood)
