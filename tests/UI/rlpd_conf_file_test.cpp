@@ -8,7 +8,7 @@ using namespace conf;
 
 TEST(ReadingTheFile, GivesEveryByteWhateverTheSize)
 {
-    for (const std::size_t size : {0, 1, 63, 64, 65, 127, 128, 129, 100000}) {
+    for (const auto size : {0UL, 1UL, 63UL, 64UL, 65UL, 127UL, 128UL, 129UL, 100000UL}) {
         const ConfFolder folder(std::string(size, '\0'));
         auto* handle = FolderPathForConf_Initialize(folder.path().c_str());
         ASSERT_NE(handle, nullptr);
