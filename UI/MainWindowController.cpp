@@ -52,8 +52,6 @@ MainWindowController::MainWindowController(MainWindowSetup setup)
 {
 }
 
-MainWindowController::~MainWindowController() = default;
-
 void MainWindowController::awakeFromNib()
 {
     vymParseController::loadData();

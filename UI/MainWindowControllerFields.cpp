@@ -236,4 +236,5 @@ void MainWindowControllerFields::findUpdateWindow(Finder& find)
     find(_attentionCmtTxt, "_attentionCmtTxt");
     find(_progressCmtTxt, "_progressCmtTxt");
     find(_updatePrg, "_updatePrg");
+    find(_closeRefusedTxt, "_closeRefusedTxt");
 }

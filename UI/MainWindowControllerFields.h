@@ -101,6 +101,7 @@ protected:
     QLabel* _attentionCmtTxt = nullptr;
     QLabel* _progressCmtTxt = nullptr;
     QProgressBar* _updatePrg = nullptr;
+    QLabel* _closeRefusedTxt = nullptr;
 
     QLabel* _selectDeviceTitle2 = nullptr;
     QLabel* _selectDeviceCmt2 = nullptr;
