@@ -51,6 +51,12 @@ bool startWorker(PrinterInfo* printer)
     return true;
 }
 
+std::string packageFolder()
+{
+    std::array<char, kPathSize> folder{};
+    return getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
+}
+
 void deleteWorker()
 {
     vym_thread_delete(g_Thread);
@@ -68,6 +74,8 @@ MainWindowController::~MainWindowController()
 
 void MainWindowController::startUpdate()
 {
+    if (_updateWindow->isVisible()) // one run a process
+        return;
     _mainwindow->hide();
     _closeRefusedTxt->hide();
     fitProgressLine();
@@ -150,10 +158,9 @@ void MainWindowController::keepAwake()
 
 void MainWindowController::beginLog()
 {
-    std::array<char, kPathSize> folder{};
     RunLogFacts facts;
     facts.program = "vymkit " + m_setup.version;
-    facts.packageFolder = getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
+    facts.packageFolder = packageFolder();
     facts.model = vymParseController::getModelName();
     for (int row = 0; row < _firmware_list.numOfFirmware(); ++row)
         facts.firmware.push_back(
@@ -250,6 +257,7 @@ std::string MainWindowController::detailsOf(int code) const
     const auto name = plainText(printer.printerName().value_or("")) + ", "
         + plainText(printer.printerURI().value_or(""));
     auto details = formatText(plain(textkey::kDetailsPrinter), name) + '\n'
+        + formatText(plain(textkey::kDetailsPackage), plainText(packageFolder(), kPathSize)) + '\n'
         + formatText(plain(textkey::kDetailsResult), resultName(code));
     if (m_log.has_value() && !m_log->path().empty())
         details += '\n' + formatText(plain(textkey::kDetailsLog), m_log->path());

@@ -362,7 +362,7 @@ TEST_F(MainWindowControllerRun, ALogThatCannotBeMadeDoesNotKeepARunFromEnding)
     worker.record.m_result = -6;
     look(state_sending);
     EXPECT_EQ(message().title, "Error_PoweredOffTitle");
-    EXPECT_EQ(message().details, "Details_Printer\nDetails_Result");
+    EXPECT_EQ(message().details, "Details_Printer\nDetails_Package\nDetails_Result");
 }
 
 TEST_F(MainWindowControllerRun, AWorkerThatTakesItsTimeToStopDoesNotFreezeTheWindow)
