@@ -262,7 +262,7 @@ void InputNSMatrixControl::selectText()
     cell->selectAll();
 }
 
-void InputNSMatrixControl::selectTextAtColumn(int column)
+void InputNSMatrixControl::selectTextAtColumn(int column) const
 {
     auto* cell = cellAtColumn(column);
     if (cell == nullptr)
