@@ -3,6 +3,7 @@
 #include "CLI/Report.h"
 #include "CLI/Tables.h"
 #include "CLI/Terminal.h"
+#include "UI/TextKeys.h"
 
 #include <cmath>
 
@@ -91,7 +92,7 @@ void HumanReport::follow(const StatusView& view)
     m_parts.bytesDone = view.record.m_bytesDone;
     m_parts.bytesTotal = view.record.m_bytesTotal;
     if (m_parts.stage.empty())
-        m_parts.stage = englishText(statekey::kConnection, {});
+        m_parts.stage = englishText(textkey::kStateConnection, {});
     if (view.step.progress.has_value())
         m_parts.percent = view.step.progress;
     if (!view.step.textKey.has_value())
