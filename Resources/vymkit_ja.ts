@@ -172,7 +172,7 @@
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
-        <translation>古いバージョンになる場合もありますが、更新を開始しますか？</translation>
+        <translation>古いバージョンになる場合もあります。更新を開始しますか？</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>

@@ -248,7 +248,7 @@
     </message>
     <message>
         <source>State_Updated</source>
-        <translation>固件已完成</translation>
+        <translation>此固件已更新完成</translation>
     </message>
     <message>
         <source>NormalEndTitle</source>
