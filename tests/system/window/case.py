@@ -1,0 +1,65 @@
+"""What the tests of the window share: a desk each, and the way through the pages."""
+
+import unittest
+
+from desk import Desk
+from peers import Package, Printer
+from texts import Texts
+from wizard import Wizard
+
+LOCALES = {"en": "en_US.UTF-8", "ja": "ja_JP.UTF-8"}
+
+
+class WizardCase(unittest.TestCase):
+    language = "en"
+
+    def setUp(self):
+        self.desk = Desk()
+        self.addCleanup(self.desk.close)
+        self.texts = Texts(self.language)
+
+    def start(self, package, **how):
+        """The wizard on that package, on its opening page."""
+        self.wizard = self.start_unseen("--package", package.folder, **how)
+        self.wizard.wait_for(self.texts["Start_Description"])
+        return self.wizard
+
+    def start_unseen(self, *arguments, **how):
+        return Wizard(self.desk, *arguments, language=LOCALES[self.language], **how)
+
+    def press(self, key):
+        self.wizard.press(self.texts[key])
+
+    def to_device_page(self):
+        self.press("Next")
+        self.wizard.wait_for(self.texts["Preference_Description"])
+        self.press("Next")
+        self.wizard.wait_for(self.texts["Device_Description"])
+
+    def to_confirmation(self, address):
+        """On to the confirmation page with a typed address."""
+        self.to_device_page()
+        self.wizard.click(self.wizard.nodes("text")[0])
+        self.wizard.type_address(address)
+        self.press("Next")
+        self.wizard.wait_for(self.texts["Guide_Description"])
+
+    def to_run(self, address):
+        self.to_confirmation(address)
+        self.confirm()
+
+    def confirm(self):
+        self.press("Start")
+        self.wizard.alert(self.texts["Confirmation_Normal_Title"])
+        self.press("YES")
+
+    def ends_with(self, title, message):
+        """The run's last message, which OK ends the program with."""
+        texts = self.wizard.alert(self.texts[title])
+        self.assertIn(self.texts[message], texts)
+        self.press("OK")
+        self.assertEqual(self.wizard.exit_code(), 0)
+
+    def assert_stored(self, printer, package):
+        for one in package.firmware:
+            self.assertTrue(printer.stored(one) == one.bytes(), one.name)

@@ -1,0 +1,202 @@
+"""The real wizard, driven from outside as a screen reader and a keyboard do it.
+
+What is seen is what the program tells the accessibility bus, and of that only what is showing.
+Pressing goes to the window in front alone: an action over the bus would pass by a question that
+holds the other windows up, which no user can do.
+"""
+
+import contextlib
+import os
+import pathlib
+import re
+from dataclasses import dataclass, field
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402  (the version has to be named first)
+
+from desk import LIMIT, until  # noqa: E402
+from x11 import ask_to_close  # noqa: E402
+
+# The folder with the programs; a build tree's, unless somebody names another one.
+BIN = pathlib.Path(os.environ.get("VYMKIT_BIN", "build/dev/bin")).resolve()
+
+
+@dataclass
+class Node:
+    """One control at the moment it was looked at."""
+    role: str
+    name: str
+    description: str
+    states: frozenset
+    remote: Atspi.Accessible = field(repr=False)
+    parent: "Node" = field(repr=False, default=None)
+
+    @property
+    def text(self):
+        """What the control shows: the content of a field, otherwise its name."""
+        with contextlib.suppress(GLib.Error):
+            if content := self.remote.get_text_iface():
+                return Atspi.Text.get_text(content, 0, -1)
+        return self.name
+
+    @property
+    def value(self):
+        return self.remote.get_value_iface().get_current_value()
+
+    def has(self, state):
+        return state in self.states
+
+    def inside(self, role):
+        node = self.parent
+        while node and node.role != role:
+            node = node.parent
+        return node
+
+    def box(self):
+        return self.remote.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+
+
+def look_at(remote, parent=None):
+    """The node and all that shows below it, from top to bottom; what goes meanwhile is left out."""
+    with contextlib.suppress(GLib.Error):
+        states = frozenset(state.value_nick for state in remote.get_state_set().get_states())
+        if "showing" not in states:
+            return
+        node = Node(remote.get_role_name(), remote.get_name() or "",
+                    remote.get_description() or "", states, remote, parent)
+        yield node
+        for i in range(remote.get_child_count()):
+            if child := remote.get_child_at_index(i):
+                yield from look_at(child, node)
+
+
+class Wizard:
+    def __init__(self, desk, *arguments, language="en_US.UTF-8", screen=0, environment=None,
+                 program=BIN / "vymkit"):
+        self.desk = desk
+        self.screen = {"DISPLAY": f"{desk.environment['DISPLAY']}.{screen}"}
+        self.process = desk.start([str(program), *map(str, arguments)],
+                                  {"LC_ALL": language, **self.screen, **(environment or {})})
+        self._remote = None
+
+    # What there is to see.
+
+    def _application(self):
+        if self._remote is None:
+            desktop = Atspi.get_desktop(0)
+            for i in range(desktop.get_child_count()):
+                with contextlib.suppress(GLib.Error):
+                    one = desktop.get_child_at_index(i)
+                    if one and one.get_process_id() == self.process.pid:
+                        one.set_cache_mask(Atspi.Cache.NONE)  # a cached answer would be an old one
+                        self._remote = one
+        return self._remote
+
+    def windows(self):
+        """The showing windows, each with its nodes."""
+        with contextlib.suppress(GLib.Error):
+            if application := self._application():
+                tops = (application.get_child_at_index(i)
+                        for i in range(application.get_child_count()))
+                trees = [list(look_at(top)) for top in tops if top]
+                return [tree for tree in trees if tree]
+        return []
+
+    def showing(self):
+        """The nodes of the window in front: a question's, where there is one."""
+        windows = self.windows()
+        asking = [tree for tree in windows if tree[0].role == "alert"]
+        return (asking or windows or [[]])[-1]
+
+    def until(self, question, what, limit=LIMIT):
+        def answer():
+            found = question()
+            if not found and self.process.poll() is not None:
+                raise RuntimeError(f"the wizard ended with {self.process.returncode} before this: "
+                                   f"{what}; it said: {self.errors()}")
+            return found
+        try:
+            return until(answer, what, limit)
+        except TimeoutError as error:
+            seen = "\n".join(f"  {node.role}: {node.text!r}" for node in self.showing())
+            raise TimeoutError(f"{error}; showing are:\n{seen}") from None
+
+    def nodes(self, role):
+        return [node for node in self.showing() if node.role == role]
+
+    def find(self, role, name=None, limit=LIMIT):
+        """Waits for a showing control; a name is compared without its mnemonic."""
+        def first():
+            return next((node for node in self.nodes(role) if name in (None, node.name)), None)
+        return self.until(first, f"a {role} {name!r}", limit)
+
+    def wait_for(self, text, limit=LIMIT):
+        """Waits until a text (or what fits a pattern) is on the screen; gives its node."""
+        pattern = text if isinstance(text, re.Pattern) else re.compile(re.escape(text))
+        return self.until(lambda: next((node for node in self.showing()
+                                        if pattern.search(node.text)), None),
+                          f"the text {pattern.pattern!r}", limit)
+
+    def shows(self, text):
+        return any(text in node.text for node in self.showing())
+
+    def alert(self, title, limit=LIMIT):
+        """Waits for a question or message with that title; gives its texts."""
+        def asked():
+            nodes = self.showing()
+            return nodes if nodes and nodes[0].role == "alert" and any(
+                node.text == title for node in nodes) else None
+        nodes = self.until(asked, f"the question {title!r}", limit)
+        return [node.text for node in nodes if node.role == "label"]
+
+    # What can be done.
+
+    def press(self, name, role="push button"):
+        """Presses what can be pressed; the result comes later and has to be waited for."""
+        node = self.until(lambda: next((one for one in self.nodes(role) if one.name == name
+                                        and one.has("enabled")), None), f"a {role} {name!r}")
+        self.act(node)
+
+    def act(self, node):
+        if node.remote not in (one.remote for one in self.showing()):
+            raise RuntimeError(f"{node.role} {node.name!r} is behind a question")
+        node.remote.get_action_iface().do_action(0)
+
+    def click(self, node):
+        box = node.box()
+        self.tool("xdotool", "mousemove", str(box.x + min(box.width // 2, 8)),
+                      str(box.y + box.height // 2), "click", "1")
+
+    def keys(self, *names):
+        self.tool("xdotool", "key", "--delay", "20", *names)
+
+    def type(self, text):
+        self.tool("xdotool", "type", "--delay", "20", text)
+
+    def type_address(self, address):
+        """Into the cell that has the focus and those behind it; three digits move on by themselves."""
+        numbers = address.split(".")
+        for place, number in enumerate(numbers):
+            self.type(number)
+            if len(number) < 3 and place + 1 < len(numbers):
+                self.keys("Tab")
+
+    def close_window(self):
+        """As the close button of a window manager does it."""
+        window = self.tool("xdotool", "getwindowfocus").split()[-1]
+        ask_to_close(self.screen["DISPLAY"], int(window))
+
+    def tool(self, *command):
+        """A program on this wizard's screen."""
+        return self.desk.run(*command, environment=self.screen)
+
+    # What remains.
+
+    def exit_code(self, limit=LIMIT):
+        until(lambda: self.process.poll() is not None, "the wizard ends", limit)
+        return self.process.returncode
+
+    def errors(self):
+        return self.desk.errors_of(self.process)
