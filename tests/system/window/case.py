@@ -3,7 +3,6 @@
 import unittest
 
 from desk import Desk
-from peers import Package, Printer
 from texts import Texts
 from wizard import Wizard
 
@@ -11,12 +10,17 @@ LOCALES = {"en": "en_US.UTF-8", "ja": "ja_JP.UTF-8"}
 
 
 class WizardCase(unittest.TestCase):
-    language = "en"
-
     def setUp(self):
-        self.desk = Desk()
-        self.addCleanup(self.desk.close)
-        self.texts = Texts(self.language)
+        self.take_desk(Desk())
+        self.use_language("en")
+
+    def take_desk(self, desk):
+        self.desk = desk
+        self.addCleanup(desk.close)
+
+    def use_language(self, language):
+        self.language = language
+        self.texts = Texts(language)
 
     def start(self, package, **how):
         """The wizard on that package, on its opening page."""
@@ -39,7 +43,8 @@ class WizardCase(unittest.TestCase):
     def to_confirmation(self, address):
         """On to the confirmation page with a typed address."""
         self.to_device_page()
-        self.wizard.click(self.wizard.nodes("text")[0])
+        self.wizard.wait_for(self.texts["Device_NoPrinters"])
+        self.wizard.click(self.wizard.find("text"))
         self.wizard.type_address(address)
         self.press("Next")
         self.wizard.wait_for(self.texts["Guide_Description"])
@@ -56,7 +61,7 @@ class WizardCase(unittest.TestCase):
     def ends_with(self, title, message):
         """The run's last message, which OK ends the program with."""
         texts = self.wizard.alert(self.texts[title])
-        self.assertIn(self.texts[message], texts)
+        self.assertTrue(any(text.startswith(self.texts[message]) for text in texts), texts)
         self.press("OK")
         self.assertEqual(self.wizard.exit_code(), 0)
 

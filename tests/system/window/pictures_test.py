@@ -8,10 +8,9 @@ import pathlib
 import unittest
 
 from camera import dark_desktop, picture
-from case import LOCALES, WizardCase
+from case import WizardCase
 from desk import Desk
 from peers import BOTH, EVERY_SYSTEM, Firmware, Package, Printer, PrintSystem
-from texts import Texts
 from wizard import Wizard
 
 PICTURES = pathlib.Path(os.environ.get("VYMKIT_PICTURES", "build/dev/pictures"))
@@ -37,11 +36,10 @@ class Picture(WizardCase):
 
     def walk(self, language, name, size=(1280, 1024), dark=False, environment=None):
         """From the first page to the last message, with a picture at every step."""
-        self.language, self.name = language, f"{language}-{name}"
+        self.name = f"{language}-{name}"
         self.whole_screen = size == SMALL
-        self.desk = Desk(*size)
-        self.addCleanup(self.desk.close)
-        self.texts = Texts(language)
+        self.take_desk(Desk(*size))
+        self.use_language(language)
         printer = Printer(self.desk, *ASKS_BACK)
         queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Model A"),
                              ("reception", "lpd://192.0.2.17/queue", "Model A Plus"))

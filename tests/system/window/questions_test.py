@@ -57,7 +57,7 @@ class Question(WizardCase):
         self.assertEqual(self.wizard.exit_code(), 0)
 
     def test_of_starting_warns_of_older_firmware_where_the_package_always_sends(self):
-        self.start(Package(self.desk, rows=(EVERY_SYSTEM, "ALLOWVERSIONDOWN BOTH")))
+        self.start(Package(self.desk, rows=(EVERY_SYSTEM, "ALLOWVERSIONDOWN YES")))
         self.to_confirmation(NOWHERE)
         self.press("Start")
         texts = self.wizard.alert(self.texts["Confirmation_VerDown_Title"])

@@ -17,6 +17,11 @@ class Texts:
         self._texts = {message.findtext("source"): message.findtext("translation")
                        for message in table.iter("message")}
 
+    @property
+    def untranslated(self):
+        """The keys that a screen never shows."""
+        return {key for key, text in self._texts.items() if "_" in key and key != text}
+
     def __getitem__(self, key):
         return MNEMONIC.sub("", self._texts[key])
 

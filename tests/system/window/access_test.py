@@ -1,0 +1,65 @@
+"""What a screen reader gets: every control that shows has a role and a name of its own."""
+
+import unittest
+
+from case import WizardCase
+from peers import EVERY_SYSTEM, Package, Printer, PrintSystem
+
+# Rooms for others, which say nothing themselves.
+ROOMS = {"filler", "frame", "layered pane", "panel", "scroll pane", "separator", "viewport"}
+NO_ROLE = {"", "invalid", "unknown", "unknown role", "extended"}
+
+
+class Access(WizardCase):
+    def check(self, place):
+        nodes = self.wizard.showing()
+        for node in nodes:
+            with self.subTest(place, role=node.role, name=node.name):
+                self.assertNotIn(node.role, NO_ROLE)
+                if node.role not in ROOMS:
+                    self.assertNotEqual(node.name.strip(), "")
+                self.assertNotIn(node.name, self.texts.untranslated)
+        buttons = [node.name for node in nodes if node.role == "push button"]
+        self.assertEqual(len(buttons), len(set(buttons)), f"{place}: buttons with the same name")
+
+    def walk(self, language):
+        self.start_in(language)
+        self.check("opening page")
+        self.press("Next")
+        self.wizard.wait_for(self.texts["Preference_Description"])
+        self.check("preparation page")
+        self.press("Next")
+        self.wizard.find("table cell", "office")
+        self.check("device page")
+        self.press("Cancel")
+        self.wizard.alert(self.texts["Cancel_MesTitle"])
+        self.check("cancel question")
+        self.press("NO")
+        self.press("Next")
+        self.wizard.wait_for(self.texts["Guide_Description"])
+        self.check("confirmation page")
+        self.press("Start")
+        self.wizard.alert(self.texts["Confirmation_Normal_Title"])
+        self.check("start question")
+        self.press("YES")
+        self.wizard.wait_for(self.texts.pattern("State_WriteUpdate_Plural"))
+        self.check("progress window")
+        self.wizard.alert(self.texts["NormalEndTitle"])
+        self.check("last message")
+
+    def start_in(self, language):
+        self.use_language(language)
+        printer = Printer(self.desk, "--write-rate", 10000)
+        queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Model A"))
+        self.start(Package(self.desk, rows=(EVERY_SYSTEM, "NEEDENTEROPERATION YES")),
+                   environment=queues.environment)
+
+    def test_names_every_control_in_english(self):
+        self.walk("en")
+
+    def test_names_every_control_in_japanese(self):
+        self.walk("ja")
+
+
+if __name__ == "__main__":
+    unittest.main()
