@@ -69,10 +69,13 @@ MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
 
 int runWizard(QApplication& application, const WizardOptions& options)
 {
-    QTranslator translator;
-    if (translator.load(QLocale(), QStringLiteral("vymkit"), QStringLiteral("_"),
-                        QStringLiteral(":/translations")))
-        QCoreApplication::installTranslator(&translator);
+    QTranslator english; // what the user's own language lacks
+    if (english.load(QStringLiteral(":/translations/vymkit_en")))
+        QCoreApplication::installTranslator(&english);
+    QTranslator local;
+    if (local.load(QLocale(), QStringLiteral("vymkit"), QStringLiteral("_"),
+                   QStringLiteral(":/translations")))
+        QCoreApplication::installTranslator(&local);
     application.setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));
     MessageBoxAlerts alerts;
     const auto setup = windowSetup(options, alerts);

@@ -135,7 +135,7 @@ QColor lineColour(const QPalette& palette)
     return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), kLineShare);
 }
 
-QIcon namedIcon(const QString& name)
+QIcon namedIcon(const QString& themeName, const QString& ownName)
 {
-    return QIcon::fromTheme(name, QIcon(QStringLiteral(":/icons/%1.svg").arg(name)));
+    return QIcon::fromTheme(themeName, QIcon(QStringLiteral(":/icons/%1.svg").arg(ownName)));
 }

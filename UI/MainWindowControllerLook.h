@@ -20,5 +20,5 @@ bool changesLook(const QEvent& event);
 QColor mutedColour(const QPalette& palette);
 QColor lineColour(const QPalette& palette);
 
-// From the user's theme, else our own drawing of that name.
-QIcon namedIcon(const QString& name);
+// From the user's theme, else our own drawing.
+QIcon namedIcon(const QString& themeName, const QString& ownName);

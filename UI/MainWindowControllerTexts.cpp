@@ -151,7 +151,9 @@ void MainWindowController::showIcon(QLabel& label, std::uint32_t type)
     const auto size = static_cast<unsigned>(
         label.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &label));
     const auto icon = VYM_Utilities::getSystemIcon(type, size);
-    showPicture(label, icon.has_value() ? namedIcon(QString::fromLatin1(icon->name)) : QIcon(), 1);
+    const auto own = type == kNoteIcon ? QStringLiteral("note") : QStringLiteral("caut");
+    showPicture(label,
+                icon.has_value() ? namedIcon(QString::fromLatin1(icon->name), own) : QIcon(), 1);
 }
 
 void MainWindowController::dressAll()

@@ -2,7 +2,8 @@
 // fails when a key here has no text in a table, when a table has a key that is not here, and when
 // nobody uses a key. The spellings of the keys are those of the tables, irregular ones included.
 //
-// Formats: (number) and (text) say which argument formatText is given for the key's text.
+// Formats: behind a key, (number) and (text) say which argument formatText is given for its text;
+//          the text then has one directive, %u or %@. Texts of other keys have none.
 // Owns:    nothing.
 #pragma once
 
@@ -69,8 +70,7 @@ constexpr const char* kCancelMesTitle = "Cancel_MesTitle";
 constexpr const char* kCancelMessage = "Cancel_Message";
 constexpr const char* kUnSupportOSTitle = "VYM_UnSupportOS_Title";
 constexpr const char* kUnSupportOSMes = "VYM_UnSupportOS_Mes";
-// (text) what is wrong with the package; the alert's details where the system is not to blame
-constexpr const char* kUnSupportOSPackage = "VYM_UnSupportOS_Package";
+constexpr const char* kUnSupportOSPackage = "VYM_UnSupportOS_Package"; // (text) the true reason
 
 // The run.
 constexpr const char* kUpdateDescription = "Update_Description";
@@ -118,6 +118,7 @@ constexpr const char* kErrorOtherMes = "Error_OtherMes";
 constexpr const char* kDetailsShow = "Details_Show"; // the button that opens them
 constexpr const char* kDetailsHide = "Details_Hide"; // the same button while they are open
 constexpr const char* kDetailsPrinter = "Details_Printer"; // (text) the printer's name or address
+constexpr const char* kDetailsPackage = "Details_Package"; // (text) the package's folder
 constexpr const char* kDetailsResult = "Details_Result"; // (text) the result's name
 constexpr const char* kDetailsLog = "Details_Log"; // (text) the path of the run's log
 
