@@ -17,7 +17,7 @@ import tempfile
 import time
 
 LIMIT = 30.0  # seconds; far more than any answer takes on a busy machine
-LOOK_AGAIN = 0.02  # seconds between two looks at something that has no way to call back
+LOOK_SOON, LOOK_LATE = 0.02, 0.2  # seconds between two looks at what cannot call back
 GRACE = 3.0  # seconds that a program is given to end by itself
 PR_SET_PDEATHSIG, PR_SET_CHILD_SUBREAPER = 1, 36  # from <linux/prctl.h>
 
@@ -27,11 +27,12 @@ prctl = ctypes.CDLL(None).prctl
 
 def until(question, what, limit=LIMIT):
     """The first true answer to the question; TimeoutError where there is none in time."""
-    deadline = time.monotonic() + limit
+    deadline, pause = time.monotonic() + limit, LOOK_SOON
     while not (answer := question()):
         if time.monotonic() > deadline:
             raise TimeoutError(f"waited {limit:.0f} s in vain: {what}")
-        time.sleep(LOOK_AGAIN)
+        time.sleep(pause)
+        pause = min(pause * 1.5, LOOK_LATE)
     return answer
 
 

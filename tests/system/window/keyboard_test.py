@@ -10,11 +10,6 @@ class Keyboard(WizardCase):
     def alt(self, key):
         self.wizard.keys(f"alt+{self.texts.mnemonic(key)}")
 
-    def focused(self, role, name):
-        self.wizard.until(lambda: any(node.role == role and node.name == name
-                                      and node.has("focused") for node in self.wizard.showing()),
-                          f"the focus on the {role} {name!r}")
-
     def test_leads_from_the_first_page_to_the_result(self):
         package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk)
         self.start(package)
@@ -51,12 +46,12 @@ class Keyboard(WizardCase):
         self.wizard.keys("Down")
         self.wizard.until(lambda: self.chosen() == ["reception"], "the second printer is chosen")
         self.wizard.keys("Tab")
-        self.focused("radio button", self.texts["Device_SpecifyIPAddress"])
+        self.wizard.focused("radio button", self.texts["Device_SpecifyIPAddress"])
         self.wizard.keys("space")
-        self.wizard.until(lambda: self.wizard.nodes("text")[0].has("focused"), "typing begins")
+        self.wizard.focused("text")
         self.assertEqual(self.chosen(), [])
         self.wizard.keys("shift+Tab", "shift+Tab")
-        self.focused("radio button", self.texts["Device_SpecifyPrinteName"])
+        self.wizard.focused("radio button", self.texts["Device_SpecifyPrinteName"])
         self.wizard.keys("space")
         self.wizard.until(lambda: self.chosen() == ["reception"], "the choice comes back")
         self.wizard.keys("Return")

@@ -61,7 +61,7 @@ class Question(WizardCase):
         self.to_confirmation(NOWHERE)
         self.press("Start")
         texts = self.wizard.alert(self.texts["Confirmation_VerDown_Title"])
-        self.assertIn(self.texts["Confirmation_VerDown_Description"], texts)
+        self.assert_says("Confirmation_VerDown_Description", texts)
         self.press("NO")
         self.no_to_cancel()
 
@@ -83,7 +83,7 @@ class Question(WizardCase):
         self.wizard.alert(self.texts["Device_AlertInputAddressTitle"])
         self.press("OK")
         self.wizard.wait_for(self.texts["Device_Description"])
-        self.wizard.until(lambda: self.wizard.nodes("text")[0].has("focused"), "typing goes on")
+        self.wizard.focused("text")
 
 
 if __name__ == "__main__":

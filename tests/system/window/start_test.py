@@ -15,7 +15,7 @@ class Start(WizardCase):
         """The wizard says that the system is not supported, and ends; gives all that it said."""
         self.wizard = self.start_unseen(*arguments)
         texts = self.wizard.alert(self.texts["VYM_UnSupportOS_Title"])
-        self.assertIn(self.texts["VYM_UnSupportOS_Mes"], texts)
+        self.assert_says("VYM_UnSupportOS_Mes", texts)
         self.press("OK")
         self.wizard.exit_code()
         return self.wizard.errors()

@@ -5,7 +5,7 @@ import re
 import xml.etree.ElementTree
 
 RESOURCES = pathlib.Path(__file__).resolve().parents[3] / "Resources"
-MNEMONIC = re.compile(r"\(&.\)|&(?=[^&])")  # "&Next", and "次へ(&N)"
+MNEMONIC = re.compile(r"&(?=[^&])")
 DIRECTIVE = re.compile(r"%[u@]")
 
 

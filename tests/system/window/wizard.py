@@ -37,13 +37,13 @@ class Node:
     def text(self):
         """What the control shows: the content of a field, otherwise its name."""
         with contextlib.suppress(GLib.Error):
-            if content := self.remote.get_text_iface():
-                return Atspi.Text.get_text(content, 0, -1)
+            if "Text" in self.remote.get_interfaces():
+                return Atspi.Text.get_text(self.remote, 0, -1)
         return self.name
 
     @property
     def value(self):
-        return self.remote.get_value_iface().get_current_value()
+        return Atspi.Value.get_current_value(self.remote)
 
     def has(self, state):
         return state in self.states
@@ -55,7 +55,7 @@ class Node:
         return node
 
     def box(self):
-        return self.remote.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+        return Atspi.Component.get_extents(self.remote, Atspi.CoordType.SCREEN)
 
 
 def look_at(remote, parent=None):
@@ -162,7 +162,7 @@ class Wizard:
     def act(self, node):
         if node.remote not in (one.remote for one in self.showing()):
             raise RuntimeError(f"{node.role} {node.name!r} is behind a question")
-        node.remote.get_action_iface().do_action(0)
+        Atspi.Action.do_action(node.remote, 0)
 
     def click(self, node):
         box = node.box()
@@ -170,10 +170,27 @@ class Wizard:
                       str(box.y + box.height // 2), "click", "1")
 
     def keys(self, *names):
+        self.keep_focus()
         self.tool("xdotool", "key", "--delay", "20", *names)
 
     def type(self, text):
+        self.keep_focus()
         self.tool("xdotool", "type", "--delay", "20", text)
+
+    def keep_focus(self):
+        """What a window manager does: a window that goes leaves its focus to the one behind it."""
+        mine = self.tool("xdotool", "search", "--onlyvisible", "--pid",
+                         str(self.process.pid)).split()
+        if self.tool("xdotool", "getwindowfocus").strip() not in mine:
+            self.tool("xdotool", "windowfocus", mine[-1])
+
+    def focused(self, role, name=None):
+        """Waits until that control has the keyboard."""
+        def has_it():
+            self.keep_focus()
+            return any(node.role == role and name in (None, node.name) and node.has("focused")
+                       for node in self.showing())
+        self.until(has_it, f"the focus on a {role} {name!r}")
 
     def type_address(self, address):
         """Into the cell that has the focus and those behind it; three digits move on by themselves."""
@@ -185,6 +202,7 @@ class Wizard:
 
     def close_window(self):
         """As the close button of a window manager does it."""
+        self.keep_focus()
         window = self.tool("xdotool", "getwindowfocus").split()[-1]
         ask_to_close(self.screen["DISPLAY"], int(window))
 
