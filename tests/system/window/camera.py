@@ -52,8 +52,7 @@ def picture(wizard, path, whole_screen=False):
 
 def around(wizard):
     """The part of the screen that the windows take."""
-    boxes = [tree[0].box() for tree in wizard.windows()]
-    left, top = min(box.x for box in boxes), min(box.y for box in boxes)
-    right = max(box.x + box.width for box in boxes)
-    bottom = max(box.y + box.height for box in boxes)
-    return f"{right - left}x{bottom - top}+{max(left, 0)}+{max(top, 0)}"
+    boxes = [tree[0].box for tree in wizard.windows()]
+    left, top = (max(min(box[i] for box in boxes), 0) for i in (0, 1))
+    right, bottom = (max(box[i] + box[i + 2] for box in boxes) for i in (0, 1))
+    return f"{right - left}x{bottom - top}+{left}+{top}"

@@ -70,7 +70,6 @@ class Desk:
         except BaseException:
             self.close()
             raise
-        os.environ.update(self.environment)  # where the accessibility library of this process looks
 
     def _folders(self):
         environment = {name: os.environ[name] for name in PASSED_ON if name in os.environ}

@@ -9,67 +9,15 @@ import contextlib
 import os
 import pathlib
 import re
-from dataclasses import dataclass, field
 
-import gi
+from gi.repository import GLib
 
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402  (the version has to be named first)
-
-from desk import LIMIT, until  # noqa: E402
-from x11 import ask_to_close  # noqa: E402
+from accessibility import Bus
+from desk import LIMIT, until
+from x11 import ask_to_close
 
 # The folder with the programs; a build tree's, unless somebody names another one.
 BIN = pathlib.Path(os.environ.get("VYMKIT_BIN", "build/dev/bin")).resolve()
-
-
-@dataclass
-class Node:
-    """One control at the moment it was looked at."""
-    role: str
-    name: str
-    description: str
-    states: frozenset
-    remote: Atspi.Accessible = field(repr=False)
-    parent: "Node" = field(repr=False, default=None)
-
-    @property
-    def text(self):
-        """What the control shows: the content of a field, otherwise its name."""
-        with contextlib.suppress(GLib.Error):
-            if "Text" in self.remote.get_interfaces():
-                return Atspi.Text.get_text(self.remote, 0, -1)
-        return self.name
-
-    @property
-    def value(self):
-        return Atspi.Value.get_current_value(self.remote)
-
-    def has(self, state):
-        return state in self.states
-
-    def inside(self, role):
-        node = self.parent
-        while node and node.role != role:
-            node = node.parent
-        return node
-
-    def box(self):
-        return Atspi.Component.get_extents(self.remote, Atspi.CoordType.SCREEN)
-
-
-def look_at(remote, parent=None):
-    """The node and all that shows below it, from top to bottom; what goes meanwhile is left out."""
-    with contextlib.suppress(GLib.Error):
-        states = frozenset(state.value_nick for state in remote.get_state_set().get_states())
-        if "showing" not in states:
-            return
-        node = Node(remote.get_role_name(), remote.get_name() or "",
-                    remote.get_description() or "", states, remote, parent)
-        yield node
-        for i in range(remote.get_child_count()):
-            if child := remote.get_child_at_index(i):
-                yield from look_at(child, node)
 
 
 class Wizard:
@@ -79,28 +27,17 @@ class Wizard:
         self.screen = {"DISPLAY": f"{desk.environment['DISPLAY']}.{screen}"}
         self.process = desk.start([str(program), *map(str, arguments)],
                                   {"LC_ALL": language, **self.screen, **(environment or {})})
-        self._remote = None
+        self._bus = Bus(desk.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self._root = None
 
     # What there is to see.
-
-    def _application(self):
-        if self._remote is None:
-            desktop = Atspi.get_desktop(0)
-            for i in range(desktop.get_child_count()):
-                with contextlib.suppress(GLib.Error):
-                    one = desktop.get_child_at_index(i)
-                    if one and one.get_process_id() == self.process.pid:
-                        one.set_cache_mask(Atspi.Cache.NONE)  # a cached answer would be an old one
-                        self._remote = one
-        return self._remote
 
     def windows(self):
         """The showing windows, each with its nodes."""
         with contextlib.suppress(GLib.Error):
-            if application := self._application():
-                tops = (application.get_child_at_index(i)
-                        for i in range(application.get_child_count()))
-                trees = [list(look_at(top)) for top in tops if top]
+            self._root = self._root or self._bus.program(self.process.pid)
+            if self._root:
+                trees = [list(self._bus.tree(top)) for top in self._bus.children(self._root)]
                 return [tree for tree in trees if tree]
         return []
 
@@ -160,14 +97,14 @@ class Wizard:
         self.act(node)
 
     def act(self, node):
-        if node.remote not in (one.remote for one in self.showing()):
+        if node.place not in (one.place for one in self.showing()):
             raise RuntimeError(f"{node.role} {node.name!r} is behind a question")
-        Atspi.Action.do_action(node.remote, 0)
+        node.act()
 
     def click(self, node):
-        box = node.box()
-        self.tool("xdotool", "mousemove", str(box.x + min(box.width // 2, 8)),
-                      str(box.y + box.height // 2), "click", "1")
+        left, top, width, height = node.box
+        self.tool("xdotool", "mousemove", str(left + min(width // 2, 8)), str(top + height // 2),
+                  "click", "1")
 
     def keys(self, *names):
         self.keep_focus()
