@@ -10,6 +10,7 @@
 #include "UI/vym_etc.h"
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QScreen>
 
 namespace {
@@ -17,8 +18,8 @@ namespace {
 // Far above any printer family; each row costs a walk through the whole description.
 constexpr unsigned kMostFirmware = 1000;
 // The window at first, in letters and lines of the user's font.
-constexpr int kLettersWide = 92;
-constexpr int kLinesHigh = 33;
+constexpr int kLettersWide = 108;
+constexpr int kLinesHigh = 38;
 
 template <typename List>
 MainWindowControllerTable::DataSource sourceOf(const List& list,
@@ -28,7 +29,8 @@ MainWindowControllerTable::DataSource sourceOf(const List& list,
             [&list](std::string_view column, int row) {
                 return list.objectValueForTableColumn(column, row);
             },
-            std::move(shouldSelectRow)};
+            std::move(shouldSelectRow),
+            {}};
 }
 
 } // namespace
@@ -49,8 +51,6 @@ MainWindowController::MainWindowController(MainWindowSetup setup)
       m_search(m_setup.findPrinters)
 {
 }
-
-MainWindowController::~MainWindowController() = default;
 
 void MainWindowController::awakeFromNib()
 {
@@ -98,9 +98,17 @@ void MainWindowController::tellUnsupportedSystem()
 void MainWindowController::connectTables()
 {
     m_firmwareTable->setDataSource(sourceOf(_firmware_list, &FirmwareList::shouldSelectRow));
+    _firmInfoTblView->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     const auto anyRow = [](int) { return true; };
     auto* table = _isUseDriverOnly ? m_printerTable2 : m_printerTable;
-    table->setDataSource(sourceOf(_printer_list, anyRow));
+    auto source = sourceOf(_printer_list, anyRow);
+    source.picture = [this](int row) {
+        const auto printer = _printer_list.printerInfoAtIndex(row);
+        const bool isUsb = printer->printerURI().value_or("").starts_with("usb:");
+        return signIcon(isUsb ? QStringLiteral("usb") : QStringLiteral("network"), printerTable(),
+                        1);
+    };
+    table->setDataSource(std::move(source));
     connect(table, &QAbstractItemModel::modelReset, this, &MainWindowController::updateNextButton);
     connect(printerTable().selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &MainWindowController::keepOneRowSelected);

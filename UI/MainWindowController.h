@@ -10,6 +10,7 @@
 // Rooms:     start-up and the fields' first values in MainWindowController.cpp, then one source a
 //            concern: Texts, Pages, Devices, Run.
 #pragma once
+#include "Platform/SleepInhibitor.h"
 #include "UI/Alerts.h"
 #include "UI/FirmwareList.h"
 #include "UI/MainWindowControllerFields.h"
@@ -53,6 +54,10 @@ public:
     void assignPrtNameBtnCellAction();
     void assignIPAddressBtnCellAction();
     void selectIPAddressTextEvent();
+
+    void startUpdate(); // the run itself
+    void updateStatusTimerFunc();
+    void endUpdate(std::int32_t code);
 
 signals:
     void ended();
@@ -109,7 +114,15 @@ private:
     [[nodiscard]] bool isTypingAddress() const;
 
     // The run.
-    void startUpdate();
+    void fitProgressLine();
+    void fitUpdateWindow();
+    void showUpdateWindow();
+    void refuseClosing();
+    void keepAwake();
+    void showStage(const char* key, std::optional<std::uint32_t> number);
+    void showProgress(double percent);
+    [[nodiscard]] std::string detailsOf(int code) const;
+    [[nodiscard]] Alert resultAlert(int code) const;
 
     MainWindowSetup m_setup;
     FirmwareList _firmware_list;
@@ -122,6 +135,7 @@ private:
     MainWindowControllerSearch m_search;
     PrinterList::Records m_formerPrinters; // what the list held before it was made anew
     bool m_allowsEmptySelection = true; // of the first page's table
+    std::optional<SleepInhibitor> m_inhibitor; // while a run goes on
     bool m_isDressing = false;
     bool m_isAsking = false;
     bool m_hasEnded = false;

@@ -16,10 +16,11 @@ struct OwnClass {
     const char* name;
     QWidget* (*make)(QWidget* parent);
 };
-constexpr std::array<OwnClass, 5> kOwnClasses = {{
+constexpr std::array<OwnClass, 6> kOwnClasses = {{
     {"MainWindowControllerDialog", &make<MainWindowControllerDialog>},
     {"MainWindowControllerSpinner", &make<MainWindowControllerSpinner>},
     {"MainWindowControllerSteps", &make<MainWindowControllerSteps>},
+    {"MainWindowControllerText", &make<MainWindowControllerText>},
     {"InputNSMatrixControl", &make<InputNSMatrixControl>},
     {"vymTableView", &make<vymTableView>},
 }};
@@ -219,6 +220,7 @@ void MainWindowControllerFields::findConfirmationScreen(Finder& find)
     find(_targetDevNameTxt, "_targetDevNameTxt");
     find(_portNameTitle, "_portNameTitle");
     find(_portNameTxt, "_portNameTxt");
+    find(_targetImgView, "_targetImgView");
     find(_startUpdateCmtTxt, "_startUpdateCmtTxt");
     find(_prepBackBtn, "_prepBackBtn");
     find(_prepStartBtn, "_prepStartBtn");
@@ -234,4 +236,5 @@ void MainWindowControllerFields::findUpdateWindow(Finder& find)
     find(_attentionCmtTxt, "_attentionCmtTxt");
     find(_progressCmtTxt, "_progressCmtTxt");
     find(_updatePrg, "_updatePrg");
+    find(_closeRefusedTxt, "_closeRefusedTxt");
 }

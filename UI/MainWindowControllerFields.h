@@ -11,6 +11,7 @@
 #include "UI/MainWindowControllerSpinner.h"
 #include "UI/MainWindowControllerSteps.h"
 #include "UI/MainWindowControllerTable.h"
+#include "UI/MainWindowControllerText.h"
 #include "UI/vymTableView.h"
 
 #include <QFrame>
@@ -87,6 +88,7 @@ protected:
     QLabel* _targetDevNameTxt = nullptr;
     QLabel* _portNameTitle = nullptr;
     QLabel* _portNameTxt = nullptr;
+    QLabel* _targetImgView = nullptr;
     QLabel* _startUpdateCmtTxt = nullptr;
     QPushButton* _prepBackBtn = nullptr;
     QPushButton* _prepStartBtn = nullptr;
@@ -99,6 +101,7 @@ protected:
     QLabel* _attentionCmtTxt = nullptr;
     QLabel* _progressCmtTxt = nullptr;
     QProgressBar* _updatePrg = nullptr;
+    QLabel* _closeRefusedTxt = nullptr;
 
     QLabel* _selectDeviceTitle2 = nullptr;
     QLabel* _selectDeviceCmt2 = nullptr;

@@ -7,6 +7,7 @@
 #pragma once
 #include <QColor>
 #include <QIcon>
+#include <QLabel>
 #include <QPalette>
 #include <QString>
 #include <QWidget>
@@ -22,3 +23,7 @@ QColor lineColour(const QPalette& palette);
 
 // From the user's theme, else our own drawing.
 QIcon namedIcon(const QString& themeName, const QString& ownName);
+// One of our own drawings in the ink of the text around it; size in those of a small icon.
+QIcon signIcon(const QString& ownName, const QWidget& where, double size);
+// At a size counted in sizes of a message's icon; without an icon the label takes no room.
+void showPicture(QLabel& label, const QIcon& icon, double size);

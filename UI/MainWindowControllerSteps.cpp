@@ -59,8 +59,7 @@ int MainWindowControllerSteps::stepWidth(int step, bool isNamed) const
 {
     if (!isNamed)
         return disc();
-    // As wide as when it is the current one, so that nothing moves from page to page.
-    const QFontMetrics metrics(stepFont(font(), true));
+    const QFontMetrics metrics(stepFont(font(), step == m_current));
     return disc() + gap() / 2 + metrics.horizontalAdvance(m_names[step]);
 }
 

@@ -51,6 +51,8 @@ int MainWindowControllerTable::columnCount(const QModelIndex& parent) const
 
 QVariant MainWindowControllerTable::data(const QModelIndex& index, int role) const
 {
+    if (role == Qt::DecorationRole && index.isValid() && index.column() == 0 && m_source.picture)
+        return m_source.picture(index.row());
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return {};
     const auto& column = m_columns.at(static_cast<std::size_t>(index.column()));

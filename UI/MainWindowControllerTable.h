@@ -8,6 +8,7 @@
 // the controller's field) and "columnIdentifiers" (what the list is asked for).
 #pragma once
 #include <QAbstractTableModel>
+#include <QIcon>
 #include <QTableView>
 #include <functional>
 #include <optional>
@@ -23,6 +24,7 @@ public:
         std::function<int()> numberOfRows;
         std::function<std::optional<std::string>(std::string_view column, int row)> objectValue;
         std::function<bool(int row)> shouldSelectRow;
+        std::function<QIcon(int row)> picture; // before the first column; may be missing
     };
 
     explicit MainWindowControllerTable(QTableView& view);

@@ -12,20 +12,13 @@
 namespace {
 
 constexpr int kNumbersOfAddress = 4;
+constexpr double kCardSign = 3; // in sizes of a small icon
 constexpr double kHeroIcon = 2; // in sizes of a message's icon
 
 QString formatted(const char* key, std::uint32_t argument)
 {
     const auto format = QCoreApplication::translate(kTextContext, key).toStdString();
     return QString::fromStdString(formatText(format, argument));
-}
-
-void showPicture(QLabel& label, const QIcon& icon, double size)
-{
-    const int edge =
-        qRound(label.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &label) * size);
-    label.setVisible(!icon.isNull());
-    label.setPixmap(icon.pixmap(QSize(edge, edge), label.devicePixelRatioF()));
 }
 
 } // namespace
@@ -152,8 +145,8 @@ void MainWindowController::showIcon(QLabel& label, std::uint32_t type)
         label.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &label));
     const auto icon = VYM_Utilities::getSystemIcon(type, size);
     const auto own = type == kNoteIcon ? QStringLiteral("note") : QStringLiteral("caut");
-    showPicture(label,
-                icon.has_value() ? namedIcon(QString::fromLatin1(icon->name), own) : QIcon(), 1);
+    showPicture(label, icon.has_value() ? namedIcon(QString::fromLatin1(icon->name), own) : QIcon(),
+                1);
 }
 
 void MainWindowController::dressAll()
@@ -164,6 +157,8 @@ void MainWindowController::dressAll()
     dressWindow(*_mainwindow);
     dressWindow(*_updateWindow);
     showPicture(*_openingImgView, QApplication::windowIcon(), kHeroIcon);
+    showPicture(*_targetImgView, signIcon(QStringLiteral("printer"), *_targetImgView, kCardSign),
+                1);
     showIcon(*_updateInfoImgView, kNoteIcon);
     showIcon(*_updateWdwWarningImgView, kCautionIcon);
     m_isDressing = false;

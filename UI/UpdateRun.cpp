@@ -144,6 +144,21 @@ std::string_view resultName(int code)
     return rowOf(code).name;
 }
 
+const char* stateName(update_state state)
+{
+    constexpr std::array<const char*, 8> kNames = {"starting", "entered",  "checked", "sending",
+                                                   "writing",  "finished", "done",    "failed"};
+    return state < kNames.size() ? kNames.at(state) : "unknown";
+}
+
+const char* reasonName(VersionReason reason)
+{
+    constexpr std::array<const char*, 8> kNames = {
+        "applies", "other-model",  "not-listed",         "not-newer",
+        "too-old", "other-series", "unreadable-version", "undecided"};
+    return kNames.at(static_cast<std::size_t>(reason));
+}
+
 NextStep nextStep(int code, bool bytesWentOut)
 {
     return bytesWentOut && !goesOn(code) ? NextStep::checkPrinter : rowOf(code).next;

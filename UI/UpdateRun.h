@@ -5,6 +5,7 @@
 // Owns:    nothing.
 // Threads: any. Pure functions of their arguments: no clock, no description, no worker.
 #pragma once
+#include "VYM/ModelDependCheckVer.h"
 #include "VYM/vymDevInfo.h"
 
 #include <optional>
@@ -36,8 +37,10 @@ struct ResultText {
 // update mode without anybody's help.
 ResultText resultText(int code, bool automaticEnd);
 
-// The name of a result code in machine-readable output: never changed once released.
+// Names in machine-readable output and in logs: never changed once released.
 std::string_view resultName(int code);
+const char* stateName(update_state state);
+const char* reasonName(VersionReason reason);
 
 // What the user should do next.
 enum class NextStep : std::uint8_t {

@@ -6,7 +6,6 @@
 #include "tests/support/QueuedAlerts.h"
 
 #include <QTest>
-
 #include <condition_variable>
 #include <mutex>
 #include <source_location>
@@ -31,8 +30,7 @@ public:
     [[nodiscard]] int searches() const { return m_searches; }
     [[nodiscard]] int searchesAtOnce() const { return m_mostAtOnce; }
 
-    template <typename Control = QWidget>
-    [[nodiscard]] Control& find(const char* name) const
+    template <typename Control = QWidget> [[nodiscard]] Control& find(const char* name) const
     {
         for (const auto* window : QApplication::topLevelWidgets()) {
             auto* control = window->findChild<Control*>(QLatin1String(name));

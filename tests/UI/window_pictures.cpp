@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QStyleFactory>
 #include <QTranslator>
-
 #include <cstdio>
 
 namespace {
@@ -83,12 +82,15 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
+    QFont font = QApplication::font();
+    font.setPointSizeF(10.5); // as desktops have it
+    QApplication::setFont(font);
     application.setQuitOnLastWindowClosed(false);
     application.setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));
     const auto words = QApplication::arguments();
-    if (words.size() < 3)
+    if (words.size() < 2)
         return 64;
-    const auto size = words[2].split(u'x');
+    const auto size = words.value(2).split(u'x');
     const auto light = QApplication::palette();
     for (const auto* language : {"en", "ja", "de", "fr", "es", "zh_CN"}) {
         QTranslator translator;

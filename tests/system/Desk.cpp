@@ -102,7 +102,9 @@ std::string VirtualPrinter::transcript() const
 }
 
 CliRun::CliRun(std::vector<std::string> arguments, Pauses pauses)
-    : m_process(cliCommand(std::move(arguments), pauses))
+    : m_process(cliCommand(std::move(arguments), pauses),
+                {"XDG_STATE_HOME=" + m_state.path().string(),
+                 "DBUS_SYSTEM_BUS_ADDRESS=unix:path=" + (m_state / "no-bus")})
 {
 }
 
@@ -121,6 +123,14 @@ std::vector<Json> CliRun::lines()
         EXPECT_FALSE(found.back().is_discarded()) << line;
     }
     return found;
+}
+
+std::string CliRun::log() const
+{
+    std::string text;
+    for (const auto& file : std::filesystem::directory_iterator(m_state.path() / "vymkit"))
+        text += readFile(file.path());
+    return text;
 }
 
 Json CliRun::result()
