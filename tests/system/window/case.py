@@ -58,10 +58,11 @@ class WizardCase(unittest.TestCase):
         self.wizard.alert(self.texts["Confirmation_Normal_Title"])
         self.press("YES")
 
-    def ends_with(self, title, message):
-        """The run's last message, which OK ends the program with."""
-        texts = self.wizard.alert(self.texts[title])
-        self.assert_says(message, texts)
+    def ends_with(self, *ends):
+        """The run's last message is one of these titles and messages; OK ends the program."""
+        titles = [self.texts[title] for title, _ in ends]
+        texts = self.wizard.alert(*titles)
+        self.assert_says(ends[titles.index(texts[0])][1], texts)
         self.press("OK")
         self.assertEqual(self.wizard.exit_code(), 0)
 

@@ -32,6 +32,13 @@ class Firmware:
                 f'DISPFIRM="{self.shown}" DISPVER={self.version}')
 
 
+class Nameless(Firmware):
+    """Firmware that the package gives neither name nor version."""
+
+    def row(self):
+        return f"VERSION {self.name}.img {self.name}.FW"
+
+
 BOTH = (Firmware(), Firmware("BOOT", "AB010300", 9001, "Boot loader"))
 
 

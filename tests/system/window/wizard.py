@@ -79,14 +79,14 @@ class Wizard:
     def shows(self, text):
         return any(text in node.text for node in self.showing())
 
-    def alert(self, title, limit=LIMIT):
-        """Waits for a question or message with that title; gives its texts."""
+    def alert(self, *titles, limit=LIMIT):
+        """Waits for a question or message with one of these titles; gives its texts, title first."""
         def asked():
             nodes = self.showing()
-            return nodes if nodes and nodes[0].role == "alert" and any(
-                node.text == title for node in nodes) else None
-        nodes = self.until(asked, f"the question {title!r}", limit)
-        return [node.text for node in nodes if node.role == "label"]
+            texts = [node.text for node in nodes if node.role == "label"]
+            return texts if nodes and nodes[0].role == "alert" and texts[:1] and \
+                texts[0] in titles else None
+        return self.until(asked, f"the question {' or '.join(titles)!r}", limit)
 
     # What can be done.
 
