@@ -3,6 +3,7 @@
 #include "CLI/Outcome.h"
 #include "CLI/PackageFacts.h"
 #include "CLI/WizardOptions.h"
+#include "Platform/SystemPrintServer.h"
 #include "Platform/SystemUsbHost.h"
 #include "UI/AppController.h"
 #include "UI/MessageBoxAlerts.h"
@@ -40,9 +41,9 @@ bool hasDisplay()
 QString formFile()
 {
     const auto folder = QCoreApplication::applicationDirPath();
-    const auto beside = folder + QStringLiteral("/MainWindow.ui");
-    return QFileInfo::exists(beside) ? beside
-                                     : folder + QStringLiteral("/../share/vymkit/MainWindow.ui");
+    const auto installed = folder + QStringLiteral("/../share/vymkit/MainWindow.ui");
+    return QFileInfo::exists(installed) ? QFileInfo(installed).canonicalFilePath()
+                                        : folder + QStringLiteral("/MainWindow.ui");
 }
 
 MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
@@ -58,8 +59,10 @@ MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
     search.driverRoot = driverFolderRoot();
     search.usbPrinterName =
         QCoreApplication::translate(kTextContext, textkey::kUsbPrinter).toStdString();
-    setup.findPrinters = [search](bool driverOnly, const std::atomic<bool>& cancel,
-                                  PrinterSearchObserver& observer) mutable {
+    const std::shared_ptr<PrintServer> server = makeSystemPrintServer();
+    search.server = server.get();
+    setup.findPrinters = [search, server](bool driverOnly, const std::atomic<bool>& cancel,
+                                          PrinterSearchObserver& observer) mutable {
         search.rule = packagedPrinterRule();
         search.driverOnly = driverOnly;
         return makeTargetPrinterList(search, cancel, observer);

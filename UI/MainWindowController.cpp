@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QScreen>
+#include <QScrollArea>
 
 namespace {
 
@@ -153,6 +154,12 @@ void MainWindowController::connectActions()
         connect(_prtListTblView, &QTableView::pressed, this,
                 &MainWindowController::assignPrtNameBtnCellAction);
     _mainwindow->setLeaveAction([this] { cancelUpdate(); });
+    // The toolkit scrolls to what the Tab key reaches, but not to what gets the focus otherwise.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        auto* page = qobject_cast<QScrollArea*>(_mainTabView->currentWidget());
+        if (page != nullptr && page->isAncestorOf(now))
+            page->ensureWidgetVisible(now);
+    });
 }
 
 void MainWindowController::_makeFirmWareList()
