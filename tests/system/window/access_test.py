@@ -16,11 +16,17 @@ class Access(WizardCase):
         for node in nodes:
             with self.subTest(place, role=node.role, name=node.name):
                 self.assertIn(node.role, ROLES.values())
-                if node.role not in ROOMS:
+                if node.role not in ROOMS and not self.is_silent(node, nodes[0]):
                     self.assertNotEqual(node.name.strip(), "")
                 self.assertNotIn(node.name, self.texts.untranslated)
         buttons = [node.name for node in nodes if node.role == "push button"]
         self.assertEqual(len(buttons), len(set(buttons)), f"{place}: buttons with the same name")
+
+    @staticmethod
+    def is_silent(node, window):
+        """A line without a text at the moment, and the toolkit's own sign beside a question."""
+        return node.role == "label" and not node.text or \
+            node.role == "image" and window.role == "alert"
 
     def walk(self, language):
         self.start_in(language)
@@ -49,7 +55,7 @@ class Access(WizardCase):
 
     def start_in(self, language):
         self.use_language(language)
-        printer = Printer(self.desk, "--write-rate", 10000)
+        printer = Printer(self.desk, "--write-rate", 20000)
         queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Model A"))
         self.start(Package(self.desk, rows=(EVERY_SYSTEM, "NEEDENTEROPERATION YES")),
                    environment=queues.environment)

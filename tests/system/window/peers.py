@@ -2,6 +2,7 @@
 
 import os
 import select
+import struct
 import subprocess
 from dataclasses import dataclass
 
@@ -43,20 +44,34 @@ BOTH = (Firmware(), Firmware("BOOT", "AB010300", 9001, "Boot loader"))
 
 
 class Package:
-    """A folder with a package of that firmware; what is added to its rows comes first."""
+    """A folder with a package of that firmware, made by the package maker; its rows come first."""
 
     def __init__(self, desk, firmware=BOTH, rows=(EVERY_SYSTEM,), name="package"):
         self.folder = desk.folder / name
         self.folder.mkdir()
         self.firmware = firmware
         lines = [*rows, *ROWS, *(one.row() for one in firmware)]
-        info = self.folder / "VYMINFO.txt"
-        info.write_bytes("".join(line + "\r\n" for line in lines).encode())
-        images = [self.folder / f"{one.name}.img" for one in firmware]
-        for image, one in zip(images, firmware):
-            image.write_bytes(one.bytes())
         self.file = self.folder / "VYMBINDDATA"
-        desk.run(str(BIN / "vympack"), "make", "-o", str(self.file), str(info), *map(str, images))
+        self.make(desk, {"VYMINFO.txt": "".join(line + "\r\n" for line in lines).encode(),
+                         **{f"{one.name}.img": one.bytes() for one in firmware}})
+
+    def make(self, desk, files):
+        for name, content in files.items():
+            (self.folder / name).write_bytes(content)
+        desk.run(str(BIN / "vympack"), "make", "-o", str(self.file),
+                 *(str(self.folder / name) for name in files))
+
+
+class UncheckedPackage(Package):
+    """One that the package maker refuses to make."""
+
+    def make(self, desk, files):
+        table, place = b"", 0
+        for name, content in files.items():
+            table += struct.pack("<32sII", name.encode(), place, len(content))
+            place += len(content)
+        self.file.write_bytes(b"".join(files.values()) + table
+                              + struct.pack("<Ii8s", place, len(files), b"VYMBIND\0"))
 
 
 def own_address(number=0):

@@ -15,7 +15,7 @@ from wizard import Wizard
 
 PICTURES = pathlib.Path(os.environ.get("VYMKIT_PICTURES", "build/dev/pictures"))
 BY_HAND = (EVERY_SYSTEM, "NEEDENTEROPERATION YES")  # shows the line about the download mode
-ASKS_BACK = ("--write-rate", 8000)
+ASKS_BACK = ("--write-rate", 20000)
 
 ENDS = {  # what the last message is about: its title's key, and how the printer brings it about
     "nothing-to-do": ("NoUpdateEndTitle", ["--installed", "MAIN=AB010200"]),

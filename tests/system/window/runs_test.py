@@ -3,12 +3,13 @@
 import unittest
 
 from case import WizardCase
-from peers import BOTH, EVERY_SYSTEM, Firmware, Nameless, Package, Printer, PrintSystem
+from peers import (BOTH, EVERY_SYSTEM, Firmware, Nameless, Package, Printer, PrintSystem,
+                   UncheckedPackage)
 
 
 class Run(WizardCase):
     def test_brings_every_byte_to_the_printer_at_a_typed_address(self):
-        package, printer = Package(self.desk), Printer(self.desk, "--write-rate", 10000)
+        package, printer = Package(self.desk), Printer(self.desk, "--write-rate", 20000)
         self.start(package)
         self.to_run(printer.address)
         self.wizard.wait_for(self.texts["State_Connection"])
@@ -55,7 +56,7 @@ class Run(WizardCase):
         self.ends_with(("Error_PoweredOffTitle", "Error_PoweredOffMes"))
 
     def test_keeps_the_progress_window_open_and_says_why_when_somebody_closes_it(self):
-        package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk, "--write-rate", 10000)
+        package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk, "--write-rate", 20000)
         self.start(package)
         self.to_run(printer.address)
         self.wizard.wait_for(self.texts["Update_Precaution"])
@@ -73,7 +74,7 @@ class Run(WizardCase):
         self.ends_with(("NormalEndTitle", "NormalEnd_ManualMes"))
 
     def test_goes_on_with_a_package_that_has_no_firmware_to_show(self):
-        package, printer = Package(self.desk, [Nameless()]), Printer(self.desk)
+        package, printer = UncheckedPackage(self.desk, [Nameless()]), Printer(self.desk)
         self.start(package)
         self.assertEqual(self.wizard.nodes("table cell"), [])
         self.to_run(printer.address)
