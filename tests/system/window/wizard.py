@@ -96,6 +96,10 @@ class Wizard:
                                         and one.has("enabled")), None), f"a {role} {name!r}")
         self.act(node)
 
+    def choose(self, name):
+        self.press(name, "radio button")
+        self.until(lambda: self.find("radio button", name).has("checked"), f"{name!r} is chosen")
+
     def act(self, node):
         if node.place not in (one.place for one in self.showing()):
             raise RuntimeError(f"{node.role} {node.name!r} is behind a question")
