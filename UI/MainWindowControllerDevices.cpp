@@ -51,13 +51,16 @@ void MainWindowController::takeTargetPrinterList(const TargetPrinters& found)
     fitColumns(printerTable());
     const auto* none = _isUseDriverOnly ? textkey::kDeviceNoPrinters2 : textkey::kDeviceNoPrinters;
     showSearch(found.candidates.empty() ? text(none) : QString(), false);
+    // Whoever has gone on to the buttons or types an address is left there.
+    auto* focus = _mainwindow->focusWidget();
+    const bool isElsewhere = _buttonTabView->isAncestorOf(focus) || isTypingAddress();
     if (_isUseDriverOnly)
         applyDevicePage2Rule();
     else
         applyDevicePageRule();
-    // Whoever has gone on to the buttons or types an address is left there.
-    const auto* focus = _mainwindow->focusWidget();
-    if (!_buttonTabView->isAncestorOf(focus) && !isTypingAddress())
+    if (isElsewhere)
+        focus->setFocus();
+    else
         didSelectTabViewItem(_mainTabView->currentWidget()->objectName());
 }
 
@@ -200,10 +203,6 @@ void MainWindowController::setTabOrderForIPAddressSelect()
     if (_prtListTblView->focusPolicy() != Qt::NoFocus)
         _prtListTblView->setFocusPolicy(Qt::ClickFocus);
     _IPAddressMatrix->setInKeyboardOrder(true);
-    std::vector<QWidget*> order = {_assignPrtNameBtnCell, _assignIPAddressBtnCell};
-    for (int column = 0; column < _IPAddressMatrix->numberOfColumns(); ++column)
-        order.push_back(_IPAddressMatrix->cellAtColumn(column));
-    order.insert(order.end(),
-                 {_horizontalLine, _selDev1CancelBtn, _selDev1BackBtn, _selDev1NextBtn});
-    chain(order);
+    chain({_assignPrtNameBtnCell, _assignIPAddressBtnCell, _IPAddressMatrix, _horizontalLine,
+           _selDev1CancelBtn, _selDev1BackBtn, _selDev1NextBtn});
 }
