@@ -144,9 +144,10 @@ void MainWindowController::connectActions()
     };
     for (const auto& [button, action] : actions)
         connect(button, &QPushButton::clicked, this, action);
-    connect(_assignPrtNameBtnCell, &QRadioButton::clicked, this,
+    // A screen reader switches a radio button without a click.
+    connect(_assignPrtNameBtnCell, &QRadioButton::toggled, this,
             &MainWindowController::assignPrtNameBtnCellAction);
-    connect(_assignIPAddressBtnCell, &QRadioButton::clicked, this,
+    connect(_assignIPAddressBtnCell, &QRadioButton::toggled, this,
             &MainWindowController::assignIPAddressBtnCellAction);
     connect(_IPAddressMatrix, &InputNSMatrixControl::VYMMatrixSelect, this,
             &MainWindowController::selectIPAddressTextEvent);

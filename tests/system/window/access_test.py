@@ -60,6 +60,17 @@ class Access(WizardCase):
         self.start(Package(self.desk, rows=(EVERY_SYSTEM, "NEEDENTEROPERATION YES")),
                    environment=queues.environment)
 
+    def test_switches_between_printers_and_address_without_a_click(self):
+        queues = PrintSystem(self.desk, ("office", "lpd://127.0.0.2/", "Model A"))
+        self.start(Package(self.desk), environment=queues.environment)
+        self.to_device_page()
+        self.wizard.find("table cell", "office")
+        for key in ("Device_SpecifyIPAddress", "Device_SpecifyPrinteName"):
+            self.wizard.choose(self.texts[key])
+            chosen = [node.name for node in self.wizard.nodes("radio button")
+                      if node.has("checked")]
+            self.assertEqual(chosen, [self.texts[key]])
+
     def test_names_every_control_in_english(self):
         self.walk("en")
 
