@@ -4,7 +4,7 @@ import unittest
 
 from accessibility import ROLES
 from case import WizardCase
-from peers import EVERY_SYSTEM, Package, Printer, PrintSystem
+from peers import EVERY_SYSTEM, SLOW, Package, Printer, PrintSystem
 
 # Rooms for others, which say nothing themselves.
 ROOMS = {"filler", "frame", "layered pane", "panel", "scroll pane", "separator", "viewport"}
@@ -55,7 +55,7 @@ class Access(WizardCase):
 
     def start_in(self, language):
         self.use_language(language)
-        printer = Printer(self.desk, "--write-rate", 20000)
+        printer = Printer(self.desk, *SLOW)
         queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Model A"))
         self.start(Package(self.desk, rows=(EVERY_SYSTEM, "NEEDENTEROPERATION YES")),
                    environment=queues.environment)

@@ -51,8 +51,12 @@ def picture(wizard, path, whole_screen=False):
 
 
 def around(wizard):
-    """The part of the screen that the windows take."""
-    boxes = [tree[0].box for tree in wizard.windows()]
+    """The part of the screen that the windows take, in the screen's own pixels."""
+    boxes = []
+    for window in wizard.x_windows():
+        place = dict(line.split("=") for line in wizard.tool(
+            "xdotool", "getwindowgeometry", "--shell", window).splitlines())
+        boxes.append([int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")])
     left, top = (max(min(box[i] for box in boxes), 0) for i in (0, 1))
     right, bottom = (max(box[i] + box[i + 2] for box in boxes) for i in (0, 1))
     return f"{right - left}x{bottom - top}+{left}+{top}"

@@ -14,6 +14,7 @@ PORT = 48350
 MODEL = "MODEL-A"
 ROWS = ("TGMNAME MODEL-A", 'MODELNAME "Model A"', "DRIVERNAME Model", "ENTERTIME 1", "EXITTIME 1",
         "UPDATETIME 2")
+SLOW = ("--write-rate", 8000)  # a printer that writes long enough for every text to be seen
 EVERY_SYSTEM = "PLATFORMVERSION MACOS=0"
 
 

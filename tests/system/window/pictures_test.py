@@ -10,13 +10,10 @@ import unittest
 from camera import dark_desktop, picture
 from case import WizardCase
 from desk import Desk
-from peers import BOTH, EVERY_SYSTEM, Firmware, Package, Printer, PrintSystem
-from wizard import Wizard
+from peers import EVERY_SYSTEM, SLOW, Package, Printer, PrintSystem
 
 PICTURES = pathlib.Path(os.environ.get("VYMKIT_PICTURES", "build/dev/pictures"))
 BY_HAND = (EVERY_SYSTEM, "NEEDENTEROPERATION YES")  # shows the line about the download mode
-ASKS_BACK = ("--write-rate", 20000)
-
 ENDS = {  # what the last message is about: its title's key, and how the printer brings it about
     "nothing-to-do": ("NoUpdateEndTitle", ["--installed", "MAIN=AB010200"]),
     "device-error": ("Error_DeviceErrorTitle", ["--fault", "status-0803@piece"]),
@@ -40,7 +37,7 @@ class Picture(WizardCase):
         self.whole_screen = size == SMALL
         self.take_desk(Desk(*size))
         self.use_language(language)
-        printer = Printer(self.desk, *ASKS_BACK)
+        printer = Printer(self.desk, *SLOW)
         queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Model A"),
                              ("reception", "lpd://192.0.2.17/queue", "Model A Plus"))
         environment = {**(environment or {}), **queues.environment,

@@ -3,13 +3,13 @@
 import unittest
 
 from case import WizardCase
-from peers import (BOTH, EVERY_SYSTEM, Firmware, Nameless, Package, Printer, PrintSystem,
+from peers import (BOTH, EVERY_SYSTEM, SLOW, Firmware, Nameless, Package, Printer, PrintSystem,
                    UncheckedPackage)
 
 
 class Run(WizardCase):
     def test_brings_every_byte_to_the_printer_at_a_typed_address(self):
-        package, printer = Package(self.desk), Printer(self.desk, "--write-rate", 20000)
+        package, printer = Package(self.desk), Printer(self.desk, *SLOW)
         self.start(package)
         self.to_run(printer.address)
         self.wizard.wait_for(self.texts["State_Connection"])
@@ -41,7 +41,7 @@ class Run(WizardCase):
 
     def test_ends_with_a_message_when_the_printer_vanishes_in_the_middle(self):
         package = Package(self.desk, [Firmware(size=200000)])
-        printer = Printer(self.desk, "--write-rate", 20000)
+        printer = Printer(self.desk, *SLOW)
         self.start(package)
         self.to_run(printer.address)
         self.wizard.wait_for(self.texts["State_WriteUpdate"])
@@ -56,7 +56,7 @@ class Run(WizardCase):
         self.ends_with(("Error_PoweredOffTitle", "Error_PoweredOffMes"))
 
     def test_keeps_the_progress_window_open_and_says_why_when_somebody_closes_it(self):
-        package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk, "--write-rate", 20000)
+        package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk, *SLOW)
         self.start(package)
         self.to_run(printer.address)
         self.wizard.wait_for(self.texts["Update_Precaution"])

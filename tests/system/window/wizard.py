@@ -120,10 +120,13 @@ class Wizard:
 
     def keep_focus(self):
         """What a window manager does: a window that goes leaves its focus to the one behind it."""
-        mine = self.tool("xdotool", "search", "--onlyvisible", "--pid",
-                         str(self.process.pid)).split()
+        mine = self.x_windows()
         if self.tool("xdotool", "getwindowfocus").strip() not in mine:
             self.tool("xdotool", "windowfocus", mine[-1])
+
+    def x_windows(self):
+        return self.tool("xdotool", "search", "--onlyvisible", "--pid",
+                         str(self.process.pid)).split()
 
     def focused(self, role, name=None):
         """Waits until that control has the keyboard."""
