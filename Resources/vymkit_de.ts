@@ -70,7 +70,7 @@
     <message>
         <source>Preference_CheckPoint</source>
         <translation>• Der Drucker ist eingeschaltet und zeigt keinen Fehler an.
-• Er ist über ein USB-Kabel mit diesem Computer verbunden, oder beide hängen am selben Netzwerk, und alle Stecker sitzen fest.
+• Er ist über ein USB-Kabel mit diesem Computer verbunden, oder beide sind im selben Netzwerk, und alle Stecker sitzen fest.
 • Niemand druckt, scannt oder faxt mit dem Drucker, bis die Aktualisierung beendet ist.
 • Weder der Drucker noch dieser Computer wird ausgeschaltet oder verliert den Strom. Ein tragbarer Computer hängt am Netzteil.</translation>
     </message>
@@ -136,7 +136,7 @@
     </message>
     <message>
         <source>Device_NoPrinters</source>
-        <translation>Es wurde kein Drucker gefunden, für den dieses Paket bestimmt ist. Steht Ihrer im Netzwerk, geben Sie seine IP-Adresse ein. Ist er über USB angeschlossen, schalten Sie ihn ein, prüfen Sie das Kabel, gehen Sie zurück und rufen Sie diese Seite erneut auf.</translation>
+        <translation>Es wurde kein Drucker gefunden, für den dieses Paket bestimmt ist. Ist Ihr Drucker im Netzwerk, geben Sie seine IP-Adresse ein. Ist er über USB angeschlossen, schalten Sie ihn ein, prüfen Sie das Kabel, gehen Sie zurück und rufen Sie diese Seite erneut auf.</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
@@ -168,7 +168,7 @@
     </message>
     <message>
         <source>Confirmation_Normal_Description</source>
-        <translation>Die zutreffende Firmware dieses Pakets wird an den Drucker gesendet. Danach kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker bis zu ihrem Ende nicht aus und drucken Sie nicht.</translation>
+        <translation>Die zutreffende Firmware dieses Pakets wird an den Drucker gesendet. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker bis zu ihrem Ende nicht aus und drucken Sie nicht.</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
@@ -176,7 +176,7 @@
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>
-        <translation>Dieses Paket kann neuere Firmware im Drucker durch ältere ersetzen. Danach kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker bis zu ihrem Ende nicht aus und drucken Sie nicht.</translation>
+        <translation>Dieses Paket kann neuere Firmware im Drucker durch ältere ersetzen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker bis zu ihrem Ende nicht aus und drucken Sie nicht.</translation>
     </message>
     <message>
         <source>Cancel_MesTitle</source>
@@ -365,14 +365,6 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
         <translation>Er gab keine Antwort oder keine, mit der Vymkit etwas anfangen kann, und die Aktualisierung wurde beendet. Prüfen Sie, ob der Drucker bereit und noch verbunden ist, und starten Sie die Aktualisierung noch einmal.
 
 War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
-    </message>
-    <message>
-        <source>Details_Show</source>
-        <translation>&amp;Details anzeigen</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>&amp;Details ausblenden</translation>
     </message>
     <message>
         <source>Details_Printer</source>

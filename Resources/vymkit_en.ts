@@ -168,7 +168,7 @@
     </message>
     <message>
         <source>Confirmation_Normal_Description</source>
-        <translation>The firmware of this package that applies is sent to the printer. From then on the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
+        <translation>The firmware of this package that applies is sent to the printer. Once started, the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
@@ -176,7 +176,7 @@
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>
-        <translation>This package may replace newer firmware in the printer by older firmware. From then on the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
+        <translation>This package may replace newer firmware in the printer by older firmware. Once started, the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
     </message>
     <message>
         <source>Cancel_MesTitle</source>
@@ -322,7 +322,7 @@ If firmware was already on its way, do not switch the printer off: wait until it
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
-        <translation>The printer is another model</translation>
+        <translation>The printer is a different model</translation>
     </message>
     <message>
         <source>Error_ModelMismatchMes</source>
@@ -365,14 +365,6 @@ If firmware was already on its way, do not switch the printer off: wait until it
         <translation>It gave no answer, or one that Vymkit could not use, and the update was stopped. Check that the printer is ready and still connected, then start the update again.
 
 If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
-    </message>
-    <message>
-        <source>Details_Show</source>
-        <translation>Show &amp;details</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>Hide &amp;details</translation>
     </message>
     <message>
         <source>Details_Printer</source>

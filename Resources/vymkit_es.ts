@@ -160,7 +160,7 @@
     </message>
     <message>
         <source>Guide_StartUpdateCmt</source>
-        <translation>Elija Iniciar para comenzar la actualización. Una vez en marcha, no se puede cancelar.</translation>
+        <translation>Elija «Iniciar» para comenzar la actualización. Una vez en marcha, no se puede cancelar.</translation>
     </message>
     <message>
         <source>Confirmation_Normal_Title</source>
@@ -168,7 +168,7 @@
     </message>
     <message>
         <source>Confirmation_Normal_Description</source>
-        <translation>Se envía a la impresora el firmware de este paquete que corresponde. A partir de ese momento, la actualización no se puede cancelar. Hasta que termine, no apague la impresora ni imprima.</translation>
+        <translation>Se envía a la impresora el firmware de este paquete que corresponde. Una vez iniciada, la actualización no se puede cancelar. Hasta que termine, no apague la impresora ni imprima.</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
@@ -176,7 +176,7 @@
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>
-        <translation>Este paquete puede sustituir un firmware más reciente de la impresora por uno anterior. A partir de ese momento, la actualización no se puede cancelar. Hasta que termine, no apague la impresora ni imprima.</translation>
+        <translation>Este paquete puede sustituir un firmware más reciente de la impresora por uno anterior. Una vez iniciada, la actualización no se puede cancelar. Hasta que termine, no apague la impresora ni imprima.</translation>
     </message>
     <message>
         <source>Cancel_MesTitle</source>
@@ -184,7 +184,7 @@
     </message>
     <message>
         <source>Cancel_Message</source>
-        <translation>No se ha enviado nada a la impresora. Elija No para seguir en esta página.</translation>
+        <translation>No se ha enviado nada a la impresora. Elija «No» para seguir en esta página.</translation>
     </message>
     <message>
         <source>VYM_UnSupportOS_Title</source>
@@ -365,14 +365,6 @@ Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su p
         <translation>No ha dado ninguna respuesta, o una que Vymkit no puede utilizar, y la actualización se ha detenido. Compruebe que la impresora esté lista y siga conectada, y vuelva a iniciar la actualización.
 
 Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
-    </message>
-    <message>
-        <source>Details_Show</source>
-        <translation>Mostrar &amp;detalles</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>Ocultar &amp;detalles</translation>
     </message>
     <message>
         <source>Details_Printer</source>

@@ -160,7 +160,7 @@
     </message>
     <message>
         <source>Guide_StartUpdateCmt</source>
-        <translation>Choisissez Démarrer pour lancer la mise à jour. Une fois commencée, elle ne peut plus être annulée.</translation>
+        <translation>Choisissez « Démarrer » pour lancer la mise à jour. Une fois commencée, elle ne peut plus être annulée.</translation>
     </message>
     <message>
         <source>Confirmation_Normal_Title</source>
@@ -168,7 +168,7 @@
     </message>
     <message>
         <source>Confirmation_Normal_Description</source>
-        <translation>Les micrologiciels de ce paquet qui conviennent sont envoyés à l’imprimante. Ensuite, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
+        <translation>Les micrologiciels de ce paquet qui conviennent sont envoyés à l’imprimante. Une fois commencée, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
@@ -176,7 +176,7 @@
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>
-        <translation>Ce paquet peut remplacer un micrologiciel récent de l’imprimante par un plus ancien. Ensuite, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
+        <translation>Ce paquet peut remplacer un micrologiciel récent de l’imprimante par un plus ancien. Une fois commencée, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
     </message>
     <message>
         <source>Cancel_MesTitle</source>
@@ -184,7 +184,7 @@
     </message>
     <message>
         <source>Cancel_Message</source>
-        <translation>Rien n’a été envoyé à l’imprimante. Choisissez Non pour rester sur cette page.</translation>
+        <translation>Rien n’a été envoyé à l’imprimante. Choisissez « Non » pour rester sur cette page.</translation>
     </message>
     <message>
         <source>VYM_UnSupportOS_Title</source>
@@ -365,14 +365,6 @@ Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante�
         <translation>Elle n’a donné aucune réponse, ou une réponse que Vymkit ne peut pas utiliser, et la mise à jour a été arrêtée. Vérifiez qu’elle est prête et toujours connectée, puis relancez la mise à jour.
 
 Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
-    </message>
-    <message>
-        <source>Details_Show</source>
-        <translation>Afficher les &amp;détails</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>Masquer les &amp;détails</translation>
     </message>
     <message>
         <source>Details_Printer</source>

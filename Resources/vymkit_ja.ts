@@ -172,7 +172,7 @@
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
-        <translation>古いバージョンになる場合もありますが、更新を開始しますか？</translation>
+        <translation>古いバージョンになる場合もあります。更新を開始しますか？</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>
@@ -365,14 +365,6 @@
         <translation>応答がないか、応答を処理できなかったため、更新を中止しました。プリンターが準備完了で、接続されていることを確認し、もう一度更新してください。
 
 ファームウェアの送信が始まっていた場合は、プリンターの電源を切らずに、表示が準備完了になるまで待ってください。更新モードのままの場合は、もう一度更新してください。</translation>
-    </message>
-    <message>
-        <source>Details_Show</source>
-        <translation>詳細を表示(&amp;D)</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>詳細を隠す(&amp;D)</translation>
     </message>
     <message>
         <source>Details_Printer</source>

@@ -248,7 +248,7 @@
     </message>
     <message>
         <source>State_Updated</source>
-        <translation>固件已完成</translation>
+        <translation>此固件已更新完成</translation>
     </message>
     <message>
         <source>NormalEndTitle</source>
@@ -365,14 +365,6 @@
         <translation>打印机没有应答，或应答无法使用，更新已停止。请检查打印机是否就绪并保持连接，然后重新开始更新。
 
 如果固件已开始发送，请勿关闭打印机电源：请等待其显示屏显示就绪。如果打印机停留在更新模式，请重新开始更新。</translation>
-    </message>
-    <message>
-        <source>Details_Show</source>
-        <translation>显示详细信息(&amp;D)</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>隐藏详细信息(&amp;D)</translation>
     </message>
     <message>
         <source>Details_Printer</source>

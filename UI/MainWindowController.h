@@ -17,6 +17,7 @@
 #include "UI/MainWindowControllerFields.h"
 #include "UI/MainWindowControllerSearch.h"
 #include "UI/PrinterList.h"
+#include "UI/RunLog.h"
 
 #include <QTimer>
 #include <functional>
@@ -121,6 +122,8 @@ private:
     void showUpdateWindow();
     void refuseClosing();
     void keepAwake();
+    void beginLog();
+    void endLog(int code);
     void showStage(const char* key, std::optional<std::uint32_t> number);
     void showProgress(double percent);
     [[nodiscard]] std::string detailsOf(int code) const;
@@ -137,6 +140,7 @@ private:
     MainWindowControllerSearch m_search;
     PrinterList::Records m_formerPrinters; // what the list held before it was made anew
     bool m_allowsEmptySelection = true; // of the first page's table
+    std::optional<RunLog> m_log; // of the run
     std::optional<SleepInhibitor> m_inhibitor; // while a run goes on
     bool m_isDressing = false;
     bool m_isAsking = false;

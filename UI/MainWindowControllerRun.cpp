@@ -24,6 +24,7 @@ namespace {
 
 constexpr int kDisplayInterval = 1000; // milliseconds between two looks at the worker
 constexpr unsigned long kWorkerPolling = 500; // milliseconds between its questions to the printer
+constexpr std::size_t kPathSize = 1024; // of the package's folder, as long as the engine keeps one
 constexpr double kBarEnd = 100;
 constexpr int kMargins = 2; // around the window's content, in margins of the style
 constexpr int kLettersWide = 72; // of the window with the progress, in letters of the user's font
@@ -50,6 +51,12 @@ bool startWorker(PrinterInfo* printer)
     return true;
 }
 
+std::string packageFolder()
+{
+    std::array<char, kPathSize> folder{};
+    return getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
+}
+
 void deleteWorker()
 {
     vym_thread_delete(g_Thread);
@@ -67,6 +74,8 @@ MainWindowController::~MainWindowController()
 
 void MainWindowController::startUpdate()
 {
+    if (_updateWindow->isVisible()) // one run a process
+        return;
     _mainwindow->hide();
     _closeRefusedTxt->hide();
     fitProgressLine();
@@ -76,6 +85,7 @@ void MainWindowController::startUpdate()
     showIcon(*_updateWdwWarningImgView, kCautionIcon);
     _updatePrg->setValue(0);
     showUpdateWindow();
+    beginLog();
     keepAwake();
     if (!startWorker(_targetPrinterInfo.get())) {
         endUpdate(result::kSystem);
@@ -143,12 +153,41 @@ void MainWindowController::keepAwake()
     const auto who = plain(textkey::kApplication);
     const auto why = plain(textkey::kUpdateDescription);
     doAside([this, &who, &why] { m_inhibitor.emplace(who.c_str(), why.c_str()); });
+    m_log->note(m_inhibitor->note());
+}
+
+void MainWindowController::beginLog()
+{
+    RunLogFacts facts;
+    facts.program = "vymkit " + m_setup.version;
+    facts.packageFolder = packageFolder();
+    facts.model = vymParseController::getModelName();
+    for (int row = 0; row < _firmware_list.numOfFirmware(); ++row)
+        facts.firmware.push_back(
+            {_firmware_list.objectValueForTableColumn("FirmwareType", row).value_or(""),
+             _firmware_list.objectValueForTableColumn("FirmwareVersion", row).value_or("")});
+    if (_targetPrinterInfo != nullptr) {
+        facts.printer = _targetPrinterInfo->printerName().value_or("");
+        facts.address = _targetPrinterInfo->printerURI().value_or("");
+    }
+    m_log.emplace();
+    m_log->start(facts);
+}
+
+void MainWindowController::endLog(int code)
+{
+    tag_entryoutcome outcome{};
+    for (unsigned i = 0; vymThread_GetEntryOutcome(g_Thread, i, &outcome); ++i)
+        m_log->outcome(outcome);
+    m_log->end(resultName(code), code);
 }
 
 void MainWindowController::updateStatusTimerFunc()
 {
     tag_devinfo info{};
     vymThread_CheckState(g_Thread, &info);
+    if (m_log.has_value())
+        m_log->look(info);
     const auto step = runStep(info, static_cast<unsigned long>(_firmware_list.numOfFirmware()));
     if (step.endCode.has_value()) {
         endUpdate(*step.endCode);
@@ -176,7 +215,6 @@ void MainWindowController::showProgress(double percent)
 
 void MainWindowController::endUpdate(std::int32_t code)
 {
-    const auto told = resultAlert(code);
     if (_updateStatusTimer != nullptr) {
         _updateStatusTimer->stop();
         _updateStatusTimer->deleteLater();
@@ -184,11 +222,13 @@ void MainWindowController::endUpdate(std::int32_t code)
     }
     // A transfer is never cut, so this may take its time; the window goes on moving meanwhile.
     doAside([] { vymThread_StopThread(g_Thread); });
+    if (m_log.has_value())
+        endLog(code);
     deleteWorker();
     m_inhibitor.reset();
     _progressAnimation->stopAnimation();
     _updateWindow->hide();
-    ask(told);
+    ask(resultAlert(code));
     end();
 }
 
@@ -216,6 +256,10 @@ std::string MainWindowController::detailsOf(int code) const
     const auto printer = _targetPrinterInfo != nullptr ? *_targetPrinterInfo : PrinterInfo();
     const auto name = plainText(printer.printerName().value_or("")) + ", "
         + plainText(printer.printerURI().value_or(""));
-    return formatText(plain(textkey::kDetailsPrinter), name) + '\n'
+    auto details = formatText(plain(textkey::kDetailsPrinter), name) + '\n'
+        + formatText(plain(textkey::kDetailsPackage), plainText(packageFolder(), kPathSize)) + '\n'
         + formatText(plain(textkey::kDetailsResult), resultName(code));
+    if (m_log.has_value() && !m_log->path().empty())
+        details += '\n' + formatText(plain(textkey::kDetailsLog), m_log->path());
+    return details;
 }

@@ -92,7 +92,10 @@ int selectedRowOf(const QTableView& view)
 
 void selectRowOf(QTableView& view, int row)
 {
-    view.clearSelection();
-    if (row >= 0 && row < view.model()->rowCount())
-        view.selectRow(row);
+    // Not by the view's own selectRow, which finds no column where texts run from the right.
+    const auto index = view.model()->index(row, 0);
+    auto& selection = *view.selectionModel();
+    selection.select(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (index.isValid())
+        selection.setCurrentIndex(index, QItemSelectionModel::NoUpdate);
 }

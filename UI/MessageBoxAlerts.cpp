@@ -2,11 +2,13 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFile>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <algorithm>
 
 namespace {
@@ -59,12 +61,31 @@ void setTexts(Box& box, const Alert& asked)
                                         box.screen()->availableSize().width() / 2));
 }
 
+struct Sign {
+    QMessageBox::Icon icon;
+    const char* themeName;
+    const char* drawing; // our own
+};
+
 // A question is a warning before something happens, not something that went wrong.
-QMessageBox::Icon iconOf(const Alert& asked)
+Sign signOf(const Alert& asked)
 {
     if (asked.style == AlertStyle::informational)
-        return QMessageBox::Information;
-    return asked.alternateButton.empty() ? QMessageBox::Critical : QMessageBox::Warning;
+        return {QMessageBox::Information, "dialog-information", "note"};
+    if (!asked.alternateButton.empty())
+        return {QMessageBox::Warning, "dialog-warning", "caut"};
+    return {QMessageBox::Critical, "dialog-error", "error"};
+}
+
+// The desktop's sign where it has one, our own drawing elsewhere.
+void setSign(QMessageBox& box, const Sign& sign)
+{
+    box.setIcon(sign.icon);
+    const auto file = QStringLiteral(":/icons/%1.svg").arg(QLatin1String(sign.drawing));
+    if (QIcon::hasThemeIcon(QLatin1String(sign.themeName)) || !QFile::exists(file))
+        return;
+    const int edge = box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &box);
+    box.setIconPixmap(QIcon(file).pixmap(QSize(edge, edge), box.devicePixelRatioF()));
 }
 
 } // namespace
@@ -72,7 +93,7 @@ QMessageBox::Icon iconOf(const Alert& asked)
 int MessageBoxAlerts::run(const Alert& asked)
 {
     Box box(QApplication::activeWindow());
-    box.setIcon(iconOf(asked));
+    setSign(box, signOf(asked));
     setTexts(box, asked);
     const bool isQuestion = !asked.alternateButton.empty();
     const auto* yes = box.addButton(QString::fromStdString(asked.defaultButton),

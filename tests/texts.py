@@ -27,8 +27,8 @@ MNEMONICS = {key for page in PAGES for key in page}
 KEY = re.compile(r'constexpr const char\* (k\w+) = "([^"]+)";(?: // (\(\w+\)))?')
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 # What looks like a key of the tables, whether they have it or not.
-SHAPE = re.compile(r"(Start|Preference|Device|Guide|Confirmation|Cancel|VYM_UnSupportOS|Update|State"
-                   r"|NormalEnd|NoUpdateEnd|Error|Details|Icon|Step)_\w+")
+SHAPE = re.compile(r"(Start|Preference|Device|Guide|Confirmation|Cancel|VYM_UnSupportOS|Update"
+                   r"|State|NormalEnd|NoUpdateEnd|Error|Details|Icon|Step)_\w+")
 
 
 def read_keys():

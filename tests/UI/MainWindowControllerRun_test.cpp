@@ -25,7 +25,20 @@ public:
 
 class MainWindowControllerRun : public ::testing::Test {
 protected:
-    MainWindowControllerRun() { qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere"); }
+    MainWindowControllerRun()
+    {
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere");
+        qputenv("XDG_STATE_HOME", stateFolder.path().c_str());
+    }
+    std::string log()
+    {
+        std::string all;
+        for (const auto& file : std::filesystem::recursive_directory_iterator(stateFolder.path())) {
+            if (file.is_regular_file())
+                all += readFile(file.path());
+        }
+        return all;
+    }
 
     // Up to the question, which is answered with yes: the run has begun.
     void begin()
@@ -58,6 +71,7 @@ protected:
         return wizard.alerts.asked().back();
     }
 
+    TempFolder stateFolder;
     ScriptedWorker worker;
     Wizard wizard;
 };
@@ -326,6 +340,29 @@ TEST_F(MainWindowControllerRun, WhatWentWrongHasDetailsForWhoeverIsAskedForHelp)
     look(state_sending);
     EXPECT_THAT(message().details, HasSubstr("Details_Printer <Vymprint 200, 127.0.0.1>"));
     EXPECT_THAT(message().details, HasSubstr("Details_Result <connection-lost>"));
+    EXPECT_THAT(message().details, HasSubstr("Details_Log <" + stateFolder.path().string()));
+}
+
+TEST_F(MainWindowControllerRun, ARunLeavesALog)
+{
+    begin();
+    look(state_sending);
+    worker.record.m_result = -6;
+    look(state_sending);
+    EXPECT_THAT(log(), HasSubstr("Vymprint 200"));
+    EXPECT_THAT(log(), HasSubstr("127.0.0.1"));
+    EXPECT_THAT(log(), HasSubstr("Main controller"));
+    EXPECT_THAT(log(), HasSubstr("connection-lost"));
+}
+
+TEST_F(MainWindowControllerRun, ALogThatCannotBeMadeDoesNotKeepARunFromEnding)
+{
+    qputenv("XDG_STATE_HOME", "/proc/no/such/place");
+    begin();
+    worker.record.m_result = -6;
+    look(state_sending);
+    EXPECT_EQ(message().title, "Error_PoweredOffTitle");
+    EXPECT_EQ(message().details, "Details_Printer\nDetails_Package\nDetails_Result");
 }
 
 TEST_F(MainWindowControllerRun, AWorkerThatTakesItsTimeToStopDoesNotFreezeTheWindow)
