@@ -1,5 +1,6 @@
 #include "UI/MainWindowController.h"
 
+#include "UI/LetterWidth.h"
 #include "UI/MainWindowControllerLook.h"
 #include "UI/PlainText.h"
 #include "UI/SystemCheck.h"
@@ -20,7 +21,7 @@ namespace {
 constexpr unsigned kMostFirmware = 1000;
 // The window at first, in letters and lines of the user's font.
 constexpr int kLettersWide = 108;
-constexpr int kLinesHigh = 38;
+constexpr int kLinesHigh = 35;
 
 template <typename List>
 MainWindowControllerTable::DataSource sourceOf(const List& list,
@@ -144,9 +145,10 @@ void MainWindowController::connectActions()
     };
     for (const auto& [button, action] : actions)
         connect(button, &QPushButton::clicked, this, action);
-    connect(_assignPrtNameBtnCell, &QRadioButton::clicked, this,
+    // A screen reader switches a radio button without a click.
+    connect(_assignPrtNameBtnCell, &QRadioButton::toggled, this,
             &MainWindowController::assignPrtNameBtnCellAction);
-    connect(_assignIPAddressBtnCell, &QRadioButton::clicked, this,
+    connect(_assignIPAddressBtnCell, &QRadioButton::toggled, this,
             &MainWindowController::assignIPAddressBtnCellAction);
     connect(_IPAddressMatrix, &InputNSMatrixControl::VYMMatrixSelect, this,
             &MainWindowController::selectIPAddressTextEvent);
@@ -180,7 +182,7 @@ void MainWindowController::show()
 {
     const QFontMetrics metrics(QApplication::font());
     const auto screen = _mainwindow->screen()->availableGeometry();
-    const QSize wanted(metrics.averageCharWidth() * kLettersWide, metrics.height() * kLinesHigh);
+    const QSize wanted(letterWidth(metrics) * kLettersWide, metrics.height() * kLinesHigh);
     _mainwindow->resize(wanted.expandedTo(_mainwindow->minimumSizeHint()).boundedTo(screen.size()));
     _mainwindow->move(screen.center() - _mainwindow->rect().center());
     _mainwindow->show();

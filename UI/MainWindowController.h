@@ -12,6 +12,7 @@
 #pragma once
 #include "Platform/SleepInhibitor.h"
 #include "UI/Alerts.h"
+#include "UI/DeviceChoice.h"
 #include "UI/FirmwareList.h"
 #include "UI/MainWindowControllerFields.h"
 #include "UI/MainWindowControllerSearch.h"
@@ -108,6 +109,7 @@ private:
     void rememberSelectedRow();
     void keepOneRowSelected();
     void showSearch(const QString& text, bool isSearching);
+    void showMode(DeviceMode mode);
     void updateNextButton();
     void setTabOrderForIPAddressSelect();
     void setTabOrderForPrinterSelect();

@@ -140,11 +140,19 @@ bool MainWindowController::isTypingAddress() const
         && _IPAddressMatrix->isAncestorOf(_mainwindow->focusWidget());
 }
 
+// Told to nobody: whoever calls this does what belongs to the mode.
+void MainWindowController::showMode(DeviceMode mode)
+{
+    const QSignalBlocker printer(_assignPrtNameBtnCell);
+    const QSignalBlocker address(_assignIPAddressBtnCell);
+    _assignPrtNameBtnCell->setChecked(mode == DeviceMode::printer);
+    _assignIPAddressBtnCell->setChecked(mode == DeviceMode::address);
+}
+
 void MainWindowController::assignPrtNameBtnCellAction()
 {
     const bool isPossible = _assignPrtNameBtnCell->isEnabled();
-    _assignPrtNameBtnCell->setChecked(isPossible);
-    _assignIPAddressBtnCell->setChecked(!isPossible);
+    showMode(isPossible ? DeviceMode::printer : DeviceMode::address);
     if (!isPossible)
         return;
     rememberSelectedRow();
@@ -157,8 +165,7 @@ void MainWindowController::assignPrtNameBtnCellAction()
 
 void MainWindowController::assignIPAddressBtnCellAction()
 {
-    _assignPrtNameBtnCell->setChecked(false);
-    _assignIPAddressBtnCell->setChecked(true);
+    showMode(DeviceMode::address);
     rememberSelectedRow();
     m_allowsEmptySelection = true;
     selectRowOf(*_prtListTblView, -1);

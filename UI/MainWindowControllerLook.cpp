@@ -1,5 +1,7 @@
 #include "UI/MainWindowControllerLook.h"
 
+#include "UI/LetterWidth.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QFontInfo>
@@ -89,7 +91,7 @@ void dressColumn(QWidget& column)
                                                                            : spacing);
     }
     column.layout()->setSpacing(spacing * kSectionGap);
-    const auto letters = QFontMetrics(QApplication::font()).averageCharWidth() * kColumnCharacters;
+    const auto letters = letterWidth(QFontMetrics(QApplication::font())) * kColumnCharacters;
     column.setMaximumWidth(letters + 2 * margin);
 }
 

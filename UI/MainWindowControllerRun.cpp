@@ -1,4 +1,5 @@
 // The run: from the confirmed question to the result that the user has read.
+#include "UI/LetterWidth.h"
 #include "UI/MainWindowController.h"
 #include "UI/MainWindowControllerAside.h"
 #include "UI/PlainText.h"
@@ -104,7 +105,7 @@ void MainWindowController::fitProgressLine()
     int widest = 0;
     for (const auto* key : kMeasuredTexts)
         widest = std::max(widest, metrics.horizontalAdvance(text(key)));
-    const auto line = metrics.averageCharWidth() * kLettersWide;
+    const auto line = letterWidth(metrics) * kLettersWide;
     _progressCmtTxt->setWordWrap(widest > line); // rather two lines than a text that is cut
     _progressCmtTxt->setMinimumWidth(std::min(widest, line));
 }
@@ -119,7 +120,7 @@ void MainWindowController::fitUpdateWindow()
     layout->setSpacing(space);
     layout->activate();
     const auto screen = _updateWindow->screen()->availableGeometry();
-    const auto wanted = _updateWindow->fontMetrics().averageCharWidth() * kLettersWide;
+    const auto wanted = letterWidth(_updateWindow->fontMetrics()) * kLettersWide;
     const int width =
         std::min(std::max(wanted, layout->totalMinimumSize().width()), screen.width());
     const int height = layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)

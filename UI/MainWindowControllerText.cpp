@@ -1,5 +1,7 @@
 #include "UI/MainWindowControllerText.h"
 
+#include "UI/LetterWidth.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
 #include <QTextBlock>
@@ -51,13 +53,13 @@ std::unique_ptr<QTextDocument> MainWindowControllerText::document(int width) con
 
 QSize MainWindowControllerText::sizeHint() const
 {
-    const int width = fontMetrics().averageCharWidth() * kUsualLetters;
+    const int width = letterWidth(fontMetrics()) * kUsualLetters;
     return {width, heightForWidth(width)};
 }
 
 QSize MainWindowControllerText::minimumSizeHint() const
 {
-    return {fontMetrics().averageCharWidth() * kFewestLetters, fontMetrics().height()};
+    return {letterWidth(fontMetrics()) * kFewestLetters, fontMetrics().height()};
 }
 
 int MainWindowControllerText::heightForWidth(int width) const

@@ -130,6 +130,8 @@ void MainWindowController::nameControls()
         sign->setAccessibleName(text(textkey::kDeviceSearching));
     _progressAnimation->setAccessibleName(text(textkey::kUpdateProgressName));
     _updatePrg->setAccessibleName(text(textkey::kUpdateProgressName));
+    _openingImgView->setAccessibleName(text(textkey::kApplication));
+    _targetImgView->setAccessibleName(text(textkey::kStepDevice));
     _updateInfoImgView->setAccessibleName(text(textkey::kNoteName));
     _updateWdwWarningImgView->setAccessibleName(text(textkey::kCautionName));
     _IPAddressMatrix->setAccessibleName(text(textkey::kDeviceAddressName));

@@ -1,5 +1,7 @@
 #include "UI/MessageBoxAlerts.h"
 
+#include "UI/LetterWidth.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFile>
@@ -61,7 +63,7 @@ void setTexts(Box& box, const Alert& asked)
         label->setFont(font);
     }
     if (auto* label = box.findChild<QLabel*>(kMessageLabel); label != nullptr)
-        label->setMinimumWidth(std::min(label->fontMetrics().averageCharWidth() * kLineLength,
+        label->setMinimumWidth(std::min(letterWidth(label->fontMetrics()) * kLineLength,
                                         box.screen()->availableSize().width() / 2));
 }
 

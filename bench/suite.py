@@ -10,11 +10,13 @@ import sys
 
 import programs
 import updates
+import window
 
 BENCHMARKS = {
     "data-path": programs.data_path,
     "start": programs.start,
     "getters": programs.getters,
+    "window": window.window,
     "memory": updates.memory,
     "fleet": updates.fleet,
     "update": updates.whole_update,

@@ -109,6 +109,20 @@ TEST_F(MainWindowControllerDevices, KeepAChoiceThatIsPressedAgain)
     EXPECT_TRUE(isAddressMode());
 }
 
+TEST_F(MainWindowControllerDevices, SwitchTheirModeForAScreenReaderWhichDoesNotClick)
+{
+    threePrinters().open().toPrinters();
+    wizard.find<QRadioButton>("_assignIPAddressBtnCell").toggle();
+    EXPECT_TRUE(isAddressMode());
+    EXPECT_FALSE(isPrinterMode());
+    EXPECT_EQ(wizard.focus(), "cell 1");
+    wizard.find<QRadioButton>("_assignIPAddressBtnCell").toggle();
+    EXPECT_TRUE(isAddressMode());
+    wizard.find<QRadioButton>("_assignPrtNameBtnCell").toggle();
+    EXPECT_TRUE(isPrinterMode());
+    EXPECT_FALSE(isAddressMode());
+}
+
 TEST_F(MainWindowControllerDevices, SwitchTheirModeByAClickIntoTheInput)
 {
     threePrinters().open().toPrinters();
