@@ -69,7 +69,10 @@ protected:
         const QPointF place(cell.width() - 2, cell.height() / 2.0); // behind what is there
         QDragEnterEvent enter(place.toPoint(), Qt::MoveAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(&cell, &enter);
-        QDropEvent event(place, Qt::MoveAction, &data, Qt::LeftButton, {});
+        // The Shift key asks for the text to be moved.
+        QDropEvent event(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                         Qt::ShiftModifier);
+        EXPECT_EQ(event.proposedAction(), Qt::MoveAction);
         QApplication::sendEvent(&cell, &event);
         return event.dropAction();
     }
