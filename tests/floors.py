@@ -36,7 +36,7 @@ BESIDE = ["Tools/*", "Resources/*"]  # stand beside the floors
 THIRD_PARTY = [
     (r"^CLI/CLI\.hpp$|^CLI11", ["CLI/*", "Tools/*"]),
     (r"^nlohmann/", ["CLI/*", "Tools/*"]),
-    (r"^libusb", ["Platform/LibusbHost.cpp"]),
+    (r"^libusb", ["Platform/Libusb*"]),
     (r"^cups/", ["Platform/CupsPrintServer.cpp"]),
     (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/InputNSMatrixControl.*",
                       "UI/vymTableView.*", "UI/AppController.*"]),
