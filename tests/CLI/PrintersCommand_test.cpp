@@ -63,6 +63,7 @@ public:
         server.queue("Nowhere", "").deviceUri.reset();
         server.queue("Socket", "socket://10.0.0.9");
         server.queue("Six", "net6:::1");
+        server.queue("Driver", "tzrq:office");
         server.queue("Bonjour", "mdns:office");
         server.queue("Nameless", "usb://Acme/P");
         server.queue("Office again", "lpd://10.0.0.5/q");
