@@ -65,6 +65,7 @@ void HumanReport::waiting(const std::string& stage, double seconds)
     if (m_parts.stage != stage)
         m_lastChange = seconds;
     m_parts.stage = stage;
+    m_parts.stageTellsWho = true;
     m_parts.seconds = seconds;
     m_parts.silence = seconds - m_lastChange;
     if (m_display.hasLiveLine())
@@ -89,6 +90,7 @@ void HumanReport::follow(const StatusView& view)
 {
     if (!m_last.has_value())
         m_parts.stage = englishText(textkey::kStateConnection, {});
+    m_parts.stageTellsWho = false;
     if (!m_last.has_value() || !isSameRecord(*m_last, view.record))
         m_lastChange = view.seconds;
     m_last = view.record;
