@@ -367,14 +367,6 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
 War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
-        <source>Details_Show</source>
-        <translation>&amp;Details anzeigen</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>&amp;Details ausblenden</translation>
-    </message>
-    <message>
         <source>Details_Printer</source>
         <translation>Drucker: %@</translation>
     </message>

@@ -367,14 +367,6 @@ If firmware was already on its way, do not switch the printer off: wait until it
 If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
     </message>
     <message>
-        <source>Details_Show</source>
-        <translation>Show &amp;details</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>Hide &amp;details</translation>
-    </message>
-    <message>
         <source>Details_Printer</source>
         <translation>Printer: %@</translation>
     </message>

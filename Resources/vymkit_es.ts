@@ -367,14 +367,6 @@ Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su p
 Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
     </message>
     <message>
-        <source>Details_Show</source>
-        <translation>Mostrar &amp;detalles</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>Ocultar &amp;detalles</translation>
-    </message>
-    <message>
         <source>Details_Printer</source>
         <translation>Impresora: %@</translation>
     </message>

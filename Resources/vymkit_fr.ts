@@ -367,14 +367,6 @@ Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante�
 Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
     </message>
     <message>
-        <source>Details_Show</source>
-        <translation>Afficher les &amp;détails</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>Masquer les &amp;détails</translation>
-    </message>
-    <message>
         <source>Details_Printer</source>
         <translation>Imprimante : %@</translation>
     </message>

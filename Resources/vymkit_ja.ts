@@ -367,14 +367,6 @@
 ファームウェアの送信が始まっていた場合は、プリンターの電源を切らずに、表示が準備完了になるまで待ってください。更新モードのままの場合は、もう一度更新してください。</translation>
     </message>
     <message>
-        <source>Details_Show</source>
-        <translation>詳細を表示(&amp;D)</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>詳細を隠す(&amp;D)</translation>
-    </message>
-    <message>
         <source>Details_Printer</source>
         <translation>プリンター：%@</translation>
     </message>

@@ -367,14 +367,6 @@
 如果固件已开始发送，请勿关闭打印机电源：请等待其显示屏显示就绪。如果打印机停留在更新模式，请重新开始更新。</translation>
     </message>
     <message>
-        <source>Details_Show</source>
-        <translation>显示详细信息(&amp;D)</translation>
-    </message>
-    <message>
-        <source>Details_Hide</source>
-        <translation>隐藏详细信息(&amp;D)</translation>
-    </message>
-    <message>
         <source>Details_Printer</source>
         <translation>打印机：%@</translation>
     </message>

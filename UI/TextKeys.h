@@ -115,8 +115,6 @@ constexpr const char* kErrorOtherTitle = "Error_OtherTitle";
 constexpr const char* kErrorOtherMes = "Error_OtherMes";
 
 // Details under an alert.
-constexpr const char* kDetailsShow = "Details_Show"; // the button that opens them
-constexpr const char* kDetailsHide = "Details_Hide"; // the same button while they are open
 constexpr const char* kDetailsPrinter = "Details_Printer"; // (text) the printer's name or address
 constexpr const char* kDetailsPackage = "Details_Package"; // (text) the package's folder
 constexpr const char* kDetailsResult = "Details_Result"; // (text) the result's name

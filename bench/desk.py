@@ -95,10 +95,10 @@ class Weight:
     bytes_read: int
 
 
-def weigh(command):
+def weigh(command, environment=None):
     with tempfile.NamedTemporaryFile(prefix="vymkit-bench-") as file:
         subprocess.run([str(BIN / "bench_weigh"), file.name, *command], check=True,
-                       stdout=subprocess.DEVNULL)
+                       stdout=subprocess.DEVNULL, env=os.environ | (environment or {}))
         code, seconds, peak, read = file.read().split()
     return Weight(int(code), float(seconds), int(peak) / 1024, int(read))
 

@@ -26,7 +26,7 @@ FLOORS = [
     (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
          "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*", "UI/Utf8.*"]),
     (7, ["UI/MainWindowController*", "UI/InputNSMatrixControl.*", "UI/vymTableView.*",
-         "UI/AppController.*"]),
+         "UI/AppController.*", "UI/MessageBoxAlerts.*", "UI/LetterWidth.h"]),
     (6, ["UI/*"]),
     (8, ["main.cpp", "CLI/*"]),
 ]
@@ -40,7 +40,8 @@ THIRD_PARTY = [
     (r"^cups/", ["Platform/CupsPrintServer.cpp"]),
     (r"^systemd/", ["Platform/LogindInhibitor.cpp"]),
     (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/InputNSMatrixControl.*",
-                      "UI/vymTableView.*", "UI/AppController.*"]),
+                      "UI/vymTableView.*", "UI/AppController.*", "UI/MessageBoxAlerts.*",
+                      "UI/LetterWidth.h"]),
 ]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)

@@ -89,7 +89,7 @@ TEST(Texts, OfStagesTakeTheFirmwaresNumber)
 
 TEST(Icons, AreEmbedded)
 {
-    for (const char* name : {"vymkit", "note", "caut", "printer", "usb", "network"}) {
+    for (const char* name : {"vymkit", "note", "caut", "error", "printer", "usb", "network"}) {
         QFile file(QStringLiteral(":/icons/%1.svg").arg(QString::fromUtf8(name)));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
         EXPECT_TRUE(file.readAll().startsWith("<svg ")) << name;

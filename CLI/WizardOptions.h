@@ -1,0 +1,17 @@
+// What the wizard is started with, read from its command line.
+//
+// Owns:    its texts, by value.
+// Threads: any. Opens no package.
+#pragma once
+#include <optional>
+#include <string>
+
+struct WizardOptions {
+    std::optional<std::string> packageFolder;
+    bool help = false;
+    bool version = false;
+    std::string usageError; // empty when the line is right
+};
+
+WizardOptions parseWizardOptions(int argc, const char* const* argv);
+std::string wizardHelpText();

@@ -1,0 +1,45 @@
+// A question or a message that stops everything else until somebody has answered it: the seam
+// between who asks and what shows it.
+//
+// Owns:    nothing.
+// Threads: the interface's own.
+// Does not look texts up: whoever asks brings the words.
+#pragma once
+#include <string>
+
+enum class AlertStyle { informational, critical };
+
+// Which button the Return key presses.
+enum class AlertReturn {
+    pressesDefault,
+    pressesAlternate, // for a question whose yes cannot be taken back
+};
+
+struct Alert {
+    std::string title;
+    std::string message;
+    std::string details; // the reason in technical words, shown below the message; often empty
+    AlertStyle style = AlertStyle::informational;
+    std::string defaultButton;
+    std::string alternateButton; // empty: there is one button only
+    AlertReturn returnKey = AlertReturn::pressesDefault;
+
+    bool operator==(const Alert&) const = default;
+};
+
+namespace alert {
+constexpr int kDefault = 1;
+constexpr int kAlternate = 0;
+constexpr int kOther = -1; // neither button: Escape, or the window was closed
+} // namespace alert
+
+class Alerts {
+public:
+    Alerts() = default;
+    virtual ~Alerts() = default;
+    Alerts(const Alerts&) = delete;
+    Alerts& operator=(const Alerts&) = delete;
+
+    // Shows the alert and waits; gives one of the three answers above.
+    virtual int run(const Alert& alert) = 0;
+};

@@ -1,0 +1,19 @@
+#include "UI/AppController.h"
+
+#include <QCoreApplication>
+
+AppController::AppController(MainWindowSetup setup)
+    : _mainwindowController(MainWindowController::create(std::move(setup), m_problem))
+{
+}
+
+int AppController::run()
+{
+    if (_mainwindowController->hasEnded())
+        return 0;
+    // quit() would ask every window to close first, and so put the cancel question again.
+    QObject::connect(_mainwindowController.get(), &MainWindowController::ended,
+                     QCoreApplication::instance(), [] { QCoreApplication::exit(0); });
+    _mainwindowController->show();
+    return QCoreApplication::exec();
+}

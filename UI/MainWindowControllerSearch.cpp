@@ -1,0 +1,81 @@
+#include "UI/MainWindowControllerSearch.h"
+
+#include "UI/PlainText.h"
+
+// Hands what it is told to the interface's thread.
+class MainWindowControllerSearch::Observer : public PrinterSearchObserver {
+public:
+    explicit Observer(MainWindowControllerSearch& search) : m_search(search) { }
+
+    void askingPrintServer() override { tell({}); }
+    void lookingOnUsb() override { tell({}); }
+    void askingDevice(const PrinterInfo& printer) override
+    {
+        tell(QString::fromStdString(plainText(printer.printerName().value_or(""))));
+    }
+
+private:
+    void tell(const QString& printer)
+    {
+        QMetaObject::invokeMethod(
+            &m_search,
+            [search = &m_search, printer] {
+                if (search->m_isWanted && !search->m_isStale)
+                    emit search->asking(printer);
+            },
+            Qt::QueuedConnection);
+    }
+
+    MainWindowControllerSearch& m_search;
+};
+
+MainWindowControllerSearch::MainWindowControllerSearch(Find find) : m_find(std::move(find)) { }
+
+MainWindowControllerSearch::~MainWindowControllerSearch()
+{
+    m_cancel = true;
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+void MainWindowControllerSearch::start(bool driverOnly)
+{
+    m_isWanted = true;
+    m_driverOnly = driverOnly;
+    m_isStale = m_thread.joinable(); // one that is still at work is followed by the new one
+    m_cancel = m_isStale;
+    if (!m_isStale)
+        m_thread = std::thread([this, driverOnly] { run(driverOnly); });
+}
+
+void MainWindowControllerSearch::cancel()
+{
+    m_isWanted = false;
+    m_cancel = true;
+}
+
+void MainWindowControllerSearch::run(bool driverOnly)
+{
+    TargetPrinters found;
+    try {
+        Observer observer(*this);
+        found = m_find(driverOnly, m_cancel, observer);
+    } catch (const std::bad_alloc&) {
+        found = {}; // no printers, and the address entry is still there
+    }
+    QMetaObject::invokeMethod(
+        this, [this, found = std::move(found)] { threadEnded(found); }, Qt::QueuedConnection);
+}
+
+void MainWindowControllerSearch::threadEnded(const TargetPrinters& found)
+{
+    m_thread.join();
+    if (!m_isWanted)
+        return;
+    if (m_isStale) {
+        start(m_driverOnly);
+        return;
+    }
+    m_isWanted = false;
+    emit finished(found);
+}

@@ -1,0 +1,54 @@
+#include "UI/vymTableView.h"
+
+#include <QMouseEvent>
+
+namespace {
+
+// Some window managers bring the window to the front before they hand on the click that did it;
+// nobody clicks again within this time, in milliseconds.
+constexpr qint64 kSameClick = 50;
+
+} // namespace
+
+void vymTableView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ActivationChange) {
+        if (isActiveWindow() && m_wasInactive)
+            m_reactivated.start();
+        m_wasInactive = isVisible() && !isActiveWindow();
+    }
+    QTableView::changeEvent(event);
+}
+
+bool vymTableView::isFirstMouse() const
+{
+    return !isActiveWindow() || (m_reactivated.isValid() && !m_reactivated.hasExpired(kSameClick));
+}
+
+void vymTableView::mousePressEvent(QMouseEvent* event)
+{
+    m_ignoresClick = !acceptsFirstMouse() && isFirstMouse();
+    if (m_ignoresClick)
+        event->accept();
+    else
+        QTableView::mousePressEvent(event);
+}
+
+void vymTableView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!m_ignoresClick)
+        QTableView::mouseMoveEvent(event);
+}
+
+void vymTableView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!m_ignoresClick)
+        QTableView::mouseReleaseEvent(event);
+    m_ignoresClick = false;
+}
+
+void vymTableView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (!m_ignoresClick)
+        QTableView::mouseDoubleClickEvent(event);
+}

@@ -1,0 +1,32 @@
+// A table that leaves alone the click which only brings its window to the front: what was chosen
+// there stays chosen.
+//
+// Owns:    nothing beyond its base class.
+// Threads: the interface's own.
+#pragma once
+#include <QElapsedTimer>
+#include <QTableView>
+
+class vymTableView : public QTableView {
+    Q_OBJECT
+
+public:
+    using QTableView::QTableView;
+
+    // Whether a click into the inactive window acts on the table as well.
+    [[nodiscard]] virtual bool acceptsFirstMouse() const { return false; }
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    [[nodiscard]] bool isFirstMouse() const;
+
+    bool m_wasInactive = false;
+    bool m_ignoresClick = false; // from the press on until the button is let go
+    QElapsedTimer m_reactivated; // since the window came back to the front
+};

@@ -1,0 +1,28 @@
+// What no program that shows an interface file can do without: the baseline of the wizard's start.
+//
+//   bench_form FILE
+#include <QApplication>
+#include <QFile>
+#include <QUiLoader>
+#include <QWidget>
+#include <memory>
+
+int main(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    if (argc != 2)
+        return 64;
+    // As the wizard does it: the loader takes no plugins from Designer's folders, where they lie.
+    const auto paths = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({});
+    QUiLoader loader;
+    QCoreApplication::setLibraryPaths(paths);
+    QFile file(QString::fromLocal8Bit(argv[1]));
+    if (!file.open(QIODevice::ReadOnly))
+        return 66;
+    const std::unique_ptr<QWidget> window(loader.load(&file));
+    if (window == nullptr)
+        return 66;
+    window->show();
+    return QApplication::exec();
+}

@@ -1,0 +1,115 @@
+// The wizard: reads its command line, plugs in what the operating system supplies, and shows the
+// window.
+#include "CLI/Outcome.h"
+#include "CLI/PackageFacts.h"
+#include "CLI/WizardOptions.h"
+#include "Platform/SystemPrintServer.h"
+#include "Platform/SystemUsbHost.h"
+#include "UI/AppController.h"
+#include "UI/MessageBoxAlerts.h"
+#include "UI/TextKeys.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QIcon>
+#include <QLocale>
+#include <QTranslator>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr int kNoForm = 66; // as sysexits.h counts: an input that cannot be opened
+constexpr int kNoDisplay = 69; // a service that is not there
+
+void say(const std::string& words)
+{
+    std::fprintf(stderr, "vymkit: %s\n", words.c_str());
+}
+
+// The toolkit itself would end the process with a core file.
+bool hasDisplay()
+{
+    const auto isSet = [](const char* name) {
+        const char* value = std::getenv(name);
+        return value != nullptr && *value != '\0';
+    };
+    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+}
+
+// Beside the program in a build tree, in the share folder of an installation.
+QString formFile()
+{
+    const auto folder = QCoreApplication::applicationDirPath();
+    const auto installed = folder + QStringLiteral("/../share/vymkit/MainWindow.ui");
+    return QFileInfo::exists(installed) ? QFileInfo(installed).canonicalFilePath()
+                                        : folder + QStringLiteral("/MainWindow.ui");
+}
+
+MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
+{
+    MainWindowSetup setup;
+    setup.formFile = formFile();
+    setup.alerts = &alerts;
+    setup.version = VYMKIT_VERSION;
+    setup.packageProblem = openPackage(options.packageFolder).problem;
+    if (!setup.packageProblem.empty())
+        say(setup.packageProblem);
+    PrinterSearch search;
+    search.driverRoot = driverFolderRoot();
+    search.usbPrinterName =
+        QCoreApplication::translate(kTextContext, textkey::kUsbPrinter).toStdString();
+    const std::shared_ptr<PrintServer> server = makeSystemPrintServer();
+    search.server = server.get();
+    setup.findPrinters = [search, server](bool driverOnly, const std::atomic<bool>& cancel,
+                                          PrinterSearchObserver& observer) mutable {
+        search.rule = packagedPrinterRule();
+        search.driverOnly = driverOnly;
+        return makeTargetPrinterList(search, cancel, observer);
+    };
+    return setup;
+}
+
+int runWizard(QApplication& application, const WizardOptions& options)
+{
+    QTranslator english; // what the user's own language lacks
+    if (english.load(QStringLiteral(":/translations/vymkit_en")))
+        QCoreApplication::installTranslator(&english);
+    QTranslator local;
+    if (local.load(QLocale(), QStringLiteral("vymkit"), QStringLiteral("_"),
+                   QStringLiteral(":/translations")))
+        QCoreApplication::installTranslator(&local);
+    application.setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));
+    MessageBoxAlerts alerts;
+    const auto setup = windowSetup(options, alerts);
+    AppController controller(setup);
+    if (controller.problem().isEmpty())
+        return controller.run();
+    say("the window cannot be made of '" + setup.formFile.toStdString()
+        + "': " + controller.problem().toStdString());
+    return kNoForm;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    auto options = parseWizardOptions(argc, argv);
+    if (options.help || options.version) {
+        const auto words = options.help ? wizardHelpText() : "vymkit " VYMKIT_VERSION "\n";
+        return std::fputs(words.c_str(), stdout) >= 0 ? 0 : exitcode::kUsage;
+    }
+    if (!hasDisplay()) {
+        say("there is no display. On a computer without one, use vymkit-cli.");
+        return kNoDisplay;
+    }
+    QApplication application(argc, argv); // takes the toolkit's own options away
+    QApplication::setQuitOnLastWindowClosed(false);
+    options = parseWizardOptions(argc, argv);
+    if (!options.usageError.empty()) {
+        say(options.usageError + " See vymkit --help.");
+        return exitcode::kUsage;
+    }
+    UsbHost::plugIn(systemUsbHost());
+    return runWizard(application, options);
+}

@@ -1,0 +1,76 @@
+// The wizard for a test: a package, printers that are written down, answers that wait in a queue,
+// and the controls by their names.
+#pragma once
+#include "UI/MainWindowController.h"
+#include "tests/support/Package.h"
+#include "tests/support/QueuedAlerts.h"
+
+#include <QTest>
+#include <condition_variable>
+#include <mutex>
+#include <source_location>
+#include <stdexcept>
+
+class Wizard {
+public:
+    Wizard();
+    ~Wizard();
+
+    // The package, before it is opened; without a call, one that suits every system.
+    Wizard& description(std::initializer_list<std::string_view> rows);
+    Wizard& noPackage();
+    // What every search finds from now on: name and port string.
+    Wizard& printers(std::initializer_list<std::pair<const char*, const char*>> rows);
+    Wizard& driverOnly();
+    Wizard& open();
+
+    // A search stays with this printer until it is let go, or is cancelled.
+    void holdSearch(const char* printer);
+    void letSearchGo();
+    [[nodiscard]] int searches() const { return m_searches; }
+    [[nodiscard]] int searchesAtOnce() const { return m_mostAtOnce; }
+
+    template <typename Control = QWidget> [[nodiscard]] Control& find(const char* name) const
+    {
+        for (const auto* window : QApplication::topLevelWidgets()) {
+            auto* control = window->findChild<Control*>(QLatin1String(name));
+            if (control != nullptr)
+                return *control;
+        }
+        throw std::runtime_error(std::string("no control ") + name);
+    }
+    [[nodiscard]] QWidget& window(const char* name = "_mainwindow") const;
+    [[nodiscard]] QString text(const char* label) const { return find<QLabel>(label).text(); }
+    [[nodiscard]] QTableView& table() const;
+    [[nodiscard]] int row() const { return selectedRowOf(table()); }
+    [[nodiscard]] QString page() const; // with both views on the same one
+    [[nodiscard]] QString focus() const; // the name of what has it, or "cell 1" of the address
+    [[nodiscard]] QStringList tabOrder(const char* from) const; // by the Tab key, to where it began
+
+    void press(const char* button); // with the mouse
+    void key(Qt::Key key); // to whatever has the focus
+    void chooseRow(int row); // with the mouse
+    void typeAddress(std::initializer_list<const char*> numbers);
+    void waitForPrinters() const;
+    // Presses Next until the page with the printers has its list.
+    Wizard& toPrinters();
+
+    QueuedAlerts alerts;
+    MainWindowSetup setup;
+    std::unique_ptr<MainWindowController> controller;
+    QString problem;
+
+private:
+    TargetPrinters search(bool driverOnly, const std::atomic<bool>& cancel,
+                          PrinterSearchObserver& observer);
+
+    Package m_package;
+    bool m_hasPackage = false;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    PrinterList::Records m_printers;
+    std::string m_held;
+    std::atomic<int> m_searches = 0;
+    std::atomic<int> m_atOnce = 0;
+    std::atomic<int> m_mostAtOnce = 0;
+};

@@ -1,0 +1,70 @@
+#include "UI/vymTableView.h"
+
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+class vymTableViewTest : public ::testing::Test {
+protected:
+    vymTableViewTest()
+    {
+        table.setModel(&model);
+        table.setSelectionBehavior(QAbstractItemView::SelectRows);
+        table.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&table));
+    }
+
+    void click(int row)
+    {
+        const auto place = table.visualRect(model.index(row, 0)).center();
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, place);
+    }
+    int chosen() { return table.currentIndex().row(); }
+    void putAnotherInFront()
+    {
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    }
+
+    QStandardItemModel model{3, 2};
+    vymTableView table;
+    QWidget other;
+};
+
+TEST_F(vymTableViewTest, AClickIntoTheActiveWindowChoosesARow)
+{
+    click(2);
+    EXPECT_EQ(chosen(), 2);
+    click(1);
+    EXPECT_EQ(chosen(), 1);
+}
+
+TEST_F(vymTableViewTest, AClickIntoTheInactiveWindowChoosesNothing)
+{
+    EXPECT_FALSE(table.acceptsFirstMouse());
+    click(1);
+    putAnotherInFront();
+    QSignalSpy clicks(&table, &QAbstractItemView::clicked);
+    click(2);
+    EXPECT_EQ(chosen(), 1);
+    EXPECT_TRUE(clicks.isEmpty());
+}
+
+TEST_F(vymTableViewTest, TheClickThatBroughtTheWindowBackChoosesNothingEither)
+{
+    click(1);
+    putAnotherInFront();
+    table.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    click(2);
+    EXPECT_EQ(chosen(), 1);
+    QTest::qWait(100); // the next click comes from a person
+    click(2);
+    EXPECT_EQ(chosen(), 2);
+}
+
+} // namespace

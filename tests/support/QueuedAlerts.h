@@ -1,0 +1,29 @@
+// Alerts for tests: nothing is shown, the answers wait in a queue, what was asked is kept.
+#pragma once
+#include "UI/Alerts.h"
+
+#include <deque>
+#include <vector>
+
+class QueuedAlerts : public Alerts {
+public:
+    void queueAnswer(int answer) { m_answers.push_back(answer); }
+
+    // Where no answer waits, the alert is dismissed with neither button.
+    int run(const Alert& asked) override
+    {
+        m_asked.push_back(asked);
+        if (m_answers.empty())
+            return alert::kOther;
+        const auto answer = m_answers.front();
+        m_answers.pop_front();
+        return answer;
+    }
+
+    [[nodiscard]] const std::vector<Alert>& asked() const { return m_asked; }
+    [[nodiscard]] bool hasAnswersLeft() const { return !m_answers.empty(); }
+
+private:
+    std::deque<int> m_answers;
+    std::vector<Alert> m_asked;
+};

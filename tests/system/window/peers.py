@@ -1,0 +1,121 @@
+"""What the wizard works with: packages from the real package maker, virtual printers, queues."""
+
+import os
+import select
+import struct
+import subprocess
+from dataclasses import dataclass
+
+from desk import LIMIT
+from wizard import BIN
+
+QUEUES = str(BIN.parent / "tests/private_queues")
+PORT = 48350
+MODEL = "MODEL-A"
+ROWS = ("TGMNAME MODEL-A", 'MODELNAME "Model A"', "DRIVERNAME Model", "ENTERTIME 1", "EXITTIME 1",
+        "UPDATETIME 2")
+SLOW = ("--write-rate", 8000)  # a printer that writes long enough for every text to be seen
+EVERY_SYSTEM = "PLATFORMVERSION MACOS=0"
+
+
+@dataclass
+class Firmware:
+    name: str = "MAIN"
+    version: str = "AB010200"
+    size: int = 20000
+    shown: str = "Main controller"
+
+    def bytes(self):
+        pattern = bytes((i * 7 + i // 251 + len(self.name)) % 256 for i in range(4099))
+        return (pattern * (self.size // len(pattern) + 1))[:self.size]
+
+    def row(self):
+        return (f'VERSION {self.name}={self.version} {self.name}.img {self.name}.FW '
+                f'DISPFIRM="{self.shown}" DISPVER={self.version}')
+
+
+class Nameless(Firmware):
+    """Firmware that the package gives neither name nor version."""
+
+    def row(self):
+        return f"VERSION {self.name}.img {self.name}.FW"
+
+
+BOTH = (Firmware(), Firmware("BOOT", "AB010300", 9001, "Boot loader"))
+
+
+class Package:
+    """A folder with a package of that firmware, made by the package maker; its rows come first."""
+
+    def __init__(self, desk, firmware=BOTH, rows=(EVERY_SYSTEM,), name="package"):
+        self.folder = desk.folder / name
+        self.folder.mkdir()
+        self.firmware = firmware
+        lines = [*rows, *ROWS, *(one.row() for one in firmware)]
+        self.file = self.folder / "VYMBINDDATA"
+        self.make(desk, {"VYMINFO.txt": "".join(line + "\r\n" for line in lines).encode(),
+                         **{f"{one.name}.img": one.bytes() for one in firmware}})
+
+    def make(self, desk, files):
+        for name, content in files.items():
+            (self.folder / name).write_bytes(content)
+        desk.run(str(BIN / "vympack"), "make", "-o", str(self.file),
+                 *(str(self.folder / name) for name in files))
+
+
+class UncheckedPackage(Package):
+    """One that the package maker refuses to make."""
+
+    def make(self, desk, files):
+        table, place = b"", 0
+        for name, content in files.items():
+            table += struct.pack("<32sII", name.encode(), place, len(content))
+            place += len(content)
+        self.file.write_bytes(b"".join(files.values()) + table
+                              + struct.pack("<Ii8s", place, len(files), b"VYMBIND\0"))
+
+
+def own_address(number=0):
+    """A loopback address that no other test has at the same time: a process number has 22 bits."""
+    pid = os.getpid()
+    return f"127.{80 + (pid >> 16 & 63)}.{pid >> 8 & 255}.{pid & 255}" if number == 0 else \
+        f"127.{144 + (pid >> 16 & 63)}.{pid >> 8 & 255}.{pid & 255}"
+
+
+class Printer:
+    """A virtual printer with older firmware, unless the options say otherwise."""
+
+    def __init__(self, desk, *options, installed=("MAIN=AB010100", "BOOT=AB010100")):
+        self.address = own_address()
+        self.store = desk.folder / "received"
+        command = [str(BIN / "vymprinter"), "--listen", f"{self.address}:{PORT}", "--store",
+                   str(self.store), "--max-packet", "4096", *map(str, options)]
+        if "--model" not in options:
+            command += ["--model", MODEL]
+        for one in installed:
+            command += ["--firmware", one]
+        self.process = desk.start(command, stdout=subprocess.PIPE, text=True)
+        if not select.select([self.process.stdout], [], [], LIMIT)[0] or \
+                not self.process.stdout.readline().startswith("listening on"):
+            raise RuntimeError(f"no printer: {desk.errors_of(self.process)}")
+
+    def stored(self, firmware):
+        """What it keeps under that firmware's name; None where it was sent nothing."""
+        place = self.store / self.address / f"{firmware.name}.FW"
+        return place.read_bytes() if place.exists() else None
+
+    def vanish(self):
+        self.process.kill()
+        self.process.wait()
+
+
+class PrintSystem:
+    """A print scheduler of this test's own, with queues as (identifier, address, model)."""
+
+    def __init__(self, desk, *queues):
+        words = [word for queue in queues for word in queue]
+        self.process = desk.start([QUEUES, *words], stdout=subprocess.PIPE, text=True)
+        if not select.select([self.process.stdout], [], [], LIMIT)[0] or \
+                not (server := self.process.stdout.readline().strip()):
+            raise RuntimeError(f"no print system: {desk.errors_of(self.process)}")
+        self.environment = {"CUPS_SERVER": server}

@@ -1,0 +1,77 @@
+"""How the wizard starts: on good packages, on bad ones, and with parts of it missing."""
+
+import shutil
+import unittest
+
+from case import WizardCase
+from peers import Package, PrintSystem
+from wizard import BIN
+
+UNUSABLE = 66  # the exit code for a file that cannot be read
+
+
+class Start(WizardCase):
+    def assert_unsupported(self, *arguments):
+        """The wizard says that the system is not supported, and ends; gives all that it said."""
+        self.wizard = self.start_unseen(*arguments)
+        texts = self.wizard.alert(self.texts["VYM_UnSupportOS_Title"])
+        self.assert_says("VYM_UnSupportOS_Mes", texts)
+        self.press("OK")
+        self.wizard.exit_code()
+        return self.wizard.errors()
+
+    def test_lists_the_firmware_of_the_package(self):
+        wizard = self.start(Package(self.desk))
+        cells = [node.name for node in wizard.nodes("table cell")]
+        self.assertEqual(cells, ["Main controller", "AB010200", "Boot loader", "AB010300"])
+        self.assertTrue(wizard.shows("Model A"))
+
+    def test_refuses_a_system_that_the_package_does_not_support(self):
+        package = Package(self.desk, rows=["PLATFORMVERSION MACOS=9999"])
+        self.assert_unsupported("--package", package.folder)
+
+    def test_tells_the_true_reason_where_the_package_is_damaged(self):
+        package = Package(self.desk)
+        package.file.write_bytes(package.file.read_bytes()[:-9])
+        self.assertIn("VYMBINDDATA", self.assert_unsupported("--package", package.folder))
+
+    def test_tells_the_true_reason_where_there_is_no_package(self):
+        folder = self.desk.folder / "empty"
+        folder.mkdir()
+        self.assertIn(str(folder), self.assert_unsupported("--package", folder))
+
+    def test_takes_the_package_that_lies_beside_it(self):
+        package = Package(self.desk)
+        program = package.folder / "vymkit"
+        shutil.copy(BIN / "vymkit", program)
+        shutil.copy(BIN / "MainWindow.ui", package.folder)
+        self.wizard = self.start_unseen(program=program)
+        self.wizard.wait_for("Model A")
+
+    def test_ends_without_a_window_where_its_interface_file_is_missing(self):
+        program = self.desk.folder / "vymkit"
+        shutil.copy(BIN / "vymkit", program)
+        wizard = self.start_unseen("--package", Package(self.desk).folder, program=program)
+        self.assertEqual(wizard.exit_code(), UNUSABLE)
+        self.assertEqual(len(wizard.errors().splitlines()), 1)
+        self.assertIn("MainWindow.ui", wizard.errors())
+
+    def test_leaves_only_the_address_where_there_is_no_printer_to_choose(self):
+        self.start(Package(self.desk))
+        self.to_device_page()
+        by_name = self.wizard.find("radio button", self.texts["Device_SpecifyPrinteName"])
+        by_address = self.wizard.find("radio button", self.texts["Device_SpecifyIPAddress"])
+        self.assertFalse(by_name.has("enabled"))
+        self.assertTrue(by_address.has("checked"))
+
+    def test_offers_the_printer_list_first_where_there_are_queues(self):
+        queues = PrintSystem(self.desk, ("office", "lpd://127.0.0.2/", "Model A"))
+        self.start(Package(self.desk), environment=queues.environment)
+        self.to_device_page()
+        self.wizard.find("table cell", "office")
+        by_name = self.wizard.find("radio button", self.texts["Device_SpecifyPrinteName"])
+        self.assertTrue(by_name.has("checked"))
+
+
+if __name__ == "__main__":
+    unittest.main()
