@@ -181,7 +181,9 @@ void MainWindowController::_makeFirmWareList()
 void MainWindowController::show()
 {
     const QFontMetrics metrics(QApplication::font());
-    const auto screen = _mainwindow->screen()->availableGeometry();
+    // The frame that the desktop puts around the window needs room too, and is not known yet.
+    const int frame = _mainwindow->style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const auto screen = _mainwindow->screen()->availableGeometry().adjusted(0, frame, 0, 0);
     const QSize wanted(letterWidth(metrics) * kLettersWide, metrics.height() * kLinesHigh);
     _mainwindow->resize(wanted.expandedTo(_mainwindow->minimumSizeHint()).boundedTo(screen.size()));
     _mainwindow->move(screen.center() - _mainwindow->rect().center());
