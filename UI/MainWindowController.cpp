@@ -21,7 +21,7 @@ namespace {
 constexpr unsigned kMostFirmware = 1000;
 // The window at first, in letters and lines of the user's font.
 constexpr int kLettersWide = 108;
-constexpr int kLinesHigh = 38;
+constexpr int kLinesHigh = 35;
 
 template <typename List>
 MainWindowControllerTable::DataSource sourceOf(const List& list,
