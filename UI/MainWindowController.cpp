@@ -182,8 +182,11 @@ void MainWindowController::show()
 {
     const QFontMetrics metrics(QApplication::font());
     const auto screen = _mainwindow->screen()->availableGeometry();
+    // Room for the title bar, which is not known yet; as much below keeps the window in the middle.
+    const int bar = _mainwindow->style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const auto most = screen.size() - QSize(0, 2 * bar);
     const QSize wanted(letterWidth(metrics) * kLettersWide, metrics.height() * kLinesHigh);
-    _mainwindow->resize(wanted.expandedTo(_mainwindow->minimumSizeHint()).boundedTo(screen.size()));
+    _mainwindow->resize(wanted.expandedTo(_mainwindow->minimumSizeHint()).boundedTo(most));
     _mainwindow->move(screen.center() - _mainwindow->rect().center());
     _mainwindow->show();
     _mainwindow->raise();

@@ -22,7 +22,7 @@ constexpr int kColumnCharacters = 84; // longer lines are hard to read
 constexpr int kPageMargins = 2; // in margins of the style
 constexpr int kSectionGap = 3; // in spacings of the style
 // Tables show at least, and such as take no more room than their rows at most, so many rows.
-constexpr int kFewestRows = 3;
+constexpr int kFewestRows = 2;
 constexpr int kMostRows = 8;
 
 struct TextLook {

@@ -15,21 +15,23 @@ public:
     }
 
 private:
-    void tell(const QString& printer)
-    {
-        QMetaObject::invokeMethod(
-            &m_search,
-            [search = &m_search, printer] {
-                if (search->m_isWanted && !search->m_isStale)
-                    emit search->asking(printer);
-            },
-            Qt::QueuedConnection);
-    }
+    void tell(const QString& printer) { emit m_search.threadAsks(printer); }
 
     MainWindowControllerSearch& m_search;
 };
 
-MainWindowControllerSearch::MainWindowControllerSearch(Find find) : m_find(std::move(find)) { }
+MainWindowControllerSearch::MainWindowControllerSearch(Find find) : m_find(std::move(find))
+{
+    connect(
+        this, &MainWindowControllerSearch::threadAsks, this,
+        [this](const QString& printer) {
+            if (m_isWanted && !m_isStale)
+                emit asking(printer);
+        },
+        Qt::QueuedConnection);
+    connect(this, &MainWindowControllerSearch::threadFound, this,
+            &MainWindowControllerSearch::threadEnded, Qt::QueuedConnection);
+}
 
 MainWindowControllerSearch::~MainWindowControllerSearch()
 {
@@ -63,8 +65,7 @@ void MainWindowControllerSearch::run(bool driverOnly)
     } catch (const std::bad_alloc&) {
         found = {}; // no printers, and the address entry is still there
     }
-    QMetaObject::invokeMethod(
-        this, [this, found = std::move(found)] { threadEnded(found); }, Qt::QueuedConnection);
+    emit threadFound(found);
 }
 
 void MainWindowControllerSearch::threadEnded(const TargetPrinters& found)

@@ -24,6 +24,7 @@ class Firmware:
     version: str = "AB010200"
     size: int = 20000
     shown: str = "Main controller"
+    more: str = ""  # of its row
 
     def bytes(self):
         pattern = bytes((i * 7 + i // 251 + len(self.name)) % 256 for i in range(4099))
@@ -31,7 +32,7 @@ class Firmware:
 
     def row(self):
         return (f'VERSION {self.name}={self.version} {self.name}.img {self.name}.FW '
-                f'DISPFIRM="{self.shown}" DISPVER={self.version}')
+                f'DISPFIRM="{self.shown}" DISPVER={self.version}{self.more}')
 
 
 class Nameless(Firmware):
@@ -75,18 +76,17 @@ class UncheckedPackage(Package):
                               + struct.pack("<Ii8s", place, len(files), b"VYMBIND\0"))
 
 
-def own_address(number=0):
-    """A loopback address that no other test has at the same time: a process number has 22 bits."""
-    pid = os.getpid()
-    return f"127.{80 + (pid >> 16 & 63)}.{pid >> 8 & 255}.{pid & 255}" if number == 0 else \
-        f"127.{144 + (pid >> 16 & 63)}.{pid >> 8 & 255}.{pid & 255}"
+def own_address(number):
+    """A loopback address that no other process of a test has at the same time, for ten printers."""
+    pid = os.getpid()  # of two that run at once, none is a million above the other
+    return f"127.{80 + 16 * number + (pid >> 16 & 15)}.{pid >> 8 & 255}.{pid & 255}"
 
 
 class Printer:
     """A virtual printer with older firmware, unless the options say otherwise."""
 
-    def __init__(self, desk, *options, installed=("MAIN=AB010100", "BOOT=AB010100")):
-        self.address = own_address()
+    def __init__(self, desk, *options, installed=("MAIN=AB010100", "BOOT=AB010100"), number=0):
+        self.address = own_address(number)
         self.store = desk.folder / "received"
         command = [str(BIN / "vymprinter"), "--listen", f"{self.address}:{PORT}", "--store",
                    str(self.store), "--max-packet", "4096", *map(str, options)]

@@ -10,21 +10,24 @@ import unittest
 from camera import dark_desktop, picture
 from case import WizardCase
 from desk import Desk
-from peers import EVERY_SYSTEM, SLOW, Package, Printer, PrintSystem
+from peers import EVERY_SYSTEM, SLOW, Firmware, Package, Printer, PrintSystem
 
 PICTURES = pathlib.Path(os.environ.get("VYMKIT_PICTURES", "build/dev/pictures"))
 BY_HAND = (EVERY_SYSTEM, "NEEDENTEROPERATION YES")  # shows the line about the download mode
-ENDS = {  # what the last message is about: its title's key, and how the printer brings it about
-    "nothing-to-do": ("NoUpdateEndTitle", ["--installed", "MAIN=AB010200"]),
+# Every other message that a run can end with: its title's key, and how the printer brings it about.
+ENDS = {
+    "nothing-to-do": ("NoUpdateEndTitle", ["--firmware", "MAIN=AB010300"]),
     "device-error": ("Error_DeviceErrorTitle", ["--fault", "status-0803@piece"]),
-    "connection": ("Error_ConnectErrorTitle", ["--fault", "bad-checksum"]),
+    "damaged": ("Error_ConnectErrorTitle", ["--fault", "bad-checksum"]),
     "busy": ("Error_DeviceBusyTitle", ["--fault", "refuse-busy"]),
     "fax": ("Error_FaxTitle", ["--fault", "refuse-fax"]),
-    "powered-off": ("Error_PoweredOffTitle", ["--fault", "reset@enter"]),
-    "model": ("Error_ModelMismatchTitle", ["--fault", "wrong-model"]),
+    "no-connection": ("Error_PoweredOffTitle", ["--fault", "reset@enter"]),
+    "other-model": ("Error_ModelMismatchTitle", ["--fault", "wrong-model"]),
+    "too-old": ("Error_CompatibleTitle", ["--firmware", "MAIN=AB010100"]),
     "system": ("Error_SystemTitle", ["--fault", "no-model"]),
     "other": ("Error_OtherTitle", ["--fault", "garbage@enter"]),
 }
+NEEDS_NEWER = [Firmware(version="AB010300", more=" COMPATIBLE=AB010200")]
 
 
 class Picture(WizardCase):
@@ -89,6 +92,46 @@ class Picture(WizardCase):
         self.keep("5-stays-open")
         self.wizard.alert(self.texts["NormalEndTitle"])
         self.keep("6-done")
+
+    def ends(self, language):
+        """All runs side by side, each on a screen of its own."""
+        self.take_desk(Desk(screens=len(ENDS)))
+        self.use_language(language)
+        package = Package(self.desk, NEEDS_NEWER)
+        wizards = {}
+        for number, (name, (title, options)) in enumerate(ENDS.items()):
+            installed = [] if "--firmware" in options else ["MAIN=AB010200"]
+            printer = Printer(self.desk, *options, number=number, installed=installed)
+            self.start(package, screen=number)
+            self.to_run(printer.address)
+            wizards[name] = self.wizard
+        for name, (title, _) in ENDS.items():
+            wizards[name].alert(self.texts[title])
+            picture(wizards[name], PICTURES / f"{language}-light-6-{name}.png")
+
+    def test_of_every_end_in_english(self):
+        self.ends("en")
+
+    def test_of_every_end_in_japanese(self):
+        self.ends("ja")
+
+    def test_of_an_unsupported_system(self):
+        for language in ("en", "ja"):
+            self.take_desk(Desk())
+            self.use_language(language)
+            package = Package(self.desk, rows=["PLATFORMVERSION MACOS=9999"])
+            self.wizard = self.start_unseen("--package", package.folder)
+            self.wizard.alert(self.texts["VYM_UnSupportOS_Title"])
+            picture(self.wizard, PICTURES / f"{language}-light-0-unsupported.png")
+
+    def test_of_a_device_page_without_printers(self):
+        for language in ("en", "ja"):
+            self.take_desk(Desk())
+            self.use_language(language)
+            self.start(Package(self.desk))
+            self.to_device_page()
+            self.wizard.wait_for(self.texts["Device_NoPrinters"])
+            picture(self.wizard, PICTURES / f"{language}-light-3-no-printers.png")
 
     def test_in_english(self):
         self.walk("en", "light")
