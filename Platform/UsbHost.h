@@ -18,6 +18,7 @@ enum class UsbStatus : std::uint8_t {
     ok,
     busy, // somebody else has the interface open; a little later it may be free
     failed,
+    notPermitted, // this user may not open it, now or a little later
 };
 
 struct UsbPipe {
@@ -64,8 +65,10 @@ public:
                             WriteDone done, void* reference) = 0;
     virtual bool startRead(std::uint8_t pipe, unsigned char* buffer, unsigned long length,
                            ReadDone done, void* reference) = 0;
-    // Runs the calling thread's loop until one transfer has ended (true) or the time is over; 0
-    // seconds looks once. A transfer that is not over stays outstanding.
+    // Runs the calling thread's loop until one transfer has ended (true) or the time is over; at
+    // once false where none is outstanding. 0 seconds looks once: a look lasts as long as a bus
+    // takes to carry a packet to a device that is ready for it, a fraction of a second at most. A
+    // transfer that is not over stays outstanding.
     virtual bool wait(unsigned long seconds) = 0;
     // Ends a pipe's transfer. Its buffer is free on return; the end is told as failed by the next
     // wait. Nothing where none is outstanding.
@@ -89,6 +92,8 @@ public:
     virtual bool serialNumber(std::string& text) = 0;
     virtual bool vendorName(std::string& text) = 0;
     virtual bool productName(std::string& text) = 0;
+    // Does the system keep this user from opening it? The device is asked nothing.
+    virtual bool isForbidden() = 0;
     // Exclusively, one attempt.
     virtual UsbStatus open(std::unique_ptr<UsbConnection>& connection) = 0;
 

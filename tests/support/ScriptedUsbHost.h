@@ -26,6 +26,7 @@ struct ScriptedPrinter {
     std::optional<std::uint32_t> claimedLength; // of the device ID, in place of the true one
     int busyFor = 0; // so many attempts to open find it busy
     bool opens = true;
+    bool forbidden = false;
     std::optional<std::uint8_t> configuration = 1;
     std::optional<std::uint8_t> number = 0;
     std::optional<std::uint8_t> alternate = 0;
@@ -231,9 +232,12 @@ public:
     bool serialNumber(std::string& text) override { return give(m_printer.serial, text); }
     bool vendorName(std::string& text) override { return give(m_printer.vendorName, text); }
     bool productName(std::string& text) override { return give(m_printer.productName, text); }
+    bool isForbidden() override { return m_printer.forbidden; }
     UsbStatus open(std::unique_ptr<UsbConnection>& connection) override
     {
         ++m_printer.attempts;
+        if (m_printer.forbidden)
+            return UsbStatus::notPermitted;
         if (m_printer.busyFor > 0) {
             --m_printer.busyFor;
             return UsbStatus::busy;
