@@ -16,7 +16,7 @@ constexpr int kPlainStep = 10; // percent between two plain lines
 const char* colourOf(Verdict verdict)
 {
     if (verdict == Verdict::updated || verdict == Verdict::updateAvailable
-        || verdict == Verdict::nothingToUpdate)
+        || verdict == Verdict::nothingToUpdate || verdict == Verdict::listed)
         return kGreen;
     return verdict == Verdict::stopped ? kYellow : kRed;
 }
@@ -34,7 +34,7 @@ public:
     {
     }
 
-    void asking(double seconds) override;
+    void waiting(const std::string& stage, double seconds) override;
     void status(const StatusView& view) override;
     void stopping(StopCause cause, double seconds) override;
     void finish(const Outcome& outcome) override;
@@ -56,13 +56,15 @@ private:
     int m_plainPercent = 0;
 };
 
-void HumanReport::asking(double seconds)
+void HumanReport::waiting(const std::string& stage, double seconds)
 {
-    if (m_quiet)
+    if (m_quiet || stage.empty())
         return;
-    m_parts.stage = "Asking the printer";
+    if (m_parts.stage != stage)
+        m_lastChange = seconds;
+    m_parts.stage = stage;
     m_parts.seconds = seconds;
-    m_parts.silence = seconds;
+    m_parts.silence = seconds - m_lastChange;
     if (m_display.hasLiveLine())
         m_display.live(progressLine(m_parts, m_display.columns()));
     else
@@ -83,6 +85,8 @@ void HumanReport::status(const StatusView& view)
 // Takes over what changes on display; what the step leaves open stays as it was.
 void HumanReport::follow(const StatusView& view)
 {
+    if (!m_last.has_value())
+        m_parts.stage = englishText(statekey::kConnection, {});
     if (!m_last.has_value() || !isSameRecord(*m_last, view.record))
         m_lastChange = view.seconds;
     m_last = view.record;
@@ -90,8 +94,6 @@ void HumanReport::follow(const StatusView& view)
     m_parts.silence = view.seconds - m_lastChange;
     m_parts.bytesDone = view.record.m_bytesDone;
     m_parts.bytesTotal = view.record.m_bytesTotal;
-    if (m_parts.stage.empty())
-        m_parts.stage = englishText(statekey::kConnection, {});
     if (view.step.progress.has_value())
         m_parts.percent = view.step.progress;
     if (!view.step.textKey.has_value())
@@ -143,7 +145,7 @@ std::string HumanReport::verdictText(const Outcome& outcome, bool colours, std::
 void HumanReport::finish(const Outcome& outcome)
 {
     m_display.clearLive();
-    const auto rows = firmwareTable(outcome);
+    const auto rows = outcome.printers ? printerTable(*outcome.printers) : firmwareTable(outcome);
     if (outcome.verdict != Verdict::shown && isError(outcome.verdict))
         m_display.prompt(verdictText(outcome, m_display.hasColours(), m_display.textColumns()));
     else

@@ -151,3 +151,20 @@ std::string firmwareTable(const Outcome& outcome)
     }
     return table(rows);
 }
+
+std::string printerTable(const PrinterFacts& printers)
+{
+    if (printers.list.empty())
+        return {};
+    Row head = {"Name", "Address", "Connection", "Model", "Found as"};
+    if (printers.all)
+        head.emplace_back("This printer");
+    std::vector<Row> rows = {head};
+    for (const auto& each : printers.list) {
+        rows.push_back({orDash(each.name), orDash(each.address), connectionText(each),
+                        orDash(each.model), foundAsText(each.foundAs)});
+        if (printers.all)
+            rows.back().push_back(reasonText(each));
+    }
+    return table(rows);
+}

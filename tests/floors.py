@@ -24,7 +24,7 @@ FLOORS = [
          "VYM/ImageReader.*", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
     (4, ["VYM/vymThread.*", "VYM/CheckRun.*"]),
     (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
-         "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*"]),
+         "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*", "UI/Utf8.*"]),
     (7, ["UI/MainWindowController*", "UI/InputNSMatrixControl.*", "UI/vymTableView.*",
          "UI/AppController.*"]),
     (6, ["UI/*"]),
@@ -36,7 +36,7 @@ BESIDE = ["Tools/*", "Resources/*"]  # stand beside the floors
 THIRD_PARTY = [
     (r"^CLI/CLI\.hpp$|^CLI11", ["CLI/*", "Tools/*"]),
     (r"^nlohmann/", ["CLI/*", "Tools/*"]),
-    (r"^libusb", ["Platform/LibusbHost.cpp"]),
+    (r"^libusb", ["Platform/Libusb*"]),
     (r"^cups/", ["Platform/CupsPrintServer.cpp"]),
     (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/InputNSMatrixControl.*",
                       "UI/vymTableView.*", "UI/AppController.*"]),

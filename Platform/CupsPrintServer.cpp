@@ -1,0 +1,227 @@
+#include "Platform/CupsPrintServer.h"
+
+#include "Platform/IppAnswer.h"
+#include "Platform/SystemPrintServer.h"
+
+#include <array>
+#include <cerrno>
+#include <condition_variable>
+#include <cups/cups.h>
+#include <fcntl.h>
+#include <mutex>
+#include <sys/socket.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+struct CloseConnection {
+    void operator()(http_t* http) const { httpClose(http); }
+};
+using Connection = std::unique_ptr<http_t, CloseConnection>;
+
+struct DeleteRequest {
+    void operator()(ipp_t* request) const { ippDelete(request); }
+};
+using Request = std::unique_ptr<ipp_t, DeleteRequest>;
+
+// A second number for an open socket, so that closing the first one does no harm.
+class SocketCopy {
+public:
+    explicit SocketCopy(int socket) : m_number(fcntl(socket, F_DUPFD_CLOEXEC, 0))
+    {
+        if (m_number < 0)
+            throw std::system_error(errno, std::generic_category());
+    }
+    ~SocketCopy() { close(m_number); }
+    SocketCopy(const SocketCopy&) = delete;
+    SocketCopy& operator=(const SocketCopy&) = delete;
+
+    void shutDown() const { shutdown(m_number, SHUT_RDWR); }
+
+private:
+    int m_number;
+};
+
+// Ends a connection when its time is over, whatever its owner then waits for: a server that sends a
+// byte now and then would pass every limit on a single wait.
+class CutOff {
+public:
+    CutOff(int socket, Clock::time_point end) : m_socket(socket), m_end(end) { }
+    ~CutOff()
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_isOver = true;
+        }
+        m_over.notify_one();
+        m_thread.join();
+    }
+    CutOff(const CutOff&) = delete;
+    CutOff& operator=(const CutOff&) = delete;
+
+    bool happened()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_happened;
+    }
+
+private:
+    void watch()
+    {
+        std::unique_lock lock(m_mutex);
+        if (m_over.wait_until(lock, m_end, [this] { return m_isOver; }))
+            return;
+        m_happened = true;
+        m_socket.shutDown();
+    }
+
+    SocketCopy m_socket; // libcups may close the other one in the middle
+    Clock::time_point m_end;
+    std::mutex m_mutex;
+    std::condition_variable m_over;
+    bool m_isOver = false;
+    bool m_happened = false;
+    std::thread m_thread{[this] { watch(); }};
+};
+
+std::string noConnection()
+{
+    return std::string("The print system does not answer at \"") + cupsServer() + "\" ("
+        + cupsLastErrorString() + "). Is its service, usually \"cups\", running?";
+}
+
+std::string refusal(const char* words)
+{
+    return std::string("The print system does not list its printers: ") + words + ".";
+}
+
+constexpr const char* kNotInTime =
+    "The print system does not answer: it took a connection, but sent no complete answer in time.";
+constexpr const char* kNotUnderstood =
+    "The print system's answer is incomplete or cannot be understood.";
+
+// Not blocking while it opens: an encrypted server that says nothing would be waited for for ever.
+Connection connect(std::chrono::milliseconds limit)
+{
+    Connection http(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 0,
+                                 static_cast<int>(limit.count()), nullptr));
+    if (http != nullptr)
+        httpBlocking(http.get(), 1);
+    return http;
+}
+
+Request makeRequest()
+{
+    constexpr std::array kWanted = {"printer-name", "printer-info", "printer-location",
+                                    "device-uri", "printer-make-and-model"};
+    Request request(ippNewRequest(IPP_OP_CUPS_GET_PRINTERS));
+    auto* raw = request.get();
+    ippAddInteger(raw, IPP_TAG_OPERATION, IPP_TAG_ENUM, "printer-type", 0);
+    ippAddInteger(raw, IPP_TAG_OPERATION, IPP_TAG_ENUM, "printer-type-mask", CUPS_PRINTER_CLASS);
+    ippAddString(raw, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+    ippAddStrings(raw, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                  static_cast<int>(kWanted.size()), nullptr, kWanted.data());
+    return request;
+}
+
+bool send(http_t* http, ipp_t* request)
+{
+    httpClearFields(http);
+    httpSetField(http, HTTP_FIELD_CONTENT_TYPE, "application/ipp");
+    httpSetLength(http, ippLength(request));
+    if (httpPost(http, "/") != 0)
+        return false;
+    ipp_state_t state = IPP_STATE_IDLE;
+    while (state != IPP_STATE_DATA && state != IPP_STATE_ERROR)
+        state = ippWrite(http, request);
+    return state == IPP_STATE_DATA;
+}
+
+http_status_t awaitStatus(http_t* http, CutOff& cutOff)
+{
+    auto status = HTTP_STATUS_CONTINUE;
+    while (status == HTTP_STATUS_CONTINUE && !cutOff.happened())
+        status = httpUpdate(http);
+    return status;
+}
+
+// All of the body; false for one that is longer than an answer may be.
+bool readBody(http_t* http, std::string& body)
+{
+    std::array<char, 16384> piece{};
+    for (;;) {
+        const auto count = httpRead2(http, piece.data(), piece.size());
+        if (count <= 0)
+            return true; // what is missing at its end, the reader of the answer notices
+        body.append(piece.data(), static_cast<std::size_t>(count));
+        if (body.size() > kLongestAnswer)
+            return false;
+    }
+}
+
+bool ask(http_t* http, CutOff& cutOff, IppAnswer& answer, std::string& reason)
+{
+    const auto request = makeRequest();
+    const bool isSent = send(http, request.get());
+    const auto status = isSent ? awaitStatus(http, cutOff) : HTTP_STATUS_ERROR;
+    std::string body;
+    if (status == HTTP_STATUS_OK && readBody(http, body) && !cutOff.happened()
+        && readIppAnswer(body, answer))
+        return true;
+    if (cutOff.happened())
+        reason = kNotInTime;
+    else if (status >= HTTP_STATUS_BAD_REQUEST)
+        reason = refusal(httpStatus(status));
+    else
+        reason = kNotUnderstood;
+    return false;
+}
+
+// A server without any queue says that it found none.
+bool isList(std::uint16_t status)
+{
+    return status <= IPP_STATUS_OK_EVENTS_COMPLETE || status == IPP_STATUS_ERROR_NOT_FOUND;
+}
+
+bool list(std::chrono::milliseconds limit, std::vector<PrintQueue>& found, std::string& reason)
+{
+    const auto end = Clock::now() + limit;
+    const auto http = connect(limit);
+    if (http == nullptr) {
+        reason = noConnection();
+        return false;
+    }
+    IppAnswer answer;
+    CutOff cutOff(httpGetFd(http.get()), end);
+    if (!ask(http.get(), cutOff, answer, reason))
+        return false;
+    if (!isList(answer.status)) {
+        reason = refusal(ippErrorString(static_cast<ipp_status_t>(answer.status)));
+        return false;
+    }
+    found = std::move(answer.queues);
+    return true;
+}
+
+} // namespace
+
+bool CupsPrintServer::queues(std::vector<PrintQueue>& found, std::string& reason)
+{
+    found.clear();
+    reason.clear();
+    try {
+        return list(m_limit, found, reason);
+    } catch (const std::system_error&) { // no thread, or no descriptor, to watch the time with
+        reason = "The print system was not asked: the computer is too busy.";
+        return false;
+    }
+}
+
+std::unique_ptr<PrintServer> makeSystemPrintServer()
+{
+    return std::make_unique<CupsPrintServer>();
+}

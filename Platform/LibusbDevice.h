@@ -1,0 +1,81 @@
+// What the rooms of the libusb host share: a view of the bus, handles that close themselves, and an
+// interface as its descriptors say.
+//
+// Owns:    what the library hands out, given back when the owner goes.
+// Threads: none of its own; a view's context may serve several threads at once.
+#pragma once
+#include "Platform/UsbHost.h"
+
+#include <libusb-1.0/libusb.h>
+#include <span>
+
+namespace libusb {
+
+// One view of the bus, as it was: what is plugged later need not ever be in it.
+class View {
+public:
+    View() = default;
+    ~View()
+    {
+        if (m_context != nullptr)
+            libusb_exit(m_context);
+    }
+    View(const View&) = delete;
+    View& operator=(const View&) = delete;
+
+    bool open() { return libusb_init(&m_context) == LIBUSB_SUCCESS; }
+    [[nodiscard]] libusb_context* context() const { return m_context; }
+
+private:
+    libusb_context* m_context = nullptr;
+};
+using ViewPtr = std::shared_ptr<const View>;
+
+struct Unref {
+    void operator()(libusb_device* device) const { libusb_unref_device(device); }
+};
+using Device = std::unique_ptr<libusb_device, Unref>;
+
+struct Close {
+    void operator()(libusb_device_handle* handle) const { libusb_close(handle); }
+};
+using Handle = std::unique_ptr<libusb_device_handle, Close>;
+
+UsbStatus statusOf(int result);
+// A result of the library; on success handle is open.
+int openDevice(libusb_device& device, Handle& handle);
+
+constexpr unsigned char kTypeMask = 0x03; // of an endpoint's attributes
+
+struct Endpoint {
+    std::uint8_t address;
+    std::uint8_t attributes;
+
+    [[nodiscard]] bool isIn() const { return (address & LIBUSB_ENDPOINT_IN) != 0; }
+    [[nodiscard]] UsbPipe::Type type() const
+    {
+        return static_cast<UsbPipe::Type>(attributes & kTypeMask);
+    }
+};
+
+// One interface as its descriptors say, in its first setting: what the kernel puts it into for
+// whoever claims it.
+struct Facts {
+    std::uint8_t configuration;
+    std::uint8_t number;
+    std::uint8_t alternate;
+    std::uint8_t interfaceClass;
+    std::vector<Endpoint> endpoints;
+};
+
+// Every interface of the configuration that the device is in; copied, and bounded.
+std::vector<Facts> factsOf(libusb_device& device);
+
+// The library gives a null pointer beside a count, and half-read descriptors as zeros, where a
+// device's descriptors end too early.
+template <typename Element> std::span<const Element> counted(const Element* first, int count)
+{
+    return {first, first != nullptr && count > 0 ? static_cast<std::size_t>(count) : 0};
+}
+
+} // namespace libusb
