@@ -235,10 +235,10 @@ void concludeDecided(Outcome& outcome, MessageFacts facts)
 std::string foundText(const PrinterFacts& facts)
 {
     const auto others = facts.found - facts.candidates;
-    auto text = std::to_string(facts.candidates) + " of " + std::to_string(facts.found)
+    auto text = (facts.candidates != 0 ? std::to_string(facts.candidates) : "none")
         + " can be updated from this package.";
     if (others != 0 && !facts.all)
-        text += " Add --all to see the others, and why they cannot.";
+        text += " " + std::to_string(others) + " more cannot: add --all to see them, and why.";
     if (facts.notPermitted != 0)
         text += " " + std::to_string(facts.notPermitted) + " may not be opened by this user. "
             + udevAdvice();

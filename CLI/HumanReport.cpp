@@ -3,6 +3,7 @@
 #include "CLI/Report.h"
 #include "CLI/Tables.h"
 #include "CLI/Terminal.h"
+#include "CLI/UdevRule.h"
 
 #include <cmath>
 
@@ -145,11 +146,15 @@ std::string HumanReport::verdictText(const Outcome& outcome, bool colours, std::
 void HumanReport::finish(const Outcome& outcome)
 {
     m_display.clearLive();
+    const bool goesToErrors = outcome.verdict != Verdict::shown && isError(outcome.verdict);
+    // Never wrapped: it is for copying.
+    const auto rule = outcome.notPermitted ? "udev rule: " + udevRuleLine() + "\n" : "";
     const auto rows = outcome.printers ? printerTable(*outcome.printers) : firmwareTable(outcome);
-    if (outcome.verdict != Verdict::shown && isError(outcome.verdict))
-        m_display.prompt(verdictText(outcome, m_display.hasColours(), m_display.textColumns()));
+    if (goesToErrors)
+        m_display.prompt(verdictText(outcome, m_display.hasColours(), m_display.textColumns())
+                         + rule);
     else
-        m_output.write(verdictText(outcome, m_outputColours, m_outputColumns)
+        m_output.write(verdictText(outcome, m_outputColours, m_outputColumns) + rule
                        + (rows.empty() ? "" : "\n"));
     if (outcome.verdict == Verdict::wrongUsage)
         m_display.line("Run \"vymkit-cli --help\" to see what is right.");

@@ -113,6 +113,7 @@ Json printerToJson(const ListedPrinter& printer)
             {"model", orNull(printer.model)},
             {"found_as", foundAsName(printer.foundAs)},
             {"reason", printerReasonName(printer.reason)},
+            {"explanation", reasonText(printer)},
             {"same_as", orNull(printer.sameAs)},
             {"answered_model", orNull(printer.answeredModel)}};
 }

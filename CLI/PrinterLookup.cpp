@@ -3,13 +3,13 @@
 #include "CLI/BackgroundTask.h"
 #include "UI/PlainText.h"
 
+#include <limits>
 #include <new>
 
 namespace {
 
-// How long a question that is no longer wanted may go on, in intervals between two looks: one, so
-// that its thread can mostly be waited for.
-constexpr int kGraceLooks = 1;
+// For so many seconds a question that is no longer wanted may go on: most have ended by then.
+constexpr double kGrace = 1;
 
 // What is being asked, told by one thread and shown by another.
 class Whereabouts : public PrinterSearchObserver {
@@ -71,15 +71,16 @@ void start(Lookup& lookup, Workplace& place)
 StopCause watch(Lookup& lookup, Workplace& place)
 {
     auto stop = StopCause::none;
-    for (int looks = 0; !lookup.task.isDone() && looks < kGraceLooks;) {
+    auto leaveAt = std::numeric_limits<double>::infinity();
+    while (!lookup.task.isDone() && place.session.seconds() < leaveAt) {
         const auto wake = place.session.wait();
-        looks += lookup.cancel && wake != Wake::notified ? 1 : 0;
         if (lookup.cancel)
             continue;
         place.report.waiting(lookup.whereabouts.stage(), place.session.seconds());
         if (wake != Wake::signal && wake != Wake::deadline)
             continue;
         lookup.cancel = true;
+        leaveAt = place.session.seconds() + kGrace;
         stop = wake == Wake::signal ? StopCause::user : StopCause::deadline;
     }
     return stop;

@@ -14,6 +14,6 @@ std::string udevRuleLine()
 
 std::string udevAdvice()
 {
-    return "To allow it to whoever sits at this computer, write this line into " + udevRuleFile()
-        + ", then unplug the printer and plug it in again: " + udevRuleLine();
+    return "To allow it to whoever sits at this computer, write the udev rule into "
+        + udevRuleFile() + ", then unplug the printer and plug it in again.";
 }

@@ -7,5 +7,5 @@
 // Its number is below those of the rules that turn the tag into a permission.
 std::string udevRuleFile();
 std::string udevRuleLine(); // without its end
-// How to put it there, as whole sentences.
+// How to put it there, as whole sentences; the line is shown beside them.
 std::string udevAdvice();

@@ -18,8 +18,15 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// libcups forgets to free what it unpacks an answer with unless all of the answer was read, so the
+// rest of it is read away; nothing can arrive any more then, and no read waits.
 struct CloseConnection {
-    void operator()(http_t* http) const { httpClose(http); }
+    void operator()(http_t* http) const
+    {
+        shutdown(httpGetFd(http), SHUT_RDWR);
+        httpFlush(http);
+        httpClose(http);
+    }
 };
 using Connection = std::unique_ptr<http_t, CloseConnection>;
 

@@ -15,6 +15,7 @@ BENCHMARKS = {
     "data-path": programs.data_path,
     "start": programs.start,
     "getters": programs.getters,
+    "printers": programs.printers,
     "memory": updates.memory,
     "fleet": updates.fleet,
     "update": updates.whole_update,

@@ -2,8 +2,10 @@
 #include "tests/Platform/IppMessage.h"
 #include "tests/Platform/PrintServerQuestion.h"
 #include "tests/support/LoopbackPeer.h"
+#include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/un.h>
 
 namespace {
 
@@ -85,6 +87,19 @@ TEST(CupsPeers, ThatSayNothingAreGivenUp)
     expectLate(askPeer([](PeerLink&) {}, kLimit));
 }
 
+TEST(CupsPeers, ThatHangOnTheLocalSocketAreGivenUp)
+{
+    const TempFolder folder;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    (folder / "cups.sock").copy(address.sun_path, sizeof address.sun_path - 1);
+    const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(listen(listener, 4), 0);
+    expectLate(ask(folder / "cups.sock", kLimit));
+    close(listener);
+}
+
 TEST(CupsPeers, ThatTrickleTheirHeadersAreGivenUp)
 {
     expectLate(askPeer(
@@ -132,10 +147,23 @@ TEST(CupsPeers, ThatTrickleTheirAnswerAreGivenUp)
 
 TEST(CupsPeers, ThatCloseAreNotUnderstood)
 {
-    expectNotUnderstood(askPeer([](PeerLink& link) { link.close(); }));
-    expectNotUnderstood(askPeer([](PeerLink& link) { link.reset(); }));
+    expectNotUnderstood(askPeer([](PeerLink& link) {
+        link.receive(1);
+        link.close();
+    }));
+    expectNotUnderstood(askPeer([](PeerLink& link) {
+        link.receive(1);
+        link.reset();
+    }));
     expectNotUnderstood(answered("HTTP/1.1 200 OK\r\n"));
     expectNotUnderstood(answered(http(IppMessage().queue("q").end()).substr(0, 90)));
+}
+
+TEST(CupsPeers, ThatCloseAtOnceAreNotListed)
+{
+    const auto reply = askPeer([](PeerLink& link) { link.reset(); });
+    EXPECT_FALSE(reply.isListed);
+    EXPECT_NE(reply.reason, "");
 }
 
 TEST(CupsPeers, ThatSendGarbageAreNotUnderstood)
@@ -145,6 +173,23 @@ TEST(CupsPeers, ThatSendGarbageAreNotUnderstood)
     expectNotUnderstood(answered(http("this is no IPP message")));
     expectNotUnderstood(answered(http("")));
     expectNotUnderstood(answered("HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\nxxxxx"));
+}
+
+TEST(CupsPeers, ThatStopInTheMiddleOfAPackedAnswerLeaveNothingBehind)
+{
+    const std::string start("\x1F\x8B\x08\0\0\0\0\0\0\x03\x01\x05\0\xFA\xFFhe", 17); // gzip
+    expectNotUnderstood(answered("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n"
+                                 "Content-Length: 100\r\n\r\n"
+                                 + start));
+    expectNotUnderstood(answered("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n"
+                                 "Content-Length: 4\r\n\r\nxxxx"));
+}
+
+TEST(CupsPeers, ThatCountTheirPiecesWrongAreNotUnderstood)
+{
+    for (const std::string count : {"zz", "-1", "ffffffffffffffff", "7fffffffffffffff"})
+        expectNotUnderstood(
+            answered("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + count + "\r\nxxxx"));
 }
 
 TEST(CupsPeers, ThatSendCollectionsInCollectionsDoNoHarm)

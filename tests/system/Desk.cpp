@@ -101,8 +101,9 @@ std::string VirtualPrinter::transcript() const
     return readFile(m_store.path() / m_address / "transcript.txt");
 }
 
-CliRun::CliRun(std::vector<std::string> arguments, Pauses pauses)
-    : m_process(cliCommand(std::move(arguments), pauses))
+CliRun::CliRun(std::vector<std::string> arguments, Pauses pauses,
+               const Process::Environment& environment)
+    : m_process(cliCommand(std::move(arguments), pauses), environment)
 {
 }
 

@@ -1,0 +1,80 @@
+// What a printer on the bus says of itself: a serial, a vendor and a product in the system's
+// records and a device ID that comes as it likes. Whatever they are, the port string is one, and
+// the texts are part of what came.
+//
+// The input: serial, vendor and product up to a NUL each, the length that the transfer claims
+// (2 bytes, 0: the true one), then the whole reply to the device-ID request.
+#include "DevConn/DevConnMgr.h"
+#include "DevConn/UsbDeviceId.h"
+#include "DevConn/UsbForbidden.h"
+#include "DevConn/UsbPortName.h"
+#include "fuzz/Fuzz.h"
+#include "tests/support/ScriptedUsbHost.h"
+
+#include <cctype>
+
+namespace {
+
+void checkText(const std::string& text, const ScriptedPrinter& printer)
+{
+    const auto& reply = *printer.wholeReply;
+    require(text.find('\0') == std::string::npos, "a text ends at its NUL");
+    require(text.find(';') == std::string::npos, "a value ends at its semicolon");
+    require(text.empty() || printer.claimedLength || reply.find(text) != std::string::npos,
+            "a text is what came");
+    require(text.size() < 256, "a text is no longer than what was asked for");
+}
+
+// What a port string promises, for those names that leave it readable.
+void checkUrl(const std::string& url, const std::string& vendor, const std::string& product,
+              const std::string& serial)
+{
+    require(url.rfind("usb://", 0) == 0, "a port string has its scheme");
+    const auto names = url.substr(0, url.size() - serial.size());
+    require(std::all_of(names.begin(), names.end(),
+                        [](unsigned char c) { return c > ' ' && c < 0x7F; }),
+            "names are escaped");
+    const auto escaped = usbPort::percentEscaped(product, "/()");
+    const bool readable = !vendor.empty() && vendor.find('/') == std::string::npos
+        && escaped.size() < usbPort::kLongestText
+        && (vendor + '/' + escaped).find("serial=") == std::string::npos;
+    std::string found;
+    if (readable)
+        require(usbPort::serialOf(url, found) && found == serial, "the serial is found again");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    Input input(data, size);
+    ScriptedUsbHost host;
+    auto& printer = host.printer();
+    printer.serial = std::string(input.until('\0'));
+    printer.vendorName = std::string(input.until('\0'));
+    printer.productName = std::string(input.until('\0'));
+    if (const auto claimed = input.number())
+        printer.claimedLength = claimed;
+    printer.wholeReply = std::string(input.text(size));
+
+    ScriptedInterface found(printer, host.time);
+    std::string model;
+    std::string vendor;
+    std::string product;
+    require(usbDeviceId::readModel(found, model), "the request went through");
+    require(usbDeviceId::readVendorAndProduct(found, vendor, product), "and again");
+    checkText(model, printer);
+    checkText(vendor, printer);
+    checkText(product, printer);
+    std::string url;
+    require(DevConnMgr::MacUSBPortURL(found, url), "a printer is counted");
+    checkUrl(url, vendor, product, usbPort::bounded(*printer.serial));
+
+    printer.forbidden = true;
+    const auto forbidden = usbForbidden::printers(host);
+    require(forbidden.size() == 1, "a forbidden printer is named");
+    require(DevConnMgr::MacUSBPortURL(found, url), "and counted");
+    require(forbidden.front().m_port == url, "in the same way");
+    require(printer.open == 0, "nothing stays open");
+    return 0;
+}
