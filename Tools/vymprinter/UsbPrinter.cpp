@@ -145,10 +145,11 @@ void UsbPrinter::endSession()
     ++m_sessionsEnded;
 }
 
-// Whether nothing is left to do for the updater until it sends more.
+// Whether nothing will move unless the updater sends or reads.
 bool UsbPrinter::quiet() const
 {
-    return m_session->stalled() || (!m_session->hasWork() && m_session->outgoing().empty());
+    return m_session->stalled() || m_function.writing()
+        || (!m_session->hasWork() && m_session->outgoing().empty());
 }
 
 void UsbPrinter::endQuietSession(Millis now)
@@ -163,12 +164,9 @@ std::optional<Millis> UsbPrinter::nextDue() const
         return m_plugAgainAt;
     if (!m_session)
         return m_silentUntil;
-    if (m_session->hasWork())
-        return Millis(0);
-    if (!m_session->outgoing().empty())
-        return m_function.writing() ? std::nullopt
-                                    : std::optional(m_session->outgoing().front().due);
-    return m_lastMoved + m_identity.quiet;
+    if (quiet())
+        return m_lastMoved + m_identity.quiet;
+    return m_session->hasWork() ? Millis(0) : m_session->outgoing().front().due;
 }
 
 } // namespace vymprinter

@@ -1,6 +1,7 @@
 #include "tests/system/usb/UsbDesk.h"
 
 #include <algorithm>
+#include <csignal>
 #include <fcntl.h>
 #include <linux/usbdevice_fs.h>
 #include <sys/ioctl.h>
@@ -100,6 +101,12 @@ BusPrinter::BusPrinter(std::vector<std::string> options)
 {
     EXPECT_TRUE(m_process.waitForOutput("plugged into", kSoon)) << m_process.errors();
     EXPECT_TRUE(becomesTrue([] { return countIn(kDriver, &isInterface) != 0; }));
+}
+
+BusPrinter::~BusPrinter()
+{
+    m_process.signal(SIGTERM);
+    EXPECT_EQ(m_process.wait(), 0) << m_process.errors();
 }
 
 std::optional<std::string> BusPrinter::stored(const std::string& name) const

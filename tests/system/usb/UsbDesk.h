@@ -16,11 +16,14 @@ constexpr std::chrono::seconds kSoon{20};
 class BusPrinter {
 public:
     explicit BusPrinter(std::vector<std::string> options = {});
+    ~BusPrinter(); // it can always be asked to end, whatever was done to it
+    BusPrinter(const BusPrinter&) = delete;
+    BusPrinter& operator=(const BusPrinter&) = delete;
     [[nodiscard]] std::string uri() const { return m_uri; }
     // What it stored under that name; nothing when it stored no such firmware.
     [[nodiscard]] std::optional<std::string> stored(const std::string& name) const;
     [[nodiscard]] std::string transcript() const;
-    [[nodiscard]] Process& process() { return m_process; }
+    [[nodiscard]] const Process& process() const { return m_process; }
 
 private:
     TempFolder m_store;

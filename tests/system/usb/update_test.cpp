@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(InEveryWay, WholeUpdate,
                          ::testing::Combine(::testing::Values(1, 3), ::testing::Values("YES", "NO"),
                                             ::testing::Values("--status-query",
                                                               "--no-status-query"),
-                                            ::testing::Values("tenths", "every", "last")));
+                                            ::testing::Values("tenths", "last")));
 
 class ImageSize : public ::testing::TestWithParam<std::size_t> { };
 
@@ -75,9 +75,8 @@ TEST_P(ImageSize, ArrivesWhole)
 
 // Around the printer's packets and those of the bus: the head and 452 bytes fill one.
 INSTANTIATE_TEST_SUITE_P(AroundPieces, ImageSize,
-                         ::testing::Values(0, 1, 512 - kHead - 1, 512 - kHead, 512 - kHead + 1,
-                                           1024 - kHead, kPiece - 1, kPiece, kPiece + 1, 3 * kPiece,
-                                           300000));
+                         ::testing::Values(0, 512 - kHead - 1, 512 - kHead, 512 - kHead + 1, kPiece,
+                                           kPiece + 1, 300000));
 
 // Texts whose blocks are whole packets, with and without the empty packet that ends an answer.
 class AnswerOfWholePackets : public ::testing::TestWithParam<std::tuple<const char*, const char*>> {
@@ -115,7 +114,7 @@ TEST(UsbUpdate, WaitsForAPrinterThatWritesSlowly)
 
 TEST(UsbUpdate, ArrivesOverALinkWhoseAnswersComeLate)
 {
-    for (const char* delay : {"3", "15", "60", "300"}) {
+    for (const char* delay : {"3", "15", "300"}) {
         const PackageFolder package(threeFirmware(), {"UPDATETIME 5"});
         const BusPrinter printer(lists({"--reply-delay", delay}));
         CliRun run(updateOf(printer, package), CliRun::Pauses::full);
