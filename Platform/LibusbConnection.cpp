@@ -9,8 +9,8 @@ namespace libusb {
 namespace {
 
 // How long a look lasts. A write that a ready device takes is over within: 64 KiB at full speed are
-// 65 ms. A reply is on its way or not: callers look for one every ten milliseconds.
-constexpr std::chrono::milliseconds kWriteLook{100};
+// 65 ms, and a busy machine is slow to say so. Of replies there is a look every ten milliseconds.
+constexpr std::chrono::milliseconds kWriteLook{250};
 constexpr std::chrono::milliseconds kReadLook{4};
 constexpr unsigned long kLongestWait = 24UL * 60 * 60; // seconds; what a clock can add
 constexpr unsigned long kLongestRequestMs = 5000; // where nobody set a time-out
@@ -30,9 +30,8 @@ Connection::~Connection()
         libusb_release_interface(m_handle.get(), m_facts.number);
 }
 
-// With the driver's leave, and without taking it from another process. A driver that had to go for
-// a claim that then failed is called back; where somebody else has the interface, that does
-// nothing.
+// The claim itself sends the kernel's driver away, but no other process. A driver that had to go
+// for a claim that then failed is called back; where somebody has the interface, that does nothing.
 UsbStatus Connection::claim()
 {
     libusb_set_auto_detach_kernel_driver(m_handle.get(), 1);
