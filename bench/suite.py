@@ -10,12 +10,14 @@ import sys
 
 import programs
 import updates
+import usb
 
 BENCHMARKS = {
     "data-path": programs.data_path,
     "start": programs.start,
     "getters": programs.getters,
     "printers": programs.printers,
+    "usb": usb.bulk,
     "memory": updates.memory,
     "fleet": updates.fleet,
     "update": updates.whole_update,
