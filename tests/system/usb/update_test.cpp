@@ -46,7 +46,8 @@ TEST_P(WholeUpdate, BringsEveryByteToThePrinterAndGivesItBackToTheKernel)
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     ASSERT_EQ(run.exitCode(), 0) << run.process().out() << run.process().errors();
     expectStored(printer, package);
-    for (const auto& one : run.result()["firmware"]) {
+    const auto result = run.result();
+    for (const auto& one : result["firmware"]) {
         EXPECT_EQ(one["sent"], true);
         EXPECT_EQ(one["bytes_sent"], one["bytes_total"]);
         EXPECT_EQ(one["confirmed"], std::string(statusQuery) == "--status-query");

@@ -77,7 +77,7 @@ def add_busybox(archive):
 def add_program(archive, program):
     """The program and every library that it is linked with, at their own paths."""
     with tempfile.NamedTemporaryFile() as plain:  # debug information would only be carried about
-        done = subprocess.run(["strip", "-o", plain.name, program], check=False).returncode
+        done = subprocess.run(["strip", "--strip-debug", "-o", plain.name, program], check=False).returncode
         archive.copy(plain.name if done == 0 else program, pathlib.Path(program).absolute())
     listed = subprocess.run(["ldd", program], capture_output=True, text=True, check=False).stdout
     for library in re.findall(r"(/\S+) \(0x", listed):
