@@ -4,6 +4,7 @@
 #include "CLI/Tables.h"
 #include "CLI/Terminal.h"
 #include "CLI/UdevRule.h"
+#include "UI/TextKeys.h"
 
 #include <cmath>
 
@@ -87,7 +88,7 @@ void HumanReport::status(const StatusView& view)
 void HumanReport::follow(const StatusView& view)
 {
     if (!m_last.has_value())
-        m_parts.stage = englishText(statekey::kConnection, {});
+        m_parts.stage = englishText(textkey::kStateConnection, {});
     if (!m_last.has_value() || !isSameRecord(*m_last, view.record))
         m_lastChange = view.seconds;
     m_last = view.record;

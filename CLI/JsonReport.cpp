@@ -12,13 +12,6 @@ using Json = nlohmann::ordered_json; // the keys in the order in which they are 
 
 constexpr int kSchemaVersion = 1;
 
-const char* stateName(update_state state)
-{
-    constexpr std::array<const char*, 8> kNames = {"starting", "entered",  "checked", "sending",
-                                                   "writing",  "finished", "done",    "failed"};
-    return state < kNames.size() ? kNames.at(state) : "unknown";
-}
-
 const char* ruleName(yesno_type rule)
 {
     constexpr std::array<const char*, 4> kNames = {"none", "newer", "any", "newer-or-same"};

@@ -17,14 +17,6 @@ const char* decisionName(Decision decision)
     return kNames.at(static_cast<std::size_t>(decision));
 }
 
-const char* reasonName(VersionReason reason)
-{
-    constexpr std::array<const char*, 8> kNames = {
-        "applies", "other-model",  "not-listed",         "not-newer",
-        "too-old", "other-series", "unreadable-version", "undecided"};
-    return kNames.at(static_cast<std::size_t>(reason));
-}
-
 Decision decisionOf(const VersionDecision& decision)
 {
     if (decision.send)

@@ -41,7 +41,6 @@ enum class Verdict : std::uint8_t {
 
 enum class Decision : std::uint8_t { send, skip, refuse, undecided };
 const char* decisionName(Decision decision);
-const char* reasonName(VersionReason reason);
 Decision decisionOf(const VersionDecision& decision);
 
 struct FirmwareOutcome {

@@ -103,7 +103,9 @@ std::string reasonText(const ListedPrinter& printer)
     case PrinterReason::noDeviceUri:
         return "has a queue without an address";
     case PrinterReason::otherConnection:
-        return "is not connected by USB or, over IPv4, by LPD";
+        return isDriverUri(printer.address)
+            ? "has an address that the driver's configuration does not tell"
+            : "is not connected by USB or, over IPv4, by LPD";
     case PrinterReason::noSerial:
         return "has no serial number in its address";
     case PrinterReason::duplicate:

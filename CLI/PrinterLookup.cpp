@@ -1,6 +1,7 @@
 #include "CLI/PrinterLookup.h"
 
 #include "CLI/BackgroundTask.h"
+#include "UI/DevConnMgrController.h"
 #include "UI/PlainText.h"
 
 #include <limits>
@@ -55,6 +56,7 @@ struct Lookup {
 
 void start(Lookup& lookup, Workplace& place)
 {
+    devConnMgr_Instance(); // made on this thread, before another one asks for it
     lookup.search.rule = packagedPrinterRule();
     lookup.search.server = place.printServer;
     lookup.search.driverRoot = driverFolderRoot();

@@ -1,7 +1,9 @@
 #include "CLI/BackgroundTask.h"
 #include "CLI/Commands.h"
+#include "Platform/SleepInhibitor.h"
 #include "UI/PlainText.h"
 #include "UI/PrinterCheck.h"
+#include "UI/RunLog.h"
 #include "UI/vym_etc.h"
 #include "VYM/ProtocolResult.h"
 
@@ -33,16 +35,21 @@ public:
     WatchedRun(const WatchedRun&) = delete;
     WatchedRun& operator=(const WatchedRun&) = delete;
 
-    UpdateFacts run()
+    Outcome run()
     {
+        beginLog();
         if (start())
             watch();
         else
             m_facts.endCode = result::kSystem;
-        return m_facts;
+        m_facts.notPermitted = isForbiddenPort(m_run.address());
+        auto outcome = concludeUpdate(m_package, m_facts);
+        m_log.end(outcome.name, outcome.resultCode);
+        return outcome;
     }
 
 private:
+    void beginLog();
     bool start();
     void watch();
     void look();
@@ -55,7 +62,22 @@ private:
     RunTarget& m_run; // the worker's, until it has ended
     UpdateFacts m_facts;
     void* m_worker = nullptr;
+    RunLog m_log;
+    const SleepInhibitor m_awake{"Vymkit", "A printer's firmware is being updated"};
 };
+
+void WatchedRun::beginLog()
+{
+    RunLogFacts facts{"vymkit-cli " VYMKIT_VERSION, m_package.folder, m_package.model, {},
+                      m_facts.printerName,          m_facts.address};
+    for (const auto& firmware : m_package.firmware)
+        facts.firmware.push_back({firmware.displayName, firmware.displayVersion});
+    m_log.start(facts);
+    m_log.note(m_awake.note());
+    if (m_place.options.verbose)
+        m_place.display.line(m_log.path().empty() ? "no log: " + m_log.problem()
+                                                  : "log: " + m_log.path());
+}
 
 bool WatchedRun::start()
 {
@@ -94,6 +116,7 @@ void WatchedRun::look()
 {
     vymThread_CheckState(m_worker, &m_facts.lastRecord);
     const auto& record = m_facts.lastRecord;
+    m_log.look(record);
     const std::string_view name(record.m_firmwareName,
                                 strnlen(record.m_firmwareName, sizeof record.m_firmwareName));
     const auto step = runStep(record, m_package.firmware.size());
@@ -122,6 +145,7 @@ void WatchedRun::hear(Wake wake, BackgroundTask& stopping)
         return; // it is ending by itself
     if (!stopping.isStarted())
         m_facts.stop = wake == Wake::signal ? StopCause::user : StopCause::deadline;
+    m_log.note(wake == Wake::signal ? "a signal asks to stop" : "the deadline asks to stop");
     m_place.report.stopping(wake == Wake::signal ? StopCause::user : StopCause::deadline,
                             m_place.session.seconds());
 }
@@ -129,8 +153,10 @@ void WatchedRun::hear(Wake wake, BackgroundTask& stopping)
 void WatchedRun::collectOutcomes()
 {
     tag_entryoutcome outcome{};
-    for (unsigned i = 0; vymThread_GetEntryOutcome(m_worker, i, &outcome); ++i)
+    for (unsigned i = 0; vymThread_GetEntryOutcome(m_worker, i, &outcome); ++i) {
         m_facts.outcomes.push_back(outcome);
+        m_log.outcome(outcome);
+    }
 }
 
 bool isYes(std::string answer)
@@ -173,7 +199,5 @@ Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& de
         if (facts.stop != StopCause::none)
             return concludeUpdate(package, facts);
     }
-    auto facts = WatchedRun(package, place, destination).run();
-    facts.notPermitted = isForbiddenPort(destination.run.address());
-    return concludeUpdate(package, facts);
+    return WatchedRun(package, place, destination).run();
 }

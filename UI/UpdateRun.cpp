@@ -1,5 +1,6 @@
 #include "UI/UpdateRun.h"
 
+#include "UI/TextKeys.h"
 #include "VYM/ProtocolResult.h"
 
 #include <algorithm>
@@ -18,9 +19,9 @@ struct StageKey {
     std::string_view one;
     std::string_view several;
 };
-constexpr StageKey kCheckVersion = {"State_CheckVersion", "State_CheckVersion_Plural"};
-constexpr StageKey kPrepUpdate = {"State_PrepUpdate", "State_PrepUpdate_Plural"};
-constexpr StageKey kWriteUpdate = {"State_WriteUpdate", "State_WriteUpdate_Plural"};
+constexpr StageKey kCheckVersion = {textkey::kStateCheckVersion, textkey::kStateCheckVersionPlural};
+constexpr StageKey kPrepUpdate = {textkey::kStatePrepUpdate, textkey::kStatePrepUpdatePlural};
+constexpr StageKey kWriteUpdate = {textkey::kStateWriteUpdate, textkey::kStateWriteUpdatePlural};
 
 struct ResultRow {
     int code;
@@ -30,28 +31,31 @@ struct ResultRow {
     NextStep next; // when no firmware byte went out
 };
 constexpr std::array<ResultRow, 12> kResults = {{
-    {result::kSuccess, "updated", "NormalEndTitle", "", NextStep::none},
-    {result::kNotApplicable, "nothing-to-update", "NoUpdateEndTitle", "", NextStep::none},
-    {result::kDeviceError, "device-error", "Error_DeviceErrorTitle", "Error_DeviceErrorMes",
+    {result::kSuccess, "updated", textkey::kNormalEndTitle, "", NextStep::none},
+    {result::kNotApplicable, "nothing-to-update", textkey::kNoUpdateEndTitle, "", NextStep::none},
+    {result::kDeviceError, "device-error", textkey::kErrorDeviceErrorTitle,
+     textkey::kErrorDeviceErrorMes, NextStep::retry},
+    {result::kDamaged, "data-damaged", textkey::kErrorConnectErrorTitle,
+     textkey::kErrorConnectErrorMes, NextStep::retry},
+    {result::kBusy, "printer-busy", textkey::kErrorDeviceBusyTitle, textkey::kErrorDeviceBusyMes,
      NextStep::retry},
-    {result::kDamaged, "data-damaged", "Error_ConnectErrorTitle", "Error_ConnectErrorMes",
+    {result::kFaxInUse, "fax-in-use", textkey::kErrorFaxTitle, textkey::kErrorFaxMes,
      NextStep::retry},
-    {result::kBusy, "printer-busy", "Error_DeviceBusyTitle", "Error_DeviceBusyMes",
+    {result::kBadReply, "bad-reply", textkey::kErrorOtherTitle, textkey::kErrorOtherMes,
      NextStep::retry},
-    {result::kFaxInUse, "fax-in-use", "Error_FaxTitle", "Error_FaxMes", NextStep::retry},
-    {result::kBadReply, "bad-reply", "Error_OtherTitle", "Error_OtherMes", NextStep::retry},
-    {result::kConnectionLost, "connection-lost", "Error_PoweredOffTitle", "Error_PoweredOffMes",
+    {result::kConnectionLost, "connection-lost", textkey::kErrorPoweredOffTitle,
+     textkey::kErrorPoweredOffMes, NextStep::retry},
+    {result::kOtherModel, "other-model", textkey::kErrorModelMismatchTitle,
+     textkey::kErrorModelMismatchMes, NextStep::chooseOtherPackage},
+    {result::kFirmwareUnreadable, "firmware-unreadable", textkey::kErrorFirmReadTitle,
+     textkey::kErrorFirmReadMes, NextStep::chooseOtherPackage},
+    {result::kSystem, "system-error", textkey::kErrorSystemTitle, textkey::kErrorSystemMes,
      NextStep::retry},
-    {result::kOtherModel, "other-model", "Error_ModelMismatchTitle", "Error_ModelMismatchMes",
-     NextStep::chooseOtherPackage},
-    {result::kFirmwareUnreadable, "firmware-unreadable", "Error_FirmReadTitle", "Error_FirmReadMes",
-     NextStep::chooseOtherPackage},
-    {result::kSystem, "system-error", "Error_SystemTitle", "Error_SystemMes", NextStep::retry},
-    {result::kTooOld, "too-old", "Error_CompatibleTitle", "Error_CompatibleMes",
+    {result::kTooOld, "too-old", textkey::kErrorCompatibleTitle, textkey::kErrorCompatibleMes,
      NextStep::chooseOtherPackage},
 }};
-constexpr ResultRow kOther = {result::kMissingArgument, "other-error", "Error_OtherTitle",
-                              "Error_OtherMes", NextStep::retry};
+constexpr ResultRow kOther = {result::kMissingArgument, "other-error", textkey::kErrorOtherTitle,
+                              textkey::kErrorOtherMes, NextStep::retry};
 
 const ResultRow& rowOf(int code)
 {
@@ -102,7 +106,7 @@ RunStep runStep(const tag_devinfo& info, unsigned long firmwareCount)
     case state_writing:
         return shown(kWriteUpdate, percent * kHalf + kSecondHalf, info, firmwareCount);
     case state_finished:
-        return {statekey::kUpdated, {}, kFull, {}};
+        return {textkey::kStateUpdated, {}, kFull, {}};
     case state_done:
         return endedWith(info.m_updatedCount != 0 ? result::kSuccess : result::kNotApplicable);
     case state_failed:
@@ -126,9 +130,11 @@ ResultText resultText(int code, bool automaticEnd)
 {
     const auto& row = rowOf(code);
     if (code == result::kSuccess)
-        return {row.titleKey, automaticEnd ? "NormalEnd_AutoMes" : "NormalEnd_ManualMes", false};
+        return {row.titleKey,
+                automaticEnd ? textkey::kNormalEndAutoMes : textkey::kNormalEndManualMes, false};
     if (code == result::kNotApplicable)
-        return {row.titleKey, automaticEnd ? "NoUpdateEnd_AutoMes" : "NoUpdateEnd_ManualMes",
+        return {row.titleKey,
+                automaticEnd ? textkey::kNoUpdateEndAutoMes : textkey::kNoUpdateEndManualMes,
                 false};
     return {row.titleKey, row.messageKey, true};
 }
@@ -136,6 +142,21 @@ ResultText resultText(int code, bool automaticEnd)
 std::string_view resultName(int code)
 {
     return rowOf(code).name;
+}
+
+const char* stateName(update_state state)
+{
+    constexpr std::array<const char*, 8> kNames = {"starting", "entered",  "checked", "sending",
+                                                   "writing",  "finished", "done",    "failed"};
+    return state < kNames.size() ? kNames.at(state) : "unknown";
+}
+
+const char* reasonName(VersionReason reason)
+{
+    constexpr std::array<const char*, 8> kNames = {
+        "applies", "other-model",  "not-listed",         "not-newer",
+        "too-old", "other-series", "unreadable-version", "undecided"};
+    return kNames.at(static_cast<std::size_t>(reason));
 }
 
 NextStep nextStep(int code, bool bytesWentOut)

@@ -5,19 +5,14 @@
 // Owns:    nothing.
 // Threads: any. Pure functions of their arguments: no clock, no description, no worker.
 #pragma once
+#include "VYM/ModelDependCheckVer.h"
 #include "VYM/vymDevInfo.h"
 
 #include <optional>
 #include <string_view>
 
-// The texts of the stages; where a package has several firmware, those of the first three have a
-// plural form with the firmware's number in it.
-namespace statekey {
-constexpr const char* kConnection = "State_Connection"; // from the start until the first change
-constexpr const char* kUpdated = "State_Updated";
-} // namespace statekey
-
-// What one look at the status record changes on display. An empty field changes nothing.
+// What one look at the status record changes on display. An empty field changes nothing. Where a
+// package has several firmware, the first three stages have a plural text with a number in it.
 struct RunStep {
     std::optional<std::string_view> textKey;
     std::optional<std::uint32_t> number; // the argument of a plural text
@@ -42,8 +37,10 @@ struct ResultText {
 // update mode without anybody's help.
 ResultText resultText(int code, bool automaticEnd);
 
-// The name of a result code in machine-readable output: never changed once released.
+// Names in machine-readable output and in logs: never changed once released.
 std::string_view resultName(int code);
+const char* stateName(update_state state);
+const char* reasonName(VersionReason reason);
 
 // What the user should do next.
 enum class NextStep : std::uint8_t {

@@ -17,6 +17,10 @@ PORT = 48377  # not the default, so that a printer that is being tried out is no
 FIRST_ADDRESS = "127.0.77.1"
 MIB = 1024 * 1024
 
+# Away from the home of whoever runs the benchmarks; gone with this process.
+STATE = tempfile.TemporaryDirectory(prefix="vymkit-bench-")
+os.environ["XDG_STATE_HOME"] = STATE.name
+
 
 @dataclass
 class Result:

@@ -38,6 +38,7 @@ THIRD_PARTY = [
     (r"^nlohmann/", ["CLI/*", "Tools/*"]),
     (r"^libusb", ["Platform/Libusb*"]),
     (r"^cups/", ["Platform/CupsPrintServer.cpp"]),
+    (r"^systemd/", ["Platform/LogindInhibitor.cpp"]),
     (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/InputNSMatrixControl.*",
                       "UI/vymTableView.*", "UI/AppController.*"]),
 ]

@@ -43,6 +43,9 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 
 CommandRun::CommandRun() : engine(resetFakeEngine())
 {
+    // Away from the home and the login manager of whoever runs the tests.
+    setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
+    setenv("DBUS_SYSTEM_BUS_ADDRESS", ("unix:path=" + (folder / "no-bus")).c_str(), 1);
     folder.write("VYMBINDDATA", "only looked at by the fake engine");
     engine.firmware = {
         {"MAIN", "VP010210", "main.bin", "MAIN.BIN", "VP010100", "Main controller", "1.2.10"},

@@ -62,6 +62,9 @@ public:
         server.queue("Other", "lpd://10.0.0.8", "Another driver");
         server.queue("Nowhere", "").deviceUri.reset();
         server.queue("Socket", "socket://10.0.0.9");
+        server.queue("Six", "net6:::1");
+        server.queue("Driver", "tzrq:office");
+        server.queue("Bonjour", "mdns:office");
         server.queue("Nameless", "usb://Acme/P");
         server.queue("Office again", "lpd://10.0.0.5/q");
         server.queue("Off", port("77"));

@@ -91,6 +91,39 @@ TEST(UpdateCommand, ShowsNoProgressOnRequest)
     EXPECT_THAT(update.out, StartsWith("Updated: "));
 }
 
+TEST(UpdateCommand, LeavesALogOfTheRun)
+{
+    Update update;
+    EXPECT_EQ(update.with({"--verbose"}), 0);
+    const std::filesystem::directory_iterator logs(update.folder / "state/vymkit");
+    const auto text = readFile(logs->path());
+    EXPECT_THAT(text, StartsWith("program: vymkit-cli "));
+    for (const auto* part :
+         {"package: /", "model: Model 100\n", "firmware 2: Print engine 1.1.5\n",
+          "address: 192.0.2.7\n", "note: no sleep inhibitor: ", ": writing, firmware 1 MAIN.BIN\n",
+          "outcome of firmware 1: applies; sent 4000 of 4000 bytes, confirmed by the printer; ",
+          "outcome of firmware 2: not-newer; nothing sent; -11 nothing-to-update\n",
+          "result: 1 updated\nended: "})
+        EXPECT_THAT(text, HasSubstr(part));
+    EXPECT_THAT(update.err, HasSubstr("log: FOLDER/state/vymkit/run-"));
+}
+
+TEST(UpdateCommand, GoesOnWithoutALog)
+{
+    Update update;
+    update.folder.write("state", "a file where a folder should be");
+    EXPECT_EQ(update.with({"--verbose"}), 0);
+    EXPECT_THAT(update.err, HasSubstr("no log: FOLDER/state/vymkit: Not a directory\n"));
+}
+
+TEST(UpdateCommand, SaysNothingOfAMissingLogUnasked)
+{
+    Update update;
+    update.folder.write("state", "a file where a folder should be");
+    EXPECT_EQ(update.text(), 0);
+    expectGolden("update-progress.txt", update.err);
+}
+
 TEST(UpdateCommand, ClaimsNoUpdateWhenNothingWasSent)
 {
     Update update;

@@ -27,6 +27,14 @@ std::vector<std::string> printerCommand(const std::string& address, const std::s
     return joined(command, options);
 }
 
+// A log's and a login manager's place of its own, beside what the test sets.
+Process::Environment withOwnFolders(const TempFolder& state, Process::Environment environment)
+{
+    environment.push_back("XDG_STATE_HOME=" + state.path().string());
+    environment.push_back("DBUS_SYSTEM_BUS_ADDRESS=unix:path=" + (state / "no-bus"));
+    return environment;
+}
+
 std::vector<std::string> cliCommand(std::vector<std::string> arguments, CliRun::Pauses pauses)
 {
     const auto* program = pauses == CliRun::Pauses::full ? VYMKIT_CLI : VYMKIT_CLI_FAST;
@@ -103,7 +111,7 @@ std::string VirtualPrinter::transcript() const
 
 CliRun::CliRun(std::vector<std::string> arguments, Pauses pauses,
                const Process::Environment& environment)
-    : m_process(cliCommand(std::move(arguments), pauses), environment)
+    : m_process(cliCommand(std::move(arguments), pauses), withOwnFolders(m_state, environment))
 {
 }
 
@@ -122,6 +130,14 @@ std::vector<Json> CliRun::lines()
         EXPECT_FALSE(found.back().is_discarded()) << line;
     }
     return found;
+}
+
+std::string CliRun::log() const
+{
+    std::string text;
+    for (const auto& file : std::filesystem::directory_iterator(m_state.path() / "vymkit"))
+        text += readFile(file.path());
+    return text;
 }
 
 Json CliRun::result()

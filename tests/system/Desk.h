@@ -67,8 +67,10 @@ public:
     // All lines; every one of them has to be JSON, and the last one has to be the result.
     std::vector<Json> lines();
     Json result();
+    [[nodiscard]] std::string log() const; // of an update, while it runs or afterwards
 
 private:
+    TempFolder m_state; // for its log, and away from this machine's login manager
     Process m_process;
 };
 

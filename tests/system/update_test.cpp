@@ -1,6 +1,7 @@
 // Whole updates: the real command line, the real engine, a printer of our own over real sockets.
 #include "tests/system/Desk.h"
 
+#include <csignal>
 #include <tuple>
 
 namespace {
@@ -90,6 +91,20 @@ TEST(Update, SkipsWhatThePrinterDoesNotListAndSendsTheRest)
     EXPECT_EQ(result["firmware"][0]["sent"], false);
     EXPECT_EQ(result["firmware"][1]["sent"], true);
     EXPECT_EQ(printer.storedFiles(), 1U);
+}
+
+TEST(Update, LeavesALogThatSaysHowFarItCameWhenItIsKilled)
+{
+    const PackageFolder package({{"MAIN", "AB010200", 500000}});
+    const VirtualPrinter printer(lists({"--status-query", "--write-rate", "1000"}));
+    CliRun run(updateOf(printer, package));
+    ASSERT_TRUE(run.process().waitForOutput("writing", std::chrono::seconds(30)));
+    run.process().signal(SIGKILL);
+    EXPECT_EQ(run.exitCode(), 128 + SIGKILL);
+    const auto log = run.log();
+    EXPECT_NE(log.find("address: " + printer.address() + "\n"), std::string::npos) << log;
+    EXPECT_NE(log.find(": writing, firmware 1 "), std::string::npos) << log;
+    EXPECT_EQ(log.find("ended:"), std::string::npos) << log;
 }
 
 TEST(Update, EndsWithNothingToUpdateWhenThePrinterIsUpToDate)

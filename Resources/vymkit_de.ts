@@ -1,0 +1,422 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de">
+<context>
+    <name>Localizable</name>
+    <message>
+        <source>Morix Vymkit</source>
+        <translation>Morix Vymkit</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>&amp;Weiter</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>&amp;Starten</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>YES</source>
+        <translation>&amp;Ja</translation>
+    </message>
+    <message>
+        <source>NO</source>
+        <translation>&amp;Nein</translation>
+    </message>
+    <message>
+        <source>Start_Description</source>
+        <translation>Vymkit installiert die Firmware dieses Pakets in Ihrem Drucker. Zuerst wird der Drucker gefragt, was installiert ist; gesendet wird nur die Firmware, die zutrifft.</translation>
+    </message>
+    <message>
+        <source>Start_DevNameTitle</source>
+        <translation>Druckermodell</translation>
+    </message>
+    <message>
+        <source>Start_FirmInfoTitle</source>
+        <translation>Firmware in diesem Paket</translation>
+    </message>
+    <message>
+        <source>Start_ListTypeTitle</source>
+        <translation>Firmware</translation>
+    </message>
+    <message>
+        <source>Start_ListVerTitle</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Start_VersionTxt</source>
+        <translation>Vymkit Version %@</translation>
+    </message>
+    <message>
+        <source>Preference_Description</source>
+        <translation>Bevor Sie beginnen</translation>
+    </message>
+    <message>
+        <source>Preference_CheckPointTitle</source>
+        <translation>Stellen Sie Folgendes sicher:</translation>
+    </message>
+    <message>
+        <source>Preference_CheckPoint</source>
+        <translation>• Der Drucker ist eingeschaltet und zeigt keinen Fehler an.
+• Er ist über ein USB-Kabel mit diesem Computer verbunden, oder beide sind im selben Netzwerk, und alle Stecker sitzen fest.
+• Niemand druckt, scannt oder faxt mit dem Drucker, bis die Aktualisierung beendet ist.
+• Weder der Drucker noch dieser Computer wird ausgeschaltet oder verliert den Strom. Ein tragbarer Computer hängt am Netzteil.</translation>
+    </message>
+    <message>
+        <source>Preference_DownLoadMode</source>
+        <translation>Dieser Drucker muss von Hand in seinen Update-Modus (Download-Modus) versetzt werden. Tun Sie das jetzt, bevor Sie fortfahren; wie es geht, steht im Handbuch des Druckers.</translation>
+    </message>
+    <message>
+        <source>Device_Description</source>
+        <translation>Drucker auswählen</translation>
+    </message>
+    <message>
+        <source>Device_Comment</source>
+        <translation>Wählen Sie den Drucker aus, den Sie aktualisieren möchten, oder geben Sie seine IP-Adresse ein.</translation>
+    </message>
+    <message>
+        <source>Device_Comment2</source>
+        <translation>Wählen Sie den Drucker aus, den Sie aktualisieren möchten.</translation>
+    </message>
+    <message>
+        <source>Device_SpecifyPrinteName</source>
+        <translation>Ein Drucker aus der &amp;Liste</translation>
+    </message>
+    <message>
+        <source>Device_SpecifyIPAddress</source>
+        <translation>Der Drucker mit dieser IP-A&amp;dresse</translation>
+    </message>
+    <message>
+        <source>Device_ListPrinterName</source>
+        <translation>Drucker</translation>
+    </message>
+    <message>
+        <source>Device_ListPortName</source>
+        <translation>Verbindung</translation>
+    </message>
+    <message>
+        <source>Device_AlertInputAddressTitle</source>
+        <translation>Geben Sie die IP-Adresse des Druckers ein</translation>
+    </message>
+    <message>
+        <source>Device_AlertInputAddressMes</source>
+        <translation>0.0.0.0 ist nicht die Adresse eines Druckers. Geben Sie die vier Zahlen seiner IP-Adresse ein, zum Beispiel 192.0.2.7. Der Drucker zeigt sie in seinen Netzwerkeinstellungen an.</translation>
+    </message>
+    <message>
+        <source>USB Printer</source>
+        <translation>USB-Drucker</translation>
+    </message>
+    <message>
+        <source>Device_AddressName</source>
+        <translation>IP-Adresse des Druckers</translation>
+    </message>
+    <message>
+        <source>Device_AddressCell</source>
+        <translation>IP-Adresse, Zahl %u von 4</translation>
+    </message>
+    <message>
+        <source>Device_Searching</source>
+        <translation>Drucker werden gesucht …</translation>
+    </message>
+    <message>
+        <source>Device_Asking</source>
+        <translation>%@ wird gefragt …</translation>
+    </message>
+    <message>
+        <source>Device_NoPrinters</source>
+        <translation>Es wurde kein Drucker gefunden, für den dieses Paket bestimmt ist. Ist Ihr Drucker im Netzwerk, geben Sie seine IP-Adresse ein. Ist er über USB angeschlossen, schalten Sie ihn ein, prüfen Sie das Kabel, gehen Sie zurück und rufen Sie diese Seite erneut auf.</translation>
+    </message>
+    <message>
+        <source>Device_NoPrinters2</source>
+        <translation>Es wurde kein Drucker gefunden, für den dieses Paket bestimmt ist. Schalten Sie den Drucker ein, prüfen Sie seine Verbindung und ob er auf diesem Computer eingerichtet ist, gehen Sie zurück und rufen Sie diese Seite erneut auf.</translation>
+    </message>
+    <message>
+        <source>Guide_Description</source>
+        <translation>Bereit zum Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Guide_Comment</source>
+        <translation>Prüfen Sie, ob dies der Drucker ist, den Sie aktualisieren möchten.</translation>
+    </message>
+    <message>
+        <source>Guide_TargetDeviceTitle</source>
+        <translation>Drucker</translation>
+    </message>
+    <message>
+        <source>Guide_PortNameTitle</source>
+        <translation>Verbindung</translation>
+    </message>
+    <message>
+        <source>Guide_StartUpdateCmt</source>
+        <translation>Mit „Starten“ beginnt die Aktualisierung. Läuft sie einmal, kann sie nicht mehr abgebrochen werden.</translation>
+    </message>
+    <message>
+        <source>Confirmation_Normal_Title</source>
+        <translation>Aktualisierung starten?</translation>
+    </message>
+    <message>
+        <source>Confirmation_Normal_Description</source>
+        <translation>Die zutreffende Firmware dieses Pakets wird an den Drucker gesendet. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker bis zu ihrem Ende nicht aus und drucken Sie nicht.</translation>
+    </message>
+    <message>
+        <source>Confirmation_VerDown_Title</source>
+        <translation>Aktualisierung starten, auch auf eine ältere Version?</translation>
+    </message>
+    <message>
+        <source>Confirmation_VerDown_Description</source>
+        <translation>Dieses Paket kann neuere Firmware im Drucker durch ältere ersetzen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker bis zu ihrem Ende nicht aus und drucken Sie nicht.</translation>
+    </message>
+    <message>
+        <source>Cancel_MesTitle</source>
+        <translation>Beenden, ohne zu aktualisieren?</translation>
+    </message>
+    <message>
+        <source>Cancel_Message</source>
+        <translation>Es wurde nichts an den Drucker gesendet. Mit „Nein“ bleiben Sie auf dieser Seite.</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Title</source>
+        <translation>Dieses System wird nicht unterstützt</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Mes</source>
+        <translation>Dieses Update-Paket kann mit der Betriebssystemversion dieses Computers nicht verwendet werden. Verwenden Sie es auf einem Computer mit einer Version, die es unterstützt, oder besorgen Sie ein Paket für diesen. Es wurde nichts an einen Drucker gesendet.</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Package</source>
+        <translation>Das Update-Paket konnte nicht gelesen werden, deshalb ist nicht bekannt, welche Systeme es unterstützt: %@</translation>
+    </message>
+    <message>
+        <source>Update_Description</source>
+        <translation>Der Drucker wird aktualisiert</translation>
+    </message>
+    <message>
+        <source>Update_Precaution</source>
+        <translation>Bis die Aktualisierung beendet ist:
+• Schalten Sie den Drucker nicht aus und ziehen Sie keine Kabel ab.
+• Drucken, scannen und faxen Sie nicht mit ihm.
+• Schalten Sie diesen Computer nicht aus.
+Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile stillstehen.</translation>
+    </message>
+    <message>
+        <source>Update_CloseRefused</source>
+        <translation>Das Fenster bleibt offen: Eine abgebrochene Aktualisierung kann den Drucker unbrauchbar machen. Es schließt sich von selbst, sobald die Aktualisierung beendet ist.</translation>
+    </message>
+    <message>
+        <source>Update_ProgressName</source>
+        <translation>Fortschritt der Aktualisierung</translation>
+    </message>
+    <message>
+        <source>State_Connection</source>
+        <translation>Verbindung zum Drucker wird hergestellt …</translation>
+    </message>
+    <message>
+        <source>State_CheckVersion</source>
+        <translation>Installierte Version wird geprüft …</translation>
+    </message>
+    <message>
+        <source>State_CheckVersion_Plural</source>
+        <translation>Installierte Version von Firmware %u wird geprüft …</translation>
+    </message>
+    <message>
+        <source>State_PrepUpdate</source>
+        <translation>Firmware wird gesendet …</translation>
+    </message>
+    <message>
+        <source>State_PrepUpdate_Plural</source>
+        <translation>Firmware %u wird gesendet …</translation>
+    </message>
+    <message>
+        <source>State_WriteUpdate</source>
+        <translation>Firmware wird geschrieben …</translation>
+    </message>
+    <message>
+        <source>State_WriteUpdate_Plural</source>
+        <translation>Firmware %u wird geschrieben …</translation>
+    </message>
+    <message>
+        <source>State_Updated</source>
+        <translation>Firmware fertig</translation>
+    </message>
+    <message>
+        <source>NormalEndTitle</source>
+        <translation>Der Drucker wurde aktualisiert</translation>
+    </message>
+    <message>
+        <source>NormalEnd_AutoMes</source>
+        <translation>Der Drucker hat die neue Firmware übernommen und startet von selbst neu. Lassen Sie ihn eingeschaltet, bis seine Anzeige meldet, dass er bereit ist.</translation>
+    </message>
+    <message>
+        <source>NormalEnd_ManualMes</source>
+        <translation>Der Drucker hat die neue Firmware übernommen. Sobald seine Anzeige meldet, dass die Aktualisierung beendet ist, schalten Sie ihn aus und wieder ein.</translation>
+    </message>
+    <message>
+        <source>NoUpdateEndTitle</source>
+        <translation>Nichts zu aktualisieren</translation>
+    </message>
+    <message>
+        <source>NoUpdateEnd_AutoMes</source>
+        <translation>Der Drucker braucht nichts aus diesem Paket, und es wurde keine Firmware gesendet. Er wird von selbst wieder bereit.</translation>
+    </message>
+    <message>
+        <source>NoUpdateEnd_ManualMes</source>
+        <translation>Der Drucker braucht nichts aus diesem Paket, und es wurde keine Firmware gesendet. Zeigt er noch den Update-Modus an, schalten Sie ihn aus und wieder ein.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorTitle</source>
+        <translation>Der Drucker meldet einen Fehler</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorMes</source>
+        <translation>Die Aktualisierung wurde beendet. Sehen Sie auf der Anzeige des Druckers nach, beheben Sie dort den Fehler und starten Sie die Aktualisierung noch einmal.
+
+War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorTitle</source>
+        <translation>Daten kamen beschädigt an</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorMes</source>
+        <translation>Die Daten wurden auf dem Weg zwischen Computer und Drucker beschädigt, und die Aktualisierung wurde beendet. Prüfen Sie Kabel und Netzwerk und starten Sie die Aktualisierung noch einmal.
+
+War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyTitle</source>
+        <translation>Der Drucker ist beschäftigt</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyMes</source>
+        <translation>Er kann jetzt nicht aktualisiert werden. Warten Sie, bis alle Aufträge beendet sind und seine Anzeige meldet, dass er bereit ist, und starten Sie die Aktualisierung dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>Error_FaxTitle</source>
+        <translation>Das Fax des Druckers ist in Gebrauch</translation>
+    </message>
+    <message>
+        <source>Error_FaxMes</source>
+        <translation>Der Drucker sendet oder empfängt gerade ein Fax. Warten Sie, bis er damit fertig ist, und starten Sie die Aktualisierung dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffTitle</source>
+        <translation>Keine Verbindung zum Drucker</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffMes</source>
+        <translation>Die Verbindung kam nicht zustande oder ging verloren. Prüfen Sie, ob der Drucker eingeschaltet ist, ob Kabel oder Netzwerk in Ordnung sind, ob die Adresse stimmt und ob nichts die Verbindung blockiert, und starten Sie die Aktualisierung noch einmal.
+
+War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchTitle</source>
+        <translation>Der Drucker ist ein anderes Modell</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchMes</source>
+        <translation>Dieses Paket ist nicht für das Modell des Druckers bestimmt, und die Aktualisierung wurde beendet. Besorgen Sie das Paket für sein Modell, oder beginnen Sie noch einmal und wählen Sie den Drucker, für den dieses Paket bestimmt ist.</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadTitle</source>
+        <translation>Die Firmware konnte nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadMes</source>
+        <translation>Das Update-Paket ist beschädigt oder liegt nicht mehr an seinem Platz. Besorgen Sie das Paket neu und starten Sie die Aktualisierung noch einmal.
+
+War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+    </message>
+    <message>
+        <source>Error_SystemTitle</source>
+        <translation>Die Aktualisierung konnte nicht fortgesetzt werden</translation>
+    </message>
+    <message>
+        <source>Error_SystemMes</source>
+        <translation>Auf diesem Computer ist etwas fehlgeschlagen, oder der Drucker hat zu wenig über sich mitgeteilt. Starten Sie die Aktualisierung noch einmal. Hilft das nicht, starten Sie zuvor diesen Computer neu.
+
+War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleTitle</source>
+        <translation>Die installierte Version ist zu alt</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleMes</source>
+        <translation>Dieses Paket kann die im Drucker installierte Version nicht aktualisieren. Installieren Sie zuerst ein älteres Paket und danach dieses.</translation>
+    </message>
+    <message>
+        <source>Error_OtherTitle</source>
+        <translation>Der Drucker antwortet nicht wie erwartet</translation>
+    </message>
+    <message>
+        <source>Error_OtherMes</source>
+        <translation>Er gab keine Antwort oder keine, mit der Vymkit etwas anfangen kann, und die Aktualisierung wurde beendet. Prüfen Sie, ob der Drucker bereit und noch verbunden ist, und starten Sie die Aktualisierung noch einmal.
+
+War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+    </message>
+    <message>
+        <source>Details_Show</source>
+        <translation>&amp;Details anzeigen</translation>
+    </message>
+    <message>
+        <source>Details_Hide</source>
+        <translation>&amp;Details ausblenden</translation>
+    </message>
+    <message>
+        <source>Details_Printer</source>
+        <translation>Drucker: %@</translation>
+    </message>
+    <message>
+        <source>Details_Package</source>
+        <translation>Paket: %@</translation>
+    </message>
+    <message>
+        <source>Details_Result</source>
+        <translation>Ergebnis: %@</translation>
+    </message>
+    <message>
+        <source>Details_Log</source>
+        <translation>Protokoll dieses Laufs: %@</translation>
+    </message>
+    <message>
+        <source>Icon_Note</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Icon_Caution</source>
+        <translation>Vorsicht</translation>
+    </message>
+    <message>
+        <source>Step_Opening</source>
+        <translation>Paket</translation>
+    </message>
+    <message>
+        <source>Step_Preparation</source>
+        <translation>Vorbereitung</translation>
+    </message>
+    <message>
+        <source>Step_Device</source>
+        <translation>Drucker</translation>
+    </message>
+    <message>
+        <source>Step_Confirmation</source>
+        <translation>Bestätigung</translation>
+    </message>
+    <message>
+        <source>Step_Update</source>
+        <translation>Aktualisierung</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,422 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en">
+<context>
+    <name>Localizable</name>
+    <message>
+        <source>Morix Vymkit</source>
+        <translation>Morix Vymkit</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>&amp;Next</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>&amp;Back</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>&amp;Cancel</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>&amp;Start</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>YES</source>
+        <translation>&amp;Yes</translation>
+    </message>
+    <message>
+        <source>NO</source>
+        <translation>&amp;No</translation>
+    </message>
+    <message>
+        <source>Start_Description</source>
+        <translation>Vymkit installs the firmware of this package in your printer. It asks the printer first what is installed, and sends only the firmware that applies.</translation>
+    </message>
+    <message>
+        <source>Start_DevNameTitle</source>
+        <translation>Printer model</translation>
+    </message>
+    <message>
+        <source>Start_FirmInfoTitle</source>
+        <translation>Firmware in this package</translation>
+    </message>
+    <message>
+        <source>Start_ListTypeTitle</source>
+        <translation>Firmware</translation>
+    </message>
+    <message>
+        <source>Start_ListVerTitle</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Start_VersionTxt</source>
+        <translation>Vymkit version %@</translation>
+    </message>
+    <message>
+        <source>Preference_Description</source>
+        <translation>Before you start</translation>
+    </message>
+    <message>
+        <source>Preference_CheckPointTitle</source>
+        <translation>Make sure of the following:</translation>
+    </message>
+    <message>
+        <source>Preference_CheckPoint</source>
+        <translation>• The printer is switched on and shows no error.
+• It is connected to this computer by a USB cable, or both are connected to the same network, and all plugs sit firmly.
+• Nobody prints, scans or faxes with the printer until the update has finished.
+• Neither the printer nor this computer is going to be switched off or to lose power. A portable computer is plugged in.</translation>
+    </message>
+    <message>
+        <source>Preference_DownLoadMode</source>
+        <translation>This printer has to be set to its update mode (download mode) by hand. Do so now, before you continue; the printer’s manual says how.</translation>
+    </message>
+    <message>
+        <source>Device_Description</source>
+        <translation>Choose the printer</translation>
+    </message>
+    <message>
+        <source>Device_Comment</source>
+        <translation>Choose the printer that you want to update, or enter its IP address.</translation>
+    </message>
+    <message>
+        <source>Device_Comment2</source>
+        <translation>Choose the printer that you want to update.</translation>
+    </message>
+    <message>
+        <source>Device_SpecifyPrinteName</source>
+        <translation>A &amp;printer in the list</translation>
+    </message>
+    <message>
+        <source>Device_SpecifyIPAddress</source>
+        <translation>The printer at this IP &amp;address</translation>
+    </message>
+    <message>
+        <source>Device_ListPrinterName</source>
+        <translation>Printer</translation>
+    </message>
+    <message>
+        <source>Device_ListPortName</source>
+        <translation>Connection</translation>
+    </message>
+    <message>
+        <source>Device_AlertInputAddressTitle</source>
+        <translation>Enter the printer’s IP address</translation>
+    </message>
+    <message>
+        <source>Device_AlertInputAddressMes</source>
+        <translation>0.0.0.0 is not the address of a printer. Enter the four numbers of its IP address, for example 192.0.2.7. The printer shows them in its network settings.</translation>
+    </message>
+    <message>
+        <source>USB Printer</source>
+        <translation>USB printer</translation>
+    </message>
+    <message>
+        <source>Device_AddressName</source>
+        <translation>IP address of the printer</translation>
+    </message>
+    <message>
+        <source>Device_AddressCell</source>
+        <translation>IP address, number %u of 4</translation>
+    </message>
+    <message>
+        <source>Device_Searching</source>
+        <translation>Looking for printers…</translation>
+    </message>
+    <message>
+        <source>Device_Asking</source>
+        <translation>Asking %@…</translation>
+    </message>
+    <message>
+        <source>Device_NoPrinters</source>
+        <translation>No printer was found that this package is for. If yours is on the network, enter its IP address. If it is connected by USB, switch it on, check the cable, then go back and come here again.</translation>
+    </message>
+    <message>
+        <source>Device_NoPrinters2</source>
+        <translation>No printer was found that this package is for. Switch the printer on, check its connection and that it is set up on this computer, then go back and come here again.</translation>
+    </message>
+    <message>
+        <source>Guide_Description</source>
+        <translation>Ready to update</translation>
+    </message>
+    <message>
+        <source>Guide_Comment</source>
+        <translation>Check that this is the printer that you want to update.</translation>
+    </message>
+    <message>
+        <source>Guide_TargetDeviceTitle</source>
+        <translation>Printer</translation>
+    </message>
+    <message>
+        <source>Guide_PortNameTitle</source>
+        <translation>Connection</translation>
+    </message>
+    <message>
+        <source>Guide_StartUpdateCmt</source>
+        <translation>Choose Start to begin the update. Once it runs, it cannot be cancelled.</translation>
+    </message>
+    <message>
+        <source>Confirmation_Normal_Title</source>
+        <translation>Start the update?</translation>
+    </message>
+    <message>
+        <source>Confirmation_Normal_Description</source>
+        <translation>The firmware of this package that applies is sent to the printer. Once started, the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
+    </message>
+    <message>
+        <source>Confirmation_VerDown_Title</source>
+        <translation>Start the update, even to an older version?</translation>
+    </message>
+    <message>
+        <source>Confirmation_VerDown_Description</source>
+        <translation>This package may replace newer firmware in the printer by older firmware. Once started, the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
+    </message>
+    <message>
+        <source>Cancel_MesTitle</source>
+        <translation>Quit without updating?</translation>
+    </message>
+    <message>
+        <source>Cancel_Message</source>
+        <translation>Nothing has been sent to the printer. Choose No to stay on this page.</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Title</source>
+        <translation>This system is not supported</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Mes</source>
+        <translation>This update package cannot be used with the version of the operating system on this computer. Use it on a computer with a version that it supports, or get a package for this one. Nothing has been sent to a printer.</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Package</source>
+        <translation>The update package could not be read, so it is not known which systems it supports: %@</translation>
+    </message>
+    <message>
+        <source>Update_Description</source>
+        <translation>The printer is being updated</translation>
+    </message>
+    <message>
+        <source>Update_Precaution</source>
+        <translation>Until the update has finished:
+• Do not switch the printer off, and do not unplug its cables.
+• Do not print, scan or fax with it.
+• Do not switch this computer off.
+The update can take several minutes, and the bar may stand still for a while.</translation>
+    </message>
+    <message>
+        <source>Update_CloseRefused</source>
+        <translation>The window stays open: an update that is cut off may leave the printer unusable. The window closes by itself when the update has finished.</translation>
+    </message>
+    <message>
+        <source>Update_ProgressName</source>
+        <translation>Progress of the update</translation>
+    </message>
+    <message>
+        <source>State_Connection</source>
+        <translation>Connecting to the printer…</translation>
+    </message>
+    <message>
+        <source>State_CheckVersion</source>
+        <translation>Checking the installed version…</translation>
+    </message>
+    <message>
+        <source>State_CheckVersion_Plural</source>
+        <translation>Checking the installed version of firmware %u…</translation>
+    </message>
+    <message>
+        <source>State_PrepUpdate</source>
+        <translation>Sending the firmware…</translation>
+    </message>
+    <message>
+        <source>State_PrepUpdate_Plural</source>
+        <translation>Sending firmware %u…</translation>
+    </message>
+    <message>
+        <source>State_WriteUpdate</source>
+        <translation>Writing the firmware…</translation>
+    </message>
+    <message>
+        <source>State_WriteUpdate_Plural</source>
+        <translation>Writing firmware %u…</translation>
+    </message>
+    <message>
+        <source>State_Updated</source>
+        <translation>Firmware finished</translation>
+    </message>
+    <message>
+        <source>NormalEndTitle</source>
+        <translation>The printer has been updated</translation>
+    </message>
+    <message>
+        <source>NormalEnd_AutoMes</source>
+        <translation>The printer has taken the new firmware and restarts by itself. Leave it switched on until its display shows that it is ready.</translation>
+    </message>
+    <message>
+        <source>NormalEnd_ManualMes</source>
+        <translation>The printer has taken the new firmware. When its display shows that the update has finished, switch the printer off and on again.</translation>
+    </message>
+    <message>
+        <source>NoUpdateEndTitle</source>
+        <translation>Nothing to update</translation>
+    </message>
+    <message>
+        <source>NoUpdateEnd_AutoMes</source>
+        <translation>The printer needs nothing from this package, and no firmware was sent. It becomes ready again by itself.</translation>
+    </message>
+    <message>
+        <source>NoUpdateEnd_ManualMes</source>
+        <translation>The printer needs nothing from this package, and no firmware was sent. If its display still shows the update mode, switch it off and on again.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorTitle</source>
+        <translation>The printer reported an error</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorMes</source>
+        <translation>The update was stopped. Look at the printer’s display, clear the error there, then start the update again.
+
+If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorTitle</source>
+        <translation>Data arrived damaged</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorMes</source>
+        <translation>The data exchanged with the printer was damaged on the way, and the update was stopped. Check the cables and the network, then start the update again.
+
+If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyTitle</source>
+        <translation>The printer is busy</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyMes</source>
+        <translation>It cannot be updated now. Wait until it has finished all jobs and its display shows that it is ready, then start the update again.</translation>
+    </message>
+    <message>
+        <source>Error_FaxTitle</source>
+        <translation>The printer’s fax is in use</translation>
+    </message>
+    <message>
+        <source>Error_FaxMes</source>
+        <translation>The printer is sending or receiving a fax. Wait until it has finished, then start the update again.</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffTitle</source>
+        <translation>No connection to the printer</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffMes</source>
+        <translation>The connection could not be made, or it was lost. Check that the printer is switched on, that its cable or network works, that its address is right and that nothing blocks the connection, then start the update again.
+
+If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchTitle</source>
+        <translation>The printer is a different model</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchMes</source>
+        <translation>This package is not for the printer’s model, and the update was stopped. Get the package for its model, or start again and choose the printer that this package is for.</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadTitle</source>
+        <translation>The firmware could not be read</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadMes</source>
+        <translation>The update package is damaged, or it is no longer where it was. Get the package anew, then start the update again.
+
+If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+    </message>
+    <message>
+        <source>Error_SystemTitle</source>
+        <translation>The update could not go on</translation>
+    </message>
+    <message>
+        <source>Error_SystemMes</source>
+        <translation>Something failed in this computer, or the printer told too little about itself. Start the update again. If that does not help, restart this computer first.
+
+If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleTitle</source>
+        <translation>The installed version is too old</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleMes</source>
+        <translation>This package cannot update the version that is installed in the printer. Install an older package first, then this one.</translation>
+    </message>
+    <message>
+        <source>Error_OtherTitle</source>
+        <translation>The printer did not answer as expected</translation>
+    </message>
+    <message>
+        <source>Error_OtherMes</source>
+        <translation>It gave no answer, or one that Vymkit could not use, and the update was stopped. Check that the printer is ready and still connected, then start the update again.
+
+If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+    </message>
+    <message>
+        <source>Details_Show</source>
+        <translation>Show &amp;details</translation>
+    </message>
+    <message>
+        <source>Details_Hide</source>
+        <translation>Hide &amp;details</translation>
+    </message>
+    <message>
+        <source>Details_Printer</source>
+        <translation>Printer: %@</translation>
+    </message>
+    <message>
+        <source>Details_Package</source>
+        <translation>Package: %@</translation>
+    </message>
+    <message>
+        <source>Details_Result</source>
+        <translation>Result: %@</translation>
+    </message>
+    <message>
+        <source>Details_Log</source>
+        <translation>Log of this run: %@</translation>
+    </message>
+    <message>
+        <source>Icon_Note</source>
+        <translation>Note</translation>
+    </message>
+    <message>
+        <source>Icon_Caution</source>
+        <translation>Caution</translation>
+    </message>
+    <message>
+        <source>Step_Opening</source>
+        <translation>Package</translation>
+    </message>
+    <message>
+        <source>Step_Preparation</source>
+        <translation>Preparation</translation>
+    </message>
+    <message>
+        <source>Step_Device</source>
+        <translation>Printer</translation>
+    </message>
+    <message>
+        <source>Step_Confirmation</source>
+        <translation>Confirmation</translation>
+    </message>
+    <message>
+        <source>Step_Update</source>
+        <translation>Update</translation>
+    </message>
+</context>
+</TS>

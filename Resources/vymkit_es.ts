@@ -1,0 +1,422 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es">
+<context>
+    <name>Localizable</name>
+    <message>
+        <source>Morix Vymkit</source>
+        <translation>Morix Vymkit</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>&amp;Siguiente</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>&amp;Atrás</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>&amp;Cancelar</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>&amp;Iniciar</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>YES</source>
+        <translation>&amp;Sí</translation>
+    </message>
+    <message>
+        <source>NO</source>
+        <translation>&amp;No</translation>
+    </message>
+    <message>
+        <source>Start_Description</source>
+        <translation>Vymkit instala en su impresora el firmware de este paquete. Primero pregunta a la impresora qué tiene instalado y solo envía el firmware que corresponde.</translation>
+    </message>
+    <message>
+        <source>Start_DevNameTitle</source>
+        <translation>Modelo de impresora</translation>
+    </message>
+    <message>
+        <source>Start_FirmInfoTitle</source>
+        <translation>Firmware de este paquete</translation>
+    </message>
+    <message>
+        <source>Start_ListTypeTitle</source>
+        <translation>Firmware</translation>
+    </message>
+    <message>
+        <source>Start_ListVerTitle</source>
+        <translation>Versión</translation>
+    </message>
+    <message>
+        <source>Start_VersionTxt</source>
+        <translation>Vymkit, versión %@</translation>
+    </message>
+    <message>
+        <source>Preference_Description</source>
+        <translation>Antes de empezar</translation>
+    </message>
+    <message>
+        <source>Preference_CheckPointTitle</source>
+        <translation>Compruebe lo siguiente:</translation>
+    </message>
+    <message>
+        <source>Preference_CheckPoint</source>
+        <translation>• La impresora está encendida y no muestra ningún error.
+• Está conectada a este equipo con un cable USB, o ambos están en la misma red, y todos los conectores están bien encajados.
+• Nadie imprime, escanea ni envía faxes con ella hasta que termine la actualización.
+• Ni la impresora ni este equipo se apagarán ni se quedarán sin corriente. Un equipo portátil está enchufado.</translation>
+    </message>
+    <message>
+        <source>Preference_DownLoadMode</source>
+        <translation>Esta impresora debe ponerse a mano en su modo de actualización (modo de descarga). Hágalo ahora, antes de continuar; el manual de la impresora explica cómo.</translation>
+    </message>
+    <message>
+        <source>Device_Description</source>
+        <translation>Elegir la impresora</translation>
+    </message>
+    <message>
+        <source>Device_Comment</source>
+        <translation>Elija la impresora que desea actualizar o escriba su dirección IP.</translation>
+    </message>
+    <message>
+        <source>Device_Comment2</source>
+        <translation>Elija la impresora que desea actualizar.</translation>
+    </message>
+    <message>
+        <source>Device_SpecifyPrinteName</source>
+        <translation>Una impresora de la &amp;lista</translation>
+    </message>
+    <message>
+        <source>Device_SpecifyIPAddress</source>
+        <translation>La impresora con esta &amp;dirección IP</translation>
+    </message>
+    <message>
+        <source>Device_ListPrinterName</source>
+        <translation>Impresora</translation>
+    </message>
+    <message>
+        <source>Device_ListPortName</source>
+        <translation>Conexión</translation>
+    </message>
+    <message>
+        <source>Device_AlertInputAddressTitle</source>
+        <translation>Escriba la dirección IP de la impresora</translation>
+    </message>
+    <message>
+        <source>Device_AlertInputAddressMes</source>
+        <translation>0.0.0.0 no es la dirección de una impresora. Escriba los cuatro números de su dirección IP, por ejemplo 192.0.2.7. La impresora los muestra en sus ajustes de red.</translation>
+    </message>
+    <message>
+        <source>USB Printer</source>
+        <translation>Impresora USB</translation>
+    </message>
+    <message>
+        <source>Device_AddressName</source>
+        <translation>Dirección IP de la impresora</translation>
+    </message>
+    <message>
+        <source>Device_AddressCell</source>
+        <translation>Dirección IP, número %u de 4</translation>
+    </message>
+    <message>
+        <source>Device_Searching</source>
+        <translation>Buscando impresoras…</translation>
+    </message>
+    <message>
+        <source>Device_Asking</source>
+        <translation>Consultando %@…</translation>
+    </message>
+    <message>
+        <source>Device_NoPrinters</source>
+        <translation>No se ha encontrado ninguna impresora a la que esté destinado este paquete. Si la suya está en la red, escriba su dirección IP. Si está conectada por USB, enciéndala, compruebe el cable, retroceda y vuelva a abrir esta página.</translation>
+    </message>
+    <message>
+        <source>Device_NoPrinters2</source>
+        <translation>No se ha encontrado ninguna impresora a la que esté destinado este paquete. Encienda la impresora, compruebe su conexión y que esté configurada en este equipo; después retroceda y vuelva a abrir esta página.</translation>
+    </message>
+    <message>
+        <source>Guide_Description</source>
+        <translation>Todo listo para actualizar</translation>
+    </message>
+    <message>
+        <source>Guide_Comment</source>
+        <translation>Compruebe que esta es la impresora que desea actualizar.</translation>
+    </message>
+    <message>
+        <source>Guide_TargetDeviceTitle</source>
+        <translation>Impresora</translation>
+    </message>
+    <message>
+        <source>Guide_PortNameTitle</source>
+        <translation>Conexión</translation>
+    </message>
+    <message>
+        <source>Guide_StartUpdateCmt</source>
+        <translation>Elija «Iniciar» para comenzar la actualización. Una vez en marcha, no se puede cancelar.</translation>
+    </message>
+    <message>
+        <source>Confirmation_Normal_Title</source>
+        <translation>¿Iniciar la actualización?</translation>
+    </message>
+    <message>
+        <source>Confirmation_Normal_Description</source>
+        <translation>Se envía a la impresora el firmware de este paquete que corresponde. Una vez iniciada, la actualización no se puede cancelar. Hasta que termine, no apague la impresora ni imprima.</translation>
+    </message>
+    <message>
+        <source>Confirmation_VerDown_Title</source>
+        <translation>¿Iniciar la actualización, aunque sea a una versión anterior?</translation>
+    </message>
+    <message>
+        <source>Confirmation_VerDown_Description</source>
+        <translation>Este paquete puede sustituir un firmware más reciente de la impresora por uno anterior. Una vez iniciada, la actualización no se puede cancelar. Hasta que termine, no apague la impresora ni imprima.</translation>
+    </message>
+    <message>
+        <source>Cancel_MesTitle</source>
+        <translation>¿Salir sin actualizar?</translation>
+    </message>
+    <message>
+        <source>Cancel_Message</source>
+        <translation>No se ha enviado nada a la impresora. Elija «No» para seguir en esta página.</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Title</source>
+        <translation>Este sistema no es compatible</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Mes</source>
+        <translation>Este paquete de actualización no se puede usar con la versión del sistema operativo de este equipo. Úselo en un equipo con una versión compatible u obtenga un paquete para este. No se ha enviado nada a ninguna impresora.</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Package</source>
+        <translation>No se ha podido leer el paquete de actualización, por lo que no se sabe con qué sistemas es compatible: %@</translation>
+    </message>
+    <message>
+        <source>Update_Description</source>
+        <translation>La impresora se está actualizando</translation>
+    </message>
+    <message>
+        <source>Update_Precaution</source>
+        <translation>Hasta que termine la actualización:
+• No apague la impresora ni desenchufe sus cables.
+• No imprima, no escanee ni envíe faxes con ella.
+• No apague este equipo.
+La actualización puede durar varios minutos y la barra puede quedarse parada un rato.</translation>
+    </message>
+    <message>
+        <source>Update_CloseRefused</source>
+        <translation>La ventana sigue abierta: una actualización interrumpida puede dejar inservible la impresora. Se cierra sola cuando termina la actualización.</translation>
+    </message>
+    <message>
+        <source>Update_ProgressName</source>
+        <translation>Progreso de la actualización</translation>
+    </message>
+    <message>
+        <source>State_Connection</source>
+        <translation>Conectando con la impresora…</translation>
+    </message>
+    <message>
+        <source>State_CheckVersion</source>
+        <translation>Comprobando la versión instalada…</translation>
+    </message>
+    <message>
+        <source>State_CheckVersion_Plural</source>
+        <translation>Comprobando la versión instalada del firmware %u…</translation>
+    </message>
+    <message>
+        <source>State_PrepUpdate</source>
+        <translation>Enviando el firmware…</translation>
+    </message>
+    <message>
+        <source>State_PrepUpdate_Plural</source>
+        <translation>Enviando el firmware %u…</translation>
+    </message>
+    <message>
+        <source>State_WriteUpdate</source>
+        <translation>Escribiendo el firmware…</translation>
+    </message>
+    <message>
+        <source>State_WriteUpdate_Plural</source>
+        <translation>Escribiendo el firmware %u…</translation>
+    </message>
+    <message>
+        <source>State_Updated</source>
+        <translation>Firmware terminado</translation>
+    </message>
+    <message>
+        <source>NormalEndTitle</source>
+        <translation>La impresora se ha actualizado</translation>
+    </message>
+    <message>
+        <source>NormalEnd_AutoMes</source>
+        <translation>La impresora ha recibido el nuevo firmware y se reinicia sola. Déjela encendida hasta que su pantalla indique que está lista.</translation>
+    </message>
+    <message>
+        <source>NormalEnd_ManualMes</source>
+        <translation>La impresora ha recibido el nuevo firmware. Cuando su pantalla indique que la actualización ha terminado, apáguela y vuelva a encenderla.</translation>
+    </message>
+    <message>
+        <source>NoUpdateEndTitle</source>
+        <translation>No hay nada que actualizar</translation>
+    </message>
+    <message>
+        <source>NoUpdateEnd_AutoMes</source>
+        <translation>La impresora no necesita nada de este paquete y no se ha enviado ningún firmware. Vuelve a estar lista por sí sola.</translation>
+    </message>
+    <message>
+        <source>NoUpdateEnd_ManualMes</source>
+        <translation>La impresora no necesita nada de este paquete y no se ha enviado ningún firmware. Si su pantalla aún muestra el modo de actualización, apáguela y vuelva a encenderla.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorTitle</source>
+        <translation>La impresora ha comunicado un error</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorMes</source>
+        <translation>La actualización se ha detenido. Mire la pantalla de la impresora, corrija allí el error y vuelva a iniciar la actualización.
+
+Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorTitle</source>
+        <translation>Los datos han llegado dañados</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorMes</source>
+        <translation>Los datos intercambiados con la impresora se han dañado por el camino y la actualización se ha detenido. Compruebe los cables y la red y vuelva a iniciar la actualización.
+
+Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyTitle</source>
+        <translation>La impresora está ocupada</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyMes</source>
+        <translation>Ahora no se puede actualizar. Espere hasta que haya terminado todos los trabajos y su pantalla indique que está lista, y vuelva a iniciar la actualización.</translation>
+    </message>
+    <message>
+        <source>Error_FaxTitle</source>
+        <translation>El fax de la impresora está en uso</translation>
+    </message>
+    <message>
+        <source>Error_FaxMes</source>
+        <translation>La impresora está enviando o recibiendo un fax. Espere hasta que termine y vuelva a iniciar la actualización.</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffTitle</source>
+        <translation>Sin conexión con la impresora</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffMes</source>
+        <translation>No se ha podido establecer la conexión o se ha perdido. Compruebe que la impresora esté encendida, que el cable o la red funcionen, que su dirección sea correcta y que nada bloquee la conexión, y vuelva a iniciar la actualización.
+
+Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchTitle</source>
+        <translation>La impresora es de otro modelo</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchMes</source>
+        <translation>Este paquete no es para el modelo de la impresora y la actualización se ha detenido. Obtenga el paquete de su modelo, o empiece de nuevo y elija la impresora a la que está destinado este paquete.</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadTitle</source>
+        <translation>No se ha podido leer el firmware</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadMes</source>
+        <translation>El paquete de actualización está dañado o ya no se encuentra en su sitio. Obténgalo de nuevo y vuelva a iniciar la actualización.
+
+Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+    </message>
+    <message>
+        <source>Error_SystemTitle</source>
+        <translation>La actualización no ha podido continuar</translation>
+    </message>
+    <message>
+        <source>Error_SystemMes</source>
+        <translation>Algo ha fallado en este equipo, o la impresora ha dado muy poca información sobre sí misma. Vuelva a iniciar la actualización. Si no sirve, reinicie antes este equipo.
+
+Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleTitle</source>
+        <translation>La versión instalada es demasiado antigua</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleMes</source>
+        <translation>Este paquete no puede actualizar la versión instalada en la impresora. Instale primero un paquete anterior y después este.</translation>
+    </message>
+    <message>
+        <source>Error_OtherTitle</source>
+        <translation>La impresora no ha respondido como se esperaba</translation>
+    </message>
+    <message>
+        <source>Error_OtherMes</source>
+        <translation>No ha dado ninguna respuesta, o una que Vymkit no puede utilizar, y la actualización se ha detenido. Compruebe que la impresora esté lista y siga conectada, y vuelva a iniciar la actualización.
+
+Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+    </message>
+    <message>
+        <source>Details_Show</source>
+        <translation>Mostrar &amp;detalles</translation>
+    </message>
+    <message>
+        <source>Details_Hide</source>
+        <translation>Ocultar &amp;detalles</translation>
+    </message>
+    <message>
+        <source>Details_Printer</source>
+        <translation>Impresora: %@</translation>
+    </message>
+    <message>
+        <source>Details_Package</source>
+        <translation>Paquete: %@</translation>
+    </message>
+    <message>
+        <source>Details_Result</source>
+        <translation>Resultado: %@</translation>
+    </message>
+    <message>
+        <source>Details_Log</source>
+        <translation>Registro de esta ejecución: %@</translation>
+    </message>
+    <message>
+        <source>Icon_Note</source>
+        <translation>Nota</translation>
+    </message>
+    <message>
+        <source>Icon_Caution</source>
+        <translation>Precaución</translation>
+    </message>
+    <message>
+        <source>Step_Opening</source>
+        <translation>Paquete</translation>
+    </message>
+    <message>
+        <source>Step_Preparation</source>
+        <translation>Preparación</translation>
+    </message>
+    <message>
+        <source>Step_Device</source>
+        <translation>Impresora</translation>
+    </message>
+    <message>
+        <source>Step_Confirmation</source>
+        <translation>Confirmación</translation>
+    </message>
+    <message>
+        <source>Step_Update</source>
+        <translation>Actualización</translation>
+    </message>
+</context>
+</TS>

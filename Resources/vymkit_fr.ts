@@ -1,0 +1,422 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr">
+<context>
+    <name>Localizable</name>
+    <message>
+        <source>Morix Vymkit</source>
+        <translation>Morix Vymkit</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>&amp;Suivant</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>&amp;Précédent</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>&amp;Annuler</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>&amp;Démarrer</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>YES</source>
+        <translation>&amp;Oui</translation>
+    </message>
+    <message>
+        <source>NO</source>
+        <translation>&amp;Non</translation>
+    </message>
+    <message>
+        <source>Start_Description</source>
+        <translation>Vymkit installe le micrologiciel de ce paquet dans votre imprimante. Il lui demande d’abord ce qui est installé et n’envoie que ce qui convient.</translation>
+    </message>
+    <message>
+        <source>Start_DevNameTitle</source>
+        <translation>Modèle d’imprimante</translation>
+    </message>
+    <message>
+        <source>Start_FirmInfoTitle</source>
+        <translation>Micrologiciels de ce paquet</translation>
+    </message>
+    <message>
+        <source>Start_ListTypeTitle</source>
+        <translation>Micrologiciel</translation>
+    </message>
+    <message>
+        <source>Start_ListVerTitle</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Start_VersionTxt</source>
+        <translation>Vymkit, version %@</translation>
+    </message>
+    <message>
+        <source>Preference_Description</source>
+        <translation>Avant de commencer</translation>
+    </message>
+    <message>
+        <source>Preference_CheckPointTitle</source>
+        <translation>Vérifiez les points suivants :</translation>
+    </message>
+    <message>
+        <source>Preference_CheckPoint</source>
+        <translation>• L’imprimante est allumée et ne signale aucune erreur.
+• Elle est reliée à cet ordinateur par un câble USB, ou les deux sont sur le même réseau, et toutes les fiches sont bien enfoncées.
+• Personne n’imprime, ne numérise ni n’envoie de télécopie avec elle avant la fin de la mise à jour.
+• Ni l’imprimante ni cet ordinateur ne seront éteints ou privés de courant. Un ordinateur portable est branché sur le secteur.</translation>
+    </message>
+    <message>
+        <source>Preference_DownLoadMode</source>
+        <translation>Cette imprimante doit être mise à la main en mode de mise à jour (mode de téléchargement). Faites-le maintenant, avant de continuer ; son manuel indique comment.</translation>
+    </message>
+    <message>
+        <source>Device_Description</source>
+        <translation>Choix de l’imprimante</translation>
+    </message>
+    <message>
+        <source>Device_Comment</source>
+        <translation>Choisissez l’imprimante à mettre à jour ou saisissez son adresse IP.</translation>
+    </message>
+    <message>
+        <source>Device_Comment2</source>
+        <translation>Choisissez l’imprimante à mettre à jour.</translation>
+    </message>
+    <message>
+        <source>Device_SpecifyPrinteName</source>
+        <translation>Une imprimante de la &amp;liste</translation>
+    </message>
+    <message>
+        <source>Device_SpecifyIPAddress</source>
+        <translation>L’imprimante à cette a&amp;dresse IP</translation>
+    </message>
+    <message>
+        <source>Device_ListPrinterName</source>
+        <translation>Imprimante</translation>
+    </message>
+    <message>
+        <source>Device_ListPortName</source>
+        <translation>Connexion</translation>
+    </message>
+    <message>
+        <source>Device_AlertInputAddressTitle</source>
+        <translation>Saisissez l’adresse IP de l’imprimante</translation>
+    </message>
+    <message>
+        <source>Device_AlertInputAddressMes</source>
+        <translation>0.0.0.0 n’est pas l’adresse d’une imprimante. Saisissez les quatre nombres de son adresse IP, par exemple 192.0.2.7. L’imprimante les affiche dans ses paramètres réseau.</translation>
+    </message>
+    <message>
+        <source>USB Printer</source>
+        <translation>Imprimante USB</translation>
+    </message>
+    <message>
+        <source>Device_AddressName</source>
+        <translation>Adresse IP de l’imprimante</translation>
+    </message>
+    <message>
+        <source>Device_AddressCell</source>
+        <translation>Adresse IP, nombre %u sur 4</translation>
+    </message>
+    <message>
+        <source>Device_Searching</source>
+        <translation>Recherche des imprimantes…</translation>
+    </message>
+    <message>
+        <source>Device_Asking</source>
+        <translation>Interrogation de %@…</translation>
+    </message>
+    <message>
+        <source>Device_NoPrinters</source>
+        <translation>Aucune imprimante à laquelle ce paquet est destiné n’a été trouvée. Si la vôtre est sur le réseau, saisissez son adresse IP. Si elle est reliée par USB, allumez-la, vérifiez le câble, puis revenez en arrière et rouvrez cette page.</translation>
+    </message>
+    <message>
+        <source>Device_NoPrinters2</source>
+        <translation>Aucune imprimante à laquelle ce paquet est destiné n’a été trouvée. Allumez l’imprimante, vérifiez sa connexion et qu’elle est installée sur cet ordinateur, puis revenez en arrière et rouvrez cette page.</translation>
+    </message>
+    <message>
+        <source>Guide_Description</source>
+        <translation>Prêt pour la mise à jour</translation>
+    </message>
+    <message>
+        <source>Guide_Comment</source>
+        <translation>Vérifiez qu’il s’agit bien de l’imprimante à mettre à jour.</translation>
+    </message>
+    <message>
+        <source>Guide_TargetDeviceTitle</source>
+        <translation>Imprimante</translation>
+    </message>
+    <message>
+        <source>Guide_PortNameTitle</source>
+        <translation>Connexion</translation>
+    </message>
+    <message>
+        <source>Guide_StartUpdateCmt</source>
+        <translation>Choisissez « Démarrer » pour lancer la mise à jour. Une fois commencée, elle ne peut plus être annulée.</translation>
+    </message>
+    <message>
+        <source>Confirmation_Normal_Title</source>
+        <translation>Démarrer la mise à jour ?</translation>
+    </message>
+    <message>
+        <source>Confirmation_Normal_Description</source>
+        <translation>Les micrologiciels de ce paquet qui conviennent sont envoyés à l’imprimante. Une fois commencée, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
+    </message>
+    <message>
+        <source>Confirmation_VerDown_Title</source>
+        <translation>Démarrer la mise à jour, même vers une version plus ancienne ?</translation>
+    </message>
+    <message>
+        <source>Confirmation_VerDown_Description</source>
+        <translation>Ce paquet peut remplacer un micrologiciel récent de l’imprimante par un plus ancien. Une fois commencée, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
+    </message>
+    <message>
+        <source>Cancel_MesTitle</source>
+        <translation>Quitter sans mettre à jour ?</translation>
+    </message>
+    <message>
+        <source>Cancel_Message</source>
+        <translation>Rien n’a été envoyé à l’imprimante. Choisissez « Non » pour rester sur cette page.</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Title</source>
+        <translation>Ce système n’est pas pris en charge</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Mes</source>
+        <translation>Ce paquet de mise à jour ne peut pas être utilisé avec la version du système d’exploitation de cet ordinateur. Utilisez-le sur un ordinateur dont la version est prise en charge, ou procurez-vous un paquet pour celui-ci. Rien n’a été envoyé à une imprimante.</translation>
+    </message>
+    <message>
+        <source>VYM_UnSupportOS_Package</source>
+        <translation>Le paquet de mise à jour n’a pas pu être lu ; les systèmes qu’il prend en charge ne sont donc pas connus : %@</translation>
+    </message>
+    <message>
+        <source>Update_Description</source>
+        <translation>Mise à jour de l’imprimante en cours</translation>
+    </message>
+    <message>
+        <source>Update_Precaution</source>
+        <translation>Jusqu’à la fin de la mise à jour :
+• N’éteignez pas l’imprimante et ne débranchez pas ses câbles.
+• N’imprimez pas, ne numérisez pas et n’envoyez pas de télécopie avec elle.
+• N’éteignez pas cet ordinateur.
+La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile un moment.</translation>
+    </message>
+    <message>
+        <source>Update_CloseRefused</source>
+        <translation>La fenêtre reste ouverte : une mise à jour interrompue peut rendre l’imprimante inutilisable. Elle se ferme d’elle-même à la fin de la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Update_ProgressName</source>
+        <translation>Progression de la mise à jour</translation>
+    </message>
+    <message>
+        <source>State_Connection</source>
+        <translation>Connexion à l’imprimante…</translation>
+    </message>
+    <message>
+        <source>State_CheckVersion</source>
+        <translation>Vérification de la version installée…</translation>
+    </message>
+    <message>
+        <source>State_CheckVersion_Plural</source>
+        <translation>Vérification de la version installée du micrologiciel %u…</translation>
+    </message>
+    <message>
+        <source>State_PrepUpdate</source>
+        <translation>Envoi du micrologiciel…</translation>
+    </message>
+    <message>
+        <source>State_PrepUpdate_Plural</source>
+        <translation>Envoi du micrologiciel %u…</translation>
+    </message>
+    <message>
+        <source>State_WriteUpdate</source>
+        <translation>Écriture du micrologiciel…</translation>
+    </message>
+    <message>
+        <source>State_WriteUpdate_Plural</source>
+        <translation>Écriture du micrologiciel %u…</translation>
+    </message>
+    <message>
+        <source>State_Updated</source>
+        <translation>Micrologiciel terminé</translation>
+    </message>
+    <message>
+        <source>NormalEndTitle</source>
+        <translation>L’imprimante a été mise à jour</translation>
+    </message>
+    <message>
+        <source>NormalEnd_AutoMes</source>
+        <translation>L’imprimante a pris en compte le nouveau micrologiciel et redémarre d’elle-même. Laissez-la allumée jusqu’à ce que son écran indique qu’elle est prête.</translation>
+    </message>
+    <message>
+        <source>NormalEnd_ManualMes</source>
+        <translation>L’imprimante a pris en compte le nouveau micrologiciel. Quand son écran indique que la mise à jour est terminée, éteignez-la puis rallumez-la.</translation>
+    </message>
+    <message>
+        <source>NoUpdateEndTitle</source>
+        <translation>Aucune mise à jour nécessaire</translation>
+    </message>
+    <message>
+        <source>NoUpdateEnd_AutoMes</source>
+        <translation>L’imprimante n’a besoin de rien dans ce paquet, et aucun micrologiciel n’a été envoyé. Elle redevient prête d’elle-même.</translation>
+    </message>
+    <message>
+        <source>NoUpdateEnd_ManualMes</source>
+        <translation>L’imprimante n’a besoin de rien dans ce paquet, et aucun micrologiciel n’a été envoyé. Si son écran indique encore le mode de mise à jour, éteignez-la puis rallumez-la.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorTitle</source>
+        <translation>L’imprimante signale une erreur</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorMes</source>
+        <translation>La mise à jour a été arrêtée. Consultez l’écran de l’imprimante, corrigez l’erreur, puis relancez la mise à jour.
+
+Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorTitle</source>
+        <translation>Des données sont arrivées endommagées</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorMes</source>
+        <translation>Les données échangées avec l’imprimante ont été altérées en chemin, et la mise à jour a été arrêtée. Vérifiez les câbles et le réseau, puis relancez la mise à jour.
+
+Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyTitle</source>
+        <translation>L’imprimante est occupée</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyMes</source>
+        <translation>Elle ne peut pas être mise à jour maintenant. Attendez qu’elle ait terminé tous ses travaux et que son écran indique qu’elle est prête, puis relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Error_FaxTitle</source>
+        <translation>La télécopie de l’imprimante est en cours d’utilisation</translation>
+    </message>
+    <message>
+        <source>Error_FaxMes</source>
+        <translation>L’imprimante envoie ou reçoit une télécopie. Attendez qu’elle ait terminé, puis relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffTitle</source>
+        <translation>Pas de connexion à l’imprimante</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffMes</source>
+        <translation>La connexion n’a pas pu être établie ou a été perdue. Vérifiez que l’imprimante est allumée, que son câble ou le réseau fonctionne, que son adresse est exacte et que rien ne bloque la connexion, puis relancez la mise à jour.
+
+Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchTitle</source>
+        <translation>L’imprimante est d’un autre modèle</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchMes</source>
+        <translation>Ce paquet n’est pas destiné au modèle de l’imprimante, et la mise à jour a été arrêtée. Procurez-vous le paquet de son modèle, ou recommencez en choisissant l’imprimante à laquelle ce paquet est destiné.</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadTitle</source>
+        <translation>Le micrologiciel n’a pas pu être lu</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadMes</source>
+        <translation>Le paquet de mise à jour est endommagé ou ne se trouve plus à sa place. Procurez-vous-le à nouveau, puis relancez la mise à jour.
+
+Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Error_SystemTitle</source>
+        <translation>La mise à jour n’a pas pu continuer</translation>
+    </message>
+    <message>
+        <source>Error_SystemMes</source>
+        <translation>Un problème est survenu sur cet ordinateur, ou l’imprimante a donné trop peu d’informations. Relancez la mise à jour. Si cela ne suffit pas, redémarrez d’abord cet ordinateur.
+
+Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleTitle</source>
+        <translation>La version installée est trop ancienne</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleMes</source>
+        <translation>Ce paquet ne peut pas mettre à jour la version installée dans l’imprimante. Installez d’abord un paquet plus ancien, puis celui-ci.</translation>
+    </message>
+    <message>
+        <source>Error_OtherTitle</source>
+        <translation>L’imprimante n’a pas répondu comme prévu</translation>
+    </message>
+    <message>
+        <source>Error_OtherMes</source>
+        <translation>Elle n’a donné aucune réponse, ou une réponse que Vymkit ne peut pas utiliser, et la mise à jour a été arrêtée. Vérifiez qu’elle est prête et toujours connectée, puis relancez la mise à jour.
+
+Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Details_Show</source>
+        <translation>Afficher les &amp;détails</translation>
+    </message>
+    <message>
+        <source>Details_Hide</source>
+        <translation>Masquer les &amp;détails</translation>
+    </message>
+    <message>
+        <source>Details_Printer</source>
+        <translation>Imprimante : %@</translation>
+    </message>
+    <message>
+        <source>Details_Package</source>
+        <translation>Paquet : %@</translation>
+    </message>
+    <message>
+        <source>Details_Result</source>
+        <translation>Résultat : %@</translation>
+    </message>
+    <message>
+        <source>Details_Log</source>
+        <translation>Journal de cette mise à jour : %@</translation>
+    </message>
+    <message>
+        <source>Icon_Note</source>
+        <translation>Remarque</translation>
+    </message>
+    <message>
+        <source>Icon_Caution</source>
+        <translation>Attention</translation>
+    </message>
+    <message>
+        <source>Step_Opening</source>
+        <translation>Paquet</translation>
+    </message>
+    <message>
+        <source>Step_Preparation</source>
+        <translation>Préparation</translation>
+    </message>
+    <message>
+        <source>Step_Device</source>
+        <translation>Imprimante</translation>
+    </message>
+    <message>
+        <source>Step_Confirmation</source>
+        <translation>Confirmation</translation>
+    </message>
+    <message>
+        <source>Step_Update</source>
+        <translation>Mise à jour</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,27 @@
+// The folder of the run logs: where it is, a new file in it, and the oldest files gone.
+//
+// Owns:      nothing; a new log's descriptor is its caller's.
+// Threads:   any; several processes may use one folder at the same time.
+// Invariant: only regular files with a log's name are ever removed, never what a link points to,
+//            and never the file that was made just now, whatever the clock says.
+// Errors:    texts for people; a full disk or a read-only folder is nothing worse.
+#pragma once
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+constexpr std::size_t kKeptLogs = 50; // a few months of an office's updates, far below a megabyte
+
+// $XDG_STATE_HOME/vymkit, or .local/state/vymkit at home; empty where neither is known.
+std::string logFolder();
+
+// run-<date>T<time>.<milliseconds>Z-<process>.log, so that names sort by time.
+bool isLogName(std::string_view name);
+
+struct NewLog {
+    int descriptor = -1;
+    std::string path;
+    std::string problem; // why there is none; empty when there is one
+};
+// Makes the folder where it is missing, and removes the oldest logs when there are too many.
+NewLog createLog(const std::string& folder);

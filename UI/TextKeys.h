@@ -1,0 +1,136 @@
+// Every key of the string tables in Resources/, under the one name that code uses for it. A test
+// fails when a key here has no text in a table, when a table has a key that is not here, and when
+// nobody uses a key. The spellings of the keys are those of the tables, irregular ones included.
+//
+// Formats: behind a key, (number) and (text) say which argument formatText is given for its text;
+//          the text then has one directive, %u or %@. Texts of other keys have none.
+// Owns:    nothing.
+#pragma once
+
+// The context that all keys of the string tables stand in.
+constexpr const char* kTextContext = "Localizable";
+
+namespace textkey {
+
+// The application and its buttons.
+constexpr const char* kApplication = "Morix Vymkit"; // both windows' title
+constexpr const char* kNext = "Next";
+constexpr const char* kBack = "Back";
+constexpr const char* kCancel = "Cancel";
+constexpr const char* kStart = "Start";
+constexpr const char* kOk = "OK";
+constexpr const char* kYes = "YES";
+constexpr const char* kNo = "NO";
+
+// Opening page.
+constexpr const char* kStartDescription = "Start_Description";
+constexpr const char* kStartDevNameTitle = "Start_DevNameTitle";
+constexpr const char* kStartFirmInfoTitle = "Start_FirmInfoTitle";
+constexpr const char* kStartListTypeTitle = "Start_ListTypeTitle";
+constexpr const char* kStartListVerTitle = "Start_ListVerTitle";
+constexpr const char* kStartVersionTxt = "Start_VersionTxt"; // (text) the program's version
+
+// Preparation page.
+constexpr const char* kPreferenceDescription = "Preference_Description";
+constexpr const char* kPreferenceCheckPointTitle = "Preference_CheckPointTitle";
+constexpr const char* kPreferenceCheckPoint = "Preference_CheckPoint";
+constexpr const char* kPreferenceDownLoadMode = "Preference_DownLoadMode";
+
+// Device pages.
+constexpr const char* kDeviceDescription = "Device_Description";
+constexpr const char* kDeviceComment = "Device_Comment";
+constexpr const char* kDeviceComment2 = "Device_Comment2";
+constexpr const char* kDeviceSpecifyPrinterName = "Device_SpecifyPrinteName";
+constexpr const char* kDeviceSpecifyIPAddress = "Device_SpecifyIPAddress";
+constexpr const char* kDeviceListPrinterName = "Device_ListPrinterName";
+constexpr const char* kDeviceListPortName = "Device_ListPortName";
+constexpr const char* kDeviceAlertInputAddressTitle = "Device_AlertInputAddressTitle";
+constexpr const char* kDeviceAlertInputAddressMes = "Device_AlertInputAddressMes";
+constexpr const char* kUsbPrinter = "USB Printer"; // the name of a printer without a queue
+constexpr const char* kDeviceAddressName = "Device_AddressName"; // for screen readers
+constexpr const char* kDeviceAddressCell = "Device_AddressCell"; // (number) 1 to 4; as above
+constexpr const char* kDeviceSearching = "Device_Searching"; // while the list is put together
+constexpr const char* kDeviceAsking = "Device_Asking"; // (text) the printer that is asked just now
+constexpr const char* kDeviceNoPrinters = "Device_NoPrinters"; // the list is empty
+constexpr const char* kDeviceNoPrinters2 = "Device_NoPrinters2"; // the same without address entry
+
+// Confirmation page.
+constexpr const char* kGuideDescription = "Guide_Description";
+constexpr const char* kGuideComment = "Guide_Comment";
+constexpr const char* kGuideTargetDeviceTitle = "Guide_TargetDeviceTitle";
+constexpr const char* kGuidePortNameTitle = "Guide_PortNameTitle";
+constexpr const char* kGuideStartUpdateCmt = "Guide_StartUpdateCmt";
+
+// Questions and the unsupported system.
+constexpr const char* kConfirmationNormalTitle = "Confirmation_Normal_Title";
+constexpr const char* kConfirmationNormalDescription = "Confirmation_Normal_Description";
+constexpr const char* kConfirmationVerDownTitle = "Confirmation_VerDown_Title";
+constexpr const char* kConfirmationVerDownDescription = "Confirmation_VerDown_Description";
+constexpr const char* kCancelMesTitle = "Cancel_MesTitle";
+constexpr const char* kCancelMessage = "Cancel_Message";
+constexpr const char* kUnSupportOSTitle = "VYM_UnSupportOS_Title";
+constexpr const char* kUnSupportOSMes = "VYM_UnSupportOS_Mes";
+constexpr const char* kUnSupportOSPackage = "VYM_UnSupportOS_Package"; // (text) the true reason
+
+// The run.
+constexpr const char* kUpdateDescription = "Update_Description";
+constexpr const char* kUpdatePrecaution = "Update_Precaution";
+constexpr const char* kUpdateCloseRefused = "Update_CloseRefused"; // closing the window was tried
+constexpr const char* kUpdateProgressName = "Update_ProgressName"; // for screen readers
+constexpr const char* kStateConnection = "State_Connection";
+constexpr const char* kStateCheckVersion = "State_CheckVersion";
+constexpr const char* kStateCheckVersionPlural = "State_CheckVersion_Plural"; // (number) firmware
+constexpr const char* kStatePrepUpdate = "State_PrepUpdate";
+constexpr const char* kStatePrepUpdatePlural = "State_PrepUpdate_Plural"; // (number) firmware
+constexpr const char* kStateWriteUpdate = "State_WriteUpdate";
+constexpr const char* kStateWriteUpdatePlural = "State_WriteUpdate_Plural"; // (number) firmware
+constexpr const char* kStateUpdated = "State_Updated";
+
+// Ends of a run.
+constexpr const char* kNormalEndTitle = "NormalEndTitle";
+constexpr const char* kNormalEndAutoMes = "NormalEnd_AutoMes";
+constexpr const char* kNormalEndManualMes = "NormalEnd_ManualMes";
+constexpr const char* kNoUpdateEndTitle = "NoUpdateEndTitle";
+constexpr const char* kNoUpdateEndAutoMes = "NoUpdateEnd_AutoMes";
+constexpr const char* kNoUpdateEndManualMes = "NoUpdateEnd_ManualMes";
+constexpr const char* kErrorDeviceErrorTitle = "Error_DeviceErrorTitle";
+constexpr const char* kErrorDeviceErrorMes = "Error_DeviceErrorMes";
+constexpr const char* kErrorConnectErrorTitle = "Error_ConnectErrorTitle";
+constexpr const char* kErrorConnectErrorMes = "Error_ConnectErrorMes";
+constexpr const char* kErrorDeviceBusyTitle = "Error_DeviceBusyTitle";
+constexpr const char* kErrorDeviceBusyMes = "Error_DeviceBusyMes";
+constexpr const char* kErrorFaxTitle = "Error_FaxTitle";
+constexpr const char* kErrorFaxMes = "Error_FaxMes";
+constexpr const char* kErrorPoweredOffTitle = "Error_PoweredOffTitle";
+constexpr const char* kErrorPoweredOffMes = "Error_PoweredOffMes";
+constexpr const char* kErrorModelMismatchTitle = "Error_ModelMismatchTitle";
+constexpr const char* kErrorModelMismatchMes = "Error_ModelMismatchMes";
+constexpr const char* kErrorFirmReadTitle = "Error_FirmReadTitle";
+constexpr const char* kErrorFirmReadMes = "Error_FirmReadMes";
+constexpr const char* kErrorSystemTitle = "Error_SystemTitle";
+constexpr const char* kErrorSystemMes = "Error_SystemMes";
+constexpr const char* kErrorCompatibleTitle = "Error_CompatibleTitle";
+constexpr const char* kErrorCompatibleMes = "Error_CompatibleMes";
+constexpr const char* kErrorOtherTitle = "Error_OtherTitle";
+constexpr const char* kErrorOtherMes = "Error_OtherMes";
+
+// Details under an alert.
+constexpr const char* kDetailsShow = "Details_Show"; // the button that opens them
+constexpr const char* kDetailsHide = "Details_Hide"; // the same button while they are open
+constexpr const char* kDetailsPrinter = "Details_Printer"; // (text) the printer's name or address
+constexpr const char* kDetailsPackage = "Details_Package"; // (text) the package's folder
+constexpr const char* kDetailsResult = "Details_Result"; // (text) the result's name
+constexpr const char* kDetailsLog = "Details_Log"; // (text) the path of the run's log
+
+// Names for screen readers, of what shows no text of its own.
+constexpr const char* kNoteName = "Icon_Note";
+constexpr const char* kCautionName = "Icon_Caution";
+
+// The steps, shown as "where am I".
+constexpr const char* kStepOpening = "Step_Opening";
+constexpr const char* kStepPreparation = "Step_Preparation";
+constexpr const char* kStepDevice = "Step_Device";
+constexpr const char* kStepConfirmation = "Step_Confirmation";
+constexpr const char* kStepUpdate = "Step_Update";
+
+} // namespace textkey
