@@ -184,17 +184,45 @@ void expectTheRule(const std::vector<Piece>& pieces, std::size_t size, std::size
     }
 }
 
+// The first piece of all, at 0 %, begins no tenth; the first of a later firmware does.
 TEST(UsbUpdate, WaitsForAnAnswerAtEachNewTenthAndElsewherePausesTwentyMilliseconds)
 {
-    const PackageFolder package({{"MAIN", "AB010200", 30 * kPiece}});
+    const std::size_t counts[] = {30, 7};
+    const PackageFolder package(
+        {{"MAIN", "AB010200", counts[0] * kPiece}, {"FONT", "AB0101.20", counts[1] * kPiece}});
     const BusPrinter printer(lists());
     BusTrace trace;
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     EXPECT_EQ(run.exitCode(), 0);
     const auto pieces = piecesOf(trace.stop());
-    ASSERT_EQ(pieces.size(), 30U);
-    std::size_t percent = 0; // so the first piece, at 0 %, is none of them
-    expectTheRule(pieces, 30 * kPiece, percent);
+    ASSERT_EQ(pieces.size(), counts[0] + counts[1]);
+    const auto second = pieces.begin() + static_cast<std::ptrdiff_t>(counts[0]);
+    std::size_t percent = 0;
+    expectTheRule({pieces.begin(), second}, counts[0] * kPiece, percent);
+    expectTheRule({second, pieces.end()}, counts[1] * kPiece, percent);
+}
+
+// A read that found nothing in time stays outstanding, so no answer is lost on the way.
+TEST(UsbUpdate, CancelsNoReadOfAnAnswerThatComesLate)
+{
+    const PackageFolder package({{"MAIN", "AB010200", 30 * kPiece}});
+    const BusPrinter printer(lists({"--reply-delay", "8"}));
+    BusTrace trace;
+    CliRun run(updateOf(printer, package), CliRun::Pauses::full);
+    EXPECT_EQ(run.exitCode(), 0);
+    std::size_t answers = 0;
+    for (const auto& event : trace.stop()) {
+        if (!event.bulk || !event.in || event.kind == BusEvent::Kind::submitted)
+            continue;
+        EXPECT_EQ(event.status, 0);
+        ++answers;
+    }
+    const auto transcript = printer.transcript();
+    std::size_t told = 0;
+    for (auto at = transcript.find("\tout\t"); at != std::string::npos;
+         at = transcript.find("\tout\t", at + 1))
+        ++told;
+    EXPECT_EQ(answers, told);
 }
 
 } // namespace
