@@ -56,11 +56,12 @@ bool writeAll(int file, const Bytes& bytes)
 
 } // namespace
 
-UsbFunction::UsbFunction(const std::filesystem::path& files, const UsbIdentity& identity)
-    : m_identity(identity), m_files(files), m_slots(kSlots), m_queue(kSlots + 1)
+UsbFunction::UsbFunction(std::filesystem::path files, UsbIdentity identity)
+    : m_identity(std::move(identity)), m_files(std::move(files)), m_slots(kSlots),
+      m_queue(kSlots + 1)
 {
     for (auto& slot : m_slots)
-        slot.buffer.resize(identity.take);
+        slot.buffer.resize(m_identity.take);
     m_control = open("ep0");
     if (!m_error.empty())
         return;

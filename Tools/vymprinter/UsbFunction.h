@@ -20,7 +20,7 @@ class UsbFunction {
 public:
     enum class Happened { nothing, configured, gone, resetAsked, deviceIdAsked };
 
-    UsbFunction(const std::filesystem::path& files, const UsbIdentity& identity);
+    UsbFunction(std::filesystem::path files, UsbIdentity identity);
 
     // Why the interface cannot be served; empty when it can.
     [[nodiscard]] const std::string& error() const { return m_error; }
