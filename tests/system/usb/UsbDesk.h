@@ -42,6 +42,9 @@ std::vector<std::string> updateOf(const BusPrinter& printer, const PackageFolder
 // As an ordinary user, who owns nothing on this machine.
 std::vector<std::string> asNobody(const std::vector<std::string>& command);
 
+// What the rule of the device manager does that this machine has not: the printer is everybody's.
+void allowEverybody();
+
 // The printer's interface in the hands of another process than the command line: this one.
 class HeldInterface {
 public:

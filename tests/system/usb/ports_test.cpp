@@ -146,6 +146,22 @@ TEST(OrdinaryUser, HearsThatAPrinterIsThereButMayNotBeOpened)
     Process run(asNobody(update));
     EXPECT_EQ(run.wait(), 16) << run.out() << run.errors();
     EXPECT_NE(run.out().find("may not open the USB printer"), std::string::npos) << run.out();
+    EXPECT_TRUE(driverServes(1));
+}
+
+TEST(OrdinaryUser, UpdatesAPrinterThatEverybodyMayOpen)
+{
+    const PackageFolder package(kFirmware);
+    fs::permissions(package.path(), fs::perms::others_read | fs::perms::others_exec,
+                    fs::perm_options::add);
+    const BusPrinter printer({"--firmware", "MAIN=AB010100"});
+    allowEverybody();
+    auto update = updateOf(printer, package);
+    update.insert(update.begin(), VYMKIT_CLI);
+    Process run(asNobody(update));
+    EXPECT_EQ(run.wait(), 0) << run.out() << run.errors();
+    EXPECT_TRUE(printer.stored("MAIN.FW") == package.bytesOf(0));
+    EXPECT_TRUE(driverServes(1));
 }
 
 TEST(BusyPrinter, IsGivenUpAfterFiveSecondsAndFoundWhenFreeAgain)

@@ -19,6 +19,7 @@ import sys
 import tarfile
 import tempfile
 
+sys.dont_write_bytecode = True  # the sources stay as they are
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 import kernel  # noqa: E402
 from archive import Archive  # noqa: E402
