@@ -164,9 +164,10 @@ std::optional<Millis> UsbPrinter::nextDue() const
         return m_plugAgainAt;
     if (!m_session)
         return m_silentUntil;
-    if (quiet())
-        return m_lastMoved + m_identity.quiet;
-    return m_session->hasWork() ? Millis(0) : m_session->outgoing().front().due;
+    const auto due = quiet()   ? m_lastMoved + m_identity.quiet
+        : m_session->hasWork() ? Millis(0)
+                               : m_session->outgoing().front().due;
+    return m_silentUntil ? std::min(due, *m_silentUntil) : due;
 }
 
 } // namespace vymprinter
