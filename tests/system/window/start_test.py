@@ -59,6 +59,7 @@ class Start(WizardCase):
     def test_leaves_only_the_address_where_there_is_no_printer_to_choose(self):
         self.start(Package(self.desk))
         self.to_device_page()
+        self.wizard.wait_for(self.texts["Device_NoPrinters"])
         by_name = self.wizard.find("radio button", self.texts["Device_SpecifyPrinteName"])
         by_address = self.wizard.find("radio button", self.texts["Device_SpecifyIPAddress"])
         self.assertFalse(by_name.has("enabled"))
