@@ -129,13 +129,13 @@ protected:
             QLineEdit::keyPressEvent(event);
     }
 
-    // A text that was refused stays where it was dragged from.
+    // Where a text was dragged from keeps it: it may have been refused here, and the cell that it
+    // led on to may be the one that it came from.
     void dropEvent(QDropEvent* event) override
     {
         const auto before = text();
         QLineEdit::dropEvent(event);
-        if (text() == before)
-            event->setDropAction(Qt::IgnoreAction);
+        event->setDropAction(text() == before ? Qt::IgnoreAction : Qt::CopyAction);
     }
 
 private:
@@ -262,7 +262,7 @@ void InputNSMatrixControl::selectText()
     cell->selectAll();
 }
 
-void InputNSMatrixControl::selectTextAtColumn(int column)
+void InputNSMatrixControl::selectTextAtColumn(int column) const
 {
     auto* cell = cellAtColumn(column);
     if (cell == nullptr)

@@ -36,7 +36,7 @@ public:
     // Takes the focus, and says so with VYMMatrixSelect; always true.
     bool becomeFirstResponder();
     void selectText(); // of the cell that is typed into, or of the first
-    void selectTextAtColumn(int column);
+    void selectTextAtColumn(int column) const;
 
     [[nodiscard]] int numberOfColumns() const { return static_cast<int>(m_cells.size()); }
     [[nodiscard]] QLineEdit* cellAtColumn(int column) const; // null where there is none

@@ -108,7 +108,7 @@ private:
     void leaveDevicePage();
     void rememberSelectedRow();
     void keepOneRowSelected();
-    void showSearch(const QString& text, bool isSearching);
+    void showSearch(const QString& words, bool isSearching);
     void showMode(DeviceMode mode);
     void updateNextButton();
     void setTabOrderForIPAddressSelect();

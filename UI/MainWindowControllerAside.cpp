@@ -11,7 +11,7 @@ void doAside(const std::function<void()>& work)
     try {
         thread = std::thread([&work, &waiting] {
             work();
-            QMetaObject::invokeMethod(&waiting, &QEventLoop::quit, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(&waiting, "quit", Qt::QueuedConnection);
         });
     } catch (const std::system_error&) {
         work();

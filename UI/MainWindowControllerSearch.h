@@ -32,6 +32,10 @@ signals:
     void asking(const QString& printer); // empty: the print system or the bus
     void finished(const TargetPrinters& found);
 
+    // From the searching thread, for this object only.
+    void threadAsks(const QString& printer);
+    void threadFound(const TargetPrinters& found);
+
 private:
     class Observer;
 

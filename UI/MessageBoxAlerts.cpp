@@ -32,7 +32,11 @@ protected:
         else
             QMessageBox::keyPressEvent(event);
     }
-    void closeEvent(QCloseEvent* event) override { QDialog::closeEvent(event); }
+    void closeEvent(QCloseEvent* event) override
+    {
+        reject();
+        event->accept();
+    }
 };
 
 QString explanation(const Alert& asked)

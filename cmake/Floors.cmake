@@ -35,6 +35,14 @@ function(vymkit_add_library name)
   set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
 endfunction()
 
+# The toolkit's code generator for a library whose headers need it. What it writes is not ours to
+# tidy: its folder asks for one check only, since none at all is an error.
+function(vymkit_use_moc name)
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/.clang-tidy
+    "Checks: '-*,misc-definitions-in-headers'\nInheritParentConfig: false\n")
+endfunction()
+
 # A program; all programs lie in one folder of the build tree, where the demo package lies too.
 function(vymkit_add_program name)
   add_executable(${name} ${ARGN})
