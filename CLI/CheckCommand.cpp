@@ -1,24 +1,31 @@
 #include "CLI/BackgroundTask.h"
 #include "CLI/Commands.h"
+#include "UI/PrinterCheck.h"
 #include "UI/vym_etc.h"
 
-Outcome runCheck(const PackageFacts& package, Workplace& place)
+namespace {
+
+constexpr const char* kStage = "Asking the printer";
+
+} // namespace
+
+Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& destination)
 {
     CheckFacts facts;
-    facts.address = place.options.address.value_or("");
-    auto address = facts.address; // the engine takes a text that may be written to
+    facts.address = destination.address;
+    facts.printerName = destination.printerName;
     std::atomic<bool> stop{false};
-    place.report.asking(place.session.seconds());
+    place.report.waiting(kStage, place.session.seconds());
     {
         BackgroundTask task;
         task.start(place.session, [&] {
-            facts.report = vymCheck_Run(nullptr, address.data(),
+            facts.report = vymCheck_Run(destination.run.identifier(), destination.run.address(),
                                         static_cast<unsigned short>(package.portNumber), stop);
         });
         while (!task.isDone()) {
             const auto wake = place.session.wait();
             if (wake == Wake::tick)
-                place.report.asking(place.session.seconds());
+                place.report.waiting(kStage, place.session.seconds());
             if (wake != Wake::signal && wake != Wake::deadline)
                 continue;
             if (!stop.exchange(true))
@@ -26,5 +33,6 @@ Outcome runCheck(const PackageFacts& package, Workplace& place)
             place.report.stopping(facts.stop, place.session.seconds());
         }
     }
+    facts.notPermitted = isForbiddenPort(destination.run.address());
     return concludeCheck(package, facts);
 }

@@ -1,12 +1,13 @@
 #include "CLI/CommandLine.h"
 
-#include "CLI/Commands.h"
+#include "CLI/Destination.h"
 #include "CLI/HelpText.h"
 #include "UI/PlainText.h"
 #include "VYM/ProtocolResult.h"
 #include "VYM/vymMac.h"
 
 #include <atomic>
+#include <cstdlib>
 #include <exception>
 
 namespace {
@@ -81,10 +82,15 @@ Outcome runOnPackage(Workplace& place)
         return packageOutcome(options, problem);
     if (options.command == Command::info)
         return runInfo(*package);
+    if (options.command == Command::printers)
+        return runPrinters(place);
     if (auto unfit = unfitForUpdate(*package); !unfit.empty())
         return packageOutcome(options, std::move(unfit));
-    return options.command == Command::check ? runCheck(*package, place)
-                                             : runUpdate(*package, place);
+    auto [destination, outcome] = findDestination(place);
+    if (!destination.has_value())
+        return outcome;
+    return options.command == Command::check ? runCheck(*package, place, *destination)
+                                             : runUpdate(*package, place, *destination);
 }
 
 Outcome run(Workplace& place)
@@ -115,12 +121,7 @@ Outcome runSafely(Workplace& place)
 
 } // namespace
 
-int runCommandLine(int argc, char** argv)
-{
-    return runCommandLine(argc, argv, Console());
-}
-
-int runCommandLine(int argc, char** argv, const Console& console)
+int runCommandLine(int argc, char** argv, PrintServer* printServer, const Console& console)
 {
     Session session;
     const auto options = parseOptions(argc, argv);
@@ -128,10 +129,12 @@ int runCommandLine(int argc, char** argv, const Console& console)
     const DebugTexts debugTexts(options.verbose, display);
     const auto report =
         options.json ? makeJsonReport(console.out) : makeHumanReport(console.out, display, options);
-    Workplace place{options, console, session, display, *report};
+    Workplace place{options, console, session, display, *report, printServer};
     auto outcome = runSafely(place);
     outcome.seconds = session.seconds();
     report->finish(outcome);
     display.drain();
+    if (place.isThreadLeft)
+        std::_Exit(outcome.exitCode); // what it works with must not go before it
     return outcome.exitCode;
 }

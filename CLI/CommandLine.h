@@ -5,6 +5,9 @@
 //          concerned: the engine keeps the first one that it opened.
 #pragma once
 #include "CLI/Terminal.h"
+#include "Platform/PrintServer.h"
 
-int runCommandLine(int argc, char** argv);
-int runCommandLine(int argc, char** argv, const Console& console);
+// printServer: null where the system has no print queues; stays the caller's, until the process
+// ends.
+int runCommandLine(int argc, char** argv, PrintServer* printServer,
+                   const Console& console = Console());

@@ -6,6 +6,8 @@
 #include "CLI/Report.h"
 #include "CLI/Session.h"
 #include "CLI/Terminal.h"
+#include "Platform/PrintServer.h"
+#include "UI/RunTarget.h"
 
 // What a command works with; all of it stays the caller's.
 struct Workplace {
@@ -14,8 +16,19 @@ struct Workplace {
     Session& session;
     Display& display;
     Report& report;
+    PrintServer* printServer; // null: this system has no print queues
+    // A thread that only reads is still waiting for an answer: the process ends without it.
+    bool isThreadLeft = false;
+};
+
+// The printer that a check or an update is about.
+struct Destination {
+    RunTarget run;
+    std::string address; // as shown
+    std::string printerName; // of its queue; empty without one
 };
 
 Outcome runInfo(const PackageFacts& package);
-Outcome runCheck(const PackageFacts& package, Workplace& place);
-Outcome runUpdate(const PackageFacts& package, Workplace& place);
+Outcome runPrinters(Workplace& place);
+Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& destination);
+Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& destination);

@@ -1,6 +1,7 @@
 #include "CLI/Conclusion.h"
 
 #include "CLI/Messages.h"
+#include "CLI/UdevRule.h"
 #include "UI/PlainText.h"
 #include "VYM/ProtocolResult.h"
 
@@ -13,11 +14,15 @@ bool isPlainEnd(int code)
     return code == result::kSuccess || code == result::kNotApplicable;
 }
 
-Outcome begunOutcome(const PackageFacts& package, Command command, const std::string& address)
+// Facts: of a check or of an update.
+template <class Facts>
+Outcome begunOutcome(const PackageFacts& package, Command command, const Facts& facts)
 {
     Outcome outcome;
     outcome.command = command;
-    outcome.address = plainText(address);
+    outcome.address = facts.address;
+    outcome.printerName = facts.printerName;
+    outcome.notPermitted = facts.notPermitted;
     for (const auto& firmware : package.firmware) {
         outcome.firmware.emplace_back();
         outcome.firmware.back().firmware = firmware;
@@ -46,6 +51,7 @@ MessageFacts factsOf(const PackageFacts& package, const Outcome& outcome)
     facts.printer =
         outcome.printerModel.empty() ? "another one" : "the model " + outcome.printerModel;
     facts.firmware = "a firmware";
+    facts.permission = udevAdvice();
     facts.place = "before any firmware was sent";
     facts.count = std::to_string(outcome.firmware.size());
     return facts;
@@ -67,8 +73,16 @@ std::string_view messageKeyOf(int code, const FirmwareOutcome* last, const Outco
         && last->reason == VersionReason::unreadableVersion)
         return "UnreadableVersion";
     if (code == result::kConnectionLost && last == nullptr && !outcome.bytesWentOut)
-        return "Unreachable";
+        return outcome.notPermitted ? "NotPermitted" : "Unreachable";
     return resultText(code, automaticEnd).messageKey;
+}
+
+std::string_view titleKeyOf(std::string_view messageKey, int code, bool automaticEnd)
+{
+    if (messageKey == "NotPermitted")
+        return "NotPermittedTitle";
+    return messageKey == "Unreachable" ? "UnreachableTitle"
+                                       : resultText(code, automaticEnd).titleKey;
 }
 
 void concludeWith(Outcome& outcome, int code, const PackageFacts& package,
@@ -81,8 +95,7 @@ void concludeWith(Outcome& outcome, int code, const PackageFacts& package,
     outcome.resultCode = code;
     outcome.exitCode = exitCodeOf(code);
     outcome.name = resultName(code);
-    outcome.title = englishText(
-        key == "Unreachable" ? "UnreachableTitle" : resultText(code, automaticEnd).titleKey, facts);
+    outcome.title = englishText(titleKeyOf(key, code, automaticEnd), facts);
     outcome.next = nextStep(code, outcome.bytesWentOut);
     if (key == "UnreadableVersion" && outcome.next == NextStep::retry)
         outcome.next = NextStep::chooseOtherPackage; // it would be as unreadable again
@@ -219,6 +232,19 @@ void concludeDecided(Outcome& outcome, MessageFacts facts)
     say(outcome, count != 0 ? "UpdateAvailable" : "NothingAvailable", facts);
 }
 
+std::string foundText(const PrinterFacts& facts)
+{
+    const auto others = facts.found - facts.candidates;
+    auto text = (facts.candidates != 0 ? std::to_string(facts.candidates) : "none")
+        + " can be updated from this package.";
+    if (others != 0 && !facts.all)
+        text += " " + std::to_string(others) + " more cannot: add --all to see them, and why.";
+    if (facts.notPermitted != 0)
+        text += " " + std::to_string(facts.notPermitted) + " may not be opened by this user. "
+            + udevAdvice();
+    return text;
+}
+
 Verdict verdictOf(int code)
 {
     if (code == result::kSuccess)
@@ -230,7 +256,7 @@ Verdict verdictOf(int code)
 
 Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts)
 {
-    auto outcome = begunOutcome(package, Command::update, facts.address);
+    auto outcome = begunOutcome(package, Command::update, facts);
     for (const auto& entry : facts.outcomes)
         takeEntry(outcome, entry);
     const auto* last = lastReached(outcome);
@@ -248,7 +274,7 @@ Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts)
 
 Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts)
 {
-    auto outcome = begunOutcome(package, Command::check, facts.address);
+    auto outcome = begunOutcome(package, Command::check, facts);
     outcome.printerModel = plainText(facts.report.printerModel);
     const bool isComplete = facts.report.result == result::kSuccess
         && facts.report.entries.size() >= package.firmware.size();
@@ -271,5 +297,36 @@ Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts)
                      words);
     } else
         concludeDecided(outcome, words);
+    return outcome;
+}
+
+Outcome concludePrinters(PrinterFacts facts)
+{
+    Outcome outcome;
+    outcome.command = Command::printers;
+    outcome.verdict = Verdict::listed;
+    outcome.name = "printers-listed";
+    outcome.message = foundText(facts);
+    outcome.notPermitted = facts.notPermitted != 0;
+    if (!facts.serverProblem.empty()) {
+        outcome.exitCode = exitcode::kNoPrintServer;
+        outcome.verdict = Verdict::failed;
+        outcome.name = "print-server-unreachable";
+        outcome.title = "no print queues";
+        outcome.message = "The print server could not be asked: " + facts.serverProblem
+            + " Of the printers on USB, " + outcome.message;
+        outcome.next = NextStep::retry;
+    }
+    outcome.printers = std::move(facts);
+    return outcome;
+}
+
+Outcome concludeLookupStopped(Command command, StopCause stop)
+{
+    Outcome outcome;
+    outcome.command = command;
+    MessageFacts words;
+    words.place = "before it was known which printers there are";
+    concludeStopped(outcome, stop, false, words);
     return outcome;
 }

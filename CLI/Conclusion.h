@@ -12,6 +12,8 @@ enum class StopCause : std::uint8_t { none, user, deadline, answer };
 
 struct UpdateFacts {
     std::string address;
+    std::string printerName;
+    bool notPermitted = false; // the printer is on USB, and this user may not open it
     tag_devinfo lastRecord{};
     std::vector<tag_entryoutcome> outcomes; // of the firmware that were handled, in order
     std::optional<int> endCode; // where the run ended before anybody asked it to stop
@@ -21,7 +23,13 @@ Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts);
 
 struct CheckFacts {
     std::string address;
+    std::string printerName;
+    bool notPermitted = false; // as above
     CheckReport report;
     StopCause stop = StopCause::none;
 };
 Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts);
+
+// A list of printers; and a stop before it was there, whatever it was wanted for.
+Outcome concludePrinters(PrinterFacts facts);
+Outcome concludeLookupStopped(Command command, StopCause stop);

@@ -1,23 +1,30 @@
 #include "CLI/HelpText.h"
 
 const std::string_view kHelpText =
-    R"(Updates the firmware of a network printer from an update package.
+    R"(Updates the firmware of a printer, on the network or on USB, from an update package.
 
 Examples:
   vymkit-cli info --package /media/stick
-  vymkit-cli check --address 192.0.2.7
+  vymkit-cli printers --all
+  vymkit-cli check --printer office
   vymkit-cli update --address 192.0.2.7
-  vymkit-cli update --address 192.0.2.7 --yes --json --deadline 1800
+  vymkit-cli update --uri "usb://Acme/P1?serial=12" --yes --json --deadline 1800
 
 Usage: vymkit-cli COMMAND [OPTIONS]
 
 Commands:
   info                 Show what the package holds and what it is for. Asks no printer.
+  printers             List the printers that can be updated from the package.
   check                Ask the printer what an update would do, and why. Changes nothing.
   update               Update the printer's firmware.
 
+Which printer (check, update; exactly one of them):
+      --printer NAME   A printer of the list, by its queue's identifier or by its name.
+  -a, --address A      The printer's IPv4 address.
+      --uri PORT       The printer's port string: usb://..., lpd://... or net:...
+
 Options, before or after the command:
-  -a, --address A      The printer's IPv4 address (check, update).
+      --all            List every printer, with the reason why it cannot be updated (printers).
   -y, --yes            Start the update without a question (update).
   -p, --package FOLDER The folder that holds VYMBINDDATA; otherwise this program's own folder.
       --deadline S     Stop after S seconds, as Ctrl-C does.
@@ -32,14 +39,15 @@ A transfer to the printer is never cut off: Ctrl-C asks the run to stop and wait
 printer can be left. Never switch the printer off while an update runs.
 
 Exit codes:
-  0    updated; for check: an update would send something
+  0    updated; for check: an update would send something; for printers: they are listed
   2    nothing to update
-  11   the printer reports an error            17   the printer is another model
-  12   data arrived damaged                    18   a firmware image cannot be read
-  13   the printer is busy                     19   system error
-  14   the printer is sending or receiving     20   other error
-       a fax                                   22   the installed version is too old
-  15   an answer cannot be understood          64   wrong usage
-  16   the connection was lost                 66   no usable package
+  11   the printer reports an error            18   a firmware image cannot be read
+  12   data arrived damaged                    19   system error
+  13   the printer is busy                     20   other error
+  14   the printer is sending or receiving     22   the installed version is too old
+       a fax                                   64   wrong usage
+  15   an answer cannot be understood          66   no usable package
+  16   the connection was lost                 68   no such printer, or it cannot be updated
+  17   the printer is another model            69   the print server cannot be asked
   130  stopped by the user or by --deadline
 )";

@@ -3,6 +3,7 @@
 #include "CLI/Report.h"
 #include "CLI/Tables.h"
 #include "CLI/Terminal.h"
+#include "CLI/UdevRule.h"
 #include "UI/TextKeys.h"
 
 #include <cmath>
@@ -17,7 +18,7 @@ constexpr int kPlainStep = 10; // percent between two plain lines
 const char* colourOf(Verdict verdict)
 {
     if (verdict == Verdict::updated || verdict == Verdict::updateAvailable
-        || verdict == Verdict::nothingToUpdate)
+        || verdict == Verdict::nothingToUpdate || verdict == Verdict::listed)
         return kGreen;
     return verdict == Verdict::stopped ? kYellow : kRed;
 }
@@ -35,7 +36,7 @@ public:
     {
     }
 
-    void asking(double seconds) override;
+    void waiting(const std::string& stage, double seconds) override;
     void status(const StatusView& view) override;
     void stopping(StopCause cause, double seconds) override;
     void finish(const Outcome& outcome) override;
@@ -57,13 +58,16 @@ private:
     int m_plainPercent = 0;
 };
 
-void HumanReport::asking(double seconds)
+void HumanReport::waiting(const std::string& stage, double seconds)
 {
-    if (m_quiet)
+    if (m_quiet || stage.empty())
         return;
-    m_parts.stage = "Asking the printer";
+    if (m_parts.stage != stage)
+        m_lastChange = seconds;
+    m_parts.stage = stage;
+    m_parts.stageTellsWho = true;
     m_parts.seconds = seconds;
-    m_parts.silence = seconds;
+    m_parts.silence = seconds - m_lastChange;
     if (m_display.hasLiveLine())
         m_display.live(progressLine(m_parts, m_display.columns()));
     else
@@ -84,6 +88,9 @@ void HumanReport::status(const StatusView& view)
 // Takes over what changes on display; what the step leaves open stays as it was.
 void HumanReport::follow(const StatusView& view)
 {
+    if (!m_last.has_value())
+        m_parts.stage = englishText(textkey::kStateConnection, {});
+    m_parts.stageTellsWho = false;
     if (!m_last.has_value() || !isSameRecord(*m_last, view.record))
         m_lastChange = view.seconds;
     m_last = view.record;
@@ -91,8 +98,6 @@ void HumanReport::follow(const StatusView& view)
     m_parts.silence = view.seconds - m_lastChange;
     m_parts.bytesDone = view.record.m_bytesDone;
     m_parts.bytesTotal = view.record.m_bytesTotal;
-    if (m_parts.stage.empty())
-        m_parts.stage = englishText(textkey::kStateConnection, {});
     if (view.step.progress.has_value())
         m_parts.percent = view.step.progress;
     if (!view.step.textKey.has_value())
@@ -144,11 +149,15 @@ std::string HumanReport::verdictText(const Outcome& outcome, bool colours, std::
 void HumanReport::finish(const Outcome& outcome)
 {
     m_display.clearLive();
-    const auto rows = firmwareTable(outcome);
-    if (outcome.verdict != Verdict::shown && isError(outcome.verdict))
-        m_display.prompt(verdictText(outcome, m_display.hasColours(), m_display.textColumns()));
+    const bool goesToErrors = outcome.verdict != Verdict::shown && isError(outcome.verdict);
+    // Never wrapped: it is for copying.
+    const auto rule = outcome.notPermitted ? "udev rule: " + udevRuleLine() + "\n" : "";
+    const auto rows = outcome.printers ? printerTable(*outcome.printers) : firmwareTable(outcome);
+    if (goesToErrors)
+        m_display.prompt(verdictText(outcome, m_display.hasColours(), m_display.textColumns())
+                         + rule);
     else
-        m_output.write(verdictText(outcome, m_outputColours, m_outputColumns)
+        m_output.write(verdictText(outcome, m_outputColours, m_outputColumns) + rule
                        + (rows.empty() ? "" : "\n"));
     if (outcome.verdict == Verdict::wrongUsage)
         m_display.line("Run \"vymkit-cli --help\" to see what is right.");

@@ -1,5 +1,6 @@
 #include "CLI/Output.h"
 #include "CLI/Report.h"
+#include "CLI/UdevRule.h"
 
 #include <array>
 #include <cmath>
@@ -96,6 +97,33 @@ Json packageToJson(const PackageFacts& package)
     return json;
 }
 
+Json printerToJson(const ListedPrinter& printer)
+{
+    return {{"name", orNull(printer.name)},
+            {"identifier", orNull(printer.identifier)},
+            {"address", orNull(printer.address)},
+            {"connection", printer.connection},
+            {"model", orNull(printer.model)},
+            {"found_as", foundAsName(printer.foundAs)},
+            {"reason", printerReasonName(printer.reason)},
+            {"explanation", reasonText(printer)},
+            {"same_as", orNull(printer.sameAs)},
+            {"answered_model", orNull(printer.answeredModel)}};
+}
+
+Json printersToJson(const PrinterFacts& printers)
+{
+    auto json = Json::array();
+    for (const auto& printer : printers.list)
+        json.push_back(printerToJson(printer));
+    return json;
+}
+
+Json udevRule()
+{
+    return {{"file", udevRuleFile()}, {"line", udevRuleLine()}};
+}
+
 Json resultToJson(const Outcome& outcome)
 {
     Json json = {{"type", "result"},
@@ -109,13 +137,18 @@ Json resultToJson(const Outcome& outcome)
                  {"seconds", inTenths(outcome.seconds)},
                  {"firmware_bytes_sent", outcome.bytesWentOut},
                  {"address", orNull(outcome.address)},
+                 {"printer_name", orNull(outcome.printerName)},
                  {"printer_model", orNull(outcome.printerModel)},
                  {"firmware", Json::array()},
-                 {"package", Json()}};
+                 {"package", Json()},
+                 {"printers", Json()},
+                 {"udev_rule", outcome.notPermitted ? udevRule() : Json()}};
     for (const auto& firmware : outcome.firmware)
         json["firmware"].push_back(outcomeToJson(firmware));
     if (outcome.package.has_value())
         json["package"] = packageToJson(*outcome.package);
+    if (outcome.printers.has_value())
+        json["printers"] = printersToJson(*outcome.printers);
     return json;
 }
 
@@ -142,7 +175,7 @@ class JsonReport : public Report {
 public:
     explicit JsonReport(int descriptor) : m_output(descriptor) { }
 
-    void asking(double /*seconds*/) override { }
+    void waiting(const std::string& /*stage*/, double /*seconds*/) override { }
 
     void status(const StatusView& view) override
     {

@@ -74,6 +74,8 @@ constexpr std::array kTexts = {
     KeyText{"Unreachable",
             "There is no connection to the printer at {address}: it could not be made, or it was "
             "lost {place}."},
+    KeyText{"NotPermittedTitle", "not permitted"},
+    KeyText{"NotPermitted", "This user may not open the USB printer at {address}."},
     KeyText{"UnreadableVersion",
             "The version of {firmware}, in the package or in the printer at {address}, cannot be "
             "compared."},
@@ -99,6 +101,7 @@ constexpr std::array kAdvice = {
     KeyText{"Unreachable",
             "Check that the printer is switched on, that {address} is its address and that "
             "nothing between it and this computer blocks the connection, then try again."},
+    KeyText{"NotPermitted", "{permission}"},
     KeyText{"UnreadableVersion", "Get another package for this printer."},
     KeyText{"StoppedByUser", "Start again when you are ready."},
     KeyText{"StoppedByDeadline", "Start again with a longer --deadline."},
@@ -116,14 +119,15 @@ std::string_view find(const std::array<KeyText, size>& texts, std::string_view k
 
 std::string_view factOf(const MessageFacts& facts, std::string_view name)
 {
-    const std::array<std::pair<std::string_view, std::string_view>, 7> known = {
+    const std::array<std::pair<std::string_view, std::string_view>, 8> known = {
         {{"address", facts.address},
          {"model", facts.model},
          {"printer", facts.printer},
          {"firmware", facts.firmware},
          {"place", facts.place},
          {"number", facts.number},
-         {"count", facts.count}}};
+         {"count", facts.count},
+         {"permission", facts.permission}}};
     const auto* fact = std::find_if(known.begin(), known.end(),
                                     [name](const auto& each) { return each.first == name; });
     return fact != known.end() ? fact->second : std::string_view();
@@ -214,8 +218,8 @@ std::string updatedText(const FirmwareOutcome& outcome)
 
 std::string verdictWord(Verdict verdict)
 {
-    constexpr std::array<const char*, 9> kWords = {
-        "",       "Updated", "Update available", "Nothing to update", "Refused",
-        "Failed", "Stopped", "Wrong usage",      "No usable package"};
+    constexpr std::array<const char*, 11> kWords = {
+        "",        "Updated",     "Update available",  "Nothing to update", "Refused",   "Failed",
+        "Stopped", "Wrong usage", "No usable package", "Printers",          "No printer"};
     return kWords.at(static_cast<std::size_t>(verdict));
 }

@@ -17,6 +17,7 @@ struct MessageFacts {
     std::string place; // how far the run had come, such as "while firmware 1 (MAIN) was being sent"
     std::string number;
     std::string count;
+    std::string permission; // how to be allowed to open a USB printer
 };
 
 // The key's text with the facts in it; the key itself where there is no text.

@@ -1,5 +1,6 @@
 #include "CLI/Outcome.h"
 
+#include "UI/PlainText.h"
 #include "VYM/ProtocolResult.h"
 
 #include <array>
@@ -56,6 +57,18 @@ Outcome packageOutcome(const Options& options, std::string problem)
     outcome.name = "no-usable-package";
     outcome.message = std::move(problem);
     outcome.next = NextStep::chooseOtherPackage;
-    outcome.address = options.address.value_or("");
+    outcome.address = plainText(options.address.value_or(options.uri.value_or("")));
+    return outcome;
+}
+
+Outcome printerOutcome(const Options& options, std::string name, std::string problem)
+{
+    Outcome outcome;
+    outcome.command = options.command;
+    outcome.exitCode = exitcode::kNoSuchPrinter;
+    outcome.verdict = Verdict::noPrinter;
+    outcome.name = std::move(name);
+    outcome.message = std::move(problem);
+    outcome.next = NextStep::retry;
     return outcome;
 }

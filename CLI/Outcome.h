@@ -5,6 +5,7 @@
 #pragma once
 #include "CLI/Options.h"
 #include "CLI/PackageFacts.h"
+#include "CLI/PrinterFacts.h"
 #include "UI/UpdateRun.h"
 #include "VYM/ModelDependCheckVer.h"
 
@@ -18,6 +19,8 @@ constexpr int kNothingToUpdate = 2;
 constexpr int kEngineBase = 10; // plus the engine's result code without its sign
 constexpr int kUsage = 64; // as sysexits.h counts
 constexpr int kNoPackage = 66;
+constexpr int kNoSuchPrinter = 68;
+constexpr int kNoPrintServer = 69;
 constexpr int kStopped = 130; // as a shell reports Ctrl-C
 } // namespace exitcode
 
@@ -32,6 +35,8 @@ enum class Verdict : std::uint8_t {
     stopped,
     wrongUsage,
     noPackage,
+    listed, // printers
+    noPrinter,
 };
 
 enum class Decision : std::uint8_t { send, skip, refuse, undecided };
@@ -61,13 +66,18 @@ struct Outcome {
     std::string message;
     NextStep next = NextStep::none;
     std::string address;
+    std::string printerName; // of the queue that led to the printer
     std::string printerModel; // where the printer was asked for it
     bool bytesWentOut = false;
     std::vector<FirmwareOutcome> firmware;
     std::optional<PackageFacts> package; // for the command that shows it
+    std::optional<PrinterFacts> printers; // for the command that lists them
+    bool notPermitted = false; // a USB printer is there that this user may not open
     double seconds = 0;
 };
 
 int exitCodeOf(int resultCode);
 Outcome usageOutcome(const Options& options, std::string message);
 Outcome packageOutcome(const Options& options, std::string problem);
+// No printer is meant by the words that name one, or one that cannot be updated.
+Outcome printerOutcome(const Options& options, std::string name, std::string problem);

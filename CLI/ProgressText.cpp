@@ -63,8 +63,8 @@ std::string behindBar(const ProgressParts& parts, double percent)
 std::string progressLine(const ProgressParts& parts, std::size_t columns)
 {
     if (!parts.percent.has_value() || !std::isfinite(*parts.percent))
-        return parts.stage + ": waiting for the printer, " + wholeSeconds(parts.silence) + "  "
-            + clockText(parts.seconds);
+        return parts.stage + (parts.stageTellsWho ? ", " : ": waiting for the printer, ")
+            + wholeSeconds(parts.silence) + "  " + clockText(parts.seconds);
     const auto percent = std::clamp(*parts.percent, 0.0, 100.0);
     const auto behind = behindBar(parts, percent);
     const auto used = columnsNeeded(parts.stage) + columnsNeeded(behind) + 1;

@@ -14,6 +14,7 @@ struct ProgressParts {
     std::uint32_t bytesTotal = 0;
     double silence = 0; // seconds in which nothing has changed
     double seconds = 0; // since the start
+    bool stageTellsWho = false; // is waited for, as in "Asking the print server"
 };
 
 // "Sending firmware 1 of 2 (MAIN) [####----]  50 %  1.0 of 2.0 MiB  0:35", the bar as wide as

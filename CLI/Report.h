@@ -24,7 +24,7 @@ struct StatusView {
 class Report {
 public:
     virtual ~Report() = default;
-    virtual void asking(double seconds) = 0; // a check waits for the printer
+    virtual void waiting(const std::string& stage, double seconds) = 0; // for somebody's answer
     virtual void status(const StatusView& view) = 0;
     // A stop was asked for; also each time that it is asked for again.
     virtual void stopping(StopCause cause, double seconds) = 0;

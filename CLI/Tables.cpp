@@ -14,6 +14,7 @@ using Row = std::vector<std::string>;
 
 constexpr std::size_t kLabelColumns = 22;
 constexpr std::size_t kWidestCell = 40; // one long name must not push all others off the screen
+constexpr std::size_t kWidestAddress = 80; // of a USB printer, whose names are escaped
 
 std::string padded(const std::string& text, std::size_t columns)
 {
@@ -21,22 +22,22 @@ std::string padded(const std::string& text, std::size_t columns)
     return used < columns ? text + std::string(columns - used, ' ') : text;
 }
 
-std::size_t columnWidth(const std::vector<Row>& rows, std::size_t column)
+std::size_t columnWidth(const std::vector<Row>& rows, std::size_t column, std::size_t widest)
 {
     std::size_t width = 0;
     for (const auto& row : rows)
         width = std::max(width, columnsNeeded(row[column]));
-    return std::min(width, kWidestCell);
+    return std::min(width, widest);
 }
 
 // The last column is not padded, so that no line ends in blanks.
-std::string table(const std::vector<Row>& rows)
+std::string table(const std::vector<Row>& rows, std::size_t widest = kWidestCell)
 {
     std::string text;
     for (const auto& row : rows) {
         text += " ";
         for (std::size_t i = 0; i + 1 < row.size(); ++i)
-            text += " " + padded(row[i], columnWidth(rows, i)) + " ";
+            text += " " + padded(row[i], columnWidth(rows, i, widest)) + " ";
         text += " " + row.back() + "\n";
     }
     return text;
@@ -150,4 +151,21 @@ std::string firmwareTable(const Outcome& outcome)
                 {firmware.displayName, orDash(firmware.displayVersion), updatedText(each)});
     }
     return table(rows);
+}
+
+std::string printerTable(const PrinterFacts& printers)
+{
+    if (printers.list.empty())
+        return {};
+    Row head = {"Name", "Address", "Connection", "Model", "Found as"};
+    if (printers.all)
+        head.emplace_back("This printer");
+    std::vector<Row> rows = {head};
+    for (const auto& each : printers.list) {
+        rows.push_back({orDash(each.name), orDash(each.address), connectionText(each),
+                        orDash(each.model), foundAsText(each.foundAs)});
+        if (printers.all)
+            rows.back().push_back(reasonText(each));
+    }
+    return table(rows, kWidestAddress);
 }

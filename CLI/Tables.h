@@ -1,4 +1,5 @@
-// What a package holds and what became of each firmware, as tables for people.
+// What a package holds, what became of each firmware, which printers there are, as tables for
+// people.
 //
 // Threads: any. Pure functions.
 #pragma once
@@ -9,3 +10,5 @@
 std::string packageTable(const PackageFacts& package);
 // Empty where no firmware was reached: there is nothing to tell then.
 std::string firmwareTable(const Outcome& outcome);
+// Empty where the list is.
+std::string printerTable(const PrinterFacts& printers);

@@ -2,6 +2,7 @@
 #include "CLI/Commands.h"
 #include "Platform/SleepInhibitor.h"
 #include "UI/PlainText.h"
+#include "UI/PrinterCheck.h"
 #include "UI/RunLog.h"
 #include "UI/vym_etc.h"
 #include "VYM/ProtocolResult.h"
@@ -13,13 +14,21 @@ namespace {
 
 constexpr unsigned long kEnginePolling = 500; // milliseconds between two questions to the printer
 
+UpdateFacts begunFacts(const Destination& destination)
+{
+    UpdateFacts facts;
+    facts.address = destination.address;
+    facts.printerName = destination.printerName;
+    return facts;
+}
+
 // One run of the engine's worker, watched until the worker has ended.
 class WatchedRun {
 public:
-    WatchedRun(const PackageFacts& package, Workplace& place)
-        : m_package(package), m_place(place), m_address(place.options.address.value_or(""))
+    WatchedRun(const PackageFacts& package, Workplace& place, Destination& destination)
+        : m_package(package), m_place(place), m_run(destination.run),
+          m_facts(begunFacts(destination))
     {
-        m_facts.address = m_address;
         m_facts.lastRecord.m_result = result::kSuccess;
     }
     ~WatchedRun() { vym_thread_delete(m_worker); }
@@ -33,6 +42,7 @@ public:
             watch();
         else
             m_facts.endCode = result::kSystem;
+        m_facts.notPermitted = isForbiddenPort(m_run.address());
         auto outcome = concludeUpdate(m_package, m_facts);
         m_log.end(outcome.name, outcome.resultCode);
         return outcome;
@@ -49,7 +59,7 @@ private:
 
     const PackageFacts& m_package;
     Workplace& m_place;
-    std::string m_address; // the worker's, until it has ended
+    RunTarget& m_run; // the worker's, until it has ended
     UpdateFacts m_facts;
     void* m_worker = nullptr;
     RunLog m_log;
@@ -58,8 +68,8 @@ private:
 
 void WatchedRun::beginLog()
 {
-    RunLogFacts facts{
-        "vymkit-cli " VYMKIT_VERSION, m_package.folder, m_package.model, {}, "", m_facts.address};
+    RunLogFacts facts{"vymkit-cli " VYMKIT_VERSION, m_package.folder, m_package.model, {},
+                      m_facts.printerName,          m_facts.address};
     for (const auto& firmware : m_package.firmware)
         facts.firmware.push_back({firmware.displayName, firmware.displayVersion});
     m_log.start(facts);
@@ -72,7 +82,7 @@ void WatchedRun::beginLog()
 bool WatchedRun::start()
 {
     m_worker = vym_thread_create();
-    if (!vymThread_UpdateStart(m_worker, nullptr, m_address.data(),
+    if (!vymThread_UpdateStart(m_worker, m_run.identifier(), m_run.address(),
                                static_cast<unsigned short>(m_package.portNumber)))
         return false;
     vymThread_SetPolling(m_worker, kEnginePolling);
@@ -156,9 +166,11 @@ bool isYes(std::string answer)
     return answer == "y" || answer == "yes";
 }
 
-std::string question(const PackageFacts& package, const std::string& address)
+std::string question(const PackageFacts& package, const Destination& destination)
 {
-    std::string text = "The printer at " + address + " will be updated with:\n";
+    const auto& name = destination.printerName;
+    std::string text = "The printer " + (name.empty() ? "" : name + " ") + "at "
+        + destination.address + " will be updated with:\n";
     for (const auto& firmware : package.firmware)
         text += "  " + firmware.displayName + " " + firmware.displayVersion + "\n";
     return text
@@ -167,9 +179,9 @@ std::string question(const PackageFacts& package, const std::string& address)
 }
 
 // Why the update is not to start, or none.
-StopCause ask(const PackageFacts& package, Workplace& place)
+StopCause ask(const PackageFacts& package, Workplace& place, const Destination& destination)
 {
-    place.display.prompt(question(package, *place.options.address));
+    place.display.prompt(question(package, destination));
     const auto answer = place.session.readLine(place.console.in);
     if (answer.has_value())
         return isYes(*answer) ? StopCause::none : StopCause::answer;
@@ -179,14 +191,13 @@ StopCause ask(const PackageFacts& package, Workplace& place)
 
 } // namespace
 
-Outcome runUpdate(const PackageFacts& package, Workplace& place)
+Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& destination)
 {
     if (!place.options.yes) {
-        UpdateFacts facts;
-        facts.address = place.options.address.value_or("");
-        facts.stop = ask(package, place);
+        auto facts = begunFacts(destination);
+        facts.stop = ask(package, place, destination);
         if (facts.stop != StopCause::none)
             return concludeUpdate(package, facts);
     }
-    return WatchedRun(package, place).run();
+    return WatchedRun(package, place, destination).run();
 }

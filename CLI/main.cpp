@@ -1,8 +1,10 @@
 #include "CLI/CommandLine.h"
+#include "Platform/SystemPrintServer.h"
 #include "Platform/SystemUsbHost.h"
 
 int main(int argc, char** argv)
 {
     UsbHost::plugIn(systemUsbHost());
-    return runCommandLine(argc, argv);
+    const auto printServer = makeSystemPrintServer();
+    return runCommandLine(argc, argv, printServer.get());
 }

@@ -1,6 +1,7 @@
 #include "UI/PrinterCheck.h"
 
 #include "DevConn/ConnResult.h"
+#include "DevConn/UsbForbidden.h"
 #include "UI/DevConnMgrController.h"
 #include "UI/vymParseController.h"
 #include "UI/vym_etc.h"
@@ -118,6 +119,12 @@ std::string productOf(const std::string& port)
         return {};
     rest.remove_prefix(slash + 1);
     return unescaped(rest.substr(0, rest.find('?')));
+}
+
+bool isForbiddenPort(const std::string& port)
+{
+    auto* host = UsbHost::plugged();
+    return host != nullptr && isUsbPort(port) && usbForbidden::holds(*host, port);
 }
 
 std::optional<std::string> askForModel(const std::string& port)

@@ -28,5 +28,7 @@ std::optional<std::string> serialKey(const std::string& port);
 // The product that a port string names, escapes resolved; empty for other texts.
 std::string productOf(const std::string& port);
 
+// Is the printer of this port string on the bus, and this user may not open it? Asks no device.
+bool isForbiddenPort(const std::string& port);
 // The model, or none where the device cannot be opened or does not tell.
 std::optional<std::string> askForModel(const std::string& port);

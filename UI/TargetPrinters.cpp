@@ -1,5 +1,6 @@
 #include "UI/TargetPrinters.h"
 
+#include "DevConn/UsbForbidden.h"
 #include "UI/DevConnMgrController.h"
 #include "UI/VYM_Utilities.h"
 
@@ -69,9 +70,11 @@ private:
     void add(PrinterFinding finding, PrinterReason reason);
     [[nodiscard]] PrinterReason judgeQueue(PrinterFinding& finding);
     [[nodiscard]] PrinterReason judgeUsb(PrinterFinding& finding);
+    [[nodiscard]] bool isLookedAt(const std::string& key) const; // on USB
     [[nodiscard]] bool isListed(const std::string& key, PrinterFinding& finding) const;
     [[nodiscard]] PrinterReason ask(PrinterFinding& finding);
     void resolve(PrinterInfo& printer) const;
+    void addForbidden();
     void explainSilence(const std::string& port);
 
     const PrinterSearch& m_search;
@@ -161,7 +164,8 @@ PrinterReason ListMaker::ask(PrinterFinding& finding)
     m_observer.askingDevice(*finding.printer);
     const auto model = askForModel(*finding.printer->printerURI());
     if (!model)
-        return PrinterReason::noAnswer;
+        return isForbiddenPort(*finding.printer->printerURI()) ? PrinterReason::notPermitted
+                                                               : PrinterReason::noAnswer;
     finding.answeredModel = *model;
     return isOfModel(m_search.rule, *model) ? PrinterReason::candidate : PrinterReason::otherModel;
 }
@@ -182,6 +186,35 @@ void ListMaker::addUsbPrinters()
         add(std::move(finding), reason);
         explainSilence(port);
     }
+    addForbidden();
+}
+
+// Whether the bus's list has them depends on what the system tells of them; they are told once.
+void ListMaker::addForbidden()
+{
+    auto* host = UsbHost::plugged();
+    if (host == nullptr || !goesOn())
+        return;
+    for (const auto& device : usbForbidden::printers(*host)) {
+        const auto key = serialKey(device.m_port);
+        if (key && isLookedAt(*key))
+            continue;
+        PrinterFinding finding;
+        finding.printer = PrinterInfo::initWithPrinterName(m_search.usbPrinterName,
+                                                           device.m_product, device.m_port);
+        finding.foundAs = FoundAs::usb;
+        finding.connectionType = kConnectionUsb;
+        add(std::move(finding), PrinterReason::notPermitted);
+    }
+}
+
+bool ListMaker::isLookedAt(const std::string& key) const
+{
+    const auto& all = m_made.findings;
+    return std::any_of(all.begin(), all.end(), [&key](const auto& each) {
+        return each.foundAs == FoundAs::usb
+            && serialKey(each.printer->printerURI().value_or("")) == key;
+    });
 }
 
 PrinterReason ListMaker::judgeUsb(PrinterFinding& finding)

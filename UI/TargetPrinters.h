@@ -4,9 +4,10 @@
 //
 // Owns:    nothing; what it gives belongs to whoever asked.
 // Threads: makeTargetPrinterList from any thread, one call at a time in a process, after the
-//          description was loaded; it waits for the print server and for USB devices, seconds each,
-//          so a window calls it beside its own thread. The observer is called on that thread, never
-//          after the return. The cancel flag may be set from any thread; the rest is pure.
+//          description was loaded and devConnMgr_Instance was called once; it waits for the print
+//          server and for USB devices, seconds each, so a window calls it beside its own thread.
+//          The observer is called on that thread, never after the return. The cancel flag may be
+//          set from any thread; the rest is pure.
 // Errors:  a print server or a bus that is not there is an empty list with a reason. Only
 //          std::bad_alloc is thrown; whatever was borrowed from the connection manager is then
 //          back.

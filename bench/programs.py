@@ -8,6 +8,7 @@ from desk import BIN, CLI, MIB, Result, instructions, package, system_calls
 IMAGE_MIB = 64
 PAIRS = 31
 PIECE = 65536 - 60  # MAXPACKET less the head of a file packet
+QUEUES = 500
 DATA_PATH = str(BIN / "bench_data_path")
 
 
@@ -47,3 +48,10 @@ def getters():
     walk = instructions("*walkRowEnds*", program)
     yield Result("getters", asked / walk, 3,
                  f"of one memchr pass over the rows ({walk} instructions), per question")
+
+
+def printers():
+    program = [str(BIN / "bench_printers"), str(QUEUES), str(PAIRS)]
+    done = subprocess.run(program, check=True, capture_output=True, text=True)
+    yield Result("printers", float(done.stdout), 1.2,
+                 f"of the time in which libcups hands over {QUEUES} queues")

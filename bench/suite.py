@@ -16,6 +16,7 @@ BENCHMARKS = {
     "data-path": programs.data_path,
     "start": programs.start,
     "getters": programs.getters,
+    "printers": programs.printers,
     "window": window.window,
     "memory": updates.memory,
     "fleet": updates.fleet,

@@ -65,7 +65,7 @@ int CommandRun::run(const std::vector<std::string>& words)
     const MemoryStream output;
     const MemoryStream errors;
     const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    const int code = runCommandLine(static_cast<int>(arguments.size()), arguments.data(),
+    const int code = runCommandLine(static_cast<int>(arguments.size()), arguments.data(), &server,
                                     {standardInput >= 0 ? standardInput : nothing,
                                      standardOutput >= 0 ? standardOutput : output.descriptor(),
                                      errors.descriptor()});

@@ -2,13 +2,15 @@
 // streams in memory; and the files that its output is held against.
 #pragma once
 #include "tests/CLI/FakeEngine.h"
+#include "tests/support/ScriptedPrintServer.h"
 #include "tests/support/ScriptedTime.h"
 #include "tests/support/TempFolder.h"
 
 #include <string>
 #include <vector>
 
-// The fixture: a package of two firmware in a folder of its own, a printer that never answers.
+// The fixture: a package of two firmware in a folder of its own, a printer that never answers, a
+// print server without queues, no USB.
 class CommandRun {
 public:
     CommandRun();
@@ -19,6 +21,7 @@ public:
     int runOnPackage(std::vector<std::string> words);
 
     FakeEngine& engine;
+    ScriptedPrintServer server; // without queues
     std::string out; // of the last run, its folder's name replaced by FOLDER
     std::string err;
     int standardInput = -1; // a descriptor to read answers from; none by default

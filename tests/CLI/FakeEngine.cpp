@@ -22,6 +22,13 @@ bool giveList(std::vector<std::string>& texts, std::vector<std::string> values)
     return true;
 }
 
+void takeDestination(const char* port, const char* address, unsigned short portNo)
+{
+    g_engine.address = address;
+    g_engine.identifier = port != nullptr ? std::optional<std::string>(port) : std::nullopt;
+    g_engine.port = portNo;
+}
+
 template <class T> bool giveValue(T value, T& out)
 {
     out = value;
@@ -159,6 +166,36 @@ bool vymbind_getFileSize(const char* name, unsigned long& size)
     return true;
 }
 
+std::string vymParseController::getTgmName()
+{
+    return g_engine.model;
+}
+
+std::vector<std::string> vymParseController::getDriverName()
+{
+    return {"Driver 100"};
+}
+
+std::vector<std::string> vymParseController::getDeviceIDModelName()
+{
+    return {"Model 100"};
+}
+
+bool is_std_usb_port(const char* port)
+{
+    return IsStdUSBPort(port);
+}
+
+bool is_mp_usb_prn_port(const char* /*port*/)
+{
+    return false;
+}
+
+bool is_usb_prn_port(const char* /*port*/)
+{
+    return false;
+}
+
 void* vym_thread_create()
 {
     if (!g_engine.canCreate)
@@ -173,12 +210,11 @@ void vym_thread_delete(void* worker)
         --g_engine.workers;
 }
 
-bool vymThread_UpdateStart(void* worker, char* /*port*/, char* address, unsigned short portNo)
+bool vymThread_UpdateStart(void* worker, char* port, char* address, unsigned short portNo)
 {
     if (worker == nullptr || !g_engine.canStart)
         return false;
-    g_engine.address = address;
-    g_engine.port = portNo;
+    takeDestination(port, address, portNo);
     return true;
 }
 
@@ -228,11 +264,10 @@ bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* o
     return true;
 }
 
-CheckReport vymCheck_Run(char* /*port*/, char* address, unsigned short portNo,
+CheckReport vymCheck_Run(char* port, char* address, unsigned short portNo,
                          const std::atomic<bool>& stop)
 {
-    g_engine.address = address;
-    g_engine.port = portNo;
+    takeDestination(port, address, portNo);
     if (g_engine.duringCheck)
         g_engine.duringCheck(stop);
     return g_engine.report;

@@ -46,6 +46,7 @@ struct FakeEngine {
 
     // What was asked of it.
     std::string address;
+    std::optional<std::string> identifier;
     unsigned short port = 0;
     unsigned long polling = 0;
     int workers = 0; // created and not yet deleted

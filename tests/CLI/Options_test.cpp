@@ -50,7 +50,18 @@ TEST(Options, SayWhatIsWrong)
         {"an unknown command", {"flash"}, "flash"},
         {"two commands", {"info", "check"}, "check"},
         {"an unknown option", {"info", "--force"}, "--force"},
-        {"no address", {"check"}, "needs the printer's address"},
+        {"no printer", {"check"}, "needs to know the printer"},
+        {"two printers", {"check", "-a", "192.0.2.7", "--printer", "a"}, "Only one of"},
+        {"two printers of another kind",
+         {"update", "--uri", "usb://A/P?serial=1", "--printer", "a"},
+         "Only one of"},
+        {"a printer twice", {"check", "--printer", "a", "--printer", "b"}, "--printer"},
+        {"a port string of another kind",
+         {"check", "--uri", "socket://192.0.2.7"},
+         "is no port string"},
+        {"a port string without a serial", {"check", "--uri", "usb://A/P"}, "has no serial="},
+        {"a list of one printer", {"printers", "--printer", "a"}, "about no single printer"},
+        {"all of an update", {"update", "-a", "192.0.2.7", "--all"}, "--all belongs"},
         {"an option without its value", {"check", "--address"}, "--address"},
         {"a name for an address", {"check", "--address", "printer"}, "four numbers"},
         {"an empty address", {"check", "--address", ""}, "four numbers"},
@@ -100,6 +111,41 @@ TEST(Options, APrinterAddressIsFourPlainNumbers)
     EXPECT_FALSE(isPrinterAddress(std::string("1.2.3.4\0usb", 11)));
 }
 
+TEST(Options, APortStringIsOneThatConnectionsTake)
+{
+    for (const char* good :
+         {"usb://A/P?serial=1", "lpd://192.0.2.7/", "lpd://office", "net:office", "net:192.0.2.7"})
+        EXPECT_EQ(portStringError(good), "") << good;
+    const struct {
+        const char* text;
+        const char* message;
+    } rows[] = {
+        {"", "is no port string"},
+        {"192.0.2.7", "is no port string"},
+        {"ipp://office", "is no port string"},
+        {"net6:::1", "is no port string"},
+        {"USB://A/P?serial=1", "is no port string"},
+        {" usb://A/P?serial=1", "is no port string"},
+        {"usb://A/P?Serial=1", "has no serial="},
+        {"lpd://usb-office/", "would be taken for a USB printer"},
+        {"net:usb", "would be taken for a USB printer"},
+        {"\x1b[2J", "'\\x1b[2J'"},
+    };
+    for (const auto& row : rows)
+        EXPECT_THAT(portStringError(row.text), HasSubstr(row.message)) << row.text;
+}
+
+TEST(Options, ListPrintersWithOrWithoutThoseThatCannotBeUpdated)
+{
+    const auto some = parse({"printers", "--deadline", "5"});
+    EXPECT_EQ(some.usageError, "");
+    EXPECT_EQ(some.command, Command::printers);
+    EXPECT_FALSE(some.all);
+    EXPECT_TRUE(parse({"--all", "printers", "--json"}).all);
+    EXPECT_EQ(parse({"update", "--printer", "office", "--yes"}).printer, "office");
+    EXPECT_EQ(parse({"check", "--uri", "net:office"}).uri, "net:office");
+}
+
 TEST(Options, ATimeLimitIsAPositiveNumber)
 {
     EXPECT_EQ(parseSeconds("1"), 1.0);
@@ -111,8 +157,9 @@ TEST(Options, ATimeLimitIsAPositiveNumber)
 TEST(Options, EveryOneIsOnTheHelpPage)
 {
     for (const char* word :
-         {"info ", "check ", "update ", "-a, --address A", "-y, --yes", "-p, --package FOLDER",
-          "--deadline S", "--json", "-q, --quiet", "-v, --verbose", "--no-color", "NO_COLOR",
-          "-h, --help", "--version", "Examples:", "Exit codes:"})
+         {"info ",        "printers ",  "--printer NAME",  "--uri PORT",    "--all",
+          "check ",       "update ",    "-a, --address A", "-y, --yes",     "-p, --package FOLDER",
+          "--deadline S", "--json",     "-q, --quiet",     "-v, --verbose", "--no-color",
+          "NO_COLOR",     "-h, --help", "--version",       "Examples:",     "Exit codes:"})
         EXPECT_THAT(std::string(kHelpText), HasSubstr(word));
 }

@@ -49,6 +49,8 @@ TEST(ProgressText, SaysThatItWaitsWhereNobodyKnowsHowFarItIs)
     EXPECT_EQ(progressLine(parts, 90), waiting);
     parts.percent = std::numeric_limits<double>::infinity();
     EXPECT_EQ(progressLine(parts, 90), waiting);
+    const ProgressParts asking{"Asking the print server", {}, 0, 0, 2.0, 3.0, true};
+    EXPECT_EQ(progressLine(asking, 90), "Asking the print server, 2 s  0:03");
 }
 
 TEST(ProgressText, SaysThatItWaitsWhereNothingMoves)

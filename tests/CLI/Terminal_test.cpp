@@ -58,7 +58,7 @@ public:
         std::atomic<bool> done{false};
         std::thread reader([&] { read(done); });
         const int code = runCommandLine(static_cast<int>(arguments.size()), arguments.data(),
-                                        {m_program, m_program, m_program});
+                                        nullptr, {m_program, m_program, m_program});
         done = true;
         reader.join();
         return code;

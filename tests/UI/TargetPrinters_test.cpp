@@ -258,6 +258,34 @@ TEST_F(TargetPrinterList, TellsADeviceOfAnotherModelFromOneThatIsSilent)
     EXPECT_EQ(made.findings[2].answeredModel, "");
 }
 
+TEST_F(TargetPrinterList, TellsOncePerDeviceThatNobodyMayOpenIt)
+{
+    auto& forbidden = host.printer();
+    forbidden.forbidden = true;
+    forbidden.opens = false;
+    server.queue("cable", port("S1"));
+    server.queue("gone", port("S2"));
+    EXPECT_THAT(
+        findings(),
+        ElementsAre("cable: not-permitted", "gone: no-answer", "A USB printer: not-permitted"));
+    EXPECT_THAT(made.candidates, IsEmpty());
+    EXPECT_EQ(made.findings[2].printer->printerURI(),
+              "usb://Record%20Vendor/Record%20Product?serial=S1");
+    search.driverOnly = true;
+    EXPECT_THAT(findings(), ElementsAre("cable: not-permitted", "gone: no-answer"));
+}
+
+// The list cannot name what tells it nothing; the system's records may.
+TEST_F(TargetPrinterList, HasForbiddenDevicesThatTheBusListCannotName)
+{
+    auto& forbidden = host.printer();
+    forbidden.forbidden = true;
+    forbidden.opens = false;
+    forbidden.productName.reset();
+    EXPECT_THAT(findings(),
+                ElementsAre("A USB printer: no-serial", "A USB printer: not-permitted"));
+}
+
 TEST_F(TargetPrinterList, TakesExactNamesBeforeThePrefix)
 {
     ScriptedModels usb;

@@ -27,6 +27,14 @@ std::vector<std::string> printerCommand(const std::string& address, const std::s
     return joined(command, options);
 }
 
+// A log's and a login manager's place of its own, beside what the test sets.
+Process::Environment withOwnFolders(const TempFolder& state, Process::Environment environment)
+{
+    environment.push_back("XDG_STATE_HOME=" + state.path().string());
+    environment.push_back("DBUS_SYSTEM_BUS_ADDRESS=unix:path=" + (state / "no-bus"));
+    return environment;
+}
+
 std::vector<std::string> cliCommand(std::vector<std::string> arguments, CliRun::Pauses pauses)
 {
     const auto* program = pauses == CliRun::Pauses::full ? VYMKIT_CLI : VYMKIT_CLI_FAST;
@@ -101,10 +109,9 @@ std::string VirtualPrinter::transcript() const
     return readFile(m_store.path() / m_address / "transcript.txt");
 }
 
-CliRun::CliRun(std::vector<std::string> arguments, Pauses pauses)
-    : m_process(cliCommand(std::move(arguments), pauses),
-                {"XDG_STATE_HOME=" + m_state.path().string(),
-                 "DBUS_SYSTEM_BUS_ADDRESS=unix:path=" + (m_state / "no-bus")})
+CliRun::CliRun(std::vector<std::string> arguments, Pauses pauses,
+               const Process::Environment& environment)
+    : m_process(cliCommand(std::move(arguments), pauses), withOwnFolders(m_state, environment))
 {
 }
 

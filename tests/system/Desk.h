@@ -60,7 +60,8 @@ class CliRun {
 public:
     // fast: the same program with shortened pauses; otherwise the one that users get.
     enum class Pauses { shortened, full };
-    explicit CliRun(std::vector<std::string> arguments, Pauses pauses = Pauses::shortened);
+    explicit CliRun(std::vector<std::string> arguments, Pauses pauses = Pauses::shortened,
+                    const Process::Environment& environment = {});
     [[nodiscard]] Process& process() { return m_process; }
     int exitCode(std::chrono::seconds limit = std::chrono::seconds(60));
     // All lines; every one of them has to be JSON, and the last one has to be the result.

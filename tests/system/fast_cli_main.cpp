@@ -1,5 +1,6 @@
 // The command line with every pause and event wait a twentieth of its length, on the real clock.
 #include "CLI/CommandLine.h"
+#include "Platform/SystemPrintServer.h"
 #include "Platform/SystemUsbHost.h"
 #include "tests/support/ScriptedTime.h"
 
@@ -8,5 +9,6 @@ int main(int argc, char** argv)
     constexpr unsigned long kFactor = 20;
     const ShortPauses pauses(kFactor);
     UsbHost::plugIn(systemUsbHost());
-    return runCommandLine(argc, argv);
+    const auto printServer = makeSystemPrintServer();
+    return runCommandLine(argc, argv, printServer.get());
 }

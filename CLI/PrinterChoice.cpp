@@ -1,0 +1,68 @@
+#include "CLI/PrinterChoice.h"
+
+#include "CLI/PrinterFacts.h"
+#include "UI/PlainText.h"
+
+#include <vector>
+
+namespace {
+
+using Findings = std::vector<const PrinterFinding*>;
+using Text = const PrinterInfo::Text& (PrinterInfo::*)() const;
+
+// A USB printer that is no candidate has no name of its own: it is not meant.
+bool hasName(const PrinterFinding& finding)
+{
+    return finding.foundAs == FoundAs::queue || finding.reason == PrinterReason::candidate;
+}
+
+Findings called(const TargetPrinters& made, const std::string& name, Text text)
+{
+    Findings found;
+    for (const auto& finding : made.findings) {
+        if (hasName(finding) && (*finding.printer.*text)() == name)
+            found.push_back(&finding);
+    }
+    return found;
+}
+
+std::string choices(const Findings& found)
+{
+    std::string text;
+    for (const auto* finding : found) {
+        const auto listed = listedPrinter(*finding);
+        text += (text.empty() ? "" : ", ")
+            + (listed.identifier.empty() ? listed.name : listed.identifier) + " ("
+            + (listed.address.empty() ? "without an address" : listed.address) + ")";
+    }
+    return text;
+}
+
+PrinterChoice problem(PrinterChoice::Problem kind, std::string message)
+{
+    return {nullptr, kind, std::move(message)};
+}
+
+} // namespace
+
+PrinterChoice choosePrinter(const TargetPrinters& made, const std::string& name)
+{
+    using Problem = PrinterChoice::Problem;
+    auto found = called(made, name, &PrinterInfo::printerID);
+    if (found.empty())
+        found = called(made, name, &PrinterInfo::printerName);
+    const auto quoted = "'" + plainText(name) + "'";
+    if (found.empty())
+        return problem(Problem::unknown,
+                       "No printer is called " + quoted
+                           + ". Run \"vymkit-cli printers --all\" to see every printer.");
+    if (found.size() > 1)
+        return problem(Problem::several,
+                       quoted + " fits several printers: " + choices(found)
+                           + ". Give --printer a queue's identifier, or --uri an address.");
+    if (found.front()->reason != PrinterReason::candidate)
+        return problem(Problem::unsuitable,
+                       "The printer " + quoted + " cannot be updated: it "
+                           + reasonText(listedPrinter(*found.front())) + ".");
+    return {found.front()->printer, Problem::none, {}};
+}

@@ -1,0 +1,40 @@
+// The printers that were found, as values: what is shown of each, and why it can be updated or
+// cannot. All texts are fit to be shown.
+//
+// Owns:    its texts, by value.
+// Threads: any. Pure functions.
+#pragma once
+#include "UI/TargetPrinters.h"
+
+#include <string>
+#include <vector>
+
+struct ListedPrinter {
+    std::string name;
+    std::string identifier; // of its queue; empty without one
+    std::string address; // the port string, as --uri takes it; may be empty
+    std::string connection; // a stable name
+    std::string model;
+    FoundAs foundAs = FoundAs::queue;
+    PrinterReason reason = PrinterReason::candidate;
+    std::string sameAs;
+    std::string answeredModel;
+};
+
+struct PrinterFacts {
+    bool all = false; // the list has every printer, not only those that can be updated
+    std::vector<ListedPrinter> list;
+    std::size_t found = 0; // all that were looked at
+    std::size_t candidates = 0;
+    std::size_t notPermitted = 0;
+    std::string serverProblem; // empty where the print server answered
+};
+
+PrinterFacts printerFacts(const TargetPrinters& made, bool all);
+ListedPrinter listedPrinter(const PrinterFinding& finding);
+
+const char* foundAsName(FoundAs foundAs); // stable
+std::string foundAsText(FoundAs foundAs);
+std::string connectionText(const ListedPrinter& printer);
+// The rest of a sentence that begins with the printer: "does not answer".
+std::string reasonText(const ListedPrinter& printer);

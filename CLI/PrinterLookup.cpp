@@ -1,0 +1,106 @@
+#include "CLI/PrinterLookup.h"
+
+#include "CLI/BackgroundTask.h"
+#include "UI/DevConnMgrController.h"
+#include "UI/PlainText.h"
+
+#include <limits>
+#include <new>
+
+namespace {
+
+// For so many seconds a question that is no longer wanted may go on: most have ended by then.
+constexpr double kGrace = 1;
+
+// What is being asked, told by one thread and shown by another.
+class Whereabouts : public PrinterSearchObserver {
+public:
+    explicit Whereabouts(Session& session) : m_session(session) { }
+    void askingPrintServer() override { say("Asking the print server"); }
+    void lookingOnUsb() override { say("Looking for printers on USB"); }
+    void askingDevice(const PrinterInfo& printer) override
+    {
+        say("Asking " + plainText(printer.printerName().value_or("")) + " ("
+            + plainText(printer.printerURI().value_or("")) + ")");
+    }
+    [[nodiscard]] std::string stage() const
+    {
+        const HoldLock hold(m_lock);
+        return m_stage;
+    }
+
+private:
+    void say(std::string stage)
+    {
+        {
+            const HoldLock hold(m_lock);
+            m_stage = std::move(stage);
+        }
+        m_session.notify();
+    }
+    Session& m_session;
+    mutable CRITSECT m_lock;
+    std::string m_stage VYM_GUARDED_BY(m_lock);
+};
+
+// All that the looking thread works with, so that it can outlive the wait for it.
+struct Lookup {
+    explicit Lookup(Session& session) : whereabouts(session) { }
+    PrinterSearch search;
+    std::atomic<bool> cancel{false};
+    Whereabouts whereabouts;
+    TargetPrinters made;
+    bool isOutOfMemory = false;
+    BackgroundTask task; // last: ends before what it works with
+};
+
+void start(Lookup& lookup, Workplace& place)
+{
+    devConnMgr_Instance(); // made on this thread, before another one asks for it
+    lookup.search.rule = packagedPrinterRule();
+    lookup.search.server = place.printServer;
+    lookup.search.driverRoot = driverFolderRoot();
+    lookup.task.start(place.session, [&lookup] {
+        try {
+            lookup.made = makeTargetPrinterList(lookup.search, lookup.cancel, lookup.whereabouts);
+        } catch (const std::bad_alloc&) {
+            lookup.isOutOfMemory = true;
+        }
+    });
+}
+
+// Why the wait ended before the looking did, or none.
+StopCause watch(Lookup& lookup, Workplace& place)
+{
+    auto stop = StopCause::none;
+    auto leaveAt = std::numeric_limits<double>::infinity();
+    while (!lookup.task.isDone() && place.session.seconds() < leaveAt) {
+        const auto wake = place.session.wait();
+        if (lookup.cancel)
+            continue;
+        place.report.waiting(lookup.whereabouts.stage(), place.session.seconds());
+        if (wake != Wake::signal && wake != Wake::deadline)
+            continue;
+        lookup.cancel = true;
+        leaveAt = place.session.seconds() + kGrace;
+        stop = wake == Wake::signal ? StopCause::user : StopCause::deadline;
+    }
+    return stop;
+}
+
+} // namespace
+
+LookupResult lookUpPrinters(Workplace& place)
+{
+    auto lookup = std::make_unique<Lookup>(place.session);
+    start(*lookup, place);
+    const auto stop = watch(*lookup, place);
+    if (!lookup->task.isDone()) {
+        place.isThreadLeft = true;
+        static_cast<void>(lookup.release()); // its thread's, until the process ends
+        return {{}, stop};
+    }
+    if (lookup->isOutOfMemory)
+        throw std::bad_alloc();
+    return {std::move(lookup->made), stop};
+}
