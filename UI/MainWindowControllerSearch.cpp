@@ -2,6 +2,8 @@
 
 #include "UI/PlainText.h"
 
+#include <system_error>
+
 // Hands what it is told to the interface's thread.
 class MainWindowControllerSearch::Observer : public PrinterSearchObserver {
 public:
@@ -46,8 +48,13 @@ void MainWindowControllerSearch::start(bool driverOnly)
     m_driverOnly = driverOnly;
     m_isStale = m_thread.joinable(); // one that is still at work is followed by the new one
     m_cancel = m_isStale;
-    if (!m_isStale)
+    if (m_isStale)
+        return;
+    try {
         m_thread = std::thread([this, driverOnly] { run(driverOnly); });
+    } catch (const std::system_error&) {
+        emit threadFound({}); // no printers, and the address entry is still there
+    }
 }
 
 void MainWindowControllerSearch::cancel()
@@ -63,14 +70,15 @@ void MainWindowControllerSearch::run(bool driverOnly)
         Observer observer(*this);
         found = m_find(driverOnly, m_cancel, observer);
     } catch (const std::bad_alloc&) {
-        found = {}; // no printers, and the address entry is still there
+        found = {};
     }
     emit threadFound(found);
 }
 
 void MainWindowControllerSearch::threadEnded(const TargetPrinters& found)
 {
-    m_thread.join();
+    if (m_thread.joinable())
+        m_thread.join();
     if (!m_isWanted)
         return;
     if (m_isStale) {

@@ -1,4 +1,4 @@
-"""Benchmark of the wizard: its first window, against a program that shows a small interface file."""
+"""Benchmark of the wizard: its first window, against a program that shows a small form."""
 
 import contextlib
 import statistics
@@ -14,7 +14,7 @@ FORM = [str(BIN / "bench_form"), str(ROOT / "bench/form.ui")]
 
 @contextlib.contextmanager
 def screen():
-    """An X server of its own; yields the environment of programs that end after their first paint."""
+    """An X server; yields the environment of programs that are to end after their first paint."""
     with tempfile.TemporaryDirectory(prefix="vymkit-bench-") as home, subprocess.Popen(
             ["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as server:

@@ -56,12 +56,12 @@ class Access(WizardCase):
     def start_in(self, language):
         self.use_language(language)
         printer = Printer(self.desk, *SLOW)
-        queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Model A"))
+        queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Vymprint 200"))
         self.start(Package(self.desk, rows=(EVERY_SYSTEM, "NEEDENTEROPERATION YES")),
                    environment=queues.environment)
 
     def test_switches_between_printers_and_address_without_a_click(self):
-        queues = PrintSystem(self.desk, ("office", "lpd://127.0.0.2/", "Model A"))
+        queues = PrintSystem(self.desk, ("office", "lpd://127.0.0.2/", "Vymprint 200"))
         self.start(Package(self.desk), environment=queues.environment)
         self.to_device_page()
         self.wizard.find("table cell", "office")

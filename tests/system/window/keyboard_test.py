@@ -36,8 +36,8 @@ class Keyboard(WizardCase):
         self.assert_stored(printer, package)
 
     def test_reaches_printers_and_address_and_buttons_in_turn(self):
-        queues = PrintSystem(self.desk, ("office", "lpd://127.0.0.2/", "Model A"),
-                             ("reception", "lpd://127.0.0.3/", "Model A"))
+        queues = PrintSystem(self.desk, ("office", "lpd://127.0.0.2/", "Vymprint 200"),
+                             ("reception", "lpd://127.0.0.3/", "Vymprint 200"))
         self.start(Package(self.desk), environment=queues.environment)
         self.wizard.keys("Return")
         self.wizard.wait_for(self.texts["Preference_Description"])

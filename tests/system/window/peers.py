@@ -11,9 +11,9 @@ from wizard import BIN
 
 QUEUES = str(BIN.parent / "tests/private_queues")
 PORT = 48350
-MODEL = "MODEL-A"
-ROWS = ("TGMNAME MODEL-A", 'MODELNAME "Model A"', "DRIVERNAME Model", "ENTERTIME 1", "EXITTIME 1",
-        "UPDATETIME 2")
+MODEL = "Vymprint 200"
+ROWS = (f'TGMNAME "{MODEL}"', f'MODELNAME "{MODEL}"', "DRIVERNAME Vymprint", "ENTERTIME 1",
+        "EXITTIME 1", "UPDATETIME 2")
 SLOW = ("--write-rate", 8000)  # a printer that writes long enough for every text to be seen
 EVERY_SYSTEM = "PLATFORMVERSION MACOS=0"
 

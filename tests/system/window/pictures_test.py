@@ -14,6 +14,9 @@ from peers import EVERY_SYSTEM, SLOW, Firmware, Package, Printer, PrintSystem
 
 PICTURES = pathlib.Path(os.environ.get("VYMKIT_PICTURES", "build/dev/pictures"))
 BY_HAND = (EVERY_SYSTEM, "NEEDENTEROPERATION YES")  # shows the line about the download mode
+USUAL, SMALL = (1024, 768), (800, 480)
+TWICE = {"size": (2048, 1536), "environment": {"QT_SCALE_FACTOR": "2"}}
+
 # Every other message that a run can end with: its title's key, and how the printer brings it about.
 ENDS = {
     "nothing-to-do": ("NoUpdateEndTitle", ["--firmware", "MAIN=AB010300"]),
@@ -34,15 +37,15 @@ class Picture(WizardCase):
     def setUp(self):
         PICTURES.mkdir(parents=True, exist_ok=True)
 
-    def walk(self, language, name, size=(1280, 1024), dark=False, environment=None):
+    def walk(self, language, name, size=USUAL, dark=False, environment=None):
         """From the first page to the last message, with a picture at every step."""
         self.name = f"{language}-{name}"
         self.whole_screen = size == SMALL
         self.take_desk(Desk(*size))
         self.use_language(language)
         printer = Printer(self.desk, *SLOW)
-        queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Model A"),
-                             ("reception", "lpd://192.0.2.17/queue", "Model A Plus"))
+        queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Vymprint 200"),
+                             ("reception", "lpd://192.0.2.17/queue", "Vymprint 210"))
         environment = {**(environment or {}), **queues.environment,
                        **(dark_desktop(self.desk) if dark else {})}
         self.start(Package(self.desk, rows=BY_HAND), environment=environment)
@@ -95,7 +98,7 @@ class Picture(WizardCase):
 
     def ends(self, language):
         """All runs side by side, each on a screen of its own."""
-        self.take_desk(Desk(screens=len(ENDS)))
+        self.take_desk(Desk(*USUAL, screens=len(ENDS)))
         self.use_language(language)
         package = Package(self.desk, NEEDS_NEWER)
         wizards = {}
@@ -117,7 +120,7 @@ class Picture(WizardCase):
 
     def test_of_an_unsupported_system(self):
         for language in ("en", "ja"):
-            self.take_desk(Desk())
+            self.take_desk(Desk(*USUAL))
             self.use_language(language)
             package = Package(self.desk, rows=["PLATFORMVERSION MACOS=9999"])
             self.wizard = self.start_unseen("--package", package.folder)
@@ -126,7 +129,7 @@ class Picture(WizardCase):
 
     def test_of_a_device_page_without_printers(self):
         for language in ("en", "ja"):
-            self.take_desk(Desk())
+            self.take_desk(Desk(*USUAL))
             self.use_language(language)
             self.start(Package(self.desk))
             self.to_device_page()
@@ -169,9 +172,6 @@ class Picture(WizardCase):
     def test_in_japanese_dark_on_a_small_screen(self):
         self.walk("ja", "dark-800x480", SMALL, dark=True)
 
-
-SMALL = (800, 480)
-TWICE = {"size": (2560, 2048), "environment": {"QT_SCALE_FACTOR": "2"}}
 
 if __name__ == "__main__":
     unittest.main()

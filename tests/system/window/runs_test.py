@@ -19,8 +19,8 @@ class Run(WizardCase):
 
     def test_brings_every_byte_to_the_printer_behind_a_queue(self):
         package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk)
-        queues = PrintSystem(self.desk, ("far", "lpd://127.0.0.2/", "Model A Plus"),
-                             ("near", f"lpd://{printer.address}/", "Model A"),
+        queues = PrintSystem(self.desk, ("far", "lpd://127.0.0.2/", "Vymprint 210"),
+                             ("near", f"lpd://{printer.address}/", "Vymprint 200"),
                              ("other", f"lpd://{printer.address}/x", "Another Maker 7"))
         self.start(package, environment=queues.environment)
         self.to_device_page()

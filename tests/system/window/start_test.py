@@ -24,7 +24,7 @@ class Start(WizardCase):
         wizard = self.start(Package(self.desk))
         cells = [node.name for node in wizard.nodes("table cell")]
         self.assertEqual(cells, ["Main controller", "AB010200", "Boot loader", "AB010300"])
-        self.assertTrue(wizard.shows("Model A"))
+        self.assertTrue(wizard.shows("Vymprint 200"))
 
     def test_refuses_a_system_that_the_package_does_not_support(self):
         package = Package(self.desk, rows=["PLATFORMVERSION MACOS=9999"])
@@ -46,7 +46,7 @@ class Start(WizardCase):
         shutil.copy(BIN / "vymkit", program)
         shutil.copy(BIN / "MainWindow.ui", package.folder)
         self.wizard = self.start_unseen(program=program)
-        self.wizard.wait_for("Model A")
+        self.wizard.wait_for("Vymprint 200")
 
     def test_ends_without_a_window_where_its_interface_file_is_missing(self):
         program = self.desk.folder / "vymkit"
@@ -59,13 +59,14 @@ class Start(WizardCase):
     def test_leaves_only_the_address_where_there_is_no_printer_to_choose(self):
         self.start(Package(self.desk))
         self.to_device_page()
+        self.wizard.wait_for(self.texts["Device_NoPrinters"])
         by_name = self.wizard.find("radio button", self.texts["Device_SpecifyPrinteName"])
         by_address = self.wizard.find("radio button", self.texts["Device_SpecifyIPAddress"])
         self.assertFalse(by_name.has("enabled"))
         self.assertTrue(by_address.has("checked"))
 
     def test_offers_the_printer_list_first_where_there_are_queues(self):
-        queues = PrintSystem(self.desk, ("office", "lpd://127.0.0.2/", "Model A"))
+        queues = PrintSystem(self.desk, ("office", "lpd://127.0.0.2/", "Vymprint 200"))
         self.start(Package(self.desk), environment=queues.environment)
         self.to_device_page()
         self.wizard.find("table cell", "office")

@@ -80,7 +80,7 @@ class Wizard:
         return any(text in node.text for node in self.showing())
 
     def alert(self, *titles, limit=LIMIT):
-        """Waits for a question or message with one of these titles; gives its texts, title first."""
+        """Waits for a message with one of these titles; gives its texts, the title first."""
         def asked():
             nodes = self.showing()
             texts = [node.text for node in nodes if node.role == "label"]
@@ -137,7 +137,7 @@ class Wizard:
         self.until(has_it, f"the focus on a {role} {name!r}")
 
     def type_address(self, address):
-        """Into the cell that has the focus and those behind it; three digits move on by themselves."""
+        """Into the cell with the focus and those behind it; three digits move on by themselves."""
         numbers = address.split(".")
         for place, number in enumerate(numbers):
             self.type(number)
