@@ -10,6 +10,7 @@ import sys
 
 import programs
 import updates
+import usb
 import window
 
 BENCHMARKS = {
@@ -18,6 +19,7 @@ BENCHMARKS = {
     "getters": programs.getters,
     "printers": programs.printers,
     "window": window.window,
+    "usb": usb.bulk,
     "memory": updates.memory,
     "fleet": updates.fleet,
     "update": updates.whole_update,

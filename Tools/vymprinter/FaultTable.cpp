@@ -101,12 +101,28 @@ constexpr std::array<FaultRow, static_cast<std::size_t>(FaultKind::count)> kFaul
     {FaultKind::drip, "drip", Stage::enter, kAnswered, Span::connection, false,
      "from there on sends every reply byte by byte, one each 100 ms",
      "the connection counts as lost"},
+    {FaultKind::haltOut, "halt-out", Stage::piece, kAny, Span::once, false,
+     "halts its bulk-out pipe (STALL), also in the middle of a packet, and forgets the updater",
+     "the connection was lost", true},
+    {FaultKind::haltIn, "halt-in", Stage::enter, kAny, Span::once, false,
+     "halts its bulk-in pipe (STALL) instead of replying, and forgets the updater",
+     "the connection was lost", true},
+    {FaultKind::emptyPacket, "empty-packet", Stage::enter, kAnswered, Span::once, false,
+     "sends an empty packet ahead of the reply",
+     "nothing: a good updater reads on", true},
+    {FaultKind::idHalt, "id-halt", Stage::deviceId, stageBit(Stage::deviceId), Span::stage, false,
+     "refuses to tell its device ID (STALL)",
+     "the printer is not found", true},
+    {FaultKind::idSilent, "id-silent", Stage::deviceId, stageBit(Stage::deviceId), Span::stage,
+     false, "leaves the question for its device ID without an answer for 10 s",
+     "the printer is not found", true},
 }};
 
-constexpr std::array<StageRow, 7> kStages = {{
+constexpr std::array<StageRow, 8> kStages = {{
     {Stage::connect, "connect"}, {Stage::enter, "enter"},   {Stage::getFile, "get-file"},
     {Stage::piece, "piece"},     {Stage::lastBlock, "last-block"},
     {Stage::status, "status"},   {Stage::exit, "exit"},
+    {Stage::deviceId, "device-id"},
 }};
 // clang-format on
 

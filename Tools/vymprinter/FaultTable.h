@@ -27,6 +27,7 @@ struct FaultRow {
     bool wantsValue;
     std::string_view does;
     std::string_view seen; // by a person whose updater meets it
+    bool usbOnly = false; // no other carrier can show it
 };
 
 [[nodiscard]] std::span<const FaultRow> faultTable();

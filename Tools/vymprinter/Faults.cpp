@@ -119,7 +119,7 @@ std::string faultList()
             + ".\n    Stage: " + stageNames(stageBit(row.usual));
         if (row.stages != stageBit(row.usual))
             list += ", when none is named; can be " + stageNames(row.stages);
-        list += ".\n";
+        list += row.usbOnly ? ". Only with --usb.\n" : ".\n";
     }
     return list;
 }
@@ -190,7 +190,7 @@ FaultSet FaultPlan::breakAt(std::uint64_t bytes) const
     FaultSet now;
     for (const auto& fault : m_faults) {
         const bool breaks = fault.kind == FaultKind::close || fault.kind == FaultKind::reset
-            || fault.kind == FaultKind::stall;
+            || fault.kind == FaultKind::stall || fault.kind == FaultKind::haltOut;
         if (breaks && fault.stage == Stage::piece && bytes >= fault.at.value_or(0))
             now.add(fault.kind);
     }

@@ -16,7 +16,7 @@
 
 namespace vymprinter {
 
-enum class Stage { connect, enter, getFile, piece, lastBlock, status, exit };
+enum class Stage { connect, enter, getFile, piece, lastBlock, status, exit, deviceId };
 
 enum class FaultKind {
     refuseBusy,
@@ -48,6 +48,11 @@ enum class FaultKind {
     busyForever,
     statusOver100,
     drip,
+    haltOut,
+    haltIn,
+    emptyPacket,
+    idHalt,
+    idSilent,
     count // how many there are; none itself
 };
 

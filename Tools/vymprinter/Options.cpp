@@ -1,5 +1,7 @@
 #include "Tools/vymprinter/Options.h"
 
+#include "Tools/vymprinter/FaultTable.h"
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
@@ -15,8 +17,8 @@ constexpr std::int64_t kLongestDelay = 3'600'000; // an hour
 constexpr std::size_t kLongestTargetInfo = 16U << 20;
 
 constexpr const char* kDescription =
-    "A virtual printer: the printer's side of a firmware update over TCP, with every failure\n"
-    "that an update can meet. Prints one line per printer as soon as it listens.";
+    "A virtual printer: the printer's side of a firmware update over TCP or on a USB bus, with\n"
+    "every failure that an update can meet. Prints one line per printer as soon as it is there.";
 constexpr const char* kExamples =
     "Examples:\n"
     "  vymprinter --model \"Model 100\" --firmware MAIN=01.00 --store received\n"
@@ -26,16 +28,19 @@ constexpr const char* kExamples =
     "  vymprinter --fault close@piece:100000\n"
     "      the connection breaks after 100000 bytes of firmware\n"
     "  vymprinter --fault list\n"
-    "      all failures that it can show\n\n"
-    "Exit codes: 0 ended as asked, 1 an address or a folder cannot be used, 64 wrong usage.";
+    "      all failures that it can show\n"
+    "  vymprinter --usb any --model \"Model 100\"\n"
+    "      a printer on the USB bus, where the kernel has a device controller\n\n"
+    "Exit codes: 0 ended as asked, 1 an address, a USB controller or a folder cannot be used, 64\n"
+    "wrong usage.";
 
 // The command line's own view of what is asked, before it is put together.
 struct Raw {
-    std::vector<std::string> listen = {"127.0.0.1"};
+    std::vector<std::string> listen;
     std::uint32_t count = 1;
     std::vector<std::string> firmware;
     std::string targetInfo;
-    std::string replies = "every";
+    std::string replies; // empty: every over TCP, tenths over USB
     std::int64_t replyDelay = 0;
     std::string store;
     std::vector<std::string> faults;
@@ -45,8 +50,10 @@ struct RepliesWord {
     const char* word;
     Replies replies;
 };
-constexpr std::array<RepliesWord, 3> kReplies = {
-    {{"every", Replies::every}, {"last", Replies::last}, {"none", Replies::none}}};
+constexpr std::array<RepliesWord, 4> kReplies = {{{"every", Replies::every},
+                                                  {"last", Replies::last},
+                                                  {"none", Replies::none},
+                                                  {"tenths", Replies::tenths}}};
 
 const RepliesWord* repliesWord(const std::string& text)
 {
@@ -57,7 +64,7 @@ const RepliesWord* repliesWord(const std::string& text)
 
 std::string oneOfReplies(const std::string& text)
 {
-    return repliesWord(text) != nullptr ? "" : "'" + text + "' is not every, last or none";
+    return repliesWord(text) != nullptr ? "" : "'" + text + "' is not every, tenths, last or none";
 }
 
 void addPrinterOptions(CLI::App& app, Raw& raw, PrinterModel& model)
@@ -76,9 +83,10 @@ void addPrinterOptions(CLI::App& app, Raw& raw, PrinterModel& model)
                    "Bytes per second that it writes after the last block; 0 writes at once")
         ->check(CLI::Range(std::uint64_t{0}, kFastestWrite))
         ->capture_default_str();
-    app.add_option("--replies", raw.replies, "Which pieces of firmware it acknowledges (every)")
+    app.add_option("--replies", raw.replies,
+                   "Which pieces of firmware it acknowledges (every over TCP, tenths over USB)")
         ->check(oneOfReplies)
-        ->type_name("every|last|none");
+        ->type_name("every|tenths|last|none");
     app.add_option("--reply-delay", raw.replyDelay,
                    "Milliseconds by which every reply is late while the printer reads on")
         ->check(CLI::Range(std::int64_t{0}, kLongestDelay))
@@ -101,16 +109,20 @@ void addDeskOptions(CLI::App& app, Raw& raw, Options& options)
         ->type_name("ADDRESS[:PORT]")
         ->allow_extra_args(false);
     app.add_option("--count", raw.count,
-                   "Number of printers, on consecutive addresses from the first --listen")
+                   "Number of printers, on consecutive addresses from the first --listen, or on "
+                   "as many controllers")
         ->check(CLI::Range(1U, kMostPrinters))
         ->capture_default_str();
     app.add_option("--store", raw.store,
-                   "Keep received firmware and a transcript in FOLDER/ADDRESS/")
+                   "Keep received firmware and a transcript in FOLDER/ADDRESS/ (or CONTROLLER/)")
         ->type_name("FOLDER");
     app.add_option("--fault", raw.faults,
                    "Failure to show, NAME[@STAGE[:N]]; repeatable; 'list' explains all")
         ->type_name("SPEC")
         ->allow_extra_args(false);
+    app.add_option("--faulty-connections", options.faultyConnections,
+                   "Show failures on the first N connections only; 0: on all")
+        ->capture_default_str();
     app.add_option("--sessions", options.sessions, "End after that many connections have ended");
     app.add_flag("--quiet", options.quiet, "Tell nothing on standard error but errors");
 }
@@ -140,7 +152,8 @@ std::string readTargetInfo(const std::string& path)
 std::vector<Endpoint> readEndpoints(const Raw& raw)
 {
     std::vector<Endpoint> endpoints;
-    for (const auto& text : raw.listen) {
+    const auto listen = raw.listen.empty() ? std::vector<std::string>{"127.0.0.1"} : raw.listen;
+    for (const auto& text : listen) {
         const auto endpoint = parseEndpoint(text);
         if (!endpoint)
             throw CLI::ValidationError(
@@ -154,11 +167,13 @@ std::vector<Endpoint> readEndpoints(const Raw& raw)
     return endpoints;
 }
 
-Fault readFault(const std::string& spec)
+Fault readFault(const std::string& spec, bool onUsb)
 {
     auto parsed = parseFault(spec);
     if (!parsed.fault)
         throw CLI::ValidationError("--fault", parsed.error);
+    if (!onUsb && faultRow(parsed.fault->kind).usbOnly)
+        throw CLI::ValidationError("--fault", "'" + spec + "' needs a printer with --usb");
     return std::move(*parsed.fault);
 }
 
@@ -167,14 +182,23 @@ void putTogether(const Raw& raw, Options& options)
     auto& model = options.model;
     if (model.name.find_first_of("\r\n\"") != model.name.npos)
         throw CLI::ValidationError("--model", "a model name has no quotes and no line ends");
-    options.endpoints = readEndpoints(raw);
+    const bool onUsb = !options.usb.controllers.empty();
+    if (onUsb && !raw.listen.empty())
+        throw CLI::ValidationError("--usb", "a printer is on the USB bus or listens, not both");
+    if (onUsb)
+        completeUsbOptions(options.usb, raw.count, model.name);
+    else
+        options.endpoints = readEndpoints(raw);
     if (!raw.firmware.empty())
         model.firmware.clear();
     for (const auto& text : raw.firmware)
         model.firmware.push_back(readFirmware(text));
     for (const auto& spec : raw.faults)
-        options.faults.push_back(readFault(spec));
-    model.replies = repliesWord(raw.replies)->replies;
+        options.faults.push_back(readFault(spec, onUsb));
+    const auto* const replies = repliesWord(raw.replies);
+    model.replies = replies != nullptr ? replies->replies
+        : onUsb                        ? Replies::tenths
+                                       : Replies::every;
     model.replyDelay = Millis(raw.replyDelay);
     if (!raw.targetInfo.empty())
         model.targetInfo = readTargetInfo(raw.targetInfo);
@@ -193,6 +217,7 @@ ParsedOptions parseOptions(int argc, const char* const* argv)
     app.set_version_flag("--version", "vymprinter " VYMKIT_VERSION);
     addDeskOptions(app, raw, options);
     addPrinterOptions(app, raw, options.model);
+    addUsbOptions(app, options.usb);
     try {
         app.parse(argc, argv);
         if (std::find(raw.faults.begin(), raw.faults.end(), "list") != raw.faults.end()) {

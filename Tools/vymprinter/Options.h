@@ -6,6 +6,7 @@
 #include "Tools/vymprinter/Faults.h"
 #include "Tools/vymprinter/PrinterModel.h"
 #include "Tools/vymprinter/TcpListen.h"
+#include "Tools/vymprinter/UsbOptions.h"
 
 #include <filesystem>
 
@@ -14,10 +15,12 @@ namespace vymprinter {
 constexpr int kExitUsage = 64; // the command line is wrong
 
 struct Options {
-    std::vector<Endpoint> endpoints; // one printer each
+    std::vector<Endpoint> endpoints; // one printer each; none with USB
+    UsbOptions usb;
     PrinterModel model;
     std::vector<Fault> faults;
     std::optional<std::filesystem::path> store;
+    std::uint64_t faultyConnections = 0; // faults strike these first ones; 0: all
     std::uint64_t sessions = 0; // end after that many; 0: never
     bool quiet = false;
 };

@@ -24,7 +24,9 @@ constexpr std::uint32_t kLargestPacket = 64U << 20; // what this program is will
 constexpr std::uint32_t kSmallestBlock = 29; // a file-block head and one byte of text
 
 // Which pieces of firmware the printer acknowledges; errors are always told.
-enum class Replies { every, last, none };
+// "tenths": the last piece and each that is the first of a new tenth of its file, as printers on
+// the bus do, where updaters wait for no others.
+enum class Replies { every, last, none, tenths };
 
 struct FirmwareVersion {
     std::string name;

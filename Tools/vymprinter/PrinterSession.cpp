@@ -10,6 +10,8 @@ namespace {
 // A packet that is a little too long is refused, one that is longer ends the connection.
 constexpr std::size_t kOverlongRefused = 64U << 10;
 constexpr std::uint64_t kMillisPerSecond = 1000;
+constexpr std::uint32_t kHundred = 100;
+constexpr std::uint32_t kTenth = 10; // in per cent
 
 bool isSendFile(ByteView packetSoFar)
 {
@@ -34,6 +36,14 @@ std::optional<Stage> stageOf(const Request& request)
     }
 }
 
+// Of the connection that has just been counted.
+std::vector<Fault> faultsOf(const Printer& printer)
+{
+    const bool spared =
+        printer.faultyConnections != 0 && printer.connections > printer.faultyConnections;
+    return spared ? std::vector<Fault>() : printer.faults;
+}
+
 std::string withFaults(const std::string& verdict, const FaultSet& faults)
 {
     return faults.none() ? verdict : verdict + "; fault " + faults.names();
@@ -43,7 +53,7 @@ std::string withFaults(const std::string& verdict, const FaultSet& faults)
 
 PrinterSession::PrinterSession(Printer& printer, Millis now)
     : m_printer(printer), m_number(++printer.connections),
-      m_packetLimit(packetLimit(printer.model)), m_plan(printer.faults),
+      m_packetLimit(packetLimit(printer.model)), m_plan(faultsOf(printer)),
       m_input(std::min<std::size_t>(m_packetLimit + kOverlongRefused, kLargestPacket)),
       m_download(printer.record)
 {
@@ -176,6 +186,8 @@ void PrinterSession::sendFile(const Request& request, const FaultSet& faults, Mi
         m_download.abandon();
         return answer(request, {status::kRefused, "longer than MAXPACKET"}, faults, now);
     }
+    if (!blockKind::isLast(request.kind))
+        m_tenthReached = reachesTenth(request);
     const auto verdict = m_download.accept(request);
     if (status::isSuccess(verdict.status) && blockKind::isLast(request.kind)) {
         m_writingSince = now;
@@ -240,6 +252,10 @@ bool PrinterSession::breakOff(const FaultSet& faults, Millis now)
         end(LinkEnd::close, now);
     else if (faults.has(FaultKind::reset))
         end(LinkEnd::reset, now);
+    else if (faults.has(FaultKind::haltIn))
+        end(LinkEnd::haltIn, now);
+    else if (faults.has(FaultKind::haltOut))
+        end(LinkEnd::haltOut, now);
     else
         return false;
     remark("fault " + faults.names());
@@ -270,9 +286,26 @@ bool PrinterSession::repliesTo(const Request& request, std::uint16_t status,
 {
     if (request.command != command::kSendFile || !status::isSuccess(status) || changesReply(faults))
         return true;
-    const auto replies = m_printer.model.replies;
-    return replies == Replies::every
-        || (replies == Replies::last && blockKind::isLast(request.kind));
+    switch (m_printer.model.replies) {
+    case Replies::every:
+        return true;
+    case Replies::none:
+        return false;
+    case Replies::last:
+        return blockKind::isLast(request.kind);
+    case Replies::tenths:
+        break;
+    }
+    return blockKind::isLast(request.kind) || m_tenthReached;
+}
+
+// 32 bits, and what overflows is gone: updaters wait by the same sum.
+bool PrinterSession::reachesTenth(const Request& request)
+{
+    const auto percent = request.end != 0 ? request.start * kHundred / request.end : 0;
+    const bool reached = percent % kTenth == 0 && percent != m_lastPercent;
+    m_lastPercent = percent;
+    return reached;
 }
 
 void PrinterSession::answer(const Request& request, const Verdict& verdict, const FaultSet& faults,

@@ -23,6 +23,7 @@ struct Printer {
     PrinterModel model;
     std::vector<Fault> faults;
     PrinterRecord& record;
+    std::uint64_t faultyConnections = 0; // faults strike these first ones; 0: all
     std::uint64_t connections = 0; // ever made
     const PrinterSession* downloading = nullptr; // the session that is in download mode
 };
@@ -63,6 +64,8 @@ private:
     [[nodiscard]] FaultSet faultsAt(const Request& request);
     [[nodiscard]] bool repliesTo(const Request& request, std::uint16_t status,
                                  const FaultSet& faults) const;
+    // Whether the piece is the first of a new tenth of its file.
+    [[nodiscard]] bool reachesTenth(const Request& request);
     [[nodiscard]] std::uint32_t writtenBy(Millis now) const;
     [[nodiscard]] bool inDownloadMode() const { return m_printer.downloading == this; }
     void leaveDownloadMode();
@@ -87,6 +90,8 @@ private:
     std::optional<FileBlocks> m_blocks; // the file that is being handed out
     FaultSet m_blockFaults;
     std::uint64_t m_firmwareBytes = 0; // received in packets that are handled
+    std::uint32_t m_lastPercent = 0; // at the last piece, of whichever file
+    bool m_tenthReached = false; // by it
     Millis m_writingSince{0};
     bool m_inputEnded = false;
     bool m_stalled = false;

@@ -12,7 +12,8 @@
 
 namespace vymprinter {
 
-enum class LinkEnd { none, close, reset };
+// How a link ends. Halting a pipe is for a carrier that has pipes.
+enum class LinkEnd { none, close, reset, haltIn, haltOut };
 
 struct Outgoing {
     Millis due{0};

@@ -19,7 +19,7 @@ constexpr std::uint32_t kLongestBody = 0xFFFFFFFF;
 constexpr std::size_t kOversize = 64U << 10;
 constexpr std::array kReplyChangers = {
     FaultKind::garbage,   FaultKind::wrongCode, FaultKind::shortReply, FaultKind::splitReply,
-    FaultKind::splitBody, FaultKind::oversized, FaultKind::lengthLie,
+    FaultKind::splitBody, FaultKind::oversized, FaultKind::lengthLie,  FaultKind::emptyPacket,
 };
 
 Bytes garbage()
@@ -76,6 +76,8 @@ std::vector<Outgoing> shapeReply(Bytes reply, const FaultSet& faults, Millis due
     const auto bytes = spoilt(std::move(reply), faults, packetLimit);
     const ByteView view = bytes;
     std::vector<Outgoing> parts;
+    if (faults.has(FaultKind::emptyPacket))
+        parts.push_back({due, {}, LinkEnd::none});
     if (faults.has(FaultKind::drip)) {
         cut(parts, view, 1, due, kDripGap);
     } else if (faults.has(FaultKind::splitReply)) {

@@ -29,6 +29,8 @@ public:
     // Why the folder cannot be written to; empty when it can, or when there is none.
     [[nodiscard]] const std::string& error() const { return m_error; }
 
+    [[nodiscard]] const std::string& label() const { return m_label; }
+
     void packet(const PacketNote& note) override;
     void remark(const std::string& sentence) override;
     [[nodiscard]] bool beginFirmware(const std::string& name) override;

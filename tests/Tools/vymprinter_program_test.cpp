@@ -185,6 +185,14 @@ TEST(VymprinterProgram, TakenAddressEndsWithOneAndNamesIt)
     EXPECT_EQ(program.exitCode(), 1);
 }
 
+// Neither configfs nor such a controller is there, or nobody may use them: it says which.
+TEST(VymprinterProgram, ControllerThatIsNotThereEndsWithOneAndSaysWhatToDo)
+{
+    Program program({"--usb", "no-such-controller"});
+    EXPECT_THAT(program.rest(), HasSubstr("cannot "));
+    EXPECT_EQ(program.exitCode(), 1);
+}
+
 TEST(VymprinterProgram, WrongUsageEndsWithSixtyFourAndSaysWhy)
 {
     const struct {
@@ -193,7 +201,7 @@ TEST(VymprinterProgram, WrongUsageEndsWithSixtyFourAndSaysWhy)
     } rows[] = {
         {{"--listen", "localhost"}, "127.0.0.1:48350"},
         {{"--fault", "slient"}, "did you mean silent?"},
-        {{"--replies", "some"}, "every, last or none"},
+        {{"--replies", "some"}, "every, tenths, last or none"},
         {{"--firmware", "MAIN"}, "NAME=VERSION"},
         {{"--firmware", "MAIN="}, "NAME=VERSION"},
         {{"--max-packet", "60"}, "61"},
@@ -203,6 +211,14 @@ TEST(VymprinterProgram, WrongUsageEndsWithSixtyFourAndSaysWhy)
         {{"--target-info", "/no/such/file"}, "/no/such/file"},
         {{"--write-rate", "-1"}, "--write-rate"},
         {{"--model", "a\"b"}, "quotes"},
+        {{"--usb", "any", "--listen", "127.0.0.1"}, "not both"},
+        {{"--usb", "any", "--usb-id", "1209"}, "1209:0001"},
+        {{"--usb", "any", "--usb-id", "1209:00001x"}, "1209:0001"},
+        {{"--usb", "any", "--usb-take", "700"}, "multiple of 512"},
+        {{"--usb", "any", "--usb-take", "32768"}, "16384"},
+        {{"--usb", "any", "--usb-serial", std::string(127, 'x')}, "126"},
+        {{"--usb", "any", "--device-id-length", "65536"}, "--device-id-length"},
+        {{"--fault", "halt-in@enter"}, "needs a printer with --usb"},
         {{"--nonsense"}, "--nonsense"},
         {{"stray"}, "stray"},
     };

@@ -15,6 +15,7 @@ TEST(VymprinterSessionFaults, ConnectionBreaksInTheMiddleOfAPiece)
         LinkEnd end;
     } rows[] = {{"close@piece:150", LinkEnd::close},
                 {"reset@piece:150", LinkEnd::reset},
+                {"halt-out@piece:150", LinkEnd::haltOut},
                 {"stall@piece:150", LinkEnd::none}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.fault);
@@ -30,6 +31,45 @@ TEST(VymprinterSessionFaults, ConnectionBreaksInTheMiddleOfAPiece)
         EXPECT_EQ(desk.end, row.end);
         EXPECT_FALSE(desk.session->wantsInput());
         EXPECT_EQ(desk.session->stalled(), row.end == LinkEnd::none);
+    }
+}
+
+TEST(VymprinterSessionFaults, PipeIsHaltedInPlaceOfTheReply)
+{
+    const struct {
+        const char* fault;
+        LinkEnd end;
+    } rows[] = {{"halt-in@exit", LinkEnd::haltIn}, {"halt-out@exit", LinkEnd::haltOut}};
+    for (const auto& row : rows) {
+        Desk desk({}, {row.fault});
+        desk.entered();
+        EXPECT_EQ(desk.end, LinkEnd::none) << row.fault;
+        EXPECT_TRUE(desk.send(requests::exit()).empty()) << row.fault;
+        EXPECT_EQ(desk.end, row.end) << row.fault;
+        EXPECT_FALSE(desk.session->wantsInput()) << row.fault;
+    }
+}
+
+TEST(VymprinterSessionFaults, EmptyPacketGoesAheadOfTheReply)
+{
+    Desk desk({}, {"empty-packet@enter"});
+    desk.session->receive(requests::enter());
+    desk.session->advance(desk.now);
+    ASSERT_FALSE(desk.session->outgoing().empty());
+    EXPECT_TRUE(desk.session->outgoing().unsent().empty());
+    desk.session->outgoing().sent(0);
+    EXPECT_EQ(desk.due(), simple(0x5101, 0x0080));
+}
+
+TEST(VymprinterSessionFaults, FirstConnectionsOnlyAreStruckWhereThatIsAsked)
+{
+    Desk desk({}, {"refuse-busy"});
+    desk.printer->faultyConnections = 2;
+    const bool struck[] = {true, false, false}; // the desk's own was the first
+    for (const bool one : struck) {
+        desk.session.reset();
+        desk.session = desk.connect();
+        EXPECT_EQ(desk.send(requests::enter()), simple(0x5101, one ? 0x1001 : 0x0080));
     }
 }
 

@@ -227,6 +227,24 @@ TEST(VymprinterSession, RepliesCanBeLeftOutButErrorsAreTold)
     }
 }
 
+TEST(VymprinterSession, RepliesAtTenthsAreThoseOfTheFirstPieceInEach)
+{
+    PrinterModel model;
+    model.replies = Replies::tenths;
+    Desk desk(model);
+    desk.entered();
+    for (int file = 0; file < 2; ++file) {
+        std::string replies; // one letter a piece
+        for (const auto& piece : requests::pieces(requests::firmware(400), 10))
+            replies += desk.send(piece).empty() ? '-' : 'r';
+        // 40 pieces of 2.5 %: a tenth begins with each fourth. The first at 0 % counts only where
+        // another file went before it.
+        EXPECT_EQ(replies,
+                  (file == 0 ? "-" : "r")
+                      + std::string("---r---r---r---r---r---r---r---r---r---r"));
+    }
+}
+
 TEST(VymprinterSession, SlowLinkDelaysEveryReplyButNotTheReading)
 {
     PrinterModel model;

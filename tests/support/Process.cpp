@@ -5,6 +5,8 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -72,9 +74,12 @@ bool Process::finished()
 
 int Process::wait(std::chrono::seconds limit)
 {
-    for (const auto end = Clock::now() + limit; !finished() && Clock::now() < end;)
-        std::this_thread::sleep_for(kLook);
-    return m_ended ? m_exitCode : -1;
+    if (!finished()) { // told by the kernel: a program may run for long
+        pollfd end{static_cast<int>(syscall(SYS_pidfd_open, m_pid, 0)), POLLIN, 0};
+        poll(&end, 1, static_cast<int>(std::chrono::milliseconds(limit).count()));
+        close(end.fd);
+    }
+    return finished() ? m_exitCode : -1;
 }
 
 bool Process::waitFor(const std::string& path, const std::string& text, std::chrono::seconds limit)

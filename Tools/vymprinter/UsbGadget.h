@@ -1,0 +1,51 @@
+// A USB device made of software: the kernel's gadget with one function whose files a program
+// serves, attached to a controller. Plugging in and pulling out is a matter of one line.
+//
+// Owns:      the gadget's folders, the function's mount and the folder below it; all of it goes
+//            with the object.
+// Threads:   one.
+// Invariant: plugged in only between plugIn() and pullOut(); nothing of other gadgets is touched.
+// Does not serve the function: UsbFunction does, between mounting and plugging in.
+#pragma once
+#include "Tools/vymprinter/UsbIdentity.h"
+
+#include <filesystem>
+
+namespace vymprinter {
+
+constexpr std::string_view kAnyController = "any";
+
+// The controllers of this machine that carry no device yet, by name.
+[[nodiscard]] std::vector<std::string> freeControllers();
+
+class UsbGadget {
+public:
+    // `number` tells this program's gadgets apart.
+    UsbGadget(std::string controller, unsigned number, const UsbIdentity& identity);
+    ~UsbGadget();
+    UsbGadget(const UsbGadget&) = delete;
+    UsbGadget& operator=(const UsbGadget&) = delete;
+
+    // Why there is no device, and what to do about it; empty when there is.
+    [[nodiscard]] const std::string& error() const { return m_error; }
+    [[nodiscard]] const std::string& controller() const { return m_controller; }
+    // Where the function's files are.
+    [[nodiscard]] const std::filesystem::path& files() const { return m_mount; }
+
+    [[nodiscard]] bool plugIn();
+    void pullOut();
+
+private:
+    void describe(const UsbIdentity& identity);
+    void mountFunction();
+    [[nodiscard]] bool set(const std::filesystem::path& path, const std::string& value);
+    [[nodiscard]] bool folder(const std::filesystem::path& path);
+
+    std::string m_controller;
+    std::string m_name;
+    std::filesystem::path m_gadget;
+    std::filesystem::path m_mount; // empty while nothing is mounted
+    std::string m_error;
+};
+
+} // namespace vymprinter
