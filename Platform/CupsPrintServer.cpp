@@ -1,12 +1,12 @@
 #include "Platform/CupsPrintServer.h"
 
 #include "Platform/IppAnswer.h"
+#include "Platform/Libcups.h"
 #include "Platform/SystemPrintServer.h"
 
 #include <array>
 #include <cerrno>
 #include <condition_variable>
-#include <cups/cups.h>
 #include <fcntl.h>
 #include <mutex>
 #include <sys/socket.h>
@@ -18,20 +18,26 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// For what is reached only after libcups was found.
+const Libcups& api()
+{
+    return *libcups();
+}
+
 // libcups forgets to free what it unpacks an answer with unless all of the answer was read, so the
 // rest of it is read away; nothing can arrive any more then, and no read waits.
 struct CloseConnection {
     void operator()(http_t* http) const
     {
-        shutdown(httpGetFd(http), SHUT_RDWR);
-        httpFlush(http);
-        httpClose(http);
+        shutdown(api().httpGetFd(http), SHUT_RDWR);
+        api().httpFlush(http);
+        api().httpClose(http);
     }
 };
 using Connection = std::unique_ptr<http_t, CloseConnection>;
 
 struct DeleteRequest {
-    void operator()(ipp_t* request) const { ippDelete(request); }
+    void operator()(ipp_t* request) const { api().ippDelete(request); }
 };
 using Request = std::unique_ptr<ipp_t, DeleteRequest>;
 
@@ -97,8 +103,8 @@ private:
 
 std::string noConnection()
 {
-    return std::string("The print system does not answer at \"") + cupsServer() + "\" ("
-        + cupsLastErrorString() + "). Is its service, usually \"cups\", running?";
+    return std::string("The print system does not answer at \"") + api().cupsServer() + "\" ("
+        + api().cupsLastErrorString() + "). Is its service, usually \"cups\", running?";
 }
 
 std::string refusal(const char* words)
@@ -114,10 +120,11 @@ constexpr const char* kNotUnderstood =
 // Not blocking while it opens: an encrypted server that says nothing would be waited for for ever.
 Connection connect(std::chrono::milliseconds limit)
 {
-    Connection http(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 0,
-                                 static_cast<int>(limit.count()), nullptr));
+    Connection http(api().httpConnect2(api().cupsServer(), api().ippPort(), nullptr, AF_UNSPEC,
+                                       api().cupsEncryption(), 0, static_cast<int>(limit.count()),
+                                       nullptr));
     if (http != nullptr)
-        httpBlocking(http.get(), 1);
+        api().httpBlocking(http.get(), 1);
     return http;
 }
 
@@ -125,26 +132,28 @@ Request makeRequest()
 {
     constexpr std::array kWanted = {"printer-name", "printer-info", "printer-location",
                                     "device-uri", "printer-make-and-model"};
-    Request request(ippNewRequest(IPP_OP_CUPS_GET_PRINTERS));
+    Request request(api().ippNewRequest(IPP_OP_CUPS_GET_PRINTERS));
     auto* raw = request.get();
-    ippAddInteger(raw, IPP_TAG_OPERATION, IPP_TAG_ENUM, "printer-type", 0);
-    ippAddInteger(raw, IPP_TAG_OPERATION, IPP_TAG_ENUM, "printer-type-mask", CUPS_PRINTER_CLASS);
-    ippAddString(raw, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
-    ippAddStrings(raw, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
-                  static_cast<int>(kWanted.size()), nullptr, kWanted.data());
+    api().ippAddInteger(raw, IPP_TAG_OPERATION, IPP_TAG_ENUM, "printer-type", 0);
+    api().ippAddInteger(raw, IPP_TAG_OPERATION, IPP_TAG_ENUM, "printer-type-mask",
+                        CUPS_PRINTER_CLASS);
+    api().ippAddString(raw, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr,
+                       api().cupsUser());
+    api().ippAddStrings(raw, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                        static_cast<int>(kWanted.size()), nullptr, kWanted.data());
     return request;
 }
 
 bool send(http_t* http, ipp_t* request)
 {
-    httpClearFields(http);
-    httpSetField(http, HTTP_FIELD_CONTENT_TYPE, "application/ipp");
-    httpSetLength(http, ippLength(request));
-    if (httpPost(http, "/") != 0)
+    api().httpClearFields(http);
+    api().httpSetField(http, HTTP_FIELD_CONTENT_TYPE, "application/ipp");
+    api().httpSetLength(http, api().ippLength(request));
+    if (api().httpPost(http, "/") != 0)
         return false;
     ipp_state_t state = IPP_STATE_IDLE;
     while (state != IPP_STATE_DATA && state != IPP_STATE_ERROR)
-        state = ippWrite(http, request);
+        state = api().ippWrite(http, request);
     return state == IPP_STATE_DATA;
 }
 
@@ -152,7 +161,7 @@ http_status_t awaitStatus(http_t* http, CutOff& cutOff)
 {
     auto status = HTTP_STATUS_CONTINUE;
     while (status == HTTP_STATUS_CONTINUE && !cutOff.happened())
-        status = httpUpdate(http);
+        status = api().httpUpdate(http);
     return status;
 }
 
@@ -161,7 +170,7 @@ bool readBody(http_t* http, std::string& body)
 {
     std::array<char, 16384> piece{};
     for (;;) {
-        const auto count = httpRead2(http, piece.data(), piece.size());
+        const auto count = api().httpRead2(http, piece.data(), piece.size());
         if (count <= 0)
             return true; // what is missing at its end, the reader of the answer notices
         body.append(piece.data(), static_cast<std::size_t>(count));
@@ -182,7 +191,7 @@ bool ask(http_t* http, CutOff& cutOff, IppAnswer& answer, std::string& reason)
     if (cutOff.happened())
         reason = kNotInTime;
     else if (status >= HTTP_STATUS_BAD_REQUEST)
-        reason = refusal(httpStatus(status));
+        reason = refusal(api().httpStatus(status));
     else
         reason = kNotUnderstood;
     return false;
@@ -203,11 +212,11 @@ bool list(std::chrono::milliseconds limit, std::vector<PrintQueue>& found, std::
         return false;
     }
     IppAnswer answer;
-    CutOff cutOff(httpGetFd(http.get()), end);
+    CutOff cutOff(api().httpGetFd(http.get()), end);
     if (!ask(http.get(), cutOff, answer, reason))
         return false;
     if (!isList(answer.status)) {
-        reason = refusal(ippErrorString(static_cast<ipp_status_t>(answer.status)));
+        reason = refusal(api().ippErrorString(static_cast<ipp_status_t>(answer.status)));
         return false;
     }
     found = std::move(answer.queues);
@@ -220,6 +229,10 @@ bool CupsPrintServer::queues(std::vector<PrintQueue>& found, std::string& reason
 {
     found.clear();
     reason.clear();
+    if (libcups() == nullptr) {
+        reason = "This computer has no print system: libcups.so.2 is not installed.";
+        return false;
+    }
     try {
         return list(m_limit, found, reason);
     } catch (const std::system_error&) { // no thread, or no descriptor, to watch the time with

@@ -3,6 +3,7 @@
 #include "UI/MainWindowController.h"
 #include "UI/PlainText.h"
 #include "UI/TextKeys.h"
+#include "UI/VYM_Utilities.h"
 #include "UI/vymParseController.h"
 
 #include <algorithm>
@@ -65,6 +66,7 @@ void MainWindowController::showOpeningPage()
 void MainWindowController::showPreferencePage()
 {
     leaveDevicePage();
+    showIcon(*_updateInfoImgView, kNoteIcon);
     selectPage(page::kPreference);
 }
 

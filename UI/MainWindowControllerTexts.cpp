@@ -161,7 +161,10 @@ void MainWindowController::dressAll()
     showPicture(*_openingImgView, QApplication::windowIcon(), kHeroIcon);
     showPicture(*_targetImgView, signIcon(QStringLiteral("printer"), *_targetImgView, kCardSign),
                 1);
-    showIcon(*_updateInfoImgView, kNoteIcon);
-    showIcon(*_updateWdwWarningImgView, kCautionIcon);
+    // Looking an icon theme through takes long: not before somebody sees the icon.
+    if (_updateInfoImgView->isVisible())
+        showIcon(*_updateInfoImgView, kNoteIcon);
+    if (_updateWdwWarningImgView->isVisible())
+        showIcon(*_updateWdwWarningImgView, kCautionIcon);
     m_isDressing = false;
 }

@@ -37,7 +37,7 @@ THIRD_PARTY = [
     (r"^CLI/CLI\.hpp$|^CLI11", ["CLI/*", "Tools/*"]),
     (r"^nlohmann/", ["CLI/*", "Tools/*"]),
     (r"^libusb", ["Platform/Libusb*"]),
-    (r"^cups/", ["Platform/CupsPrintServer.cpp"]),
+    (r"^cups/", ["Platform/Libcups.h"]),
     (r"^systemd/", ["Platform/LogindInhibitor.cpp"]),
     (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/InputNSMatrixControl.*",
                       "UI/vymTableView.*", "UI/AppController.*", "UI/MessageBoxAlerts.*",
