@@ -10,7 +10,6 @@
 #include "UI/TextKeys.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QIcon>
 #include <QLocale>
 #include <QTranslator>
@@ -37,36 +36,18 @@ bool hasDisplay()
     return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
-// Beside the program in a build tree, in the share folder of an installation.
-QString formFile()
-{
-    const auto folder = QCoreApplication::applicationDirPath();
-    const auto installed = folder + QStringLiteral("/../share/vymkit/MainWindow.ui");
-    return QFileInfo::exists(installed) ? QFileInfo(installed).canonicalFilePath()
-                                        : folder + QStringLiteral("/MainWindow.ui");
-}
-
 MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
 {
     MainWindowSetup setup;
-    setup.formFile = formFile();
+    setup.formFile = AppController::formFile();
     setup.alerts = &alerts;
     setup.version = VYMKIT_VERSION;
     setup.packageProblem = openPackage(options.packageFolder).problem;
     if (!setup.packageProblem.empty())
         say(setup.packageProblem);
-    PrinterSearch search;
-    search.driverRoot = driverFolderRoot();
-    search.usbPrinterName =
-        QCoreApplication::translate(kTextContext, textkey::kUsbPrinter).toStdString();
-    const std::shared_ptr<PrintServer> server = makeSystemPrintServer();
-    search.server = server.get();
-    setup.findPrinters = [search, server](bool driverOnly, const std::atomic<bool>& cancel,
-                                          PrinterSearchObserver& observer) mutable {
-        search.rule = packagedPrinterRule();
-        search.driverOnly = driverOnly;
-        return makeTargetPrinterList(search, cancel, observer);
-    };
+    setup.findPrinters = MainWindowControllerSearch::throughServer(
+        makeSystemPrintServer(),
+        QCoreApplication::translate(kTextContext, textkey::kUsbPrinter).toStdString());
     return setup;
 }
 
@@ -105,6 +86,7 @@ int main(int argc, char** argv)
     }
     QApplication application(argc, argv); // takes the toolkit's own options away
     QApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setDesktopFileName(QStringLiteral("vymkit"));
     options = parseWizardOptions(argc, argv);
     if (!options.usageError.empty()) {
         say(options.usageError + " See vymkit --help.");

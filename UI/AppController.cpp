@@ -1,6 +1,15 @@
 #include "UI/AppController.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
+
+QString AppController::formFile()
+{
+    const auto folder = QCoreApplication::applicationDirPath();
+    const QFileInfo installed(folder + QStringLiteral("/../share/vymkit/MainWindow.ui"));
+    return installed.exists() ? installed.canonicalFilePath()
+                              : folder + QStringLiteral("/MainWindow.ui");
+}
 
 AppController::AppController(MainWindowSetup setup)
     : _mainwindowController(MainWindowController::create(std::move(setup), m_problem))

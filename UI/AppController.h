@@ -7,6 +7,9 @@
 
 class AppController {
 public:
+    // The interface file: that of the installation, else the one beside the program.
+    static QString formFile();
+
     // Makes the controller; without a usable interface file there is none.
     explicit AppController(MainWindowSetup setup);
 

@@ -22,6 +22,22 @@ private:
     MainWindowControllerSearch& m_search;
 };
 
+MainWindowControllerSearch::Find
+MainWindowControllerSearch::throughServer(std::shared_ptr<PrintServer> server,
+                                          std::string usbPrinterName)
+{
+    return [server = std::move(server), name = std::move(usbPrinterName)](
+               bool driverOnly, const std::atomic<bool>& cancel, PrinterSearchObserver& observer) {
+        PrinterSearch search;
+        search.rule = packagedPrinterRule();
+        search.server = server.get();
+        search.driverOnly = driverOnly;
+        search.usbPrinterName = name;
+        search.driverRoot = driverFolderRoot();
+        return makeTargetPrinterList(search, cancel, observer);
+    };
+}
+
 MainWindowControllerSearch::MainWindowControllerSearch(Find find) : m_find(std::move(find))
 {
     connect(

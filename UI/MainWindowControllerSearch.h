@@ -12,6 +12,8 @@
 #include <QString>
 #include <atomic>
 #include <functional>
+#include <memory>
+#include <string>
 #include <thread>
 
 class MainWindowControllerSearch final : public QObject {
@@ -20,6 +22,9 @@ class MainWindowControllerSearch final : public QObject {
 public:
     using Find = std::function<TargetPrinters(bool driverOnly, const std::atomic<bool>& cancel,
                                               PrinterSearchObserver& observer)>;
+
+    // The product's way to find printers: the server's queues, then USB, by the package's rule.
+    static Find throughServer(std::shared_ptr<PrintServer> server, std::string usbPrinterName);
 
     explicit MainWindowControllerSearch(Find find);
     ~MainWindowControllerSearch() override;

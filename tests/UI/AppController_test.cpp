@@ -38,3 +38,9 @@ TEST(AppController, SaysWhyThereIsNoWindow)
     const AppController application(wizard.setup);
     EXPECT_NE(application.problem(), "");
 }
+
+TEST(AppController, LooksForTheInterfaceFileBesideTheProgramWhereNoneIsInstalled)
+{
+    EXPECT_EQ(AppController::formFile(),
+              QCoreApplication::applicationDirPath() + QStringLiteral("/MainWindow.ui"));
+}

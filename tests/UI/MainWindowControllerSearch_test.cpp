@@ -1,4 +1,6 @@
 #include "UI/MainWindowControllerSearch.h"
+#include "tests/support/Package.h"
+#include "tests/support/ScriptedPrintServer.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -55,6 +57,19 @@ TEST_F(MainWindowControllerSearchTest, TellsWhoIsAskedAndWhatWasFoundOnTheInterf
     EXPECT_TRUE(waitFor("found 1"));
     EXPECT_EQ(told, QStringList({"asking ", "asking A\\x1b", "asking ", "found 1"}));
     EXPECT_FALSE(search.isSearching());
+}
+
+TEST_F(MainWindowControllerSearchTest, FindsTheServersQueuesByThePackagesRule)
+{
+    Package package;
+    package.file("main.bin", "image").description({"DRIVERNAME Vymprint"}).open();
+    auto server = std::make_shared<ScriptedPrintServer>();
+    server->queue("A", "lpd://192.0.2.1/", "Vymprint 200");
+    server->queue("B", "lpd://192.0.2.2/", "Another maker's");
+    MainWindowControllerSearch search(MainWindowControllerSearch::throughServer(server, "USB"));
+    listen(search);
+    search.start(true);
+    EXPECT_TRUE(waitFor("found 1"));
 }
 
 TEST_F(MainWindowControllerSearchTest, PassesOnWhetherOnlyQueuesCount)

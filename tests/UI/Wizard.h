@@ -8,7 +8,6 @@
 #include <QTest>
 #include <condition_variable>
 #include <mutex>
-#include <source_location>
 #include <stdexcept>
 
 class Wizard {
