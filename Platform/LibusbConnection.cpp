@@ -1,6 +1,7 @@
 #include "Platform/LibusbConnection.h"
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cstring>
 
@@ -13,7 +14,24 @@ namespace {
 constexpr std::chrono::milliseconds kWriteLook{250};
 constexpr std::chrono::milliseconds kReadLook{4};
 constexpr unsigned long kLongestWait = 24UL * 60 * 60; // seconds; what a clock can add
+constexpr std::size_t kOldAnswer = 16384; // whole packets at any speed
+constexpr unsigned kOldAnswerMs = 5; // what a printer holds ready comes within one
+constexpr unsigned kStateMs = 200; // a device that does not tell has no halt that we know of
+constexpr int kMostOldAnswers = 256; // 4 MiB; a printer that never stops is not waited for
 constexpr unsigned long kLongestRequestMs = 5000; // where nobody set a time-out
+
+// A halt outlives the run that it ended. Clearing one that is not there would put a pipe out of
+// step with some devices, so it is asked for first.
+void endHalt(libusb_device_handle* handle, unsigned char endpoint)
+{
+    constexpr std::uint8_t kAskEndpoint = 0x82; // a standard request to an endpoint, to be read
+    constexpr unsigned char kHalted = 1;
+    std::array<unsigned char, 2> state{};
+    const int bytes = libusb_control_transfer(handle, kAskEndpoint, LIBUSB_REQUEST_GET_STATUS, 0,
+                                              endpoint, state.data(), state.size(), kStateMs);
+    if (bytes == static_cast<int>(state.size()) && (state[0] & kHalted) != 0)
+        libusb_clear_halt(handle, endpoint);
+}
 
 } // namespace
 
@@ -37,9 +55,30 @@ UsbStatus Connection::claim()
     libusb_set_auto_detach_kernel_driver(m_handle.get(), 1);
     const int result = libusb_claim_interface(m_handle.get(), m_facts.number);
     m_claimed = result == LIBUSB_SUCCESS;
-    if (!m_claimed)
+    if (m_claimed)
+        dropOldAnswers();
+    else
         libusb_attach_kernel_driver(m_handle.get(), m_facts.number);
     return statusOf(result);
+}
+
+// A bus has no connections: an answer that an earlier run left unread is still due, and would be
+// taken for that to this run's first request.
+void Connection::dropOldAnswers()
+{
+    std::array<unsigned char, kOldAnswer> old{};
+    for (const auto& endpoint : m_facts.endpoints) {
+        if (endpoint.type() != UsbPipe::Type::bulk)
+            continue;
+        endHalt(m_handle.get(), endpoint.address);
+        int bytes = 0;
+        for (int i = 0; endpoint.isIn() && i < kMostOldAnswers; ++i) {
+            if (libusb_bulk_transfer(m_handle.get(), endpoint.address, old.data(), old.size(),
+                                     &bytes, kOldAnswerMs)
+                != LIBUSB_SUCCESS)
+                break;
+        }
+    }
 }
 
 bool Connection::pipe(std::uint8_t number, UsbPipe& properties)

@@ -56,6 +56,7 @@ private:
                                                             : nullptr;
     }
     [[nodiscard]] const Endpoint* bulkEndpoint(std::uint8_t pipe, bool in) const;
+    void dropOldAnswers();
     bool tellWrite();
     bool tellRead();
 

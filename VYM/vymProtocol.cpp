@@ -27,6 +27,13 @@ int enterResult(std::uint16_t status)
     }
 }
 
+// What an answer that comes later than it was waited for ends the run with; kSuccess: nothing.
+int lateRefusal(std::span<const unsigned char> answer)
+{
+    const int late = fileReplyResult(packets::statusOf(answer));
+    return late == result::kDeviceError || late == result::kDamaged ? late : result::kSuccess;
+}
+
 } // namespace
 
 vymProtocol::vymProtocol() : m_manager(DevConnMgr::Instance()) { }
@@ -129,14 +136,31 @@ int vymProtocol::exchange(std::span<unsigned char> packet, Reply& reply)
     while (code == result::kSuccess && m_unanswered > 0
            && packets::isReplyTo(packets::kSendFile, reply.bytes())) {
         --m_unanswered;
-        const int late = fileReplyResult(packets::statusOf(reply.bytes()));
-        if (late == result::kDeviceError || late == result::kDamaged)
-            return late;
+        if (const int refused = lateRefusal(reply.bytes()); refused != result::kSuccess)
+            return refused;
         if (tickMilliseconds() >= deadline)
             return result::kBadReply;
         code = exchangeOnce({}, reply);
     }
     return code;
+}
+
+// The first answer after a last block may be that to an earlier piece, and the refusal of the last
+// block still under way. Where the printer cannot be asked for its state, nothing else would tell:
+// so what is due is heard for a moment. Silence is no failure here.
+int vymProtocol::hearLateAnswers()
+{
+    const auto deadline = tickMilliseconds() + kLeastMs;
+    setTimeout(kLeastMs);
+    Reply reply(*this);
+    while (m_unanswered > 0 && tickMilliseconds() < deadline
+           && exchangeOnce({}, reply) == result::kSuccess
+           && packets::isReplyTo(packets::kSendFile, reply.bytes())) {
+        --m_unanswered;
+        if (const int refused = lateRefusal(reply.bytes()); refused != result::kSuccess)
+            return refused;
+    }
+    return result::kSuccess;
 }
 
 int vymProtocol::EnterDownLoadMode(char* port, char* address, unsigned short portNo, bool flag)

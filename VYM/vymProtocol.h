@@ -102,6 +102,7 @@ private:
     int setTimeoutSeconds(int seconds);
     int exchangeOnce(std::span<unsigned char> packet, Reply& reply);
     int exchange(std::span<unsigned char> packet, Reply& reply);
+    int hearLateAnswers();
     int receiveFile(std::span<unsigned char> request, FileAssembly& file);
     int loadTargetInfo(const FileAssembly& file);
     int pieceResult(const Reply& reply, unsigned short kind);
@@ -121,7 +122,7 @@ private:
     CRITSECT m_lock;
 
     unsigned long m_timeout = 0; // milliseconds, as last set on the connection
-    unsigned long m_unanswered = 0; // pieces without a reply so far: theirs may still come
+    unsigned long m_unanswered = 0; // pieces without a reply so far: it may still come
     std::vector<unsigned char> m_sendBuffer; // head and data of a file packet, kept between calls
     VersionReason m_reason = VersionReason::undecided;
     bool m_bytesWentOut = false;

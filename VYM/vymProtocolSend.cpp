@@ -118,7 +118,10 @@ int vymProtocol::UpdateFirmware(const char* model, const char* firmName, const c
     if (vymBindInfo::Instance() == nullptr)
         return result::kSuccess;
     const int opened = image.pieces.open(fileName, image.pieceSize);
-    return opened == result::kSuccess ? sendImage(image, info) : opened;
+    if (opened != result::kSuccess)
+        return opened;
+    const int sent = sendImage(image, info);
+    return sent == result::kSuccess && !IsSupportCheckState() ? hearLateAnswers() : sent;
 }
 
 void vymProtocol::publishDecision(tag_devinfo& info, int code, const char* subFileName)

@@ -273,14 +273,36 @@ int libusb_attach_kernel_driver(libusb_device_handle* /*handle*/, int /*number*/
 int libusb_clear_halt(libusb_device_handle* /*handle*/, unsigned char endpoint)
 {
     fake().haltsCleared.push_back(endpoint);
+    if (fake().haltedPipe == endpoint)
+        fake().haltedPipe = 0;
     return 0;
 }
 
-int libusb_control_transfer(libusb_device_handle* /*handle*/, std::uint8_t /*type*/,
-                            std::uint8_t /*request*/, std::uint16_t /*value*/,
-                            std::uint16_t /*index*/, unsigned char* buffer, std::uint16_t length,
-                            unsigned timeout)
+int libusb_bulk_transfer(libusb_device_handle* /*handle*/, unsigned char endpoint,
+                         unsigned char* data, int length, int* transferred, unsigned /*timeout*/)
 {
+    if (fake().haltedPipe == endpoint)
+        return LIBUSB_ERROR_PIPE;
+    if (fake().oldAnswers.empty())
+        return LIBUSB_ERROR_TIMEOUT;
+    const auto& answer = fake().oldAnswers.front();
+    *transferred = std::min(static_cast<int>(answer.size()), length);
+    std::memcpy(data, answer.data(), static_cast<std::size_t>(*transferred));
+    if (!fake().repeatsOldAnswer)
+        fake().oldAnswers.pop_front();
+    return 0;
+}
+
+int libusb_control_transfer(libusb_device_handle* /*handle*/, std::uint8_t type,
+                            std::uint8_t /*request*/, std::uint16_t /*value*/, std::uint16_t index,
+                            unsigned char* buffer, std::uint16_t length, unsigned timeout)
+{
+    constexpr std::uint8_t kToEndpoint = 0x82;
+    if (type == kToEndpoint) {
+        std::memset(buffer, 0, length);
+        buffer[0] = fake().haltedPipe == index ? 1 : 0;
+        return length;
+    }
     fake().timeouts.push_back(timeout);
     if (!fake().reply)
         return LIBUSB_ERROR_TIMEOUT;

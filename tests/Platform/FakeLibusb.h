@@ -35,6 +35,9 @@ public:
     int eventsResult = 0;
     int submitResult = 0;
     bool cancels = true;
+    std::deque<std::string> oldAnswers; // ready to be read when the interface is claimed
+    bool repeatsOldAnswer = false; // the first of them, for ever
+    unsigned haltedPipe = 0; // an endpoint's address, until its halt is cleared
     std::deque<FakeEnd> ends; // when used up: never
     std::optional<std::string> reply; // to a control request
     std::vector<std::optional<std::string>> texts; // by index; 0 is not asked for

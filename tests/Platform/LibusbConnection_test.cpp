@@ -85,6 +85,29 @@ TEST_F(LibusbConnectionTest, KnowsItsNumbersAndPipes)
     EXPECT_FALSE(connection->pipe(4, pipe));
 }
 
+TEST_F(LibusbConnectionTest, BeginsWithoutTheAnswersAndTheHaltThatAnEarlierRunLeft)
+{
+    connection.reset();
+    library.oldAnswers = {"one", "two"};
+    EXPECT_EQ(open(), UsbStatus::ok);
+    EXPECT_TRUE(library.oldAnswers.empty());
+    EXPECT_TRUE(library.haltsCleared.empty());
+    for (const auto& endpoint : {library.endpoints.at(0), library.endpoints.at(1)}) {
+        connection.reset();
+        library.haltedPipe = endpoint.bEndpointAddress;
+        EXPECT_EQ(open(), UsbStatus::ok);
+        EXPECT_EQ(library.haltedPipe, 0U);
+    }
+}
+
+TEST_F(LibusbConnectionTest, BeginsAlsoOnAPrinterThatNeverStopsSending)
+{
+    connection.reset();
+    library.oldAnswers = {"again"};
+    library.repeatsOldAnswer = true;
+    EXPECT_EQ(open(), UsbStatus::ok);
+}
+
 TEST_F(LibusbConnectionTest, CountsOnlyTheEndpointsThatAreThere)
 {
     connection.reset();

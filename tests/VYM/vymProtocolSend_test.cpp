@@ -235,6 +235,21 @@ TEST_F(vymProtocolSend, TakesALateRefusalForWhatItIs)
     EXPECT_EQ(m_protocol->CheckState(m_info), -2);
 }
 
+TEST_F(vymProtocolSend, HearsALateRefusalOfAPrinterThatCannotBeAskedForItsState)
+{
+    prepare(50, "SPECIALCMDPATTERN NO", targetInfo("160", "SUPPORT_COMMAND 5101"));
+    m_script.queueReply("").queueReply(printer::piece()); // the piece's, taken for the last block's
+    m_script.queueReply(printer::piece(0x804)); // the last block's own
+    EXPECT_EQ(update(), -2);
+}
+
+TEST_F(vymProtocolSend, TakesSilenceAfterTheLastBlockForAnAnswerThatNeverComes)
+{
+    prepare(50, "SPECIALCMDPATTERN NO", targetInfo("160", "SUPPORT_COMMAND 5101"));
+    m_script.queueReply("").queueReply(printer::piece()).queueReply("");
+    EXPECT_EQ(update(), 1);
+}
+
 TEST_F(vymProtocolSend, PassesLateAnswersOverForNoLongerThanTheReplyMayTake)
 {
     prepare(5000);

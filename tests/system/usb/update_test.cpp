@@ -211,8 +211,10 @@ TEST(UsbUpdate, CancelsNoReadOfAnAnswerThatComesLate)
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     EXPECT_EQ(run.exitCode(), 0);
     std::size_t answers = 0;
+    bool asked = false; // before its first packet the host looks for answers to somebody else
     for (const auto& event : trace.stop()) {
-        if (!event.bulk || !event.in || event.kind == BusEvent::Kind::submitted)
+        asked = asked || (event.bulk && !event.in);
+        if (!asked || !event.bulk || !event.in || event.kind == BusEvent::Kind::submitted)
             continue;
         EXPECT_EQ(event.status, 0);
         ++answers;
