@@ -30,7 +30,7 @@ ENDS = {
     "system": ("Error_SystemTitle", ["--fault", "no-model"]),
     "other": ("Error_OtherTitle", ["--fault", "garbage@enter"]),
 }
-ABREAST = 4  # more of them, and time-outs of the printers run out on a small machine
+ABREAST = 5  # more of them, and time-outs of the printers run out on a small machine
 NEEDS_NEWER = [Firmware(version="AB010300", more=" COMPATIBLE=AB010200")]
 
 
@@ -106,7 +106,8 @@ class Picture(WizardCase):
             self.ends_abreast(language, names[first:first + ABREAST])
 
     def ends_abreast(self, language, names):
-        """Runs side by side, each on a screen of its own."""
+        """Runs side by side, each on a screen of its own. The keyboard is one for all screens, and
+        a run's windows take it: so every address is typed before the first run begins."""
         wizards = []
         for screen, name in enumerate(names):
             options = ENDS[name][1]
@@ -114,8 +115,10 @@ class Picture(WizardCase):
             printer = Printer(self.desk, *options, number=list(ENDS).index(name),
                               installed=installed)
             self.start(self.package, screen=screen)
-            self.to_run(printer.address)
+            self.to_confirmation(printer.address)
             wizards.append(self.wizard)
+        for self.wizard in wizards:
+            self.confirm()
         for name, self.wizard in zip(names, wizards):
             self.wizard.alert(self.texts[ENDS[name][0]])
             picture(self.wizard, PICTURES / f"{language}-light-6-{name}.png")
