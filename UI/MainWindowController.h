@@ -92,6 +92,7 @@ private:
     void setUpdateTexts();
     void nameControls();
     void showIcon(QLabel& label, std::uint32_t type);
+    void showTargetSign();
     void dressAll();
 
     // Pages.

@@ -6,6 +6,7 @@
 #include "UI/VYM_Utilities.h"
 #include "UI/vymParseController.h"
 
+#include <QScrollArea>
 #include <algorithm>
 #include <array>
 
@@ -35,7 +36,10 @@ int stepOf(const QString& identifier)
 
 void MainWindowController::selectPage(const char* identifier)
 {
-    _mainTabView->setCurrentWidget(pageOf(*_mainTabView, identifier));
+    auto* shown = pageOf(*_mainTabView, identifier);
+    if (auto* area = qobject_cast<QScrollArea*>(shown))
+        area->setWidgetResizable(true); // not in the form: a page that nobody sees needs no layout
+    _mainTabView->setCurrentWidget(shown);
     _buttonTabView->setCurrentWidget(pageOf(*_buttonTabView, identifier));
     const QString page = QLatin1String(identifier);
     _stepBar->setCurrentStep(stepOf(page));
@@ -115,6 +119,7 @@ void MainWindowController::showTarget()
     };
     _targetDevNameTxt->setText(shown(_targetPrinterInfo->printerName()));
     _portNameTxt->setText(shown(_targetPrinterInfo->printerURI()));
+    showTargetSign();
     selectPage(page::kConfirmation);
 }
 

@@ -151,6 +151,12 @@ void MainWindowController::showIcon(QLabel& label, std::uint32_t type)
                 1);
 }
 
+void MainWindowController::showTargetSign()
+{
+    showPicture(*_targetImgView, signIcon(QStringLiteral("printer"), *_targetImgView, kCardSign),
+                1);
+}
+
 void MainWindowController::dressAll()
 {
     if (m_isDressing) // a control's new font or colours are told to its window as well
@@ -159,9 +165,9 @@ void MainWindowController::dressAll()
     dressWindow(*_mainwindow);
     dressWindow(*_updateWindow);
     showPicture(*_openingImgView, QApplication::windowIcon(), kHeroIcon);
-    showPicture(*_targetImgView, signIcon(QStringLiteral("printer"), *_targetImgView, kCardSign),
-                1);
-    // Looking an icon theme through takes long: not before somebody sees the icon.
+    // Drawings and icon themes take long to read: not before somebody sees the icon.
+    if (_targetImgView->isVisible())
+        showTargetSign();
     if (_updateInfoImgView->isVisible())
         showIcon(*_updateInfoImgView, kNoteIcon);
     if (_updateWdwWarningImgView->isVisible())
