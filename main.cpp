@@ -3,6 +3,7 @@
 #include "CLI/Outcome.h"
 #include "CLI/PackageFacts.h"
 #include "CLI/WizardOptions.h"
+#include "Platform/EndingSignals.h"
 #include "Platform/SystemPrintServer.h"
 #include "Platform/SystemUsbHost.h"
 #include "UI/AppController.h"
@@ -36,9 +37,10 @@ bool hasDisplay()
     return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
-MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
+MainWindowSetup windowSetup(const WizardOptions& options, EndingSignals& endings, Alerts& alerts)
 {
     MainWindowSetup setup;
+    setup.endings = &endings;
     setup.formFile = AppController::formFile();
     setup.alerts = &alerts;
     setup.version = VYMKIT_VERSION;
@@ -51,7 +53,7 @@ MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
     return setup;
 }
 
-int runWizard(QApplication& application, const WizardOptions& options)
+int runWizard(QApplication& application, const WizardOptions& options, EndingSignals& endings)
 {
     QTranslator english; // what the user's own language lacks
     if (english.load(QStringLiteral(":/translations/vymkit_en")))
@@ -62,7 +64,7 @@ int runWizard(QApplication& application, const WizardOptions& options)
         QCoreApplication::installTranslator(&local);
     application.setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));
     MessageBoxAlerts alerts;
-    const auto setup = windowSetup(options, alerts);
+    const auto setup = windowSetup(options, endings, alerts);
     AppController controller(setup);
     if (controller.problem().isEmpty())
         return controller.run();
@@ -84,6 +86,7 @@ int main(int argc, char** argv)
         say("there is no display. On a computer without one, use vymkit-cli.");
         return kNoDisplay;
     }
+    EndingSignals endings; // before the toolkit's threads begin
     QApplication application(argc, argv); // takes the toolkit's own options away
     QApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName(QStringLiteral("vymkit"));
@@ -93,5 +96,5 @@ int main(int argc, char** argv)
         return exitcode::kUsage;
     }
     UsbHost::plugIn(systemUsbHost());
-    return runWizard(application, options);
+    return runWizard(application, options, endings);
 }
