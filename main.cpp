@@ -1,5 +1,4 @@
-// The wizard: reads its command line, plugs in what the operating system supplies, and shows the
-// window.
+// The wizard: reads its command line, plugs in the operating system's side, shows the window.
 #include "CLI/Outcome.h"
 #include "CLI/PackageFacts.h"
 #include "CLI/WizardOptions.h"
@@ -37,10 +36,9 @@ bool hasDisplay()
     return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
-MainWindowSetup windowSetup(const WizardOptions& options, EndingSignals& endings, Alerts& alerts)
+MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
 {
     MainWindowSetup setup;
-    setup.endings = &endings;
     setup.formFile = AppController::formFile();
     setup.alerts = &alerts;
     setup.version = VYMKIT_VERSION;
@@ -53,7 +51,7 @@ MainWindowSetup windowSetup(const WizardOptions& options, EndingSignals& endings
     return setup;
 }
 
-int runWizard(QApplication& application, const WizardOptions& options, EndingSignals& endings)
+int runWizard(const WizardOptions& options, const EndingSignals& endings)
 {
     QTranslator english; // what the user's own language lacks
     if (english.load(QStringLiteral(":/translations/vymkit_en")))
@@ -62,9 +60,10 @@ int runWizard(QApplication& application, const WizardOptions& options, EndingSig
     if (local.load(QLocale(), QStringLiteral("vymkit"), QStringLiteral("_"),
                    QStringLiteral(":/translations")))
         QCoreApplication::installTranslator(&local);
-    application.setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));
     MessageBoxAlerts alerts;
-    const auto setup = windowSetup(options, endings, alerts);
+    auto setup = windowSetup(options, alerts);
+    setup.endings = &endings;
     AppController controller(setup);
     if (controller.problem().isEmpty())
         return controller.run();
@@ -86,8 +85,8 @@ int main(int argc, char** argv)
         say("there is no display. On a computer without one, use vymkit-cli.");
         return kNoDisplay;
     }
-    EndingSignals endings; // before the toolkit's threads begin
-    QApplication application(argc, argv); // takes the toolkit's own options away
+    const EndingSignals endings; // before the toolkit's threads begin
+    const QApplication application(argc, argv); // takes the toolkit's own options away
     QApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName(QStringLiteral("vymkit"));
     options = parseWizardOptions(argc, argv);
@@ -96,5 +95,5 @@ int main(int argc, char** argv)
         return exitcode::kUsage;
     }
     UsbHost::plugIn(systemUsbHost());
-    return runWizard(application, options, endings);
+    return runWizard(options, endings);
 }

@@ -43,7 +43,7 @@ EndingSignals::~EndingSignals()
     pthread_sigmask(SIG_SETMASK, &m_formerMask, nullptr);
 }
 
-int EndingSignals::take()
+int EndingSignals::take() const
 {
     int last = 0;
     signalfd_siginfo came{};

@@ -16,7 +16,7 @@ public:
 
     // Readable while a signal waits; negative where there can be none, and signals end the process.
     [[nodiscard]] int descriptor() const { return m_descriptor; }
-    int take(); // all that wait; gives the last one's number, 0 where none waits
+    int take() const; // all that wait; gives the last one's number, 0 where none waits
 
 private:
     sigset_t m_formerMask{};

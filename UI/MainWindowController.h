@@ -32,7 +32,7 @@ struct MainWindowSetup {
     std::string packageProblem; // why there is no usable package; empty where there is one
     std::string version; // of the program
     bool isUseDriverOnly = false; // choose among print queues only
-    EndingSignals* endings = nullptr; // outlive the window
+    const EndingSignals* endings = nullptr; // outlive the window
 };
 
 class MainWindowController final : public QObject, private MainWindowControllerFields {

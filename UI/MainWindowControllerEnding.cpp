@@ -4,7 +4,7 @@
 #include <QSessionManager>
 #include <QSocketNotifier>
 
-MainWindowControllerEnding::MainWindowControllerEnding(EndingSignals* endings, Asked asked)
+MainWindowControllerEnding::MainWindowControllerEnding(const EndingSignals* endings, Asked asked)
     : m_signals(endings), m_asked(std::move(asked))
 {
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this,

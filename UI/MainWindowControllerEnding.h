@@ -19,12 +19,12 @@ public:
     using Asked = std::function<bool(const std::string& what)>;
 
     // The signals have to outlive it; null: only the session asks.
-    MainWindowControllerEnding(EndingSignals* endings, Asked asked);
+    MainWindowControllerEnding(const EndingSignals* endings, Asked asked);
 
 private:
     void takeSignal();
     void endSession(QSessionManager& session);
 
-    EndingSignals* m_signals;
+    const EndingSignals* m_signals;
     Asked m_asked;
 };

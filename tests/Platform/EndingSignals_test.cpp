@@ -18,7 +18,7 @@ bool isReadable(const EndingSignals& signals)
 
 TEST(EndingSignals, WaitUntilTheyAreTaken)
 {
-    EndingSignals signals;
+    const EndingSignals signals;
     EXPECT_FALSE(isReadable(signals));
     EXPECT_EQ(signals.take(), 0);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
@@ -31,7 +31,7 @@ TEST(EndingSignals, WaitUntilTheyAreTaken)
 
 TEST(EndingSignals, DoNotEndTheProcessThroughAnotherThread)
 {
-    EndingSignals signals;
+    const EndingSignals signals;
     std::thread([] { kill(getpid(), SIGTERM); }).join();
     EXPECT_EQ(signals.take(), SIGTERM);
 }

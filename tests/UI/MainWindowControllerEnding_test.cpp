@@ -25,7 +25,7 @@ bool endsSoon(const Wizard& wizard)
 
 TEST(MainWindowControllerEnding, TellsWhatAsksForTheEnd)
 {
-    EndingSignals endings;
+    const EndingSignals endings;
     std::vector<std::string> asked;
     const MainWindowControllerEnding ending(&endings, [&asked](const std::string& what) {
         asked.push_back(what);
@@ -53,7 +53,7 @@ TEST(MainWindowControllerEnding, NeedsNoSignals)
 
 TEST(MainWindowControllerEnding, EndsTheProgramOnAPageWithoutAQuestion)
 {
-    EndingSignals endings;
+    const EndingSignals endings;
     Wizard wizard;
     wizard.setup.endings = &endings;
     wizard.open().toPrinters();
@@ -73,7 +73,7 @@ TEST(MainWindowControllerEnding, TheSessionsEndEndsItOnAPageToo)
 
 TEST(MainWindowControllerEnding, TakesAQuestionAwayWithoutAnAnswer)
 {
-    EndingSignals endings;
+    const EndingSignals endings;
     MessageBoxAlerts boxes;
     Wizard wizard;
     wizard.setup.endings = &endings;
@@ -106,7 +106,7 @@ TEST(MainWindowControllerEnding, DoesNotTakeAnAnswerOnceTheProgramHasEnded)
 
 TEST(MainWindowControllerEnding, EndsTheProgramWhileItTellsOfAnUnsupportedSystem)
 {
-    EndingSignals endings;
+    const EndingSignals endings;
     MessageBoxAlerts boxes;
     Wizard wizard;
     wizard.setup.endings = &endings;

@@ -399,7 +399,7 @@ TEST_F(MainWindowControllerRun, ClosingTheWindowIsRefusedWithTheReasonOnIt)
 
 TEST_F(MainWindowControllerRun, ASignalIsRefusedLikeClosingAndNotedInTheLog)
 {
-    EndingSignals endings;
+    const EndingSignals endings;
     wizard.setup.endings = &endings;
     begin();
     const auto& reason = wizard.find<QLabel>("_closeRefusedTxt");
