@@ -126,7 +126,7 @@ private:
     void refuseClosing();
     void keepAwake();
     void beginLog();
-    void logPackageProblem();
+    void logPackageProblem() const;
     void endLog(int code);
     void showStage(const char* key, std::optional<std::uint32_t> number);
     void showProgress(double percent);

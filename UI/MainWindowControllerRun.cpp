@@ -158,7 +158,7 @@ void MainWindowController::keepAwake()
 }
 
 // A log of its own: for such a package there may never be a run.
-void MainWindowController::logPackageProblem()
+void MainWindowController::logPackageProblem() const
 {
     RunLogFacts facts;
     facts.program = "vymkit " + m_setup.version;
