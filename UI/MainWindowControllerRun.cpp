@@ -79,11 +79,11 @@ void MainWindowController::startUpdate()
         return;
     _mainwindow->hide();
     _closeRefusedTxt->hide();
+    showIcon(*_updateWdwWarningImgView, kCautionIcon); // the texts get the width beside it
     fitProgressLine();
     fitUpdateWindow();
     _progressAnimation->startAnimation();
     _progressCmtTxt->setText(text(textkey::kStateConnection));
-    showIcon(*_updateWdwWarningImgView, kCautionIcon);
     _updatePrg->setValue(0);
     showUpdateWindow();
     beginLog();

@@ -90,6 +90,22 @@ TEST_F(MainWindowControllerRun, BeginsWithTheProgressWindowInPlaceOfTheWizard)
     EXPECT_THAT(worker.calls(), ElementsAre("create", "start none 127.0.0.1 5001", "polling 500"));
 }
 
+class MainWindowControllerRunIn : public MainWindowControllerRun,
+                                  public ::testing::WithParamInterface<const char*> { };
+
+TEST_P(MainWindowControllerRunIn, CutsNoTextOff)
+{
+    const Language table(GetParam());
+    begin();
+    expectNothingCut(wizard.window("_updateWindow"));
+    look(state_writing, 1, 2);
+    wizard.window("_updateWindow").close(); // refused, with the reason
+    EXPECT_TRUE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
+    expectNothingCut(wizard.window("_updateWindow"));
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryLanguage, MainWindowControllerRunIn, ::testing::ValuesIn(kLanguages));
+
 TEST_F(MainWindowControllerRun, LooksAtTheWorkerOnceASecond)
 {
     begin();

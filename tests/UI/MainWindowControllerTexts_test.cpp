@@ -9,21 +9,6 @@
 
 namespace {
 
-constexpr const char* kLanguages[] = {"en", "de", "es", "fr", "ja", "zh_CN"};
-
-class Language {
-public:
-    explicit Language(const char* name)
-    {
-        if (!m_translator.load(QStringLiteral(":/translations/vymkit_") + QLatin1String(name)))
-            throw std::runtime_error(std::string("no table for ") + name);
-        QCoreApplication::installTranslator(&m_translator);
-    }
-
-private:
-    QTranslator m_translator; // leaves the application when it goes
-};
-
 QString titleOf(const Wizard& wizard, const char* table, int column)
 {
     const auto* model = wizard.find<QTableView>(table).model();
@@ -54,26 +39,6 @@ template <typename Visit> void visitPages(Wizard& wizard, Visit visit)
     wizard.press(wizard.setup.isUseDriverOnly ? "_selDev2NextBtn" : "_selDev1NextBtn");
     EXPECT_EQ(wizard.page(), "ConfirmationScreen");
     visit();
-}
-
-void expectNothingCut(const QWidget& window)
-{
-    QTest::qWait(1); // the layout is done in its own time
-    for (const auto* label : window.findChildren<QLabel*>()) {
-        if (!label->isVisible() || label->text().isEmpty())
-            continue;
-        const auto name = label->objectName().toStdString();
-        if (label->hasHeightForWidth()) {
-            EXPECT_GE(label->height(), label->heightForWidth(label->width())) << name;
-        }
-        EXPECT_GE(label->width(), label->minimumSizeHint().width()) << name;
-    }
-    for (const auto* button : window.findChildren<QAbstractButton*>()) {
-        if (button->isVisible() && !button->text().isEmpty()) {
-            EXPECT_GE(button->width(), button->sizeHint().width())
-                << button->objectName().toStdString();
-        }
-    }
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #include "UI/vymParseController.h"
 #include "VYM/vymBindInfo.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 constexpr auto kLongest = std::chrono::seconds(10); // of anything that is waited for
@@ -195,4 +197,24 @@ Wizard& Wizard::toPrinters()
     press("_prefNextBtn");
     waitForPrinters();
     return *this;
+}
+
+void expectNothingCut(const QWidget& window)
+{
+    QTest::qWait(1); // the layout is done in its own time
+    for (const auto* label : window.findChildren<QLabel*>()) {
+        if (!label->isVisible() || label->text().isEmpty())
+            continue;
+        const auto name = label->objectName().toStdString();
+        if (label->hasHeightForWidth()) {
+            EXPECT_GE(label->height(), label->heightForWidth(label->width())) << name;
+        }
+        EXPECT_GE(label->width(), label->minimumSizeHint().width()) << name;
+    }
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+        if (button->isVisible() && !button->text().isEmpty()) {
+            EXPECT_GE(button->width(), button->sizeHint().width())
+                << button->objectName().toStdString();
+        }
+    }
 }

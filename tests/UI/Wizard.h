@@ -6,6 +6,7 @@
 #include "tests/support/QueuedAlerts.h"
 
 #include <QTest>
+#include <QTranslator>
 #include <condition_variable>
 #include <mutex>
 #include <stdexcept>
@@ -73,3 +74,22 @@ private:
     std::atomic<int> m_atOnce = 0;
     std::atomic<int> m_mostAtOnce = 0;
 };
+
+constexpr const char* kLanguages[] = {"en", "de", "es", "fr", "ja", "zh_CN"};
+
+// The application's texts are of that language for as long as this lives.
+class Language {
+public:
+    explicit Language(const char* name)
+    {
+        if (!m_translator.load(QStringLiteral(":/translations/vymkit_") + QLatin1String(name)))
+            throw std::runtime_error(std::string("no table for ") + name);
+        QCoreApplication::installTranslator(&m_translator);
+    }
+
+private:
+    QTranslator m_translator; // leaves the application when it goes
+};
+
+// Every visible text and button has the room that it needs.
+void expectNothingCut(const QWidget& window);

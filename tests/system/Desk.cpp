@@ -157,4 +157,17 @@ std::vector<std::string> updateOf(const VirtualPrinter& printer, const PackageFo
             package.path(), "--yes",     "--json"};
 }
 
+std::vector<Firmware> threeFirmware()
+{
+    return {{"MAIN", "AB010200", 20000}, {"BOOT", "01.20", 100}, {"FONT", "AB0101.20", 9000}};
+}
+
+std::vector<std::string> listsOlder(std::vector<std::string> more)
+{
+    std::vector<std::string> options{"--firmware", "MAIN=AB010100", "--firmware",
+                                     "BOOT=01.10", "--firmware",    "FONT=AB0101.10"};
+    options.insert(options.end(), more.begin(), more.end());
+    return options;
+}
+
 } // namespace desk

@@ -77,4 +77,18 @@ private:
 // The arguments of an update of that printer with that package.
 std::vector<std::string> updateOf(const VirtualPrinter& printer, const PackageFolder& package);
 
+constexpr std::size_t kPiece = 4096 - 60; // the printer's usual packet without the head
+
+// Firmware with every form of version, and a printer's options to list an older one of each.
+std::vector<Firmware> threeFirmware();
+std::vector<std::string> listsOlder(std::vector<std::string> more = {});
+
+template <typename Printer> void expectStored(const Printer& printer, const PackageFolder& package)
+{
+    for (std::size_t i = 0; i < package.firmware().size(); ++i) {
+        const auto& name = package.firmware()[i].sentName();
+        EXPECT_TRUE(printer.stored(name) == package.bytesOf(i)) << name;
+    }
+}
+
 } // namespace desk

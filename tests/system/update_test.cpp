@@ -8,29 +8,6 @@ namespace {
 
 using namespace desk;
 
-constexpr std::size_t kPiece = 4096 - 60; // the printer's packet without the head
-
-std::vector<Firmware> threeFirmware()
-{
-    return {{"MAIN", "AB010200", 20000}, {"BOOT", "01.20", 100}, {"FONT", "AB0101.20", 9000}};
-}
-
-std::vector<std::string> lists(std::vector<std::string> more = {})
-{
-    std::vector<std::string> options{"--firmware", "MAIN=AB010100", "--firmware",
-                                     "BOOT=01.10", "--firmware",    "FONT=AB0101.10"};
-    options.insert(options.end(), more.begin(), more.end());
-    return options;
-}
-
-void expectStored(const VirtualPrinter& printer, const PackageFolder& package)
-{
-    for (std::size_t i = 0; i < package.firmware().size(); ++i) {
-        const auto& name = package.firmware()[i].sentName();
-        EXPECT_TRUE(printer.stored(name) == package.bytesOf(i)) << name;
-    }
-}
-
 using Ways = std::tuple<std::size_t, const char*, const char*, const char*>;
 class WholeUpdate : public ::testing::TestWithParam<Ways> { };
 
@@ -41,7 +18,7 @@ TEST_P(WholeUpdate, BringsEveryByteToThePrinter)
     firmware.resize(count);
     const PackageFolder package(firmware, {std::string("SPECIALCMDPATTERN ") + pattern});
     const VirtualPrinter printer(
-        lists({statusQuery, "--replies", replies, "--write-rate", "200000"}));
+        listsOlder({statusQuery, "--replies", replies, "--write-rate", "200000"}));
     CliRun run(updateOf(printer, package));
     ASSERT_EQ(run.exitCode(), 0) << run.process().out() << run.process().errors();
     expectStored(printer, package);
@@ -68,7 +45,7 @@ TEST_P(ImageSize, ArrivesWhole)
 {
     for (const char* pattern : {"SPECIALCMDPATTERN NO", "SPECIALCMDPATTERN YES"}) {
         const PackageFolder package({{"MAIN", "AB010200", GetParam()}}, {pattern});
-        const VirtualPrinter printer(lists());
+        const VirtualPrinter printer(listsOlder());
         CliRun run(updateOf(printer, package));
         EXPECT_EQ(run.exitCode(), 0) << run.process().out();
         expectStored(printer, package);
@@ -82,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(AroundPieces, ImageSize,
 TEST(Update, SkipsWhatThePrinterDoesNotListAndSendsTheRest)
 {
     const PackageFolder package({{"DICT", "AB010200", 500}, {"MAIN", "AB010200", 5000}});
-    const VirtualPrinter printer(lists());
+    const VirtualPrinter printer(listsOlder());
     CliRun run(updateOf(printer, package));
     EXPECT_EQ(run.exitCode(), 0);
     const auto result = run.result();
@@ -96,7 +73,7 @@ TEST(Update, SkipsWhatThePrinterDoesNotListAndSendsTheRest)
 TEST(Update, LeavesALogThatSaysHowFarItCameWhenItIsKilled)
 {
     const PackageFolder package({{"MAIN", "AB010200", 500000}});
-    const VirtualPrinter printer(lists({"--status-query", "--write-rate", "1000"}));
+    const VirtualPrinter printer(listsOlder({"--status-query", "--write-rate", "1000"}));
     CliRun run(updateOf(printer, package));
     ASSERT_TRUE(run.process().waitForOutput("writing", std::chrono::seconds(30)));
     run.process().signal(SIGKILL);
@@ -110,7 +87,7 @@ TEST(Update, LeavesALogThatSaysHowFarItCameWhenItIsKilled)
 TEST(Update, EndsWithNothingToUpdateWhenThePrinterIsUpToDate)
 {
     const PackageFolder package({{"MAIN", "AB010100", 5000}});
-    const VirtualPrinter printer(lists());
+    const VirtualPrinter printer(listsOlder());
     CliRun run(updateOf(printer, package));
     EXPECT_EQ(run.exitCode(), 2);
     EXPECT_EQ(run.result()["next"], "none");
@@ -121,7 +98,7 @@ TEST(Update, EndsWithNothingToUpdateWhenThePrinterIsUpToDate)
 TEST(Update, ClaimsNoUpdateForVersionsOfAnotherSeries)
 {
     const PackageFolder package({{"MAIN", "XY010200", 5000}});
-    const VirtualPrinter printer(lists({"--no-status-query"}));
+    const VirtualPrinter printer(listsOlder({"--no-status-query"}));
     CliRun run(updateOf(printer, package));
     EXPECT_EQ(run.exitCode(), 2) << run.process().out();
     EXPECT_EQ(run.result()["firmware"][0]["reason"], "other-series");
@@ -131,7 +108,7 @@ TEST(Update, ClaimsNoUpdateForVersionsOfAnotherSeries)
 TEST(Update, RefusesAPrinterThatIsTooOldForIt)
 {
     const PackageFolder package({{"MAIN", "AB010300", 5000, "COMPATIBLE=AB010200"}});
-    const VirtualPrinter printer(lists());
+    const VirtualPrinter printer(listsOlder());
     CliRun run(updateOf(printer, package));
     EXPECT_EQ(run.exitCode(), 22);
     EXPECT_EQ(run.result()["next"], "choose-other-package");
@@ -141,7 +118,7 @@ TEST(Update, ArrivesOverALinkWhoseAnswersComeLate)
 {
     for (const char* delay : {"15", "60", "300"}) {
         const PackageFolder package(threeFirmware(), {"UPDATETIME 5"});
-        const VirtualPrinter printer(lists({"--reply-delay", delay}));
+        const VirtualPrinter printer(listsOlder({"--reply-delay", delay}));
         CliRun run(updateOf(printer, package));
         EXPECT_EQ(run.exitCode(), 0) << delay << run.process().out();
         expectStored(printer, package);
@@ -151,7 +128,7 @@ TEST(Update, ArrivesOverALinkWhoseAnswersComeLate)
 TEST(Update, WaitsForAPrinterThatWritesSlowly)
 {
     const PackageFolder package({{"MAIN", "AB010200", 50000}});
-    const VirtualPrinter printer(lists({"--write-rate", "50000"}));
+    const VirtualPrinter printer(listsOlder({"--write-rate", "50000"}));
     CliRun run(updateOf(printer, package));
     EXPECT_EQ(run.exitCode(), 0);
     bool writing = false;
@@ -169,7 +146,7 @@ TEST(Update, RunsOnTwentyPrintersAtOnce)
     std::vector<std::string> command{VYMPRINTER, "--listen", "127.201.0.1:48350",   "--count",
                                      "20",       "--store",  store.path().string(), "--model",
                                      "MODEL-A"};
-    const auto options = lists({"--write-rate", "100000"});
+    const auto options = listsOlder({"--write-rate", "100000"});
     command.insert(command.end(), options.begin(), options.end());
     Process printer(command);
     ASSERT_TRUE(printer.waitForOutput("127.201.0.20:", std::chrono::seconds(30)));
@@ -187,7 +164,7 @@ TEST(Update, RunsOnTwentyPrintersAtOnce)
 TEST(Update, LeavesASecondUpdaterOutside)
 {
     const PackageFolder package({{"MAIN", "AB010200", 50000}});
-    const VirtualPrinter printer(lists({"--write-rate", "10000"}));
+    const VirtualPrinter printer(listsOlder({"--write-rate", "10000"}));
     CliRun first(updateOf(printer, package));
     ASSERT_TRUE(first.process().waitForOutput("\"writing\"", std::chrono::seconds(30)));
     CliRun second(updateOf(printer, package));
@@ -200,7 +177,7 @@ TEST(Update, LeavesASecondUpdaterOutside)
 TEST(Update, KeepsItsMandatedPausesInTheProgramThatUsersGet)
 {
     const PackageFolder package({{"MAIN", "AB010200", 20000}, {"BOOT", "01.20", 100}});
-    const VirtualPrinter printer(lists());
+    const VirtualPrinter printer(listsOlder());
     const auto start = std::chrono::steady_clock::now();
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     EXPECT_EQ(run.exitCode(), 0) << run.process().out();
@@ -213,7 +190,7 @@ TEST(Check, SaysWhatAnUpdateWouldDoAndSendsNoFirmware)
 {
     const PackageFolder package(
         {{"MAIN", "AB010200", 500}, {"DICT", "01.00", 500}, {"BOOT", "01.00", 500}});
-    const VirtualPrinter printer(lists());
+    const VirtualPrinter printer(listsOlder());
     CliRun run({"check", "--address", printer.address(), "--package", package.path(), "--json"});
     EXPECT_EQ(run.exitCode(), 0) << run.process().out() << run.process().errors();
     const auto firmware = run.result()["firmware"];
@@ -229,7 +206,7 @@ TEST(Check, SaysWhatAnUpdateWouldDoAndSendsNoFirmware)
 TEST(Check, EndsWithTheRefusalsCode)
 {
     const PackageFolder package({{"MAIN", "AB010200", 500}});
-    const VirtualPrinter other(lists({"--fault", "wrong-model"}));
+    const VirtualPrinter other(listsOlder({"--fault", "wrong-model"}));
     CliRun run({"check", "--address", other.address(), "--package", package.path(), "--json"});
     EXPECT_EQ(run.exitCode(), 17);
     EXPECT_EQ(run.result()["next"], "choose-other-package");
@@ -238,7 +215,7 @@ TEST(Check, EndsWithTheRefusalsCode)
 TEST(Check, FindsNothingToSend)
 {
     const PackageFolder package({{"MAIN", "AB010100", 500}});
-    const VirtualPrinter printer(lists());
+    const VirtualPrinter printer(listsOlder());
     CliRun run({"check", "--address", printer.address(), "--package", package.path(), "--json"});
     EXPECT_EQ(run.exitCode(), 2);
 }

@@ -7,8 +7,12 @@
 namespace usbDesk {
 
 using desk::CliRun;
+using desk::expectStored;
 using desk::Firmware;
+using desk::kPiece;
+using desk::listsOlder;
 using desk::PackageFolder;
+using desk::threeFirmware;
 
 constexpr std::chrono::seconds kSoon{20};
 

@@ -10,28 +10,6 @@ using namespace usbDesk;
 using std::chrono::milliseconds;
 
 constexpr std::size_t kHead = 60;
-constexpr std::size_t kPiece = 4096 - kHead; // the printer's packet without the head
-
-std::vector<Firmware> threeFirmware()
-{
-    return {{"MAIN", "AB010200", 20000}, {"BOOT", "01.20", 100}, {"FONT", "AB0101.20", 9000}};
-}
-
-std::vector<std::string> lists(std::vector<std::string> more = {})
-{
-    std::vector<std::string> options{"--firmware", "MAIN=AB010100", "--firmware",
-                                     "BOOT=01.10", "--firmware",    "FONT=AB0101.10"};
-    options.insert(options.end(), more.begin(), more.end());
-    return options;
-}
-
-void expectStored(const BusPrinter& printer, const PackageFolder& package)
-{
-    for (std::size_t i = 0; i < package.firmware().size(); ++i) {
-        const auto& name = package.firmware()[i].sentName();
-        EXPECT_TRUE(printer.stored(name) == package.bytesOf(i)) << name;
-    }
-}
 
 using Ways = std::tuple<std::size_t, const char*, const char*, const char*>;
 class WholeUpdate : public ::testing::TestWithParam<Ways> { };
@@ -42,7 +20,8 @@ TEST_P(WholeUpdate, BringsEveryByteToThePrinterAndGivesItBackToTheKernel)
     auto firmware = threeFirmware();
     firmware.resize(count);
     const PackageFolder package(firmware, {std::string("SPECIALCMDPATTERN ") + pattern});
-    const BusPrinter printer(lists({statusQuery, "--replies", replies, "--write-rate", "200000"}));
+    const BusPrinter printer(
+        listsOlder({statusQuery, "--replies", replies, "--write-rate", "200000"}));
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     ASSERT_EQ(run.exitCode(), 0) << run.process().out() << run.process().errors();
     expectStored(printer, package);
@@ -67,7 +46,7 @@ TEST_P(ImageSize, ArrivesWhole)
 {
     for (const char* pattern : {"SPECIALCMDPATTERN NO", "SPECIALCMDPATTERN YES"}) {
         const PackageFolder package({{"MAIN", "AB010200", GetParam()}}, {pattern});
-        const BusPrinter printer(lists());
+        const BusPrinter printer(listsOlder());
         CliRun run(updateOf(printer, package), CliRun::Pauses::full);
         EXPECT_EQ(run.exitCode(), 0) << run.process().out();
         expectStored(printer, package);
@@ -107,7 +86,7 @@ INSTANTIATE_TEST_SUITE_P(WithAndWithoutAnEnd, AnswerOfWholePackets,
 TEST(UsbUpdate, WaitsForAPrinterThatWritesSlowly)
 {
     const PackageFolder package({{"MAIN", "AB010200", 50000}});
-    const BusPrinter printer(lists({"--write-rate", "10000"}));
+    const BusPrinter printer(listsOlder({"--write-rate", "10000"}));
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     EXPECT_EQ(run.exitCode(), 0);
     EXPECT_NE(run.process().out().find("\"writing\""), std::string::npos);
@@ -117,7 +96,7 @@ TEST(UsbUpdate, ArrivesOverALinkWhoseAnswersComeLate)
 {
     for (const char* delay : {"3", "15", "300"}) {
         const PackageFolder package(threeFirmware(), {"UPDATETIME 5"});
-        const BusPrinter printer(lists({"--reply-delay", delay}));
+        const BusPrinter printer(listsOlder({"--reply-delay", delay}));
         CliRun run(updateOf(printer, package), CliRun::Pauses::full);
         EXPECT_EQ(run.exitCode(), 0) << delay << run.process().out();
         expectStored(printer, package);
@@ -190,7 +169,7 @@ TEST(UsbUpdate, WaitsForAnAnswerAtEachNewTenthAndElsewherePausesTwentyMillisecon
     const std::size_t counts[] = {30, 7};
     const PackageFolder package(
         {{"MAIN", "AB010200", counts[0] * kPiece}, {"FONT", "AB0101.20", counts[1] * kPiece}});
-    const BusPrinter printer(lists());
+    const BusPrinter printer(listsOlder());
     BusTrace trace;
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     EXPECT_EQ(run.exitCode(), 0);
@@ -206,7 +185,7 @@ TEST(UsbUpdate, WaitsForAnAnswerAtEachNewTenthAndElsewherePausesTwentyMillisecon
 TEST(UsbUpdate, CancelsNoReadOfAnAnswerThatComesLate)
 {
     const PackageFolder package({{"MAIN", "AB010200", 30 * kPiece}});
-    const BusPrinter printer(lists({"--reply-delay", "8"}));
+    const BusPrinter printer(listsOlder({"--reply-delay", "8"}));
     BusTrace trace;
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     EXPECT_EQ(run.exitCode(), 0);
