@@ -1,8 +1,8 @@
-// The wizard: reads its command line, plugs in what the operating system supplies, and shows the
-// window.
+// The wizard: reads its command line, plugs in the operating system's side, shows the window.
 #include "CLI/Outcome.h"
 #include "CLI/PackageFacts.h"
 #include "CLI/WizardOptions.h"
+#include "Platform/EndingSignals.h"
 #include "Platform/SystemPrintServer.h"
 #include "Platform/SystemUsbHost.h"
 #include "UI/AppController.h"
@@ -51,7 +51,7 @@ MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
     return setup;
 }
 
-int runWizard(QApplication& application, const WizardOptions& options)
+int runWizard(const WizardOptions& options, const EndingSignals& endings)
 {
     QTranslator english; // what the user's own language lacks
     if (english.load(QStringLiteral(":/translations/vymkit_en")))
@@ -60,9 +60,10 @@ int runWizard(QApplication& application, const WizardOptions& options)
     if (local.load(QLocale(), QStringLiteral("vymkit"), QStringLiteral("_"),
                    QStringLiteral(":/translations")))
         QCoreApplication::installTranslator(&local);
-    application.setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));
     MessageBoxAlerts alerts;
-    const auto setup = windowSetup(options, alerts);
+    auto setup = windowSetup(options, alerts);
+    setup.endings = &endings;
     AppController controller(setup);
     if (controller.problem().isEmpty())
         return controller.run();
@@ -84,7 +85,8 @@ int main(int argc, char** argv)
         say("there is no display. On a computer without one, use vymkit-cli.");
         return kNoDisplay;
     }
-    QApplication application(argc, argv); // takes the toolkit's own options away
+    const EndingSignals endings; // before the toolkit's threads begin
+    const QApplication application(argc, argv); // takes the toolkit's own options away
     QApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName(QStringLiteral("vymkit"));
     options = parseWizardOptions(argc, argv);
@@ -93,5 +95,5 @@ int main(int argc, char** argv)
         return exitcode::kUsage;
     }
     UsbHost::plugIn(systemUsbHost());
-    return runWizard(application, options);
+    return runWizard(options, endings);
 }

@@ -6,7 +6,6 @@
 #include <array>
 #include <poll.h>
 #include <sys/eventfd.h>
-#include <sys/signalfd.h>
 #include <unistd.h>
 
 namespace {
@@ -15,53 +14,16 @@ constexpr unsigned long kInterval = 1000; // milliseconds between two looks at a
 // An answer is a word; whoever sends more has not answered.
 constexpr std::size_t kLongestLine = 80;
 
-bool isIgnored(int signal)
-{
-    struct sigaction action { };
-    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
-}
-
-sigset_t endingSignals()
-{
-    sigset_t set{};
-    sigemptyset(&set);
-    sigaddset(&set, SIGINT);
-    sigaddset(&set, SIGTERM);
-    if (!isIgnored(SIGHUP)) // as under nohup, where the lost terminal must not matter
-        sigaddset(&set, SIGHUP);
-    return set;
-}
-
-// Takes out what made the descriptor readable; nothing waits there twice.
-void empty(int descriptor)
-{
-    std::array<char, sizeof(signalfd_siginfo)> bytes{};
-    while (read(descriptor, bytes.data(), bytes.size()) > 0) { }
-}
-
 } // namespace
 
-Session::Session() : m_start(tickMilliseconds())
+Session::Session() : m_start(tickMilliseconds()), m_notified(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC))
 {
-    // A closed pipe is an error of one write, never the end of a run.
-    std::signal(SIGPIPE, SIG_IGN);
-    const auto signals = endingSignals();
-    m_signals = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
-    m_notified = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
-    pthread_sigmask(SIG_BLOCK, nullptr, &m_formerMask);
-    if (m_signals >= 0)
-        pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
 Session::~Session()
 {
-    if (m_signals >= 0) {
-        empty(m_signals); // a last Ctrl-C does not take the exit code with it
-        close(m_signals);
-    }
     if (m_notified >= 0)
         close(m_notified);
-    pthread_sigmask(SIG_SETMASK, &m_formerMask, nullptr);
 }
 
 void Session::setDeadline(double seconds)
@@ -102,16 +64,17 @@ Wake Session::waitFor(int readable)
     if (takeDeadline())
         return Wake::deadline;
     std::array<pollfd, 3> entries = {
-        {{m_signals, POLLIN, 0}, {m_notified, POLLIN, 0}, {readable, POLLIN, 0}}};
+        {{m_signals.descriptor(), POLLIN, 0}, {m_notified, POLLIN, 0}, {readable, POLLIN, 0}}};
     poll(entries.data(), entries.size(), waitMilliseconds());
     if (entries[0].revents != 0) {
-        empty(m_signals);
+        m_signals.take();
         return Wake::signal;
     }
     if (takeDeadline())
         return Wake::deadline;
     if (entries[1].revents != 0) {
-        empty(m_notified);
+        std::uint64_t count = 0; // of calls; reading it makes none wait
+        [[maybe_unused]] const auto length = read(m_notified, &count, sizeof count);
         return Wake::notified;
     }
     return entries[2].revents != 0 ? Wake::readable : Wake::tick;

@@ -2,12 +2,13 @@
 // of its time, for an answer. Signals that ask the program to end are only noticed here, so none
 // of them can cut a transfer.
 //
-// Owns:      two descriptors, and the process's signal mask while it lives.
+// Owns:      a descriptor, and the process's signals while it lives.
 // Threads:   built before any other thread, which so inherits the mask; one thread waits, any
 //            thread may call notify.
 // Invariant: the limit of time is reported once.
 #pragma once
-#include <csignal>
+#include "Platform/EndingSignals.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -39,7 +40,6 @@ private:
     const std::uint64_t m_start;
     std::optional<std::uint64_t> m_deadline; // on the clock of m_start
     bool m_overdue = false;
-    sigset_t m_formerMask{};
-    int m_signals = -1;
-    int m_notified = -1;
+    EndingSignals m_signals;
+    int m_notified;
 };

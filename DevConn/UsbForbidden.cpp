@@ -38,10 +38,13 @@ std::vector<Printer> printers(UsbHost& host)
         if (!usbSearch::isMakersPrinter(*one) || !one->isForbidden())
             continue;
         auto printer = named(*one);
-        const bool again = !printer.m_serial.empty()
-            && std::any_of(forbidden.begin(), forbidden.end(),
-                           [&](const Printer& other) { return other.m_port == printer.m_port; });
-        if (!again)
+        const auto same =
+            std::find_if(forbidden.begin(), forbidden.end(), [&](const Printer& other) {
+                return !printer.m_serial.empty() && other.m_port == printer.m_port;
+            });
+        if (same != forbidden.end())
+            ++same->m_interfaces;
+        else
             forbidden.push_back(std::move(printer));
     }
     return forbidden;

@@ -13,7 +13,8 @@ struct Printer {
     std::string m_vendor; // texts are empty where they are not known
     std::string m_product;
     std::string m_serial;
-    std::string m_port; // as the list of all printers has it
+    std::string m_port; // as the list of all printers has it, if it can name the printer
+    unsigned m_interfaces = 1; // of the printer class: its places in that list
 };
 
 // In the bus's order; a device that has several printer interfaces once.

@@ -56,7 +56,11 @@ MainWindowController::MainWindowController(MainWindowSetup setup)
 
 void MainWindowController::awakeFromNib()
 {
+    m_ending.emplace(m_setup.endings,
+                     [this](const std::string& what) { return endUnlessRunning(what); });
     vymParseController::loadData();
+    if (!m_setup.packageProblem.empty())
+        logPackageProblem();
     if (!checkOSVersion()) {
         tellUnsupportedSystem();
         return;
@@ -200,13 +204,30 @@ int MainWindowController::ask(const Alert& question)
     m_isAsking = true;
     const int answer = m_setup.alerts->run(question);
     m_isAsking = false;
-    return answer;
+    return m_hasEnded ? alert::kOther : answer; // the program was ended from outside meanwhile
 }
 
 void MainWindowController::end()
 {
+    if (m_hasEnded)
+        return;
     m_hasEnded = true;
     emit ended();
+}
+
+// A question needs no answer any more; an event loop of its own would go on for it.
+bool MainWindowController::endUnlessRunning(const std::string& what)
+{
+    if (_updateWindow->isVisible()) {
+        refuseClosing();
+        if (m_log.has_value())
+            m_log->note(what + " asked the program to end; an update is never cut, so it goes on");
+        return false;
+    }
+    end();
+    if (auto* question = QApplication::activeModalWidget(); question != nullptr)
+        question->close();
+    return true;
 }
 
 bool MainWindowController::eventFilter(QObject* watched, QEvent* event)

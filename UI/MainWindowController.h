@@ -14,6 +14,7 @@
 #include "UI/Alerts.h"
 #include "UI/DeviceChoice.h"
 #include "UI/FirmwareList.h"
+#include "UI/MainWindowControllerEnding.h"
 #include "UI/MainWindowControllerFields.h"
 #include "UI/MainWindowControllerSearch.h"
 #include "UI/PrinterList.h"
@@ -31,6 +32,7 @@ struct MainWindowSetup {
     std::string packageProblem; // why there is no usable package; empty where there is one
     std::string version; // of the program
     bool isUseDriverOnly = false; // choose among print queues only
+    const EndingSignals* endings = nullptr; // outlive the window
 };
 
 class MainWindowController final : public QObject, private MainWindowControllerFields {
@@ -79,6 +81,7 @@ private:
     void _makeFirmWareList();
     int ask(const Alert& question); // as Alerts answers; neither button while a question stands
     void end();
+    bool endUnlessRunning(const std::string& what); // that asks for it, in words for the log
 
     // Texts and look.
     static QString text(const char* key); // the key's text, as a format without arguments
@@ -124,6 +127,7 @@ private:
     void refuseClosing();
     void keepAwake();
     void beginLog();
+    void logPackageProblem() const;
     void endLog(int code);
     void showStage(const char* key, std::optional<std::uint32_t> number);
     void showProgress(double percent);
@@ -138,6 +142,7 @@ private:
     QTimer* _updateStatusTimer = nullptr;
     bool _isUseDriverOnly = false;
 
+    std::optional<MainWindowControllerEnding> m_ending;
     MainWindowControllerSearch m_search;
     PrinterList::Records m_formerPrinters; // what the list held before it was made anew
     bool m_allowsEmptySelection = true; // of the first page's table

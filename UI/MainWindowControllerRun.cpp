@@ -157,6 +157,15 @@ void MainWindowController::keepAwake()
     m_log->note(m_inhibitor->note());
 }
 
+// A log of its own: for such a package there may never be a run.
+void MainWindowController::logPackageProblem() const
+{
+    RunLogFacts facts;
+    facts.program = "vymkit " + m_setup.version;
+    facts.packageFolder = packageFolder();
+    RunLog().badPackage(facts, m_setup.packageProblem);
+}
+
 void MainWindowController::beginLog()
 {
     RunLogFacts facts;

@@ -42,7 +42,10 @@ std::unique_ptr<QTextDocument> MainWindowControllerText::document(int width) con
         if (block.next().isValid())
             format.setBottomMargin(fontMetrics().height() * kParagraphGap);
         if (block.text().startsWith(kBullet)) {
-            format.setLeftMargin(indent);
+            if (layoutDirection() == Qt::RightToLeft)
+                format.setRightMargin(indent);
+            else
+                format.setLeftMargin(indent);
             format.setTextIndent(-indent);
         }
         QTextCursor(block).setBlockFormat(format);

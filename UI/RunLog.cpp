@@ -61,12 +61,23 @@ RunLog::~RunLog()
         close(m_descriptor);
 }
 
-void RunLog::start(const RunLogFacts& facts)
+void RunLog::begin(const RunLogFacts& facts)
 {
-    m_firmwareCount = facts.firmware.size();
     line("program", facts.program);
     line("started", fullTime());
     line("package", facts.packageFolder);
+}
+
+void RunLog::badPackage(const RunLogFacts& facts, std::string_view problem)
+{
+    begin(facts);
+    line("problem", problem);
+}
+
+void RunLog::start(const RunLogFacts& facts)
+{
+    m_firmwareCount = facts.firmware.size();
+    begin(facts);
     line("model", facts.model);
     for (std::size_t i = 0; i < facts.firmware.size(); ++i)
         line(firmwareName(i + 1), facts.firmware[i].name + " " + facts.firmware[i].version);

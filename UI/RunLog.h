@@ -37,6 +37,8 @@ public:
     RunLog& operator=(const RunLog&) = delete;
 
     void start(const RunLogFacts& facts);
+    // In place of all else: the package is bad, so that little is known and maybe nothing is run.
+    void badPackage(const RunLogFacts& facts, std::string_view problem);
     void note(std::string_view text);
     void look(const tag_devinfo& record); // a line where the stage or the firmware is another one
     void outcome(const tag_entryoutcome& outcome); // of each firmware that was handled, in order
@@ -46,6 +48,7 @@ public:
     [[nodiscard]] const std::string& problem() const { return m_problem; } // empty: all is written
 
 private:
+    void begin(const RunLogFacts& facts);
     void line(std::string_view name, std::string_view text);
     void write(std::string_view text);
 

@@ -75,6 +75,7 @@ private:
     [[nodiscard]] PrinterReason ask(PrinterFinding& finding);
     void resolve(PrinterInfo& printer) const;
     void addForbidden();
+    void dropNameless(const usbForbidden::Printer& device);
     void explainSilence(const std::string& port);
 
     const PrinterSearch& m_search;
@@ -199,12 +200,29 @@ void ListMaker::addForbidden()
         const auto key = serialKey(device.m_port);
         if (key && isLookedAt(*key))
             continue;
+        dropNameless(device);
         PrinterFinding finding;
         finding.printer = PrinterInfo::initWithPrinterName(m_search.usbPrinterName,
                                                            device.m_product, device.m_port);
         finding.foundAs = FoundAs::usb;
         finding.connectionType = kConnectionUsb;
         add(std::move(finding), PrinterReason::notPermitted);
+    }
+}
+
+// Places of the bus's list that are this device: among the nameless ones, one is like another.
+void ListMaker::dropNameless(const usbForbidden::Printer& device)
+{
+    auto& all = m_made.findings;
+    for (auto left = device.m_interfaces; left > 0; --left) {
+        const auto nameless = std::find_if(all.begin(), all.end(), [&device](const auto& each) {
+            const auto port = each.printer->printerURI().value_or("");
+            return each.foundAs == FoundAs::usb && each.reason == PrinterReason::noSerial
+                && (port.empty() || port == device.m_port);
+        });
+        if (nameless == all.end())
+            return;
+        all.erase(nameless);
     }
 }
 

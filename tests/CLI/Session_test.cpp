@@ -2,6 +2,7 @@
 #include "tests/support/ScriptedTime.h"
 
 #include <array>
+#include <csignal>
 #include <gtest/gtest.h>
 #include <unistd.h>
 

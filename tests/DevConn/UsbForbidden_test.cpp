@@ -67,7 +67,10 @@ TEST_F(UsbForbidden, NamesADeviceWithTwoPrinterInterfacesOnce)
     forbidden("S1");
     forbidden("S1");
     forbidden("S2");
-    EXPECT_EQ(ports().size(), 2U);
+    const auto found = usbForbidden::printers(host);
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0].m_interfaces, 2U);
+    EXPECT_EQ(found[1].m_interfaces, 1U);
 }
 
 TEST_F(UsbForbidden, ListsPrintersThatSayNothingOfThemselvesOneByOne)

@@ -3,6 +3,7 @@
 #include "tests/support/ScriptedWorker.h"
 
 #include <QProgressBar>
+#include <QSessionManager>
 #include <QTranslator>
 #include <cmath>
 #include <gmock/gmock.h>
@@ -409,6 +410,30 @@ TEST_F(MainWindowControllerRun, ClosingTheWindowIsRefusedWithTheReasonOnIt)
     EXPECT_TRUE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
     EXPECT_FALSE(window.close());
     EXPECT_EQ(wizard.alerts.asked().size(), 1U);
+    EXPECT_FALSE(wizard.controller->hasEnded());
+}
+
+TEST_F(MainWindowControllerRun, ASignalIsRefusedLikeClosingAndNotedInTheLog)
+{
+    const EndingSignals endings;
+    wizard.setup.endings = &endings;
+    begin();
+    const auto& reason = wizard.find<QLabel>("_closeRefusedTxt");
+    raise(SIGTERM);
+    EXPECT_TRUE(QTest::qWaitFor([&reason] { return reason.isVisible(); }));
+    EXPECT_EQ(reason.text(), "Update_CloseRefused");
+    EXPECT_THAT(log(), HasSubstr("note: signal 15 asked"));
+    EXPECT_FALSE(wizard.controller->hasEnded());
+    look(state_done);
+    EXPECT_EQ(message().title, "NoUpdateEndTitle");
+}
+
+TEST_F(MainWindowControllerRun, TheEndOfTheSessionIsRefusedToo)
+{
+    begin();
+    emit qGuiApp->commitDataRequest(*qGuiApp->findChild<QSessionManager*>());
+    EXPECT_TRUE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
+    EXPECT_THAT(log(), HasSubstr("note: the end of the session asked"));
     EXPECT_FALSE(wizard.controller->hasEnded());
 }
 

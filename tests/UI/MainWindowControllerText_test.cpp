@@ -3,6 +3,22 @@
 #include <QAccessible>
 #include <gtest/gtest.h>
 
+namespace {
+
+int leftmostInk(MainWindowControllerText& text)
+{
+    text.resize(400, text.heightForWidth(400));
+    const auto image = text.grab().toImage();
+    const auto ground = image.pixelColor(0, 0);
+    for (int x = 0; x < image.width(); ++x)
+        for (int y = 0; y < image.height(); ++y)
+            if (image.pixelColor(x, y) != ground)
+                return x;
+    return image.width();
+}
+
+} // namespace
+
 TEST(MainWindowControllerText, IsTallerWhereItIsNarrower)
 {
     MainWindowControllerText text;
@@ -25,6 +41,22 @@ TEST(MainWindowControllerText, HangsWhatFollowsABulletBesideIt)
     const auto ground = image.pixelColor(image.width() - 1, image.height() - 1);
     for (int y = image.height() / 2; y < image.height(); ++y)
         EXPECT_EQ(image.pixelColor(1, y), ground) << y;
+}
+
+// Where the layout runs from right to left, so do the bullets, whatever the text's own direction.
+TEST(MainWindowControllerText, ShowsItsBulletsOnTheRightWhereTheLayoutBeginsThere)
+{
+    for (const auto* written : {"word", "\u05d0\u05d1"}) {
+        SCOPED_TRACE(written);
+        const auto words = QString::fromUtf8(written);
+        MainWindowControllerText text;
+        text.setLayoutDirection(Qt::RightToLeft);
+        text.setText(words);
+        const int alone = leftmostInk(text);
+        text.setText("• " + words);
+        const int beside = leftmostInk(text); // the bullet takes its room on the right
+        EXPECT_NEAR(alone - beside, text.fontMetrics().horizontalAdvance("• "), 2);
+    }
 }
 
 TEST(MainWindowControllerText, StaysALabelWithItsText)

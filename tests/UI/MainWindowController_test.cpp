@@ -4,7 +4,7 @@
 
 #include <QHeaderView>
 #include <QScreen>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <iomanip>
 #include <sstream>
 
@@ -129,10 +129,27 @@ TEST(MainWindowController, HoldsTheSystemAgainstTheBoundsOfThePackage)
 
 TEST(MainWindowController, TellsWhatIsWrongWithAPackageThatSuitsNoSystem)
 {
+    const TempFolder state;
+    qputenv("XDG_STATE_HOME", state.path().c_str());
     Wizard wizard;
     wizard.setup.packageProblem = "The folder holds none.";
     wizard.noPackage().open();
     expectUnsupported(wizard, "VYM_UnSupportOS_Package");
+    const std::filesystem::directory_iterator log(state.path() / "vymkit");
+    ASSERT_NE(log, std::filesystem::directory_iterator());
+    EXPECT_THAT(readFile(log->path()), testing::StartsWith("program: vymkit 1.2.3\n"));
+    EXPECT_THAT(readFile(log->path()), testing::HasSubstr("\npackage: /"));
+    EXPECT_THAT(readFile(log->path()), testing::EndsWith("problem: The folder holds none.\n"));
+}
+
+TEST(MainWindowController, LeavesNoLogOfAGoodPackageThatIsNotForThisSystem)
+{
+    const TempFolder state;
+    qputenv("XDG_STATE_HOME", state.path().c_str());
+    Wizard wizard;
+    wizard.description({"PORTNO 1"}).open();
+    expectUnsupported(wizard, "");
+    EXPECT_TRUE(std::filesystem::is_empty(state.path()));
 }
 
 TEST(MainWindowController, ShowsTheHintOnTheDownloadModeOnlyWhereItIsNeeded)

@@ -97,6 +97,18 @@ TEST(RunLog, TellsAWholeRun)
               "ended: TIME\n");
 }
 
+TEST(RunLog, TellsOfABadPackageInAFewLines)
+{
+    const TempFolder folder;
+    RunLog log(folder.path());
+    log.badPackage(someFacts(), "The folder holds no\nVYMBINDDATA.");
+    EXPECT_EQ(timeless(log.path()),
+              "program: vymkit-cli 1.0\n"
+              "started: TIME\n"
+              "package: /media/stick\n"
+              "problem: The folder holds no\\x0aVYMBINDDATA.\n");
+}
+
 TEST(RunLog, WritesOneLineForAStageThatIsSeenManyTimes)
 {
     const TempFolder folder;

@@ -276,14 +276,31 @@ TEST_F(TargetPrinterList, TellsOncePerDeviceThatNobodyMayOpenIt)
 }
 
 // The list cannot name what tells it nothing; the system's records may.
-TEST_F(TargetPrinterList, HasForbiddenDevicesThatTheBusListCannotName)
+TEST_F(TargetPrinterList, HasForbiddenDevicesThatTheBusListCannotNameOnce)
 {
     auto& forbidden = host.printer();
     forbidden.forbidden = true;
     forbidden.opens = false;
     forbidden.productName.reset();
+    EXPECT_THAT(findings(), ElementsAre("A USB printer: not-permitted"));
+    host.printers().push_back(forbidden); // its second interface
+    EXPECT_THAT(findings(), ElementsAre("A USB printer: not-permitted"));
+    host.printers()[0].serial.reset();
+    host.printers().pop_back();
+    EXPECT_THAT(findings(), ElementsAre("A USB printer: not-permitted"));
+}
+
+TEST_F(TargetPrinterList, KeepsNamelessDevicesThatMayBeOpened)
+{
+    host.printer().serial.reset();
+    auto& forbidden = host.printer();
+    forbidden.forbidden = true;
+    forbidden.opens = false;
+    forbidden.productName.reset();
+    server.queue("nameless too", "usb://Acme/P1");
     EXPECT_THAT(findings(),
-                ElementsAre("A USB printer: no-serial", "A USB printer: not-permitted"));
+                ElementsAre("nameless too: no-serial", "A USB printer: no-serial",
+                            "A USB printer: not-permitted"));
 }
 
 TEST_F(TargetPrinterList, TakesExactNamesBeforeThePrefix)

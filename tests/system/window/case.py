@@ -1,5 +1,6 @@
 """What the tests of the window share: a desk each, and the way through the pages."""
 
+import pathlib
 import unittest
 
 from desk import Desk
@@ -65,6 +66,11 @@ class WizardCase(unittest.TestCase):
         self.assert_says(ends[titles.index(texts[0])][1], texts)
         self.press("OK")
         self.assertEqual(self.wizard.exit_code(), 0)
+
+    def logs(self):
+        """What the programs on this desk logged, the oldest first."""
+        folder = pathlib.Path(self.desk.environment["XDG_STATE_HOME"])
+        return [log.read_text(encoding="utf-8") for log in sorted(folder.glob("vymkit/run-*.log"))]
 
     def assert_says(self, key, texts):
         """A message may have details below its own words."""

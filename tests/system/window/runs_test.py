@@ -1,5 +1,6 @@
 """Whole updates through the real window, against a printer that keeps what it is sent."""
 
+import signal
 import unittest
 
 from case import WizardCase
@@ -65,6 +66,32 @@ class Run(WizardCase):
         self.wizard.keys("Escape")
         self.ends_with(("NormalEndTitle", "NormalEnd_AutoMes"))
         self.assert_stored(printer, package)
+
+    def test_goes_on_to_its_end_when_the_system_asks_it_to_stop(self):
+        package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk, *SLOW)
+        self.start(package)
+        self.to_run(printer.address)
+        self.wizard.wait_for(self.texts["State_WriteUpdate"])
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            self.wizard.process.send_signal(number)
+        self.wizard.wait_for(self.texts["Update_CloseRefused"])
+        self.ends_with(("NormalEndTitle", "NormalEnd_AutoMes"))
+        self.assert_stored(printer, package)
+        self.assertIn("note: signal", self.logs()[0])
+
+    def test_ends_without_a_question_when_the_system_asks_it_to_stop_before(self):
+        self.start(Package(self.desk))
+        self.press("Next")
+        self.wizard.wait_for(self.texts["Preference_Description"])
+        self.wizard.process.send_signal(signal.SIGTERM)
+        self.assertEqual(self.wizard.exit_code(), 0)
+
+    def test_leaves_a_question_when_the_system_asks_it_to_stop_meanwhile(self):
+        self.start(Package(self.desk))
+        self.press("Cancel")
+        self.wizard.alert(self.texts["Cancel_MesTitle"])
+        self.wizard.process.send_signal(signal.SIGTERM)
+        self.assertEqual(self.wizard.exit_code(), 0)
 
     def test_tells_how_to_end_the_download_mode_where_the_user_has_to_do_it(self):
         package = Package(self.desk, BOTH[:1], rows=(EVERY_SYSTEM, "NEEDEXITOPERATION YES"))

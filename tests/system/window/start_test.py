@@ -39,6 +39,8 @@ class Start(WizardCase):
         folder = self.desk.folder / "empty"
         folder.mkdir()
         self.assertIn(str(folder), self.assert_unsupported("--package", folder))
+        [log] = self.logs()
+        self.assertIn(f"package: {folder}\nproblem: The folder '{folder}' holds no", log)
 
     def test_takes_the_package_that_lies_beside_it(self):
         package = Package(self.desk)

@@ -1,0 +1,53 @@
+#include "Platform/EndingSignals.h"
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace {
+
+bool isIgnored(int signal)
+{
+    struct sigaction action { };
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+sigset_t endingSignals()
+{
+    sigset_t set{};
+    sigemptyset(&set);
+    sigaddset(&set, SIGINT);
+    sigaddset(&set, SIGTERM);
+    if (!isIgnored(SIGHUP)) // as under nohup, where the lost terminal must not matter
+        sigaddset(&set, SIGHUP);
+    return set;
+}
+
+} // namespace
+
+EndingSignals::EndingSignals()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    const auto signals = endingSignals();
+    m_descriptor = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
+    pthread_sigmask(SIG_BLOCK, nullptr, &m_formerMask);
+    if (m_descriptor >= 0)
+        pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+EndingSignals::~EndingSignals()
+{
+    if (m_descriptor >= 0) {
+        take(); // a last Ctrl-C does not take the exit code with it
+        close(m_descriptor);
+    }
+    pthread_sigmask(SIG_SETMASK, &m_formerMask, nullptr);
+}
+
+int EndingSignals::take() const
+{
+    int last = 0;
+    signalfd_siginfo came{};
+    while (read(m_descriptor, &came, sizeof came) == sizeof came)
+        last = static_cast<int>(came.ssi_signo);
+    return last;
+}
