@@ -8,13 +8,12 @@
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymProtocol.h"
 #include "bench/BareLoop.h"
+#include "bench/Measure.h"
 #include "bench/NoPauses.h"
 #include "bench/Peer.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -23,23 +22,6 @@ namespace {
 constexpr std::string_view kDescription = "TGMNAME BENCH\r\nENTERTIME 5\r\nEXITTIME 5\r\n"
                                           "UPDATETIME 30\r\n";
 constexpr char kImage[] = "image.bin";
-
-using Seconds = std::chrono::duration<double>;
-
-template <class Work> double secondsOf(Work work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return Seconds(std::chrono::steady_clock::now() - start).count();
-}
-
-void require(bool condition, const char* what)
-{
-    if (condition)
-        return;
-    std::fprintf(stderr, "bench_data_path: %s\n", what);
-    std::exit(1);
-}
 
 double engineSeconds(std::uint16_t port)
 {

@@ -4,32 +4,17 @@
 //   bench_printers QUEUES N        N interleaved pairs: the median of their ratios
 #include "Platform/CupsPrintServer.h"
 #include "UI/TargetPrinters.h"
+#include "bench/Measure.h"
 #include "tests/support/PrivateCups.h"
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cups/cups.h>
 #include <string>
 
 namespace {
-
-template <class Work> double secondsOf(Work work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-void require(bool condition, const char* what)
-{
-    if (condition)
-        return;
-    std::fprintf(stderr, "bench_printers: %s\n", what);
-    std::exit(1);
-}
 
 std::vector<PrivateCups::Queue> manyQueues(long count)
 {

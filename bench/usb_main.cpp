@@ -10,10 +10,10 @@
 #include "Platform/SystemUsbHost.h"
 #include "VYM/vymPackets.h"
 #include "VYM/vymParse.h"
+#include "bench/Measure.h"
 #include "bench/NoPauses.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -36,21 +36,6 @@ constexpr std::uint32_t kPiece = 65536 - sizeof(TAG_CMDSENDFILE);
 constexpr unsigned long kTimeoutMs = 30000;
 constexpr unsigned kDrainMs = 20;
 constexpr int kReplyRoom = 512;
-
-template <class Work> double secondsOf(Work work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-void require(bool condition, const char* what)
-{
-    if (condition)
-        return;
-    std::fprintf(stderr, "bench_usb: %s\n", what);
-    std::exit(1);
-}
 
 // One packet, and whether the printer answers it.
 struct Step {

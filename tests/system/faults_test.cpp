@@ -1,8 +1,7 @@
 // Everything that a printer can do wrong in an update, by name, through the real programs: the
 // right exit code, a whole result, and an end within bounded time.
 #include "tests/system/Desk.h"
-
-#include <set>
+#include "tests/system/Fault.h"
 
 namespace {
 
@@ -10,17 +9,6 @@ using namespace desk;
 
 // Longer than any time-out that these packages set, under sanitizers on a busy machine too.
 constexpr std::chrono::seconds kBound{60};
-
-struct Fault {
-    const char* spec;
-    std::set<int> exitCodes;
-    bool bytesWentOut;
-};
-
-void PrintTo(const Fault& fault, std::ostream* out)
-{
-    *out << fault.spec;
-}
 
 class PrinterFault : public ::testing::TestWithParam<Fault> { };
 
@@ -117,14 +105,6 @@ const Fault kFaults[] = {
     {"silent@exit", {0}, true},
     {"garbage@exit", {0}, true},
 };
-
-std::string nameOf(const ::testing::TestParamInfo<Fault>& row)
-{
-    std::string name = row.param.spec;
-    for (char& c : name)
-        c = std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
-    return name;
-}
 
 INSTANTIATE_TEST_SUITE_P(AtEveryStage, PrinterFault, ::testing::ValuesIn(kFaults), nameOf);
 

@@ -1,9 +1,9 @@
 // Everything that a printer on a bus can do wrong in an update, by name: the right exit code within
 // bounded time, the interface given back to the kernel's driver, and a second update that works.
+#include "tests/system/Fault.h"
 #include "tests/system/usb/UsbDesk.h"
 
 #include <csignal>
-#include <set>
 #include <thread>
 
 namespace {
@@ -12,17 +12,6 @@ using namespace usbDesk;
 
 // On the machine's own clock, which a busy computer does not hurry: the longest time-outs together.
 constexpr std::chrono::seconds kBound{45};
-
-struct Fault {
-    const char* spec;
-    std::set<int> exitCodes;
-    bool bytesWentOut;
-};
-
-void PrintTo(const Fault& fault, std::ostream* out)
-{
-    *out << fault.spec;
-}
 
 class BusFault : public ::testing::TestWithParam<Fault> { };
 
@@ -90,14 +79,6 @@ const Fault kFaults[] = {
     {"status-0803@piece", {11}, true},
     {"status-0804@last-block", {12}, true},
 };
-
-std::string nameOf(const ::testing::TestParamInfo<Fault>& row)
-{
-    std::string name = row.param.spec;
-    for (char& c : name)
-        c = std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
-    return name;
-}
 
 INSTANTIATE_TEST_SUITE_P(AtEveryStage, BusFault, ::testing::ValuesIn(kFaults), nameOf);
 
