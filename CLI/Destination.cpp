@@ -18,16 +18,21 @@ DestinationResult taken(PrinterInfo& printer, const Options& options)
     case TargetFit::fits:
         break;
     case TargetFit::noAddress:
+        return ended(printerOutcome(options, "unsuitable-printer",
+                                    "The printer has no address. Run \"vymkit-cli printers --all\" "
+                                    "to see every printer, or give --address."));
     case TargetFit::addressTooLong:
         return ended(printerOutcome(options, "unsuitable-printer",
                                     "The printer's address is longer than the "
                                         + std::to_string(kPortNameSize - 1)
-                                        + " bytes that a connection takes."));
+                                        + " bytes that a connection takes. Give the printer's "
+                                          "IPv4 address with --address."));
     case TargetFit::identifierTooLong:
         return ended(printerOutcome(options, "unsuitable-printer",
                                     "The identifier of the printer's queue is longer than the "
                                         + std::to_string(kPrinterNameSize - 1)
-                                        + " bytes that a run takes."));
+                                        + " bytes that a run takes. Give the printer's IPv4 "
+                                          "address with --address."));
     }
     destination.address = plainText(destination.run.address(), kPortNameSize);
     if (printer.printerID() && printer.printerName())

@@ -57,9 +57,7 @@ struct Lookup {
 void start(Lookup& lookup, Workplace& place)
 {
     devConnMgr_Instance(); // made on this thread, before another one asks for it
-    lookup.search.rule = packagedPrinterRule();
-    lookup.search.server = place.printServer;
-    lookup.search.driverRoot = driverFolderRoot();
+    lookup.search = packagedPrinterSearch(place.printServer);
     lookup.task.start(place.session, [&lookup] {
         try {
             lookup.made = makeTargetPrinterList(lookup.search, lookup.cancel, lookup.whereabouts);

@@ -28,12 +28,9 @@ MainWindowControllerSearch::throughServer(std::shared_ptr<PrintServer> server,
 {
     return [server = std::move(server), name = std::move(usbPrinterName)](
                bool driverOnly, const std::atomic<bool>& cancel, PrinterSearchObserver& observer) {
-        PrinterSearch search;
-        search.rule = packagedPrinterRule();
-        search.server = server.get();
+        auto search = packagedPrinterSearch(server.get());
         search.driverOnly = driverOnly;
         search.usbPrinterName = name;
-        search.driverRoot = driverFolderRoot();
         return makeTargetPrinterList(search, cancel, observer);
     };
 }

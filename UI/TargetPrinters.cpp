@@ -277,6 +277,15 @@ std::string_view printerReasonName(PrinterReason reason)
     return kNames.at(static_cast<std::size_t>(reason));
 }
 
+PrinterSearch packagedPrinterSearch(PrintServer* server)
+{
+    PrinterSearch search;
+    search.rule = packagedPrinterRule();
+    search.server = server;
+    search.driverRoot = driverFolderRoot();
+    return search;
+}
+
 TargetPrinters makeTargetPrinterList(const PrinterSearch& search, const std::atomic<bool>& cancel,
                                      PrinterSearchObserver& observer)
 {

@@ -67,6 +67,10 @@ struct PrinterSearch {
     std::string driverRoot; // below it lie the driver's folders; see driverFolderRoot
 };
 
+// For the package that is loaded and the driver's folders of this system. The server stays the
+// caller's.
+PrinterSearch packagedPrinterSearch(PrintServer* server);
+
 // Told before each wait; nothing need be done.
 class PrinterSearchObserver {
 public:
