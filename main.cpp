@@ -1,13 +1,12 @@
 // The wizard: reads its command line, plugs in the operating system's side, shows the window.
-#include "CLI/Outcome.h"
-#include "CLI/PackageFacts.h"
-#include "CLI/WizardOptions.h"
 #include "Platform/EndingSignals.h"
 #include "Platform/SystemPrintServer.h"
 #include "Platform/SystemUsbHost.h"
 #include "UI/AppController.h"
-#include "UI/MessageBoxAlerts.h"
-#include "UI/TextKeys.h"
+#include "UI/Package/PackageFacts.h"
+#include "UI/Text/TextKeys.h"
+#include "UI/Widgets/MessageBoxAlerts.h"
+#include "UI/WizardOptions.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -18,7 +17,9 @@
 
 namespace {
 
-constexpr int kNoForm = 66; // as sysexits.h counts: an input that cannot be opened
+// Exit codes, as sysexits.h counts.
+constexpr int kUsage = 64;
+constexpr int kNoForm = 66; // an input that cannot be opened
 constexpr int kNoDisplay = 69; // a service that is not there
 
 void say(const std::string& words)
@@ -45,7 +46,7 @@ MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
     setup.packageProblem = openPackage(options.packageFolder).problem;
     if (!setup.packageProblem.empty())
         say(setup.packageProblem);
-    setup.findPrinters = MainWindowControllerSearch::throughServer(
+    setup.findPrinters = PrinterSearchThread::throughServer(
         makeSystemPrintServer(),
         QCoreApplication::translate(kTextContext, textkey::kUsbPrinter).toStdString());
     return setup;
@@ -79,7 +80,7 @@ int main(int argc, char** argv)
     auto options = parseWizardOptions(argc, argv);
     if (options.help || options.version) {
         const auto words = options.help ? wizardHelpText() : "vymkit " VYMKIT_VERSION "\n";
-        return std::fputs(words.c_str(), stdout) >= 0 ? 0 : exitcode::kUsage;
+        return std::fputs(words.c_str(), stdout) >= 0 ? 0 : kUsage;
     }
     if (!hasDisplay()) {
         say("there is no display. On a computer without one, use vymkit-cli.");
@@ -92,7 +93,7 @@ int main(int argc, char** argv)
     options = parseWizardOptions(argc, argv);
     if (!options.usageError.empty()) {
         say(options.usageError + " See vymkit --help.");
-        return exitcode::kUsage;
+        return kUsage;
     }
     UsbHost::plugIn(systemUsbHost());
     return runWizard(options, endings);

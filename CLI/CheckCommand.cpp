@@ -1,6 +1,6 @@
 #include "CLI/BackgroundTask.h"
 #include "CLI/Commands.h"
-#include "UI/PrinterCheck.h"
+#include "UI/Printers/PrinterCheck.h"
 #include "UI/vym_etc.h"
 
 namespace {

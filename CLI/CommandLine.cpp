@@ -2,7 +2,7 @@
 
 #include "CLI/Destination.h"
 #include "CLI/HelpText.h"
-#include "UI/PlainText.h"
+#include "UI/Text/PlainText.h"
 #include "VYM/ProtocolResult.h"
 #include "VYM/vymMac.h"
 

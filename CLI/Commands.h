@@ -7,7 +7,7 @@
 #include "CLI/Session.h"
 #include "CLI/Terminal.h"
 #include "Platform/PrintServer.h"
-#include "UI/RunTarget.h"
+#include "UI/Run/RunTarget.h"
 
 // What a command works with; all of it stays the caller's.
 struct Workplace {

@@ -2,7 +2,7 @@
 
 #include "CLI/Messages.h"
 #include "CLI/UdevRule.h"
-#include "UI/PlainText.h"
+#include "UI/Text/PlainText.h"
 #include "VYM/ProtocolResult.h"
 
 #include <algorithm>

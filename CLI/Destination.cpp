@@ -2,7 +2,7 @@
 
 #include "CLI/PrinterChoice.h"
 #include "CLI/PrinterLookup.h"
-#include "UI/PlainText.h"
+#include "UI/Text/PlainText.h"
 
 namespace {
 

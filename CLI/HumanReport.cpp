@@ -4,7 +4,7 @@
 #include "CLI/Tables.h"
 #include "CLI/Terminal.h"
 #include "CLI/UdevRule.h"
-#include "UI/TextKeys.h"
+#include "UI/Text/TextKeys.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "CLI/Options.h"
 
-#include "UI/PlainText.h"
-#include "UI/PrinterCheck.h"
+#include "UI/Printers/PrinterCheck.h"
+#include "UI/Text/PlainText.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "CLI/Outcome.h"
 
-#include "UI/PlainText.h"
+#include "UI/Text/PlainText.h"
 #include "VYM/ProtocolResult.h"
 
 #include <array>

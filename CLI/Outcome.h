@@ -4,9 +4,9 @@
 // Invariant: the names of exit codes, decisions and reasons never change once released.
 #pragma once
 #include "CLI/Options.h"
-#include "CLI/PackageFacts.h"
 #include "CLI/PrinterFacts.h"
-#include "UI/UpdateRun.h"
+#include "UI/Package/PackageFacts.h"
+#include "UI/Run/UpdateRun.h"
 #include "VYM/ModelDependCheckVer.h"
 
 #include <optional>

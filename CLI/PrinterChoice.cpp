@@ -1,7 +1,7 @@
 #include "CLI/PrinterChoice.h"
 
 #include "CLI/PrinterFacts.h"
-#include "UI/PlainText.h"
+#include "UI/Text/PlainText.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 //
 // Threads: any. Pure functions.
 #pragma once
-#include "UI/TargetPrinters.h"
+#include "UI/Printers/TargetPrinters.h"
 
 #include <memory>
 #include <string>

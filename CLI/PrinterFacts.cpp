@@ -1,6 +1,6 @@
 #include "CLI/PrinterFacts.h"
 
-#include "UI/PlainText.h"
+#include "UI/Text/PlainText.h"
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,7 @@
 // Owns:    its texts, by value.
 // Threads: any. Pure functions.
 #pragma once
-#include "UI/TargetPrinters.h"
+#include "UI/Printers/TargetPrinters.h"
 
 #include <string>
 #include <vector>

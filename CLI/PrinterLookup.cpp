@@ -2,7 +2,7 @@
 
 #include "CLI/BackgroundTask.h"
 #include "UI/DevConnMgrController.h"
-#include "UI/PlainText.h"
+#include "UI/Text/PlainText.h"
 
 #include <limits>
 #include <new>

@@ -5,7 +5,7 @@
 // Threads: called on the command's.
 #pragma once
 #include "CLI/Commands.h"
-#include "UI/TargetPrinters.h"
+#include "UI/Printers/TargetPrinters.h"
 
 struct LookupResult {
     TargetPrinters made;

@@ -7,7 +7,7 @@
 #pragma once
 #include "CLI/Conclusion.h"
 #include "CLI/Display.h"
-#include "UI/UpdateRun.h"
+#include "UI/Run/UpdateRun.h"
 
 #include <memory>
 

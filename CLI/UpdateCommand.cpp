@@ -1,9 +1,9 @@
 #include "CLI/BackgroundTask.h"
 #include "CLI/Commands.h"
 #include "Platform/SleepInhibitor.h"
-#include "UI/PlainText.h"
-#include "UI/PrinterCheck.h"
-#include "UI/RunLog.h"
+#include "UI/Printers/PrinterCheck.h"
+#include "UI/Run/RunLog.h"
+#include "UI/Text/PlainText.h"
 #include "UI/vym_etc.h"
 #include "VYM/ProtocolResult.h"
 

@@ -27,7 +27,7 @@ public:
     PrintServer& operator=(const PrintServer&) = delete;
 
     // Every queue, in the server's order. False: found is empty and reason says why, in words fit
-    // to be shown once they have passed UI/PlainText.
+    // to be shown once they have passed UI/Text/PlainText.
     virtual bool queues(std::vector<PrintQueue>& found, std::string& reason) = 0;
 
 protected:

@@ -1,12 +1,12 @@
 #include "UI/MainWindowController.h"
 
-#include "UI/LetterWidth.h"
-#include "UI/MainWindowControllerLook.h"
-#include "UI/PlainText.h"
-#include "UI/SystemCheck.h"
-#include "UI/TextFormat.h"
-#include "UI/TextKeys.h"
+#include "UI/Package/SystemCheck.h"
+#include "UI/Text/PlainText.h"
+#include "UI/Text/TextFormat.h"
+#include "UI/Text/TextKeys.h"
 #include "UI/VYM_Utilities.h"
+#include "UI/Widgets/LetterWidth.h"
+#include "UI/Widgets/Look.h"
 #include "UI/vymParseController.h"
 #include "UI/vym_etc.h"
 
@@ -24,8 +24,7 @@ constexpr int kLettersWide = 108;
 constexpr int kLinesHigh = 35;
 
 template <typename List>
-MainWindowControllerTable::DataSource sourceOf(const List& list,
-                                               std::function<bool(int)> shouldSelectRow)
+ListTable::DataSource sourceOf(const List& list, std::function<bool(int)> shouldSelectRow)
 {
     return {[&list] { return list.numberOfRowsInTableView(); },
             [&list](std::string_view column, int row) {
@@ -118,13 +117,13 @@ void MainWindowController::connectTables()
     connect(table, &QAbstractItemModel::modelReset, this, &MainWindowController::updateNextButton);
     connect(printerTable().selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &MainWindowController::keepOneRowSelected);
-    connect(&m_search, &MainWindowControllerSearch::asking, this, [this](const QString& printer) {
+    connect(&m_search, &PrinterSearchThread::asking, this, [this](const QString& printer) {
         const auto named = formatText(plain(textkey::kDeviceAsking), printer.toStdString());
         showSearch(printer.isEmpty() ? text(textkey::kDeviceSearching)
                                      : QString::fromStdString(named),
                    true);
     });
-    connect(&m_search, &MainWindowControllerSearch::finished, this,
+    connect(&m_search, &PrinterSearchThread::finished, this,
             &MainWindowController::takeTargetPrinterList);
 }
 

@@ -11,14 +11,14 @@
 //            concern: Texts, Pages, Devices, Run.
 #pragma once
 #include "Platform/SleepInhibitor.h"
-#include "UI/Alerts.h"
-#include "UI/DeviceChoice.h"
 #include "UI/FirmwareList.h"
-#include "UI/MainWindowControllerEnding.h"
-#include "UI/MainWindowControllerFields.h"
-#include "UI/MainWindowControllerSearch.h"
+#include "UI/Pages/DevicePageRule.h"
+#include "UI/Pages/EndRequests.h"
+#include "UI/Pages/Form.h"
+#include "UI/Pages/PrinterSearchThread.h"
 #include "UI/PrinterList.h"
-#include "UI/RunLog.h"
+#include "UI/Run/RunLog.h"
+#include "UI/Widgets/Alerts.h"
 
 #include <QTimer>
 #include <functional>
@@ -28,14 +28,14 @@
 struct MainWindowSetup {
     QString formFile; // "MainWindow.ui", wherever it lies
     Alerts* alerts = nullptr;
-    MainWindowControllerSearch::Find findPrinters;
+    PrinterSearchThread::Find findPrinters;
     std::string packageProblem; // why there is no usable package; empty where there is one
     std::string version; // of the program
     bool isUseDriverOnly = false; // choose among print queues only
     const EndingSignals* endings = nullptr; // outlive the window
 };
 
-class MainWindowController final : public QObject, private MainWindowControllerFields {
+class MainWindowController final : public QObject, private Form {
     Q_OBJECT
 
 public:
@@ -142,8 +142,8 @@ private:
     QTimer* _updateStatusTimer = nullptr;
     bool _isUseDriverOnly = false;
 
-    std::optional<MainWindowControllerEnding> m_ending;
-    MainWindowControllerSearch m_search;
+    std::optional<EndRequests> m_ending;
+    PrinterSearchThread m_search;
     PrinterList::Records m_formerPrinters; // what the list held before it was made anew
     bool m_allowsEmptySelection = true; // of the first page's table
     std::optional<RunLog> m_log; // of the run

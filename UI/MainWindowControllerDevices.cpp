@@ -1,7 +1,7 @@
 // The pages on which the printer is chosen: their list, their two modes and their keyboard order.
-#include "UI/DeviceChoice.h"
 #include "UI/MainWindowController.h"
-#include "UI/TextKeys.h"
+#include "UI/Pages/DevicePageRule.h"
+#include "UI/Text/TextKeys.h"
 
 #include <QApplication>
 #include <algorithm>

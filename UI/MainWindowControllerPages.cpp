@@ -1,8 +1,8 @@
 // Which page is shown, and the questions that stand between the pages, the run and the end.
-#include "UI/DeviceChoice.h"
 #include "UI/MainWindowController.h"
-#include "UI/PlainText.h"
-#include "UI/TextKeys.h"
+#include "UI/Pages/DevicePageRule.h"
+#include "UI/Text/PlainText.h"
+#include "UI/Text/TextKeys.h"
 #include "UI/VYM_Utilities.h"
 #include "UI/vymParseController.h"
 

@@ -1,9 +1,9 @@
 // The words of both windows, what a screen reader says of them, and how they look.
 #include "UI/MainWindowController.h"
-#include "UI/MainWindowControllerLook.h"
-#include "UI/TextFormat.h"
-#include "UI/TextKeys.h"
+#include "UI/Text/TextFormat.h"
+#include "UI/Text/TextKeys.h"
 #include "UI/VYM_Utilities.h"
+#include "UI/Widgets/Look.h"
 #include "UI/vymParseController.h"
 
 #include <QApplication>

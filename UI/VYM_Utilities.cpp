@@ -1,6 +1,6 @@
 #include "UI/VYM_Utilities.h"
 
-#include "UI/Utf8.h"
+#include "UI/Text/Utf8.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 //
 //   bench_printers QUEUES N        N interleaved pairs: the median of their ratios
 #include "Platform/CupsPrintServer.h"
-#include "UI/TargetPrinters.h"
+#include "UI/Printers/TargetPrinters.h"
 #include "bench/Measure.h"
 #include "tests/support/PrivateCups.h"
 

@@ -5,25 +5,28 @@ find_package(Threads REQUIRED)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 
+# What every source is compiled with, tests too; then what only the product needs.
+add_library(vymkit_warnings INTERFACE)
+target_compile_features(vymkit_warnings INTERFACE cxx_std_20)
 add_library(vymkit_flags INTERFACE)
-target_compile_features(vymkit_flags INTERFACE cxx_std_20)
+target_link_libraries(vymkit_flags INTERFACE vymkit_warnings)
 # g++ 12 takes "text" + string for overlapping copies when it optimises (GCC bug 105329).
-target_compile_options(vymkit_flags INTERFACE
+target_compile_options(vymkit_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
   $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
 if(VYMKIT_SANITIZE)
-  target_compile_options(vymkit_flags INTERFACE
+  target_compile_options(vymkit_warnings INTERFACE
     -fsanitize=${VYMKIT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(vymkit_flags INTERFACE -fsanitize=${VYMKIT_SANITIZE})
+  target_link_options(vymkit_warnings INTERFACE -fsanitize=${VYMKIT_SANITIZE})
 elseif(CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT VYMKIT_COVERAGE)
   target_compile_definitions(vymkit_flags INTERFACE _FORTIFY_SOURCE=2 _GLIBCXX_ASSERTIONS)
   target_compile_options(vymkit_flags INTERFACE -fstack-protector-strong)
   target_link_options(vymkit_flags INTERFACE -Wl,-z,relro,-z,now)
 endif()
 if(VYMKIT_COVERAGE)
-  target_compile_options(vymkit_flags INTERFACE --coverage -fprofile-update=atomic)
-  target_link_options(vymkit_flags INTERFACE --coverage)
+  target_compile_options(vymkit_warnings INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(vymkit_warnings INTERFACE --coverage)
 endif()
 
 # A library of one floor, or a part of one; its includes are written from the project's root.

@@ -1,5 +1,5 @@
 // Any text as a format, with any text or number as its argument.
-#include "UI/TextFormat.h"
+#include "UI/Text/TextFormat.h"
 #include "fuzz/Fuzz.h"
 
 #include <string>

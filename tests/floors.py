@@ -24,24 +24,32 @@ FLOORS = [
          "VYM/ImageReader.*", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
     (4, ["VYM/vymThread.*", "VYM/CheckRun.*"]),
     (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
-         "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*", "UI/Utf8.*"]),
-    (7, ["UI/MainWindowController*", "UI/InputNSMatrixControl.*", "UI/vymTableView.*",
-         "UI/AppController.*", "UI/MessageBoxAlerts.*", "UI/LetterWidth.h"]),
-    (6, ["UI/*"]),
+         "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*", "UI/Text/*"]),
+    (6, ["UI/Printers/*", "UI/Run/*", "UI/Package/*", "UI/PrinterList.*", "UI/PrinterInfo.*",
+         "UI/FirmwareList.*", "UI/WizardOptions.*"]),
+    (7, ["UI/MainWindowController*", "UI/AppController.*", "UI/Pages/*",
+         "UI/InputNSMatrixControl.*", "UI/vymTableView.*", "UI/Widgets/*"]),
     (8, ["main.cpp", "CLI/*"]),
 ]
+# What a wing of UI/ does not know, besides what stands on a higher floor.
+WALLS = [
+    ("UI/Text/*", ["UI/*"], ["UI/Text/*"]),
+    ("UI/Widgets/*", ["*"], ["UI/Widgets/*", "UI/Text/*"]),
+    ("UI/Package/*", ["UI/Printers/*", "UI/Run/*"], []),
+    ("UI/Printers/*", ["UI/Package/*", "UI/Run/*"], []),
+]
+
 BESIDE = ["Tools/*", "Resources/*"]  # stand beside the floors
 
 # Which rooms may include which third-party headers.
 THIRD_PARTY = [
-    (r"^CLI/CLI\.hpp$|^CLI11", ["CLI/*", "Tools/*"]),
+    (r"^CLI/CLI\.hpp$|^CLI11", ["CLI/*", "UI/WizardOptions.cpp", "Tools/*"]),
     (r"^nlohmann/", ["CLI/*", "Tools/*"]),
     (r"^libusb", ["Platform/Libusb*"]),
     (r"^cups/", ["Platform/Libcups.h"]),
     (r"^systemd/", ["Platform/LogindInhibitor.cpp"]),
-    (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/InputNSMatrixControl.*",
-                      "UI/vymTableView.*", "UI/AppController.*", "UI/MessageBoxAlerts.*",
-                      "UI/LetterWidth.h"]),
+    (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/AppController.*", "UI/Pages/*",
+                      "UI/InputNSMatrixControl.*", "UI/vymTableView.*", "UI/Widgets/*"]),
 ]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
@@ -74,6 +82,9 @@ def check_include(path, target, quoted, faults):
             faults.append(f"{path} includes {target}: tools stand beside the house")
         elif floor and target_floor and target_floor > floor:
             faults.append(f"{path} (floor {floor}) includes {target} (floor {target_floor})")
+        for wing, unknown, known in WALLS:
+            if fits(path, [wing]) and fits(target, unknown) and not fits(target, known):
+                faults.append(f"{path} includes {target}, behind a wall of {wing}")
         return
     for pattern, rooms in THIRD_PARTY:
         if re.search(pattern, target) and not fits(path, rooms):

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Fails when keys, string tables and code do not fit together.
 
-Every key of UI/TextKeys.h has a text in every table and no table has another key; a format has
+Every key of UI/Text/TextKeys.h has a text in every table and no table has another key; a format has
 the one directive that its key promises, other texts have none; the mnemonics that meet on one
 page differ; code names no key that is unknown, and, where there is a window, leaves none unused.
 """
@@ -32,7 +32,7 @@ SHAPE = re.compile(r"(Start|Preference|Device|Guide|Confirmation|Cancel|VYM_UnSu
 
 
 def read_keys():
-    text = (ROOT / "UI/TextKeys.h").read_text(encoding="utf-8")
+    text = (ROOT / "UI/Text/TextKeys.h").read_text(encoding="utf-8")
     return [found.groups() for found in KEY.finditer(text[text.index("namespace textkey"):])]
 
 
@@ -68,7 +68,7 @@ def check_table(language, keys, faults):
         else:
             faults.append(f"{language}: {key} has no text")
     for key in table.keys() - {key for _, key, _ in keys}:
-        faults.append(f"{language}: {key} is no key of UI/TextKeys.h")
+        faults.append(f"{language}: {key} is no key of UI/Text/TextKeys.h")
     for page in PAGES:
         letters = [re.findall(r"&(\w)", table.get(key, "").upper()) for key in page]
         if len({tuple(letter) for letter in letters}) != len(page):
@@ -95,7 +95,7 @@ def check_code(keys, faults):
     known = {key for _, key, _ in keys}
     for literal in sorted(literal or "" for literal in literals):
         if SHAPE.fullmatch(literal) and literal not in known:
-            faults.append(f"code names the key {literal}, which UI/TextKeys.h does not have")
+            faults.append(f"code names the key {literal}, which UI/Text/TextKeys.h does not have")
     if not (ROOT / "main.cpp").exists():
         return  # no window: most keys are its own
     for name, key, _ in keys:
@@ -106,7 +106,7 @@ def check_code(keys, faults):
 def main():
     faults, keys = [], read_keys()
     if len({key for _, key, _ in keys}) != len(keys) or not keys:
-        faults.append("UI/TextKeys.h has no keys, or one twice")
+        faults.append("UI/Text/TextKeys.h has no keys, or one twice")
     for language in LANGUAGES:
         check_table(language, keys, faults)
     check_code(keys, faults)

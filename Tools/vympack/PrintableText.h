@@ -2,7 +2,7 @@
 //
 // Threads: any. Reads nothing but its argument.
 #pragma once
-#include "UI/PlainText.h"
+#include "UI/Text/PlainText.h"
 
 namespace vympack {
 

@@ -1,5 +1,5 @@
-#include "UI/TextFormat.h"
-#include "UI/TextKeys.h"
+#include "UI/Text/TextFormat.h"
+#include "UI/Text/TextKeys.h"
 #include "tests/support/TempFolder.h"
 
 #include <QByteArray>

@@ -47,7 +47,7 @@ TEST_F(MainWindowControllerPages, FollowEachOtherAndGoBack)
         SCOPED_TRACE(each.button);
         wizard.press(each.button);
         EXPECT_EQ(wizard.page(), each.page);
-        EXPECT_EQ(wizard.find<MainWindowControllerSteps>("_stepBar").currentStep(), each.step);
+        EXPECT_EQ(wizard.find<StepBar>("_stepBar").currentStep(), each.step);
         if (wizard.page() == "SelectDevice1")
             wizard.waitForPrinters();
     }

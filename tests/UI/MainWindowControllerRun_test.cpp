@@ -84,7 +84,7 @@ TEST_F(MainWindowControllerRun, BeginsWithTheProgressWindowInPlaceOfTheWizard)
     EXPECT_TRUE(wizard.window("_updateWindow").isVisible());
     EXPECT_EQ(line(), "State_Connection");
     EXPECT_EQ(bar(), 0);
-    EXPECT_TRUE(wizard.find<MainWindowControllerSpinner>("_progressAnimation").isAnimated());
+    EXPECT_TRUE(wizard.find<BusySign>("_progressAnimation").isAnimated());
     EXPECT_FALSE(wizard.find<QLabel>("_updateWdwWarningImgView").pixmap().isNull());
     EXPECT_FALSE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
     EXPECT_THAT(worker.calls(), ElementsAre("create", "start none 127.0.0.1 5001", "polling 500"));

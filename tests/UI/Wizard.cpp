@@ -184,8 +184,8 @@ void Wizard::typeAddress(std::initializer_list<const char*> numbers)
 
 void Wizard::waitForPrinters() const
 {
-    const auto& sign = find<MainWindowControllerSpinner>(
-        setup.isUseDriverOnly ? "_searchAnimation2" : "_searchAnimation");
+    const auto& sign =
+        find<BusySign>(setup.isUseDriverOnly ? "_searchAnimation2" : "_searchAnimation");
     const auto limit = std::chrono::milliseconds(kLongest).count();
     if (!QTest::qWaitFor([&sign] { return !sign.isAnimated(); }, static_cast<int>(limit)))
         throw std::runtime_error("the search does not end");

@@ -1,6 +1,6 @@
 // Alerts for tests: nothing is shown, the answers wait in a queue, what was asked is kept.
 #pragma once
-#include "UI/Alerts.h"
+#include "UI/Widgets/Alerts.h"
 
 #include <deque>
 #include <vector>

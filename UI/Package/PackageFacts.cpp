@@ -1,0 +1,217 @@
+#include "UI/Package/PackageFacts.h"
+
+#include "UI/Text/PlainText.h"
+#include "VYM/vymMac.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kContainerName = "VYMBINDDATA";
+// Far above any printer family; each row costs a walk through the whole description.
+constexpr unsigned kMostFirmware = 1000;
+constexpr int kThisPlatform = 4; // the description's number for the system it names
+constexpr std::size_t kLongestFolder = 1024; // as long as the engine keeps a location
+constexpr int kHighestPort = 65535;
+
+// A path is shown whole: cut short, nobody could use it.
+std::string plainPath(const std::string& path)
+{
+    constexpr std::size_t kPathLimit = 4 * kLongestFolder; // each byte of it may become an escape
+    return plainText(path, kPathLimit);
+}
+
+using Getter = bool (*)(std::string&);
+using ListGetter = bool (*)(std::vector<std::string>&);
+using YesNoGetter = bool (*)(yesno_type&);
+using IntGetter = bool (*)(int&);
+
+std::string textOf(Getter getter)
+{
+    std::string text;
+    getter(text);
+    return plainText(text);
+}
+
+std::vector<std::string> listOf(ListGetter getter)
+{
+    std::vector<std::string> texts;
+    getter(texts);
+    for (auto& text : texts)
+        text = plainText(text);
+    return texts;
+}
+
+yesno_type answerOf(YesNoGetter getter)
+{
+    yesno_type answer = yesno_none;
+    getter(answer);
+    return answer;
+}
+
+int numberOf(IntGetter getter)
+{
+    int number = -1;
+    getter(number);
+    return number;
+}
+
+std::optional<PackagedFirmware> readFirmware(unsigned index)
+{
+    std::string name;
+    std::string version;
+    std::string file;
+    std::string nameInPrinter;
+    std::string compatible;
+    std::string header;
+    if (!vyminfo_getVersion(index, name, version, file, nameInPrinter, compatible, header))
+        return std::nullopt;
+    std::string displayName;
+    std::string displayVersion;
+    vyminfo_getDispFirmVersion(index, displayName, displayVersion);
+    unsigned long size = 0;
+    const bool complete = vymbind_getFileSize(file.c_str(), size);
+    return PackagedFirmware{index + 1,
+                            plainText(name),
+                            plainText(version),
+                            plainText(displayName.empty() ? name : displayName),
+                            plainText(displayVersion.empty() ? version : displayVersion),
+                            plainText(nameInPrinter),
+                            plainText(compatible),
+                            plainText(file),
+                            complete ? std::optional(size) : std::nullopt};
+}
+
+std::vector<PackagedFirmware> readAllFirmware()
+{
+    std::vector<PackagedFirmware> all;
+    while (all.size() <= kMostFirmware) {
+        auto firmware = readFirmware(static_cast<unsigned>(all.size()));
+        if (!firmware.has_value())
+            break;
+        all.push_back(std::move(*firmware));
+    }
+    return all;
+}
+
+void readSystemBounds(PackageFacts& package)
+{
+    long highest = 0;
+    long lowest = 0;
+    if (!vyminfo_getPlatformVersion(kThisPlatform, highest, lowest))
+        return;
+    package.lowestSystem = lowest;
+    if (highest >= 0) // a negative one means that there is none
+        package.highestSystem = highest;
+}
+
+PackageFacts readPackage(const std::string& folder)
+{
+    PackageFacts package{plainPath(folder),
+                         textOf(vyminfo_getTgmName),
+                         textOf(vyminfo_getProductName),
+                         listOf(vyminfo_getModelNameArray),
+                         listOf(vyminfo_getDriverName),
+                         listOf(vyminfo_getPort),
+                         listOf(vyminfo_getDeviceIDModelName),
+                         numberOf(vyminfo_getPortNo),
+                         numberOf(vyminfo_getEnterTime),
+                         numberOf(vyminfo_getExitTime),
+                         numberOf(vyminfo_getUpdateTime),
+                         answerOf(vyminfo_getNeedEnterOperation),
+                         answerOf(vyminfo_getNeedExitOparetion),
+                         answerOf(vyminfo_getAllowVersionDown),
+                         answerOf(vyminfo_getSpecialCmdPattern),
+                         {},
+                         {},
+                         readAllFirmware()};
+    readSystemBounds(package);
+    return package;
+}
+
+std::string currentFolder()
+{
+    std::array<char, kLongestFolder> folder{};
+    return getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
+}
+
+std::string withAdvice(const std::string& why, const std::string& file)
+{
+    return why + " Run \"vympack check " + plainPath(file) + "\" to see what is wrong with it.";
+}
+
+// Why the file cannot even be opened; empty when it can.
+std::string unreachable(const std::string& folder, const std::string& file)
+{
+    const std::string advice =
+        " Give the folder that holds " + std::string(kContainerName) + " with --package FOLDER.";
+    std::error_code error;
+    if (fs::exists(folder, error) && !fs::is_directory(folder, error))
+        return "'" + plainPath(folder) + "' is not a folder." + advice;
+    if (!fs::is_directory(folder, error))
+        return "There is no folder '" + plainPath(folder) + "' that can be read." + advice;
+    if (!fs::exists(file, error))
+        return "The folder '" + plainPath(folder) + "' holds no " + kContainerName + "." + advice;
+    if (!fs::is_regular_file(file, error)) // a pipe or a device would never end
+        return "'" + plainPath(file) + "' is not a file." + advice;
+    if (access(file.c_str(), R_OK) != 0)
+        return "'" + plainPath(file) + "' must not be read by you. Ask its owner for permission.";
+    return {};
+}
+
+std::string problemOf(const PackageFacts& package, const std::string& file)
+{
+    unsigned long size = 0;
+    if (!vymbind_isContainer())
+        return withAdvice("'" + plainPath(file) + "' is not an update package, or is damaged.",
+                          file);
+    if (!vymbind_getFileSize("VYMINFO.txt", size))
+        return withAdvice("The package holds no description (VYMINFO.txt).", file);
+    if (package.firmware.empty())
+        return withAdvice("The package's description lists no firmware.", file);
+    if (package.firmware.size() > kMostFirmware)
+        return withAdvice(
+            "The package lists more than " + std::to_string(kMostFirmware) + " firmware.", file);
+    if (package.portNumber < 1 || package.portNumber > kHighestPort)
+        return withAdvice("The package's port number is not one from 1 to 65535.", file);
+    return {};
+}
+
+} // namespace
+
+OpenedPackage openPackage(const std::optional<std::string>& folder)
+{
+    if (folder.has_value() && !setBundleLocation(folder->c_str()))
+        return {std::nullopt, "The package's folder has too long a name."};
+    const auto where = folder.value_or(currentFolder());
+    const auto file = where + "/" + kContainerName;
+    if (auto problem = unreachable(where, file); !problem.empty())
+        return {std::nullopt, std::move(problem)};
+    if (vyminfo_loadfile() != 0)
+        return {std::nullopt, "There is not enough memory to read the package."};
+    auto package = readPackage(where);
+    if (auto problem = problemOf(package, file); !problem.empty())
+        return {std::nullopt, std::move(problem)};
+    return {std::move(package), {}};
+}
+
+std::string unfitForUpdate(const PackageFacts& package)
+{
+    const auto file = package.folder + "/" + kContainerName;
+    if (package.model.empty())
+        return withAdvice("The package does not say for which model it is (TGMNAME).", file);
+    const auto missing =
+        std::find_if(package.firmware.begin(), package.firmware.end(),
+                     [](const auto& firmware) { return !firmware.bytes.has_value(); });
+    if (missing == package.firmware.end())
+        return {};
+    return withAdvice("The image '" + missing->file + "' of firmware "
+                          + std::to_string(missing->number) + " (" + missing->displayName
+                          + ") is not wholly in the package.",
+                      file);
+}

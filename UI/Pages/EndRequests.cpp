@@ -1,0 +1,31 @@
+#include "UI/Pages/EndRequests.h"
+
+#include <QGuiApplication>
+#include <QSessionManager>
+#include <QSocketNotifier>
+
+EndRequests::EndRequests(const EndingSignals* endings, Asked asked)
+    : m_signals(endings), m_asked(std::move(asked))
+{
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &EndRequests::endSession,
+            Qt::DirectConnection);
+    if (m_signals == nullptr || m_signals->descriptor() < 0)
+        return;
+    auto* notifier = new QSocketNotifier(m_signals->descriptor(), QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, &EndRequests::takeSignal);
+}
+
+void EndRequests::takeSignal()
+{
+    if (const int signal = m_signals->take(); signal != 0)
+        m_asked("signal " + std::to_string(signal));
+}
+
+// Session managers let only those cancel who have asked for a word with the user before.
+void EndRequests::endSession(QSessionManager& session)
+{
+    if (m_asked("the end of the session"))
+        return;
+    session.allowsErrorInteraction();
+    session.cancel();
+}

@@ -1,0 +1,56 @@
+// Looking for printers beside the interface's thread, so that the window lives on meanwhile.
+//
+// Owns:      the searching thread, which is joined on destruction: that waits for the device that
+//            is being asked just then.
+// Threads:   the interface's own; asking and finished are emitted there as well.
+// Invariant: one search at a time. What a search that was cancelled or started anew has found is
+//            never told.
+#pragma once
+#include "UI/Printers/TargetPrinters.h"
+
+#include <QObject>
+#include <QString>
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+
+class PrinterSearchThread final : public QObject {
+    Q_OBJECT
+
+public:
+    using Find = std::function<TargetPrinters(bool driverOnly, const std::atomic<bool>& cancel,
+                                              PrinterSearchObserver& observer)>;
+
+    // The product's way to find printers: the server's queues, then USB, by the package's rule.
+    static Find throughServer(std::shared_ptr<PrintServer> server, std::string usbPrinterName);
+
+    explicit PrinterSearchThread(Find find);
+    ~PrinterSearchThread() override;
+
+    void start(bool driverOnly);
+    void cancel();
+    [[nodiscard]] bool isSearching() const { return m_isWanted; }
+
+signals:
+    void asking(const QString& printer); // empty: the print system or the bus
+    void finished(const TargetPrinters& found);
+
+    // From the searching thread, for this object only.
+    void threadAsks(const QString& printer);
+    void threadFound(const TargetPrinters& found);
+
+private:
+    class Observer;
+
+    void run(bool driverOnly);
+    void threadEnded(const TargetPrinters& found);
+
+    Find m_find;
+    std::thread m_thread;
+    std::atomic<bool> m_cancel{false};
+    bool m_isWanted = false; // a result is waited for
+    bool m_isStale = false; // the thread at work is not the one that is waited for
+    bool m_driverOnly = false;
+};

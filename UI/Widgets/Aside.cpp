@@ -1,0 +1,22 @@
+#include "UI/Widgets/Aside.h"
+
+#include <QEventLoop>
+#include <system_error>
+#include <thread>
+
+void doAside(const std::function<void()>& work)
+{
+    QEventLoop waiting;
+    std::thread thread;
+    try {
+        thread = std::thread([&work, &waiting] {
+            work();
+            QMetaObject::invokeMethod(&waiting, "quit", Qt::QueuedConnection);
+        });
+    } catch (const std::system_error&) {
+        work();
+        return;
+    }
+    waiting.exec(); // left early where the program is told to quit; the work is waited for still
+    thread.join();
+}

@@ -1,0 +1,9 @@
+#include "UI/Widgets/WizardWindow.h"
+
+WizardWindow::WizardWindow(QWidget* parent) : QDialog(parent) { }
+
+void WizardWindow::reject()
+{
+    if (m_leave)
+        m_leave();
+}

@@ -1,0 +1,88 @@
+#include "UI/Run/RunTarget.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::shared_ptr<PrinterInfo> queue(const std::string& identifier, const std::string& uri)
+{
+    return PrinterInfo::initWithPMPrinter({"A name", identifier, {}, uri, "A model"});
+}
+
+} // namespace
+
+TEST(ConnectableUri, IsWhatConnectionsUnderstand)
+{
+    const struct {
+        const char* why;
+        const char* given;
+        const char* wanted;
+    } rows[] = {
+        {"an address of the driver's", "net:10.0.0.5", "lpd://10.0.0.5/"},
+        {"a host", "net:office.example", "lpd://office.example/"},
+        {"every one of them", "net:a/net:b", "lpd://a/lpd://b/"},
+        {"two in a row", "net:net:a", "lpd://lpd://a/"},
+        {"not at the beginning", "a/net:b", "a/net:b"},
+        {"in capitals", "NET:a", "NET:a"},
+        {"an end that is there", "lpd://a/", "lpd://a/"},
+        {"an end that is not", "lpd://a/queue", "lpd://a/queue/"},
+        {"behind something else", "xlpd://a", "xlpd://a/"},
+        {"USB", "usb://A/P?serial=1", "usb://A/P?serial=1"},
+        {"nothing", "", ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(connectableUri(row.given), row.wanted) << row.why;
+}
+
+TEST(RunTarget, OfAQueueHasItsIdentifierAndARewrittenAddress)
+{
+    const auto printer = queue("office", "net:10.0.0.5");
+    RunTarget target;
+    ASSERT_EQ(target.take(*printer), TargetFit::fits);
+    EXPECT_STREQ(target.address(), "lpd://10.0.0.5/");
+    EXPECT_STREQ(target.identifier(), "office");
+    EXPECT_EQ(printer->printerURI(), "lpd://10.0.0.5/");
+}
+
+TEST(RunTarget, WithoutAQueueKeepsTheAddressAsItIs)
+{
+    for (const char* address : {"10.0.0.5", "net:10.0.0.5", "usb://A/P?serial=1"}) {
+        const auto printer = PrinterInfo::initWithPrinterName("A name", "A model", address);
+        RunTarget target;
+        ASSERT_EQ(target.take(*printer), TargetFit::fits);
+        EXPECT_STREQ(target.address(), address);
+        EXPECT_EQ(target.identifier(), nullptr);
+    }
+}
+
+TEST(RunTarget, TakesWhatFitsToTheLastByteAndCutsNothing)
+{
+    const auto longest = "usb://" + std::string(kPortNameSize - 7, 'a');
+    const std::string longestName(kPrinterNameSize - 1, 'b');
+    const struct {
+        const char* why;
+        std::string identifier, uri;
+        TargetFit fit;
+    } rows[] = {
+        {"both full", longestName, longest, TargetFit::fits},
+        {"one byte more", "b", longest + "a", TargetFit::addressTooLong},
+        {"an identifier of one byte more", longestName + "b", longest,
+         TargetFit::identifierTooLong},
+        {"too long once it was rewritten", "b", "net:" + std::string(kPortNameSize - 7, 'a'),
+         TargetFit::addressTooLong},
+        {"a NUL inside", "b", std::string("usb://a\0b", 9), TargetFit::addressTooLong},
+        {"a NUL in the identifier", std::string("b\0c", 3), "usb://a",
+         TargetFit::identifierTooLong},
+        {"no address", "b", "", TargetFit::noAddress},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        const auto printer = queue(row.identifier, row.uri);
+        RunTarget target;
+        EXPECT_EQ(target.take(*printer), row.fit);
+        const bool fits = row.fit == TargetFit::fits;
+        EXPECT_STREQ(target.address(), fits ? row.uri.c_str() : "");
+        EXPECT_EQ(target.identifier() != nullptr, fits);
+        EXPECT_EQ(printer->printerURI(), row.uri);
+    }
+}

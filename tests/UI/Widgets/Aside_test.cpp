@@ -1,0 +1,44 @@
+#include "UI/Widgets/Aside.h"
+
+#include <QTest>
+#include <QTimer>
+#include <chrono>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(Aside, ReturnsWhenTheWorkIsDoneAndNotBefore)
+{
+    bool isDone = false;
+    doAside([&isDone] {
+        std::this_thread::sleep_for(20ms);
+        isDone = true;
+    });
+    EXPECT_TRUE(isDone);
+}
+
+TEST(Aside, TheWindowsLiveOnMeanwhile)
+{
+    int events = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&events] { ++events; });
+    timer.start(1);
+    doAside([] { std::this_thread::sleep_for(50ms); });
+    EXPECT_GT(events, 5);
+}
+
+TEST(Aside, WorkIsNotLeftBehindWhenTheProgramQuitsMeanwhile)
+{
+    bool isDone = false;
+    QTimer::singleShot(0, [] { QCoreApplication::quit(); });
+    doAside([&isDone] {
+        std::this_thread::sleep_for(20ms);
+        isDone = true;
+    });
+    EXPECT_TRUE(isDone);
+}
+
+} // namespace

@@ -1,0 +1,1 @@
+// Compiled so that its precompiled headers exist; every test program uses them.
