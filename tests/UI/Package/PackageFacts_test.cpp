@@ -1,0 +1,198 @@
+#include "UI/Package/PackageFacts.h"
+#include "tests/support/Package.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A package that a printer can be updated from.
+class WholePackage : public Package {
+public:
+    WholePackage()
+    {
+        description({"TGMNAME ACME100", "PRODUCT Updater", "DRIVERNAME ACME PS", "PORTNO 4711",
+                     "ENTERTIME 5", "UPDATETIME 60", "ALLOWVERSIONDOWN BOTH",
+                     "PLATFORMVERSION MACOS=1040 1060",
+                     "VERSION MAIN=0110 main.bin COMPATIBLE=0100 DISPFIRM=\"Main controller\"",
+                     "VERSION FAX=0200 fax.bin fax"});
+        file("main.bin", imageBytes(100)).file("fax.bin", imageBytes(50));
+    }
+};
+
+// Writes the package and opens it as the programs do, by its folder.
+OpenedPackage opened(Package& package)
+{
+    package.open();
+    return openPackage(package.folder().path().string());
+}
+
+} // namespace
+
+TEST(PackageFacts, AreWhatTheDescriptionAndTheTableSay)
+{
+    WholePackage package;
+    const auto facts = opened(package).package;
+    ASSERT_TRUE(facts.has_value());
+    EXPECT_EQ(facts->folder, package.folder().path().string());
+    EXPECT_EQ(facts->model, "ACME100");
+    EXPECT_EQ(facts->product, "Updater");
+    EXPECT_EQ(facts->driverNames, (std::vector<std::string>{"ACME", "PS"}));
+    EXPECT_EQ(facts->portNumber, 4711);
+    EXPECT_EQ(facts->enterSeconds, 5);
+    EXPECT_EQ(facts->exitSeconds, 0) << "the default";
+    EXPECT_EQ(facts->updateSeconds, 60);
+    EXPECT_EQ(facts->versionRule, yesno_both);
+    EXPECT_EQ(facts->needsEnterOperation, yesno_no) << "the default";
+    EXPECT_EQ(facts->lowestSystem, 0x1040);
+    EXPECT_EQ(facts->highestSystem, 0x1060);
+}
+
+TEST(PackageFacts, NameEachFirmwareInTheOrderOfItsRows)
+{
+    WholePackage package;
+    const auto facts = opened(package).package;
+    ASSERT_TRUE(facts.has_value());
+    ASSERT_EQ(facts->firmware.size(), 2U);
+    const auto& first = facts->firmware[0];
+    EXPECT_EQ(first.number, 1U);
+    EXPECT_EQ(first.name, "MAIN");
+    EXPECT_EQ(first.version, "0110");
+    EXPECT_EQ(first.displayName, "Main controller");
+    EXPECT_EQ(first.displayVersion, "0110") << "what the row does not show is the version itself";
+    EXPECT_EQ(first.compatibleVersion, "0100");
+    EXPECT_EQ(first.file, "main.bin");
+    EXPECT_EQ(first.bytes, 100U);
+    const auto& second = facts->firmware[1];
+    EXPECT_EQ(second.number, 2U);
+    EXPECT_EQ(second.nameInPrinter, "fax");
+    EXPECT_EQ(second.compatibleVersion, "");
+    EXPECT_EQ(second.bytes, 50U);
+}
+
+TEST(PackageFacts, HaveNoHighestSystemWhereTheRowHasOnlyALowestOne)
+{
+    Package package;
+    package.description({"PLATFORMVERSION MACOS=1040", "VERSION MAIN=0110 main.bin"})
+        .file("main.bin", "x");
+    const auto facts = opened(package).package;
+    ASSERT_TRUE(facts.has_value());
+    EXPECT_EQ(facts->lowestSystem, 0x1040);
+    EXPECT_FALSE(facts->highestSystem.has_value());
+}
+
+TEST(PackageFacts, ShowTextsWithoutControlCharacters)
+{
+    Package package;
+    package.description({"TGMNAME AC\x1b[2JME", "VERSION MAIN=0110 main.bin"})
+        .file("main.bin", "x");
+    const auto facts = opened(package).package;
+    ASSERT_TRUE(facts.has_value());
+    EXPECT_EQ(facts->model.find('\x1b'), std::string::npos);
+    EXPECT_NE(facts->model.find("[2JME"), std::string::npos);
+}
+
+TEST(OpenPackage, SaysWhyAPackageIsUnusable)
+{
+    const struct {
+        const char* why;
+        Package& (*make)(Package&);
+        const char* words;
+    } cases[] = {
+        {"another magic",
+         [](Package& p) -> Package& { return p.description({"PORTNO 1"}).magic("NOTMINE\0"); },
+         "is not an update package, or is damaged"},
+        {"a single file",
+         [](Package& p) -> Package& { return p.description({"VERSION MAIN=1 main.bin"}); },
+         "is not an update package, or is damaged"},
+        {"no description",
+         [](Package& p) -> Package& { return p.file("a.bin", "a").file("b.bin", "b"); },
+         "holds no description"},
+        {"no firmware",
+         [](Package& p) -> Package& { return p.description({"PORTNO 1"}).file("b.bin", "b"); },
+         "lists no firmware"},
+        {"port 0",
+         [](Package& p) -> Package& {
+             return p.description({"PORTNO 0", "VERSION MAIN=1 b.bin"}).file("b.bin", "b");
+         },
+         "port number"},
+        {"a port above 65535",
+         [](Package& p) -> Package& {
+             return p.description({"PORTNO 65536", "VERSION MAIN=1 b.bin"}).file("b.bin", "b");
+         },
+         "port number"},
+    };
+    for (const auto& [why, make, words] : cases) {
+        SCOPED_TRACE(why);
+        Package package;
+        const auto result = opened(make(package));
+        EXPECT_FALSE(result.package.has_value());
+        EXPECT_NE(result.problem.find(words), std::string::npos) << result.problem;
+        EXPECT_NE(result.problem.find("vympack check"), std::string::npos) << result.problem;
+    }
+}
+
+TEST(OpenPackage, SaysWhyTheFileCannotBeReached)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.path() / "empty");
+    fs::create_directories(folder.path() / "nested" / "VYMBINDDATA");
+    folder.write("file", "");
+    const struct {
+        const char* name;
+        const char* words;
+    } cases[] = {
+        {"missing", "There is no folder"},
+        {"file", "is not a folder"},
+        {"empty", "holds no VYMBINDDATA"},
+        {"nested", "is not a file"},
+    };
+    for (const auto& [name, words] : cases) {
+        SCOPED_TRACE(name);
+        const auto result = openPackage((folder.path() / name).string());
+        EXPECT_FALSE(result.package.has_value());
+        EXPECT_NE(result.problem.find(words), std::string::npos) << result.problem;
+    }
+}
+
+TEST(OpenPackage, RefusesAFolderWhoseNameIsLongerThanTheEngineKeeps)
+{
+    const auto result = openPackage("/" + std::string(5000, 'x'));
+    EXPECT_FALSE(result.package.has_value());
+    EXPECT_NE(result.problem.find("too long a name"), std::string::npos) << result.problem;
+}
+
+TEST(OpenPackage, RefusesMoreFirmwareThanAnyPrinterHas)
+{
+    std::string text;
+    for (int i = 0; i < 1001; ++i)
+        text += "VERSION M=1 main.bin\r\n";
+    Package package;
+    package.file("VYMINFO.txt", text).file("main.bin", "x");
+    EXPECT_NE(opened(package).problem.find("more than 1000 firmware"), std::string::npos);
+}
+
+TEST(UnfitForUpdate, IsAPackageWithoutItsModelOrWithoutAnImage)
+{
+    WholePackage whole;
+    const auto facts = opened(whole).package;
+    ASSERT_TRUE(facts.has_value());
+    EXPECT_EQ(unfitForUpdate(*facts), "");
+
+    auto nameless = *facts;
+    nameless.model.clear();
+    EXPECT_NE(unfitForUpdate(nameless).find("TGMNAME"), std::string::npos);
+
+    Package incomplete;
+    incomplete
+        .description({"TGMNAME ACME100", "VERSION MAIN=0110 main.bin", "VERSION FAX=0200 fax.bin"})
+        .file("main.bin", "x")
+        .entry("fax.bin", 0, 1'000'000);
+    const auto cut = opened(incomplete).package;
+    ASSERT_TRUE(cut.has_value());
+    EXPECT_FALSE(cut->firmware[1].bytes.has_value());
+    const auto problem = unfitForUpdate(*cut);
+    EXPECT_NE(problem.find("'fax.bin' of firmware 2 (FAX)"), std::string::npos) << problem;
+}
