@@ -89,7 +89,7 @@ def named_in(paths):
 
 
 def check_code(keys, faults):
-    paths = [path for path in (ROOT / "UI").glob("*.*") if path.name != "TextKeys.h"]
+    paths = [path for path in (ROOT / "UI").rglob("*.*") if path.name != "TextKeys.h"]
     paths += [*ROOT.glob("main.cpp"), *(ROOT / "Resources").glob("*.ui")]
     names, literals = named_in(paths)
     known = {key for _, key, _ in keys}
