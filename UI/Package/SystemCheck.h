@@ -1,13 +1,40 @@
-// Whether a package is meant for the running system.
+// Decides whether a package is meant for the running system, once for window and command line: the
+// window refuses a system that is out of bounds, the command line only warns of it.
+//
+// A distribution that counts its versions below 10 (9.4, 5, 3.19), or not at all, cannot be
+// compared with the bounds that packages have (10.4, 22.04): it passes, with a remark for the log.
 //
 // Threads: any. Reads nothing but its arguments.
 #pragma once
 #include <cstdint>
+#include <string>
 
-// All three in the same BCD, compared as signed numbers. A minimum always counts; a negative
-// maximum means that there is none.
+// All versions in the same BCD (0x1058 for 10.5.8), compared as signed numbers.
+struct SystemBounds {
+    std::int32_t highest = 0; // negative: no upper bound
+    std::int32_t lowest = 0; // always applies; both are 0 where the package has no such row
+};
+
+enum class SystemVerdict : std::uint8_t {
+    supported,
+    notCompared, // the system's number is below 10 or unknown, and outside the bounds: it passes
+    unsupported,
+};
+
+// Whether the bounds include the system, without a look at how it counts.
 constexpr bool isSystemSupported(std::int32_t system, std::int32_t maxVersion,
                                  std::int32_t minVersion)
 {
     return system >= minVersion && (maxVersion < 0 || system <= maxVersion);
 }
+
+constexpr SystemVerdict judgeSystem(std::int32_t system, SystemBounds bounds)
+{
+    constexpr std::int32_t kLowestCompared = 0x1000; // 10.0.0
+    if (isSystemSupported(system, bounds.highest, bounds.lowest))
+        return SystemVerdict::supported;
+    return system < kLowestCompared ? SystemVerdict::notCompared : SystemVerdict::unsupported;
+}
+
+// The verdict as one English sentence for a log or a warning; empty for a supported system.
+std::string systemRemark(std::int32_t system, SystemBounds bounds);
