@@ -1,0 +1,116 @@
+#include "tests/support/ModelPrinter.h"
+
+#include "tests/support/Printer.h"
+
+namespace {
+
+constexpr unsigned kGetFile = 0x5001;
+constexpr unsigned kSendFile = 0x5002;
+constexpr unsigned kEnter = 0x5101;
+constexpr unsigned kLeave = 0x5102;
+constexpr unsigned kQuery = 0x5103;
+constexpr std::uint16_t kFinished = 0x80;
+constexpr std::uint16_t kWriting = 0x81;
+
+} // namespace
+
+Reaction ModelPrinter::take(const std::string& packet)
+{
+    m_ledger.took(packet);
+    Reaction reaction;
+    reaction.command = commandOf(packet);
+    switch (reaction.command) {
+    case kEnter:
+        reaction.busyMs = m_manners.enterMs;
+        reaction.answer = dressed(printer::enter(m_manners.enterStatus));
+        break;
+    case kGetFile:
+        reaction.busyMs = m_manners.infoMs;
+        reaction.answer = dressed(infoAnswer());
+        break;
+    case kSendFile:
+        if (const auto piece = FilePacketView::of(packet))
+            return takeFile(*piece);
+        break;
+    case kQuery: {
+        const bool writes = m_queries++ < m_manners.writingAnswers;
+        reaction.busyMs = m_manners.queryMs;
+        reaction.status = writes ? kWriting : m_manners.endStatus;
+        reaction.answer = dressed(printer::progress(reaction.status, 100, writes ? 50 : 100));
+        break;
+    }
+    case kLeave:
+        reaction.busyMs = m_manners.exitMs;
+        if (m_manners.answersExit)
+            reaction.answer = dressed(printer::exit());
+        break;
+    default:
+        break;
+    }
+    return reaction;
+}
+
+Reaction ModelPrinter::takeFile(const FilePacketView& piece)
+{
+    if (piece.name != m_firmware || piece.start == 0) {
+        m_firmware = piece.name;
+        m_filePackets = 0;
+        m_queries = 0;
+        m_refused = false;
+    }
+    Reaction reaction;
+    reaction.command = kSendFile;
+    reaction.firmware = piece.name;
+    reaction.last = piece.last();
+    reaction.status = piece.last() ? kFinished : kWriting;
+    reaction.busyMs = piece.last() ? m_manners.lastMs : m_manners.pieceMs;
+    const unsigned number = m_filePackets++;
+    const auto every = m_manners.answerEvery;
+    bool answers = piece.last() || (every != 0 && number % every == every - 1);
+    if (m_refused || m_manners.refusedPacket == number
+        || (m_manners.refusedPacket && piece.last() && number < *m_manners.refusedPacket)) {
+        answers = !m_refused || piece.last();
+        reaction.busyMs += m_refused ? 0 : m_manners.refusalMs;
+        reaction.status = m_manners.refusal;
+        m_refused = true;
+    }
+    if (answers)
+        reaction.answer = dressed(printer::piece(reaction.status));
+    return reaction;
+}
+
+std::string ModelPrinter::infoAnswer() const
+{
+    const auto& text = m_manners.targetInfo;
+    const auto total = static_cast<std::uint32_t>(text.size());
+    std::string answer;
+    for (std::size_t at = 0; at == 0 || at < text.size(); at += m_manners.infoBlock) {
+        const auto data = text.substr(at, m_manners.infoBlock);
+        const bool last = at + m_manners.infoBlock >= text.size();
+        answer += printer::fileBlock({static_cast<std::uint16_t>(last ? kFinished : 0),
+                                      static_cast<std::uint32_t>(at), total,
+                                      printer::byteSum(last ? text : data), data});
+    }
+    return answer;
+}
+
+// An answer as its manners have it: garbled, or several times.
+std::string ModelPrinter::dressed(std::string answer)
+{
+    if (m_manners.garbledAnswer == m_answers++)
+        return m_manners.garble;
+    std::string all;
+    for (unsigned i = 0; i < m_manners.answerCopies; ++i)
+        all += answer;
+    return all;
+}
+
+void ModelPrinter::gave(const Reaction& reaction)
+{
+    if (reaction.answer.empty())
+        return;
+    if (reaction.command == kSendFile)
+        m_ledger.answeredFile(reaction.firmware, reaction.last, reaction.status);
+    else if (reaction.command == kQuery)
+        m_ledger.answeredQuery(reaction.status);
+}

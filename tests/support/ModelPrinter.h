@@ -1,0 +1,76 @@
+// A printer as a model: it takes packets one after the other, says for each how long it is busy
+// with it and what it then answers, and keeps a ledger of both. Its manners are data, so that a
+// seed, a fuzzer or a test can choose them. Knows no clock and no line: the caller has both.
+//
+// Owns:      its ledger.
+// Threads:   one at a time.
+// Invariant: an answer stands in the ledger once it has left (gave), not before.
+#pragma once
+#include "tests/support/PrinterLedger.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+struct PrinterManners {
+    // Milliseconds for which it is busy with a packet before it answers and reads on.
+    unsigned enterMs = 0;
+    unsigned infoMs = 0;
+    unsigned pieceMs = 0;
+    unsigned lastMs = 0;
+    unsigned queryMs = 0;
+    unsigned exitMs = 0;
+
+    unsigned answerEvery = 1; // each n-th piece is answered; 0: only the last block
+    unsigned answerCopies = 1; // more than one: not honest
+    std::string unasked; // sent as soon as the connection stands: not honest
+    std::optional<unsigned> garbledAnswer; // the n-th answer is replaced by garble: not honest
+    std::string garble;
+
+    std::uint16_t enterStatus = 0x80;
+    std::string targetInfo;
+    std::size_t infoBlock = 4096; // bytes of the description in one answer
+    std::optional<unsigned> refusedPacket; // the n-th file packet of a firmware, from 0
+    std::uint16_t refusal = 0x0803;
+    unsigned refusalMs = 0; // busy for so much longer before it refuses
+    unsigned writingAnswers = 0; // status queries answered with "writing" before "finished"
+    std::uint16_t endStatus = 0x80; // of the query after those
+    bool answersExit = true;
+};
+
+// What follows from one packet.
+struct Reaction {
+    unsigned busyMs = 0;
+    std::string answer; // empty: there is none
+    // For the ledger.
+    unsigned command = 0;
+    std::string firmware;
+    bool last = false;
+    std::uint16_t status = 0;
+};
+
+class ModelPrinter {
+public:
+    explicit ModelPrinter(PrinterManners manners) : m_manners(std::move(manners)) { }
+
+    Reaction take(const std::string& packet);
+    void gave(const Reaction& reaction); // its answer has left
+    // The connection is over with these bytes of a packet that never became whole.
+    void lost(std::string_view rest) { m_ledger.leftOver(rest); }
+
+    [[nodiscard]] const PrinterManners& manners() const { return m_manners; }
+    [[nodiscard]] const PrinterLedger& ledger() const { return m_ledger; }
+
+private:
+    Reaction takeFile(const FilePacketView& piece);
+    [[nodiscard]] std::string infoAnswer() const;
+    std::string dressed(std::string answer);
+
+    PrinterManners m_manners;
+    PrinterLedger m_ledger;
+    std::string m_firmware; // whose packets are coming
+    unsigned m_filePackets = 0; // of that firmware
+    unsigned m_queries = 0; // of that firmware
+    unsigned m_answers = 0;
+    bool m_refused = false;
+};

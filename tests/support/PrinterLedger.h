@@ -1,0 +1,77 @@
+// What really reached a model printer, and what it answered: the facts that the product's claims
+// are held against. Reads the wire by itself, so that a mistake of the engine cannot cancel out.
+//
+// Owns:      everything it has noted.
+// Threads:   one at a time.
+// Invariant: a firmware's bytes are those of whole packets that the printer has taken off the line;
+//            what lay unread in a buffer never counts.
+#pragma once
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+// Cuts the stream of one connection into packets.
+class PacketAssembler {
+public:
+    void add(std::string_view bytes) { m_bytes.append(bytes); }
+    // The next whole packet, or nothing.
+    [[nodiscard]] std::optional<std::string> next();
+    // Bytes of a packet that is not whole yet.
+    [[nodiscard]] std::string_view rest() const { return m_bytes; }
+
+private:
+    std::string m_bytes;
+};
+
+struct FirmwareFacts {
+    std::string bytes; // of the image, in the order in which they came
+    unsigned packets = 0;
+    bool inOrder = true; // each piece began where the one before had ended
+    bool sumsRight = true; // of every piece and of the whole, where one was given
+    bool lastTaken = false; // a last block
+    std::optional<std::uint16_t> lastAnswer; // the printer's own answer to it
+    std::optional<std::uint16_t> refusal; // the first answer that refused
+    bool finished = false; // a status query after the last block was answered with "finished"
+};
+
+class PrinterLedger {
+public:
+    // One whole packet was taken off the line.
+    void took(std::string_view packet);
+    // Bytes of a packet that never became whole.
+    void leftOver(std::string_view rest);
+    // An answer left the printer: to a packet of the file command, to a status query.
+    void answeredFile(const std::string& name, bool last, std::uint16_t status);
+    void answeredQuery(std::uint16_t status);
+
+    [[nodiscard]] const FirmwareFacts* firmware(const std::string& name) const;
+    // Of all packets of the file command, whole or not, heads included.
+    [[nodiscard]] std::uint64_t firmwareBytes() const { return m_firmwareBytes; }
+    [[nodiscard]] bool entered() const { return m_entered; }
+    [[nodiscard]] bool left() const { return m_left; }
+
+private:
+    std::map<std::string, FirmwareFacts> m_firmware;
+    std::string m_lastName; // whose packet came last
+    std::uint64_t m_firmwareBytes = 0;
+    bool m_entered = false;
+    bool m_left = false;
+};
+
+// A packet of the file command, read independently of the engine.
+struct FilePacketView {
+    std::string name;
+    unsigned kind = 0;
+    std::uint32_t start = 0;
+    std::uint32_t end = 0;
+    std::uint16_t sum = 0;
+    std::string_view data;
+
+    [[nodiscard]] bool last() const { return kind == 0x80 || kind == 0x81; }
+    // Nothing for every other packet, and for one too short to be one.
+    static std::optional<FilePacketView> of(std::string_view packet);
+};
+
+unsigned commandOf(std::string_view packet); // 0 for less than a header
