@@ -17,8 +17,8 @@ public:
     DevConnBase(const DevConnBase&) = delete;
     DevConnBase& operator=(const DevConnBase&) = delete;
 
-    // name: the print queue's identifier or null; port: where the printer is.
-    virtual long Connect(const char* name, const char* port, unsigned short tcpPort) = 0;
+    // queue: the print queue's identifier or null; port: where the printer is.
+    virtual long Connect(const char* queue, const char* port, unsigned short tcpPort) = 0;
     // Sends a packet (null and length 0: only receives) and collects the reply. Success without a
     // reply leaves *reply null; a reply goes back through DisposeData.
     virtual long SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,

@@ -68,17 +68,17 @@ void DevConnMgr::plugIn(Transport kind, TransportMaker maker)
     m_makers[static_cast<std::size_t>(kind)] = maker;
 }
 
-long DevConnMgr::Connect(const char* name, const char* port, int kind, unsigned short tcpPort,
+long DevConnMgr::Connect(const char* queue, const char* port, int kind, unsigned short tcpPort,
                          void** handle)
 {
     if (handle == nullptr)
         return conn::kInvalidArgument;
-    void* created = CreateDevice(name, port, kind);
+    void* created = CreateDevice(queue, port, kind);
     if (created == nullptr)
         return conn::kNoTransport;
     auto* device = deviceOf(created);
     const long result =
-        device != nullptr ? device->Connect(name, port, tcpPort) : conn::kUnknownHandle;
+        device != nullptr ? device->Connect(queue, port, tcpPort) : conn::kUnknownHandle;
     if (result < 0) {
         DeleteDevice(created);
         return result;
@@ -87,7 +87,7 @@ long DevConnMgr::Connect(const char* name, const char* port, int kind, unsigned 
     return conn::kSuccess;
 }
 
-void* DevConnMgr::CreateDevice(const char* /*name*/, const char* port, int kind)
+void* DevConnMgr::CreateDevice(const char* /*queue*/, const char* port, int kind)
 {
     if (port == nullptr || kind != 0)
         return nullptr;

@@ -49,9 +49,9 @@ public:
     DevConnMgr(const DevConnMgr&) = delete;
     DevConnMgr& operator=(const DevConnMgr&) = delete;
 
-    // name: the print queue's identifier or null; port: where the printer is; kind: 0. On success
+    // queue: the print queue's identifier or null; port: where the printer is; kind: 0. On success
     // 0 and *handle; otherwise a result of ConnResult.h, and nothing is left registered.
-    long Connect(const char* name, const char* port, int kind, unsigned short tcpPort,
+    long Connect(const char* queue, const char* port, int kind, unsigned short tcpPort,
                  void** handle);
     long Disconnect(void* handle);
     long SendRecvData(void* handle, unsigned char* send, unsigned long sendLength,
@@ -83,7 +83,7 @@ public:
     void plugIn(Transport kind, TransportMaker maker);
 
     // The registry, for Connect and Disconnect.
-    void* CreateDevice(const char* name, const char* port, int kind); // null on failure
+    void* CreateDevice(const char* queue, const char* port, int kind); // null on failure
     void DeleteDevice(void* handle);
     bool AddDeviceHandle(DevConnBase* device, void** handle); // owns the device when true
     bool FindDeviceHandle(void* handle, DevConnBase** device); // device may be null: only asks

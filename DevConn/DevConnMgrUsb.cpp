@@ -68,7 +68,7 @@ std::string named(bool (UsbInterface::*read)(std::string&), UsbInterface& servic
     std::string text;
     if (!(service.*read)(text))
         complete = false;
-    return usbPort::bounded(text);
+    return usbPortName::bounded(text);
 }
 
 } // namespace
@@ -117,7 +117,7 @@ void DevConnMgr::FreeUsbPort(_PORT_INFO_1A* ports)
 bool DevConnMgr::MacUSBPortURL(UsbInterface& service, std::string& url)
 {
     url.clear();
-    if (!usbSearch::isMakersPrinter(service))
+    if (!usbPrinterSearch::isMakersPrinter(service))
         return false;
     if (!service.findParent())
         return true;
@@ -132,7 +132,7 @@ bool DevConnMgr::MacUSBPortURL(UsbInterface& service, std::string& url)
         product = named(&UsbInterface::productName, service, complete);
     }
     if (complete)
-        url = usbPort::make(vendor, product, serial);
+        url = usbPortName::make(vendor, product, serial);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "DevConn/ConnResult.h"
 #include "VYM/vymMac.h"
+#include "VYM/vymPackets.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -88,7 +89,7 @@ DevConnTCP::~DevConnTCP()
     closeSocket();
 }
 
-long DevConnTCP::Connect(const char* name, const char* port, unsigned short tcpPort)
+long DevConnTCP::Connect(const char* queue, const char* port, unsigned short tcpPort)
 {
     const HoldLock hold(m_lock);
     if (port == nullptr || tcpPort == 0)
@@ -98,7 +99,7 @@ long DevConnTCP::Connect(const char* name, const char* port, unsigned short tcpP
     m_connecting = true;
     sockaddr_in address{};
     const bool known =
-        name == nullptr ? dottedAddress(port, address) : ResolveIpAddr(port, &address);
+        queue == nullptr ? dottedAddress(port, address) : ResolveIpAddr(port, &address);
     address.sin_family = AF_INET;
     address.sin_port = htons(tcpPort);
     if (!known || !openSocket(address)) {
@@ -232,7 +233,7 @@ bool DevConnTCP::receive(unsigned char* buffer, unsigned long length, unsigned l
 
 bool DevConnTCP::awaitsReply(const unsigned char* packet, unsigned long length) const
 {
-    return !isFileDataPacket(packet, length);
+    return !packets::FilePacket(packet, length).isData(); // printers need not answer a piece
 }
 
 long DevConnTCP::SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,

@@ -16,8 +16,8 @@ public:
     DevConnTCP(const DevConnTCP&) = delete;
     DevConnTCP& operator=(const DevConnTCP&) = delete;
 
-    // name null: port is a dotted IPv4 address; else port is a port string with "lpd://" in it.
-    long Connect(const char* name, const char* port, unsigned short tcpPort) override;
+    // queue null: port is a dotted IPv4 address; else port is a port string with "lpd://" in it.
+    long Connect(const char* queue, const char* port, unsigned short tcpPort) override;
     long SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
                       unsigned long* replyLength) override;
     long GetModelName(char** model, unsigned long* length) override; // no device ID here

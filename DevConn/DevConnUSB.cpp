@@ -3,11 +3,12 @@
 #include "DevConn/ConnResult.h"
 #include "DevConn/UsbDeviceId.h"
 #include "DevConn/UsbPrinterSearch.h"
-#include "VYM/BigEndian.h"
 #include "VYM/vymMac.h"
+#include "VYM/vymPackets.h"
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstring>
 #include <new>
 
@@ -23,13 +24,6 @@ constexpr unsigned long kDeviceIdSize = 1024;
 constexpr unsigned long kDeviceIdMs = 2000; // where no time-out was set
 constexpr std::size_t kDeviceIdPrefix = 2;
 
-// Where a file-data packet says how far the file has come.
-constexpr unsigned long kSentAt = 44;
-constexpr unsigned long kTotalAt = 48;
-constexpr unsigned long kProgressEnd = 52;
-constexpr unsigned long kShortestClosing = 60;
-constexpr unsigned kClosingKind = 0x0080;
-constexpr unsigned kLastClosingKind = 0x0081; // where the printer is polled afterwards
 constexpr std::uint32_t kPercentStep = 10; // a printer confirms at each of these
 constexpr unsigned long kUnansweredMs = 20; // instead of waiting: what keeps the pace
 
@@ -74,7 +68,7 @@ DevConnUSB::~DevConnUSB()
     close();
 }
 
-long DevConnUSB::Connect(const char* /*name*/, const char* port, unsigned short /*tcpPort*/)
+long DevConnUSB::Connect(const char* /*queue*/, const char* port, unsigned short /*tcpPort*/)
 {
     const HoldLock hold(m_lock);
     if (port == nullptr)
@@ -92,7 +86,7 @@ long DevConnUSB::Connect(const char* /*name*/, const char* port, unsigned short 
 std::unique_ptr<UsbInterface> DevConnUSB::searchDevice(const char* port)
 {
     try {
-        return port != nullptr ? usbSearch::findPrinter(m_host, port) : nullptr;
+        return port != nullptr ? usbPrinterSearch::findPrinter(m_host, port) : nullptr;
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
@@ -191,6 +185,7 @@ void DevConnUSB::close()
 // Another transfer may end first; each wait for this one then has its whole time again.
 bool DevConnUSB::waitFor(const bool& done, unsigned long timeoutMs)
 {
+    assert(m_interface != nullptr);
     for (int ended = 0; !done && ended < kTransfers; ++ended) {
         if (!m_interface->m_connection->wait(timeoutMs / kMsPerSecond))
             break;
@@ -249,6 +244,7 @@ bool DevConnUSB::ReadPort(unsigned char* buffer, unsigned long length, unsigned 
 
 bool DevConnUSB::startRead(unsigned long missing)
 {
+    assert(missing > 0 && !m_readPending);
     const auto blocks = (std::min(missing, kMostPerRead) - 1) / kBulkSize + 1;
     m_readRequestSize = static_cast<std::uint32_t>(blocks * kBulkSize);
     m_bytesRead = 0;
@@ -301,12 +297,11 @@ bool DevConnUSB::IsSendFileCheck(const unsigned char* packet, unsigned long leng
 {
     if (packet == nullptr)
         return false;
-    if (length < kProgressEnd || fileKind(packet, length) != kFileDataKind)
+    const packets::FilePacket piece(packet, length);
+    if (!piece.showsProgress() || piece.kind() != packets::kData)
         return true;
-    const auto sent = readBigEndian32(packet + kSentAt);
-    const auto total = readBigEndian32(packet + kTotalAt);
     // 32 bits, and what overflows is gone: printers confirm by the same sum.
-    const auto percent = total != 0 ? sent * 100U / total : 0;
+    const auto percent = piece.end() != 0 ? piece.start() * 100U / piece.end() : 0;
     const bool reached = percent % kPercentStep == 0 && percent != m_lastPercent;
     m_lastPercent = percent;
     return reached;
@@ -314,6 +309,5 @@ bool DevConnUSB::IsSendFileCheck(const unsigned char* packet, unsigned long leng
 
 bool DevConnUSB::IsSendFileCmdWithComplete(const unsigned char* packet, unsigned long length)
 {
-    const auto kind = fileKind(packet, length).value_or(kFileDataKind);
-    return length >= kShortestClosing && kind >= kClosingKind && kind <= kLastClosingKind;
+    return packets::FilePacket(packet, length).isClosing();
 }

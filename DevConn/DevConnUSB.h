@@ -27,8 +27,8 @@ public:
     DevConnUSB(const DevConnUSB&) = delete;
     DevConnUSB& operator=(const DevConnUSB&) = delete;
 
-    // name and tcpPort say nothing here.
-    long Connect(const char* name, const char* port, unsigned short tcpPort) override;
+    // queue and tcpPort say nothing here.
+    long Connect(const char* queue, const char* port, unsigned short tcpPort) override;
     long SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
                       unsigned long* replyLength) override;
     // The device ID's model with its NUL, given back through DisposeData; success with null where

@@ -1,20 +1,19 @@
 #include "DevConn/ReplyExchange.h"
 
 #include "DevConn/ConnResult.h"
-#include "VYM/BigEndian.h"
 #include "VYM/vymMac.h"
+#include "VYM/vymPackets.h"
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstring>
 
 namespace {
 
-constexpr unsigned long kHeaderSize = 8;
 constexpr unsigned long kReadMs = 10; // one attempt; also the whole budget when none is left
-constexpr unsigned long kFileDataHead = 60; // no shorter packet carries file data
-constexpr unsigned kFileCommand = 0x5002;
-constexpr unsigned long kKindAt = 42;
+
+using packets::kHeaderSize;
 
 using Header = std::array<unsigned char, kHeaderSize>;
 
@@ -64,8 +63,8 @@ bool readBody(PacketStream& stream, std::uint64_t length, std::uint64_t deadline
 long readReply(PacketStream& stream, const Header& header, unsigned long packetSize,
                std::uint64_t deadline, ReplyBlock& reply)
 {
-    const auto body = readBigEndian32(&header[4]);
-    const auto most = std::max(packetSize, kHeaderSize) - kHeaderSize;
+    const auto body = packets::bodyLengthOf(header);
+    const auto most = std::max<unsigned long>(packetSize, kHeaderSize) - kHeaderSize;
     const auto room = std::min<unsigned long>(body, most);
     auto* block = static_cast<unsigned char*>(AllocMem(kHeaderSize + room));
     if (block == nullptr)
@@ -82,21 +81,10 @@ long readReply(PacketStream& stream, const Header& header, unsigned long packetS
 
 } // namespace
 
-std::optional<unsigned> fileKind(const unsigned char* packet, unsigned long length)
-{
-    if (packet == nullptr || length < kKindAt + 2 || readBigEndian16(packet + 2) != kFileCommand)
-        return std::nullopt;
-    return readBigEndian16(packet + kKindAt);
-}
-
-bool isFileDataPacket(const unsigned char* packet, unsigned long length)
-{
-    return length >= kFileDataHead && fileKind(packet, length) == kFileDataKind;
-}
-
 long exchangePacket(PacketStream& stream, const ExchangeLimits& limits, const unsigned char* packet,
                     unsigned long length, ReplyBlock& reply)
 {
+    assert(packet != nullptr || length == 0);
     reply = {};
     const auto start = tickMilliseconds();
     if (packet != nullptr) {

@@ -9,7 +9,6 @@
 // Threads: the caller's; runs under the transport's lock.
 #pragma once
 #include <cstdint>
-#include <optional>
 
 // What a transport supplies. Reads and writes are single attempts: true with fewer bytes than
 // asked, or none, when the time ran out; false on an error of the link.
@@ -63,15 +62,8 @@ struct ReplyBlock {
     unsigned long length = 0; // header included
 };
 
-// Sends the packet (null: only receives) and waits for its reply. No reply within the budget is a
-// success without a block, a reply cut short by it is given as it is. Otherwise kSendFailed,
-// kReceiveFailed or kOutOfMemory, and no block.
+// Sends the packet (null, and length 0: only receives) and waits for its reply. No reply within the
+// budget is a success without a block, a reply cut short by it is given as it is. Otherwise
+// kSendFailed, kReceiveFailed or kOutOfMemory, and no block.
 long exchangePacket(PacketStream& stream, const ExchangeLimits& limits, const unsigned char* packet,
                     unsigned long length, ReplyBlock& reply);
-
-// What a packet of the file command carries; nothing for every other packet.
-constexpr unsigned kFileDataKind = 0;
-std::optional<unsigned> fileKind(const unsigned char* packet, unsigned long length);
-
-// A piece of firmware in flight (the file command, kind "data"): printers need not answer it.
-bool isFileDataPacket(const unsigned char* packet, unsigned long length);

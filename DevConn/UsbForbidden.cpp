@@ -14,7 +14,7 @@ Printer named(UsbInterface& found)
 {
     const auto known = [&](bool (UsbInterface::*read)(std::string&)) {
         std::string text;
-        return (found.*read)(text) ? usbPort::bounded(text) : std::string();
+        return (found.*read)(text) ? usbPortName::bounded(text) : std::string();
     };
     Printer printer;
     if (found.findParent()) {
@@ -22,7 +22,7 @@ Printer named(UsbInterface& found)
         printer.m_product = known(&UsbInterface::productName);
         printer.m_serial = known(&UsbInterface::serialNumber);
     }
-    printer.m_port = usbPort::make(printer.m_vendor, printer.m_product, printer.m_serial);
+    printer.m_port = usbPortName::make(printer.m_vendor, printer.m_product, printer.m_serial);
     return printer;
 }
 
@@ -35,7 +35,7 @@ std::vector<Printer> printers(UsbHost& host)
     if (!host.interfaces(found))
         return forbidden;
     for (auto& one : found) {
-        if (!usbSearch::isMakersPrinter(*one) || !one->isForbidden())
+        if (!usbPrinterSearch::isMakersPrinter(*one) || !one->isForbidden())
             continue;
         auto printer = named(*one);
         const auto same =
@@ -53,7 +53,7 @@ std::vector<Printer> printers(UsbHost& host)
 bool holds(UsbHost& host, std::string_view port)
 {
     std::string serial;
-    if (!usbPort::serialOf(port, serial))
+    if (!usbPortName::serialOf(port, serial))
         return false;
     const auto forbidden = printers(host);
     return std::any_of(forbidden.begin(), forbidden.end(),

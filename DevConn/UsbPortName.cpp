@@ -1,6 +1,6 @@
 #include "DevConn/UsbPortName.h"
 
-namespace usbPort {
+namespace usbPortName {
 
 namespace {
 
@@ -71,4 +71,4 @@ bool serialOf(std::string_view port, std::string& serial)
     return true;
 }
 
-} // namespace usbPort
+} // namespace usbPortName

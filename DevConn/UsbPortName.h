@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace usbPort {
+namespace usbPortName {
 
 // The longest text that is taken from a device or a port string; longer ones are cut.
 constexpr std::size_t kLongestText = 255;
@@ -20,4 +20,4 @@ std::string make(std::string_view vendor, std::string_view product, std::string_
 // The serial behind "serial="; false for a text that is not built like a port string.
 bool serialOf(std::string_view port, std::string& serial);
 
-} // namespace usbPort
+} // namespace usbPortName

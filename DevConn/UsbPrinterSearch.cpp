@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace usbSearch {
+namespace usbPrinterSearch {
 
 namespace {
 
@@ -30,7 +30,7 @@ bool isWanted(UsbInterface& found, const std::string& serial)
     if (!hasParent) // nobody to ask: the model has to do
         return true;
     std::string text;
-    return found.serialNumber(text) && usbPort::bounded(text) == serial;
+    return found.serialNumber(text) && usbPortName::bounded(text) == serial;
 }
 
 } // namespace
@@ -69,7 +69,7 @@ std::unique_ptr<UsbInterface> findPrinter(UsbHost& host, std::string_view port)
 {
     std::string serial;
     UsbHost::InterfaceList found;
-    if (!usbPort::serialOf(port, serial) || !host.interfaces(found))
+    if (!usbPortName::serialOf(port, serial) || !host.interfaces(found))
         return nullptr;
     for (auto& candidate : found) {
         if (isWanted(*candidate, serial))
@@ -78,4 +78,4 @@ std::unique_ptr<UsbInterface> findPrinter(UsbHost& host, std::string_view port)
     return nullptr;
 }
 
-} // namespace usbSearch
+} // namespace usbPrinterSearch

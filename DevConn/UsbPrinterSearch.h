@@ -7,7 +7,7 @@
 
 #include <string_view>
 
-namespace usbSearch {
+namespace usbPrinterSearch {
 
 // The vendor ID that this build was made for.
 std::uint16_t makersVendorId();
@@ -18,4 +18,4 @@ bool isModelOfPackage(const std::string& model);
 // The first printer of the package's models with the port string's serial; null: none.
 std::unique_ptr<UsbInterface> findPrinter(UsbHost& host, std::string_view port);
 
-} // namespace usbSearch
+} // namespace usbPrinterSearch

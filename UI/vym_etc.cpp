@@ -25,9 +25,9 @@ void vym_thread_delete(void* worker)
     delete asWorker(worker);
 }
 
-bool vymThread_UpdateStart(void* worker, char* port, char* address, unsigned short portNo)
+bool vymThread_UpdateStart(void* worker, char* queue, char* port, unsigned short portNo)
 {
-    return worker != nullptr && asWorker(worker)->UpdateStart(port, address, portNo);
+    return worker != nullptr && asWorker(worker)->UpdateStart(queue, port, portNo);
 }
 
 bool vymThread_StopThread(void* worker)
@@ -56,11 +56,11 @@ bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* o
         && asWorker(worker)->GetEntryOutcome(index, *outcome);
 }
 
-CheckReport vymCheck_Run(char* port, char* address, unsigned short portNo,
+CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
                          const std::atomic<bool>& stop)
 {
     try {
-        return checkPrinter(port, address, portNo, stop);
+        return checkPrinter(queue, port, portNo, stop);
     } catch (const std::exception&) {
         return {result::kSystem, {}, {}};
     }

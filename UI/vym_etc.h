@@ -10,7 +10,7 @@
 // Null where memory cannot hold a worker. Given back with vym_thread_delete, after StopThread.
 [[nodiscard]] void* vym_thread_create();
 void vym_thread_delete(void* worker);
-bool vymThread_UpdateStart(void* worker, char* port, char* address, unsigned short portNo);
+bool vymThread_UpdateStart(void* worker, char* queue, char* port, unsigned short portNo);
 bool vymThread_StopThread(void* worker);
 bool vymThread_SetPolling(void* worker, unsigned long milliseconds);
 bool vymThread_SetVymInfo(void* worker);
@@ -18,7 +18,7 @@ bool vymThread_CheckState(void* worker, tag_devinfo* info);
 bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* outcome);
 
 // A failure to hold the report in memory is its result kSystem.
-CheckReport vymCheck_Run(char* port, char* address, unsigned short portNo,
+CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
                          const std::atomic<bool>& stop);
 
 unsigned long get_system_version();

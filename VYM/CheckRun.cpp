@@ -60,12 +60,12 @@ int readAndDecide(vymProtocol& protocol, const std::atomic<bool>& stop, CheckRep
 
 } // namespace
 
-CheckReport checkPrinter(char* port, char* address, unsigned short portNo,
+CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,
                          const std::atomic<bool>& stop)
 {
     CheckReport report{};
     vymProtocol protocol;
-    report.result = protocol.EnterDownLoadMode(port, address, portNo, false);
+    report.result = protocol.EnterDownLoadMode(queue, port, portNo, false);
     if (report.result != result::kSuccess)
         return report;
     if (!stop)

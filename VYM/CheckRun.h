@@ -26,5 +26,5 @@ struct CheckReport {
     std::vector<CheckedEntry> entries;
 };
 
-CheckReport checkPrinter(char* port, char* address, unsigned short portNo,
+CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,
                          const std::atomic<bool>& stop);

@@ -2,9 +2,20 @@
 
 #include "VYM/vymUtil.h"
 
+#include <cassert>
+
 namespace packets {
 
 namespace {
+
+constexpr std::size_t kCodeAt = offsetof(TAG_SSTHEADER, m_code);
+constexpr std::size_t kLengthAt = offsetof(TAG_SSTHEADER, m_length);
+constexpr std::size_t kNameAt = offsetof(TAG_CMDSENDFILE, m_name);
+constexpr std::size_t kKindAt = offsetof(TAG_CMDSENDFILE, m_kind);
+constexpr std::size_t kStartAt = offsetof(TAG_CMDSENDFILE, m_start);
+constexpr std::size_t kEndAt = offsetof(TAG_CMDSENDFILE, m_end);
+constexpr std::size_t kSumAt = offsetof(TAG_CMDSENDFILE, m_checkSum);
+constexpr std::size_t kDataLengthAt = offsetof(TAG_CMDSENDFILE, m_dataLength);
 
 constexpr std::size_t kStatusAt = 10;
 constexpr std::size_t kTotalAt = 12;
@@ -27,11 +38,6 @@ template <class Record> Record blank(std::uint16_t code, std::uint32_t following
 void setName(char (&field)[kNameSize], const char* name)
 {
     strcpy_s(field, kNameSize, name);
-}
-
-bool isLast(std::uint16_t kind)
-{
-    return kind == kLastUnpolled || kind == kLastPolled;
 }
 
 } // namespace
@@ -86,9 +92,10 @@ TAG_CMDSENDFILE sendFile(const char* name, const FilePiece& piece)
 {
     // A last block carries its data's own sum or, without data, the whole file's, which stands
     // where the length of the data would.
+    assert(!isLast(piece.kind) || piece.data == nullptr || piece.start <= piece.end);
     std::uint32_t length = piece.length;
     if (isLast(piece.kind))
-        length = piece.data != nullptr ? piece.end - piece.start : 0;
+        length = piece.data != nullptr && piece.start <= piece.end ? piece.end - piece.start : 0;
     std::uint16_t sum = 0;
     if (piece.data != nullptr)
         sum = piece.dataSum ? *piece.dataSum : byteSum({piece.data, length});
@@ -104,10 +111,62 @@ TAG_CMDSENDFILE sendFile(const char* name, const FilePiece& piece)
     return record;
 }
 
+std::uint32_t bodyLengthOf(std::span<const unsigned char, kHeaderSize> header)
+{
+    return readBigEndian32(&header[kLengthAt]);
+}
+
+bool FilePacket::isFile() const
+{
+    return has(kKindAt, 2) && readBigEndian16(&m_packet[kCodeAt]) == kSendFile;
+}
+
+bool FilePacket::showsProgress() const
+{
+    return isFile() && has(kEndAt, 4);
+}
+
+std::uint16_t FilePacket::kind() const
+{
+    return has(kKindAt, 2) ? readBigEndian16(&m_packet[kKindAt]) : std::uint16_t{0};
+}
+
+std::uint32_t FilePacket::start() const
+{
+    return has(kStartAt, 4) ? readBigEndian32(&m_packet[kStartAt]) : 0;
+}
+
+std::uint32_t FilePacket::end() const
+{
+    return has(kEndAt, 4) ? readBigEndian32(&m_packet[kEndAt]) : 0;
+}
+
+std::uint16_t FilePacket::sum() const
+{
+    return has(kSumAt, 2) ? readBigEndian16(&m_packet[kSumAt]) : std::uint16_t{0};
+}
+
+std::uint32_t FilePacket::dataLength() const
+{
+    return has(kDataLengthAt, 4) ? readBigEndian32(&m_packet[kDataLengthAt]) : 0;
+}
+
+std::span<const unsigned char> FilePacket::name() const
+{
+    return has(kNameAt, kNameSize) ? m_packet.subspan(kNameAt, kNameSize)
+                                   : std::span<const unsigned char>();
+}
+
+std::span<const unsigned char> FilePacket::data() const
+{
+    return has(kFileHeadSize, 0) ? m_packet.subspan(kFileHeadSize)
+                                 : std::span<const unsigned char>();
+}
+
 bool isReplyTo(std::uint16_t code, std::span<const unsigned char> reply)
 {
-    return reply.size() >= sizeof(TAG_SSTHEADER) && readBigEndian16(&reply[2]) == code
-        && readBigEndian32(&reply[4]) == reply.size() - sizeof(TAG_SSTHEADER);
+    return reply.size() >= kHeaderSize && readBigEndian16(&reply[kCodeAt]) == code
+        && readBigEndian32(&reply[kLengthAt]) == reply.size() - kHeaderSize;
 }
 
 std::optional<std::uint16_t> statusOf(std::span<const unsigned char> reply)

@@ -1,5 +1,6 @@
 // The command packets as values: the request records, their checksum, the check of a reply's
-// header and the reading of its fields. No I/O, no allocation; records belong to the caller.
+// header and the reading of its fields. The one place that knows where a field stands. No I/O, no
+// allocation; records belong to the caller, views must not outlive the bytes they look at.
 //
 // Threads: any.
 #pragma once
@@ -100,6 +101,12 @@ static_assert(sizeof(TAG_CMDSENDFILE) == 60);
 
 namespace packets {
 
+constexpr std::size_t kFileHeadSize = sizeof(TAG_CMDSENDFILE);
+constexpr std::size_t kHeaderSize = sizeof(TAG_SSTHEADER);
+
+// How many bytes follow a header, as it says.
+std::uint32_t bodyLengthOf(std::span<const unsigned char, kHeaderSize> header);
+
 // The protocol's only checksum: the sum of all bytes, carries beyond 16 bits lost.
 std::uint16_t byteSum(std::span<const unsigned char> data);
 
@@ -121,7 +128,50 @@ struct FilePiece {
     std::uint32_t length; // of the data; without data, a last block's running checksum
     std::optional<std::uint16_t> dataSum{}; // where it is known already
 };
+// A last block with data: start must not be after end, for its data lie between them.
 TAG_CMDSENDFILE sendFile(const char* name, const FilePiece& piece);
+
+constexpr bool isLast(std::uint16_t kind)
+{
+    return kind == kLastUnpolled || kind == kLastPolled;
+}
+
+// A view of a packet on its way, for those who carry it: is it one of the file command, and what
+// does its head say? A field that the packet is too short for reads as 0.
+class FilePacket {
+public:
+    explicit FilePacket(std::span<const unsigned char> packet) : m_packet(packet) { }
+    // Null bytes are an empty packet, whatever length says.
+    FilePacket(const unsigned char* bytes, std::size_t length)
+        : m_packet(bytes, bytes != nullptr ? length : 0)
+    {
+    }
+
+    // Of the file command, and long enough to say its kind.
+    [[nodiscard]] bool isFile() const;
+    // Long enough to say how far it brings the file.
+    [[nodiscard]] bool showsProgress() const;
+    // Head and kind of a data piece, and of the packets that close a file.
+    [[nodiscard]] bool isData() const { return isWhole() && kind() == kData; }
+    [[nodiscard]] bool isClosing() const { return isWhole() && isLast(kind()); }
+
+    [[nodiscard]] std::uint16_t kind() const;
+    [[nodiscard]] std::uint32_t start() const;
+    [[nodiscard]] std::uint32_t end() const;
+    [[nodiscard]] std::uint16_t sum() const;
+    [[nodiscard]] std::uint32_t dataLength() const; // as the head says
+    [[nodiscard]] std::span<const unsigned char> name() const; // NUL-padded
+    [[nodiscard]] std::span<const unsigned char> data() const; // what really follows the head
+
+private:
+    [[nodiscard]] bool isWhole() const { return isFile() && m_packet.size() >= kFileHeadSize; }
+    [[nodiscard]] bool has(std::size_t at, std::size_t width) const
+    {
+        return m_packet.size() >= at + width;
+    }
+
+    std::span<const unsigned char> m_packet;
+};
 
 // A whole reply of that command: at least a header, the code as expected, and a body of exactly
 // the announced length.

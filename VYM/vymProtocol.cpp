@@ -50,14 +50,13 @@ int vymProtocol::connected() const
     return m_handle != nullptr ? result::kSuccess : result::kDeviceError;
 }
 
-int vymProtocol::OpenDevice(char* port, char* address, unsigned short portNo)
+int vymProtocol::OpenDevice(char* queue, char* port, unsigned short portNo)
 {
     if (m_manager == nullptr)
         return result::kSystem;
     CloseDevice();
     m_unanswered = 0;
-    return CheckDevConnErr(
-        static_cast<int>(m_manager->Connect(port, address, 0, portNo, &m_handle)));
+    return CheckDevConnErr(static_cast<int>(m_manager->Connect(queue, port, 0, portNo, &m_handle)));
 }
 
 int vymProtocol::CloseDevice()
@@ -109,11 +108,11 @@ bool vymProtocol::getTargetModel(std::string& name) const
     return m_target.getTgmName(name);
 }
 
-void vymProtocol::setUpdateState(tag_devinfo& info, update_state state, int result,
+void vymProtocol::setUpdateState(tag_devinfo& info, update_state state, int code,
                                  unsigned long done, unsigned long total)
 {
     const HoldLock hold(m_lock);
-    storeField(info.m_result, static_cast<std::int32_t>(result));
+    storeField(info.m_result, static_cast<std::int32_t>(code));
     storeField(info.m_bytesDone, static_cast<std::uint32_t>(done));
     storeField(info.m_bytesTotal, static_cast<std::uint32_t>(total));
     storeState(info, state);
@@ -163,9 +162,9 @@ int vymProtocol::hearLateAnswers()
     return result::kSuccess;
 }
 
-int vymProtocol::EnterDownLoadMode(char* port, char* address, unsigned short portNo, bool flag)
+int vymProtocol::EnterDownLoadMode(char* queue, char* port, unsigned short portNo, bool flag)
 {
-    if (const int opened = OpenDevice(port, address, portNo); opened != result::kSuccess) {
+    if (const int opened = OpenDevice(queue, port, portNo); opened != result::kSuccess) {
         debugText("OpenDeviceErr:%d", opened);
         return opened;
     }

@@ -31,18 +31,21 @@ public:
     vymProtocol(const vymProtocol&) = delete;
     vymProtocol& operator=(const vymProtocol&) = delete;
 
-    int OpenDevice(char* port, char* address, unsigned short portNo);
+    // queue: the print queue's identifier or null; port: the port string or, without a queue, the
+    // IPv4 address.
+    int OpenDevice(char* queue, char* port, unsigned short portNo);
     int CloseDevice(); // the handle is gone whatever the result
     int SetPacketSize(unsigned long bytes); // the largest reply that is kept
     [[nodiscard]] bool IsSupportCheckState() const; // the printer lists the status query
     void setPolingTime(unsigned long milliseconds);
-    void setUpdateState(tag_devinfo& info, update_state state, int result, unsigned long done,
+    void setUpdateState(tag_devinfo& info, update_state state, int code, unsigned long done,
                         unsigned long total);
 
     // Opens and enters; the connection stays open also when the printer refuses.
-    int EnterDownLoadMode(char* port, char* address, unsigned short portNo, bool flag);
+    int EnterDownLoadMode(char* queue, char* port, unsigned short portNo, bool flag);
     // Reads a file of the printer and loads it as the printer's description.
     int GetFileData(const char* name);
+    // A last block with data has its start not after its end: that is the caller's duty.
     int SendFileData(const char* name, unsigned short kind, unsigned long start, unsigned long end,
                      unsigned char* data, unsigned long length);
     // One firmware entry of the package: the fields of its VERSION row; compatibleVersion and
@@ -56,14 +59,14 @@ public:
     int ExitDownLoadMode();
 
     // Whether the firmware is to be sent, by the printer's description as it is after a fresh
-    // GetFileData; result carries the code.
+    // GetFileData; code carries the reason or kSuccess.
     bool CheckVersion(const char* model, const char* firmName, const char* updateVersion,
-                      const char* compatibleVersion, int& result);
+                      const char* compatibleVersion, int& code);
     bool CheckFirmVer(const char* updateVersion, const char* compatibleVersion,
-                      const char* targetVersion, int& result);
+                      const char* targetVersion, int& code);
     // The hook for version rules of single models; none has one, so it never decides (false).
     virtual bool CheckFirmVerForModel(const char* updateVersion, const char* targetVersion,
-                                      int& result, modelchk_result& outcome);
+                                      int& code, modelchk_result& outcome);
     // CheckVersion's decision without the fetch: by the printer's description as it is now.
     // installedVersion: what the printer lists for the firmware, empty if it does not.
     VersionDecision DecideVersion(const char* model, const char* firmName,

@@ -83,21 +83,21 @@ int vymProtocol::loadTargetInfo(const FileAssembly& file)
 }
 
 bool vymProtocol::CheckVersion(const char* model, const char* firmName, const char* updateVersion,
-                               const char* compatibleVersion, int& result)
+                               const char* compatibleVersion, int& code)
 {
     m_reason = VersionReason::undecided;
-    result = result::kSystem;
+    code = result::kSystem;
     if (model == nullptr || firmName == nullptr || updateVersion == nullptr) {
-        result = result::kMissingArgument;
+        code = result::kMissingArgument;
         return false;
     }
-    result = GetFileData(kTargetInfo);
-    if (result != result::kSuccess)
+    code = GetFileData(kTargetInfo);
+    if (code != result::kSuccess)
         return false;
     std::string installed;
     const auto decision =
         DecideVersion(model, firmName, updateVersion, compatibleVersion, installed);
-    result = decision.code;
+    code = decision.code;
     return decision.send;
 }
 
@@ -127,7 +127,7 @@ VersionDecision vymProtocol::DecideVersion(const char* model, const char* firmNa
 }
 
 bool vymProtocol::CheckFirmVer(const char* updateVersion, const char* compatibleVersion,
-                               const char* targetVersion, int& result)
+                               const char* targetVersion, int& code)
 {
     if (updateVersion == nullptr || targetVersion == nullptr)
         return false;
@@ -137,27 +137,27 @@ bool vymProtocol::CheckFirmVer(const char* updateVersion, const char* compatible
     yesno_type rule = yesno_none;
     if (!g_VymInfo.getAllowVersionDown(rule))
         return false;
-    result = result::kSuccess;
+    code = result::kSuccess;
     modelchk_result outcome = 0;
-    if (CheckFirmVerForModel(updateVersion, targetVersion, result, outcome)) {
+    if (CheckFirmVerForModel(updateVersion, targetVersion, code, outcome)) {
         if (outcome == 1)
-            result = result::kNotApplicable;
+            code = result::kNotApplicable;
         m_reason = outcome == 1 || outcome == 2 ? VersionReason::notNewer : VersionReason::applies;
         return m_reason == VersionReason::applies;
     }
     const auto decision =
         decideVersion(updateVersion, orEmpty(compatibleVersion), targetVersion, rule);
     m_reason = decision.reason;
-    result = decision.code;
+    code = decision.code;
     return decision.send;
 }
 
 bool vymProtocol::CheckFirmVerForModel(const char* updateVersion, const char* targetVersion,
-                                       int& result, modelchk_result& outcome)
+                                       int& code, modelchk_result& outcome)
 {
     outcome = 0;
     if (updateVersion == nullptr || targetVersion == nullptr) {
-        result = result::kMissingArgument;
+        code = result::kMissingArgument;
         outcome = 2;
     }
     return false;

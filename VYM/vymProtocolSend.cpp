@@ -12,11 +12,11 @@
 namespace {
 
 constexpr unsigned long kSettleMs = 2000; // printers need it before a check and before the data
-constexpr unsigned long kHeadSize = sizeof(TAG_CMDSENDFILE);
+constexpr unsigned long kHeadSize = packets::kFileHeadSize;
 
-bool isLast(unsigned short kind)
+unsigned long dataLengthOf(const TAG_CMDSENDFILE& head)
 {
-    return kind == packets::kLastUnpolled || kind == packets::kLastPolled;
+    return readBigEndian32(head.m_dataLength.bytes);
 }
 
 } // namespace
@@ -53,15 +53,14 @@ int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned lo
 {
     if (const int state = connected(); state != result::kSuccess)
         return state;
-    if (kind != packets::kData && kind != packets::kHeadOnly && !isLast(kind))
+    if (kind != packets::kData && kind != packets::kHeadOnly && !packets::isLast(kind))
         return result::kBadReply;
     TAG_CMDSENDFILE head{};
     if (const int made = Make_SendFile(head, name, kind, start, end, data, length);
         made != result::kSuccess)
         return made;
-    unsigned long following = 0;
-    if (data != nullptr && kind != packets::kHeadOnly)
-        following = isLast(kind) ? end - start : length;
+    const unsigned long following =
+        data != nullptr && kind != packets::kHeadOnly ? dataLengthOf(head) : 0;
     try {
         m_sendBuffer.resize(kHeadSize + following);
     } catch (const std::exception&) {

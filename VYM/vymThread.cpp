@@ -49,13 +49,13 @@ vymThread::~vymThread()
     closeEvents();
 }
 
-bool vymThread::UpdateStart(char* port, char* address, unsigned short portNo)
+bool vymThread::UpdateStart(char* queue, char* port, unsigned short portNo)
 {
     // Its events stay set once they are: a second run would not be waited for, and not stop.
     if (m_stopEvent.created != 0)
         return false;
+    m_queue = queue;
     m_port = port;
-    m_address = address;
     m_portNo = portNo;
     m_started = false;
     bool running = CreateEvent(m_stopEvent) && CreateEvent(m_startedEvent)
@@ -114,11 +114,11 @@ bool vymThread::GetEntryOutcome(unsigned index, tag_entryoutcome& outcome) const
 void* vymThread::ThreadFunc(void* worker)
 {
     auto* self = static_cast<vymThread*>(worker);
-    self->RunThread(self->m_port, self->m_address, self->m_portNo);
+    self->RunThread(self->m_queue, self->m_port, self->m_portNo);
     return nullptr;
 }
 
-void vymThread::RunThread(char* port, char* address, unsigned short portNo)
+void vymThread::RunThread(char* queue, char* port, unsigned short portNo)
 {
     std::unique_ptr<vymProtocol> protocol;
     try {
@@ -133,13 +133,13 @@ void vymThread::RunThread(char* port, char* address, unsigned short portNo)
     if (protocol == nullptr)
         return;
     pauseMilliseconds(kSettleMs);
-    runUpdate(*protocol, port, address, portNo);
+    runUpdate(*protocol, queue, port, portNo);
 }
 
-void vymThread::runUpdate(vymProtocol& protocol, char* port, char* address, unsigned short portNo)
+void vymThread::runUpdate(vymProtocol& protocol, char* queue, char* port, unsigned short portNo)
 {
     const int entered =
-        guarded([&] { return protocol.EnterDownLoadMode(port, address, portNo, false); });
+        guarded([&] { return protocol.EnterDownLoadMode(queue, port, portNo, false); });
     if (entered != result::kSuccess) {
         // Not entered, so not left either; the connection closes with the protocol object.
         protocol.setUpdateState(m_info, state_failed, entered, 0, 0);

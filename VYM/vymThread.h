@@ -35,9 +35,9 @@ public:
     vymThread(const vymThread&) = delete;
     vymThread& operator=(const vymThread&) = delete;
 
-    // port: the print queue's identifier or null; address: the port string or IPv4 address.
+    // queue: the print queue's identifier or null; port: the port string or IPv4 address.
     // True when the worker runs; false also on an object that was started before.
-    bool UpdateStart(char* port, char* address, unsigned short portNo);
+    bool UpdateStart(char* queue, char* port, unsigned short portNo);
     // Asks the worker to stop and waits for it, without limit: a transfer is never cut.
     bool StopThread();
     bool SetPolling(unsigned long milliseconds); // 0 is refused
@@ -50,8 +50,8 @@ public:
 
 private:
     struct Entry; // the fields of one VERSION row
-    void RunThread(char* port, char* address, unsigned short portNo);
-    void runUpdate(vymProtocol& protocol, char* port, char* address, unsigned short portNo);
+    void RunThread(char* queue, char* port, unsigned short portNo);
+    void runUpdate(vymProtocol& protocol, char* queue, char* port, unsigned short portNo);
     int updateUntilStopped(vymProtocol& protocol);
     int updateAllEntries(vymProtocol& protocol, const std::string& model, int& overall);
     int updateEntry(vymProtocol& protocol, const std::string& model, std::uint32_t number,
@@ -72,8 +72,8 @@ private:
     unsigned long m_pollingInterval VYM_GUARDED_BY(m_lock) = 1000; // milliseconds
     mutable CRITSECT m_lock;
     tag_devinfo m_info{};
+    char* m_queue = nullptr;
     char* m_port = nullptr;
-    char* m_address = nullptr;
     unsigned short m_portNo = 0;
     std::vector<tag_entryoutcome> m_outcomes VYM_GUARDED_BY(m_lock);
 };

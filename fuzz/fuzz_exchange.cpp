@@ -53,7 +53,7 @@ public:
     [[nodiscard]] bool peerClosed() const override { return m_closed; }
     [[nodiscard]] bool awaitsReply(const unsigned char* packet, unsigned long length) const override
     {
-        return !isFileDataPacket(packet, length);
+        return !packets::FilePacket(packet, length).isData();
     }
     [[nodiscard]] const std::string& given() const { return m_given; }
     [[nodiscard]] std::size_t reads() const { return m_reads; }

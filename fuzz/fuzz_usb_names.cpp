@@ -34,13 +34,13 @@ void checkUrl(const std::string& url, const std::string& vendor, const std::stri
     require(std::all_of(names.begin(), names.end(),
                         [](unsigned char c) { return c > ' ' && c < 0x7F; }),
             "names are escaped");
-    const auto escaped = usbPort::percentEscaped(product, "/()");
+    const auto escaped = usbPortName::percentEscaped(product, "/()");
     const bool readable = !vendor.empty() && vendor.find('/') == std::string::npos
-        && escaped.size() < usbPort::kLongestText
+        && escaped.size() < usbPortName::kLongestText
         && (vendor + '/' + escaped).find("serial=") == std::string::npos;
     std::string found;
     if (readable)
-        require(usbPort::serialOf(url, found) && found == serial, "the serial is found again");
+        require(usbPortName::serialOf(url, found) && found == serial, "the serial is found again");
 }
 
 } // namespace
@@ -68,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkText(product, printer);
     std::string url;
     require(DevConnMgr::MacUSBPortURL(found, url), "a printer is counted");
-    checkUrl(url, vendor, product, usbPort::bounded(*printer.serial));
+    checkUrl(url, vendor, product, usbPortName::bounded(*printer.serial));
 
     printer.forbidden = true;
     const auto forbidden = usbForbidden::printers(host);

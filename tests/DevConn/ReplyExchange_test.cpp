@@ -1,5 +1,6 @@
 #include "DevConn/ConnResult.h"
 #include "DevConn/ReplyExchange.h"
+#include "VYM/vymPackets.h"
 #include "VYM/vymUtil.h"
 #include "tests/support/LoopbackPeer.h"
 #include "tests/support/ScriptedTime.h"
@@ -70,7 +71,7 @@ public:
     [[nodiscard]] bool peerClosed() const override { return m_closed && m_reads.empty(); }
     [[nodiscard]] bool awaitsReply(const unsigned char* packet, unsigned long length) const override
     {
-        return !isFileDataPacket(packet, length);
+        return !packets::FilePacket(packet, length).isData();
     }
 
     [[nodiscard]] bool readsReply(const unsigned char* /*packet*/,
@@ -141,26 +142,7 @@ std::string filePacket(std::size_t length, unsigned command, unsigned kind)
     return packet;
 }
 
-bool isFileData(const std::string& packet)
-{
-    return isFileDataPacket(reinterpret_cast<const unsigned char*>(packet.data()), packet.size());
-}
-
 } // namespace
-
-TEST(FileDataPacket, IsToldByLengthCommandAndKind)
-{
-    EXPECT_TRUE(isFileData(filePacket(60, 0x5002, 0)));
-    EXPECT_TRUE(isFileData(filePacket(4096, 0x5002, 0)));
-    EXPECT_FALSE(isFileData(filePacket(59, 0x5002, 0))) << "too short";
-    EXPECT_FALSE(isFileData(filePacket(60, 0x5001, 0)));
-    EXPECT_FALSE(isFileData(filePacket(60, 0x0250, 0)));
-    EXPECT_FALSE(isFileData(filePacket(60, 0x5002, 1)));
-    EXPECT_FALSE(isFileData(filePacket(60, 0x5002, 0x0100)));
-    for (std::size_t length = 0; length < 60; ++length)
-        EXPECT_FALSE(isFileData(filePacket(length, 0x5002, 0)));
-    EXPECT_FALSE(isFileDataPacket(nullptr, 60));
-}
 
 TEST_F(Exchange, SendsThePacketAndGivesTheWholeReply)
 {

@@ -115,7 +115,7 @@ TEST_F(UsbForbidden, IsNotTriedAgain)
 TEST(PermissionRule, IsForPrintersOfTheMakerAndGivesTheSeatsUsersAccess)
 {
     char vendor[5] = {};
-    std::snprintf(vendor, sizeof vendor, "%04x", unsigned{usbSearch::makersVendorId()});
+    std::snprintf(vendor, sizeof vendor, "%04x", unsigned{usbPrinterSearch::makersVendorId()});
     EXPECT_EQ(usbForbidden::permissionRule(),
               "SUBSYSTEM==\"usb\", ENV{DEVTYPE}==\"usb_device\", ATTR{idVendor}==\""
                   + std::string(vendor)

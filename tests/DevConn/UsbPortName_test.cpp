@@ -17,23 +17,23 @@ TEST(UsbPortName, EscapesWhatNoUrlMayHold)
         {"nothing", "", ""},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(usbPort::percentEscaped(row.text, ""), row.escaped) << row.why;
-    EXPECT_EQ(usbPort::percentEscaped("A/B (C)", "/()"), "A%2FB%20%28C%29");
+        EXPECT_EQ(usbPortName::percentEscaped(row.text, ""), row.escaped) << row.why;
+    EXPECT_EQ(usbPortName::percentEscaped("A/B (C)", "/()"), "A%2FB%20%28C%29");
 }
 
 TEST(UsbPortName, EscapesAProductsSlashAndBracketsButNotAVendors)
 {
-    EXPECT_EQ(usbPort::make("A/S (x)", "P/1 (x)", "S 1"),
+    EXPECT_EQ(usbPortName::make("A/S (x)", "P/1 (x)", "S 1"),
               "usb://A/S%20(x)/P%2F1%20%28x%29?serial=S 1");
-    EXPECT_EQ(usbPort::make("", "", ""), "usb:///?serial=");
+    EXPECT_EQ(usbPortName::make("", "", ""), "usb:///?serial=");
 }
 
 TEST(UsbPortName, TakesATextUpToItsFirstNulAndNoLonger)
 {
-    EXPECT_EQ(usbPort::bounded("Acme"), "Acme");
-    EXPECT_EQ(usbPort::bounded(std::string("Ac\0me", 5)), "Ac");
-    EXPECT_EQ(usbPort::bounded(std::string(255, 'x')).size(), 255U);
-    EXPECT_EQ(usbPort::bounded(std::string(5000, 'x')).size(), 255U);
+    EXPECT_EQ(usbPortName::bounded("Acme"), "Acme");
+    EXPECT_EQ(usbPortName::bounded(std::string("Ac\0me", 5)), "Ac");
+    EXPECT_EQ(usbPortName::bounded(std::string(255, 'x')).size(), 255U);
+    EXPECT_EQ(usbPortName::bounded(std::string(5000, 'x')).size(), 255U);
 }
 
 TEST(UsbPortName, IsReadForItsSerial)
@@ -63,7 +63,7 @@ TEST(UsbPortName, IsReadForItsSerial)
     };
     for (const auto& row : rows) {
         std::string serial;
-        EXPECT_EQ(usbPort::serialOf(row.port, serial), row.serial != nullptr) << row.why;
+        EXPECT_EQ(usbPortName::serialOf(row.port, serial), row.serial != nullptr) << row.why;
         EXPECT_EQ(serial, row.serial != nullptr ? row.serial : "") << row.why;
     }
 }
@@ -71,6 +71,6 @@ TEST(UsbPortName, IsReadForItsSerial)
 TEST(UsbPortName, KeepsNoMoreOfASerialThanADeviceMayHave)
 {
     std::string serial;
-    EXPECT_TRUE(usbPort::serialOf("usb://A/P?serial=" + std::string(4000, '7'), serial));
+    EXPECT_TRUE(usbPortName::serialOf("usb://A/P?serial=" + std::string(4000, '7'), serial));
     EXPECT_EQ(serial, std::string(255, '7'));
 }

@@ -25,7 +25,7 @@ protected:
 
     bool finds(const char* port = "usb://Acme/P1?serial=S1")
     {
-        return usbSearch::findPrinter(host, port) != nullptr;
+        return usbPrinterSearch::findPrinter(host, port) != nullptr;
     }
     ScriptedUsbHost host;
 };
@@ -34,7 +34,7 @@ protected:
 
 TEST_F(UsbPrinterSearch, TakesThePrinterInterfacesOfTheMakerInEitherByteOrder)
 {
-    const auto maker = usbSearch::makersVendorId();
+    const auto maker = usbPrinterSearch::makersVendorId();
     const struct {
         const char* why;
         std::optional<std::uint16_t> vendor;
@@ -53,7 +53,7 @@ TEST_F(UsbPrinterSearch, TakesThePrinterInterfacesOfTheMakerInEitherByteOrder)
     for (const auto& row : rows) {
         printer.vendorId = row.vendor;
         printer.interfaceClass = row.interfaceClass;
-        EXPECT_EQ(usbSearch::isMakersPrinter(found), row.isOne) << row.why;
+        EXPECT_EQ(usbPrinterSearch::isMakersPrinter(found), row.isOne) << row.why;
         EXPECT_EQ(finds(), row.isOne) << row.why;
     }
 }
@@ -87,7 +87,7 @@ TEST(UsbModelMatch, FollowsThePackagesDescription)
     };
     for (const auto& row : rows) {
         describe(std::string(row.description) + "\r\n");
-        EXPECT_EQ(usbSearch::isModelOfPackage(row.model), row.matches)
+        EXPECT_EQ(usbPrinterSearch::isModelOfPackage(row.model), row.matches)
             << row.description << ": " << row.model;
     }
     describe("");
@@ -128,7 +128,7 @@ TEST_F(UsbPrinterSearch, TakesTheFirstThatFits)
     host.printer().deviceId = "MFG:Acme;MDL:P9;";
     host.printer().deviceId = "MFG:Acme;MDL:P2;";
     host.printer();
-    const auto found = usbSearch::findPrinter(host, "usb://Acme/P1?serial=S1");
+    const auto found = usbPrinterSearch::findPrinter(host, "usb://Acme/P1?serial=S1");
     ASSERT_NE(found, nullptr);
     std::unique_ptr<UsbConnection> connection;
     ASSERT_EQ(found->open(connection), UsbStatus::ok);

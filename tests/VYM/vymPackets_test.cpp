@@ -23,6 +23,7 @@ std::span<const unsigned char> view(const std::string& bytes)
     return {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()};
 }
 
+using packets::FilePacket;
 using printer::number;
 
 TEST(vymPackets, AsksForAFileWith42Bytes)
@@ -93,12 +94,62 @@ TEST(vymPackets, FillsLengthAndChecksumOfAFilePacketByItsKind)
         SCOPED_TRACE(row.why);
         const auto bytes =
             bytesOf(packets::sendFile("M", {row.kind, row.start, row.end, row.data, row.length}));
+        const FilePacket packet(view(bytes));
         EXPECT_EQ(bytes.substr(4, 4), number(row.n + 52, 4));
-        EXPECT_EQ(bytes.substr(42, 2), number(row.kind, 2));
-        EXPECT_EQ(bytes.substr(44, 4), number(row.start, 4));
-        EXPECT_EQ(bytes.substr(48, 4), number(row.end, 4));
-        EXPECT_EQ(bytes.substr(52, 2), number(row.sum, 2));
-        EXPECT_EQ(bytes.substr(56, 4), number(row.n, 4));
+        EXPECT_EQ(packet.kind(), row.kind);
+        EXPECT_EQ(packet.start(), row.start);
+        EXPECT_EQ(packet.end(), row.end);
+        EXPECT_EQ(packet.sum(), row.sum);
+        EXPECT_EQ(packet.dataLength(), row.n);
+    }
+}
+
+// A file packet of this length, command and kind.
+std::string filePacket(std::size_t length, unsigned command, unsigned kind)
+{
+    auto packet =
+        number(0x7F7F, 2) + number(command, 2) + std::string(38, '\x7F') + number(kind, 2);
+    packet.resize(length, '\x7F');
+    return packet;
+}
+
+TEST(FilePacket, IsKnownByLengthCommandAndKind)
+{
+    const struct {
+        std::size_t length;
+        unsigned command, kind;
+        bool data, closing;
+    } table[] = {
+        {60, 0x5002, 0, true, false},      {4096, 0x5002, 0, true, false},
+        {59, 0x5002, 0, false, false},     {60, 0x5001, 0, false, false},
+        {60, 0x0250, 0, false, false},     {60, 0x5002, 1, false, false},
+        {60, 0x5002, 0x100, false, false}, {60, 0x5002, 0x80, false, true},
+        {60, 0x5002, 0x81, false, true},   {60, 0x5002, 0x82, false, false},
+        {59, 0x5002, 0x81, false, false},  {60, 0x5001, 0x81, false, false},
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(::testing::Message() << row.length << ' ' << row.command << ' ' << row.kind);
+        const auto bytes = filePacket(row.length, row.command, row.kind);
+        EXPECT_EQ(FilePacket(view(bytes)).isData(), row.data);
+        EXPECT_EQ(FilePacket(view(bytes)).isClosing(), row.closing);
+    }
+    EXPECT_FALSE(FilePacket(nullptr, 60).isFile());
+}
+
+TEST(FilePacket, ReadsNoFieldBeyondItsEnd)
+{
+    const auto whole = bytesOf(
+        packets::sendFile("MAIN", {packets::kData, 0x01020304, 0x0A0B0C0D, nullptr, 7, 0x1234}));
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        SCOPED_TRACE(length);
+        const auto cut = whole.substr(0, length);
+        const FilePacket packet(view(cut));
+        EXPECT_EQ(packet.isFile(), length >= 44);
+        EXPECT_EQ(packet.showsProgress(), length >= 52);
+        EXPECT_EQ(packet.start(), length >= 48 ? 0x01020304U : 0U);
+        EXPECT_EQ(packet.end(), length >= 52 ? 0x0A0B0C0DU : 0U);
+        EXPECT_EQ(packet.dataLength(), 0U);
+        EXPECT_TRUE(packet.data().empty());
     }
 }
 

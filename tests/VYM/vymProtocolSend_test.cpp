@@ -26,7 +26,7 @@ protected:
             all += packet.substr(60);
         return all;
     }
-    static std::string kind(const std::string& packet) { return packet.substr(42, 2); }
+    static unsigned kind(const std::string& packet) { return view(packet).kind(); }
 };
 
 TEST_F(vymProtocolSend, SendsEveryByteInPiecesAndThenTheLastBlockWithTheRunningSum)
@@ -38,15 +38,17 @@ TEST_F(vymProtocolSend, SendsEveryByteInPiecesAndThenTheLastBlockWithTheRunningS
     ASSERT_EQ(packets.size(), 4U);
     EXPECT_EQ(joined(), m_image);
     for (std::uint32_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(kind(packets[i]), number(0, 2));
-        EXPECT_EQ(packets[i].substr(44, 8), number(i * 100, 4) + number(250, 4));
+        EXPECT_EQ(kind(packets[i]), 0U);
+        EXPECT_EQ(view(packets[i]).start(), i * 100);
+        EXPECT_EQ(view(packets[i]).end(), 250U);
         EXPECT_EQ(packets[i].substr(10, 7), std::string("MAINFW\0", 7));
-        EXPECT_EQ(packets[i].substr(52, 2), number(printer::byteSum(packets[i].substr(60)), 2));
+        EXPECT_EQ(view(packets[i]).sum(), printer::byteSum(packets[i].substr(60)));
     }
     EXPECT_EQ(packets[3].size(), 60U);
-    EXPECT_EQ(kind(packets[3]), number(129, 2));
-    EXPECT_EQ(packets[3].substr(44, 8), number(250, 4) + number(250, 4));
-    EXPECT_EQ(packets[3].substr(52, 2), number(printer::byteSum(m_image), 2));
+    EXPECT_EQ(kind(packets[3]), 129U);
+    EXPECT_EQ(view(packets[3]).start(), 250U);
+    EXPECT_EQ(view(packets[3]).end(), 250U);
+    EXPECT_EQ(view(packets[3]).sum(), printer::byteSum(m_image));
     EXPECT_TRUE(m_protocol->FirmwareBytesWentOut());
 }
 
@@ -68,9 +70,9 @@ TEST_F(vymProtocolSend, SendsTheLastPieceAsTheLastBlockWhereThePackageWantsIt)
     EXPECT_EQ(update(), 1);
     const auto packets = filePackets();
     ASSERT_EQ(packets.size(), 3U);
-    EXPECT_EQ(kind(packets[1]), number(0, 2));
-    EXPECT_EQ(kind(packets[2]), number(129, 2));
-    EXPECT_EQ(packets[2].substr(56, 4), number(50, 4));
+    EXPECT_EQ(kind(packets[1]), 0U);
+    EXPECT_EQ(kind(packets[2]), 129U);
+    EXPECT_EQ(view(packets[2]).dataLength(), 50U);
     EXPECT_EQ(joined(), m_image);
 }
 
@@ -80,7 +82,7 @@ TEST_F(vymProtocolSend, TellsThePrinterWhetherItWillBePolled)
         prepare(100, pattern, targetInfo("160", "SUPPORT_COMMAND 5101"));
         answerPieces(printer::piece());
         EXPECT_EQ(update(), 1);
-        EXPECT_EQ(kind(filePackets().back()), number(128, 2)) << pattern;
+        EXPECT_EQ(kind(filePackets().back()), 128U) << pattern;
         EXPECT_EQ(m_info.m_checkStateSupported, 0);
     }
 }
@@ -258,7 +260,7 @@ TEST_F(vymProtocolSend, PassesLateAnswersOverForNoLongerThanTheReplyMayTake)
             m_time.advance(10000);
             return printer::piece();
         }
-        return packet.substr(42, 2) == number(0, 2) ? std::string() : printer::piece();
+        return kind(packet) == packets::kData ? std::string() : printer::piece();
     });
     EXPECT_EQ(update(), 1);
     const auto before = m_script.sent().size();

@@ -46,15 +46,19 @@ protected:
         return m_protocol->UpdateFirmware("MODEL-A", "MAIN", version, file, name, compatible,
                                           m_info);
     }
-    // The file packets that went out, without the head of each.
+    // The file packets that went out, head and data.
     [[nodiscard]] std::vector<std::string> filePackets() const
     {
         std::vector<std::string> found;
         for (const auto& packet : m_script.sent()) {
-            if (packet.substr(2, 2) == "\x50\x02")
+            if (view(packet).isFile())
                 found.push_back(packet);
         }
         return found;
+    }
+    static packets::FilePacket view(const std::string& packet)
+    {
+        return {reinterpret_cast<const unsigned char*>(packet.data()), packet.size()};
     }
 
     ScriptedTime m_time;

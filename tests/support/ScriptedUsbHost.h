@@ -15,7 +15,7 @@
 
 // One interface. Unset: that question fails.
 struct ScriptedPrinter {
-    std::optional<std::uint16_t> vendorId = usbSearch::makersVendorId();
+    std::optional<std::uint16_t> vendorId = usbPrinterSearch::makersVendorId();
     std::optional<std::uint8_t> interfaceClass = 7;
     bool parent = true;
     std::optional<std::string> serial = "S1";
