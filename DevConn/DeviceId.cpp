@@ -1,9 +1,10 @@
 #include "DevConn/DeviceId.h"
 
+#include "VYM/AsciiCase.h"
+
 #include <cstring>
 #include <initializer_list>
 #include <string_view>
-#include <strings.h>
 
 namespace deviceId {
 
@@ -12,8 +13,7 @@ namespace {
 bool isOneOf(std::string_view key, std::initializer_list<std::string_view> wanted)
 {
     for (const auto candidate : wanted) {
-        if (key.size() == candidate.size()
-            && strncasecmp(key.data(), candidate.data(), key.size()) == 0)
+        if (ascii::equalNoCase(key, candidate))
             return true;
     }
     return false;

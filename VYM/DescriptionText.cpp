@@ -11,15 +11,8 @@ namespace {
 constexpr std::string_view kRowEnd = "\r\n";
 constexpr auto kNone = std::string_view::npos;
 
-char upper(char c)
-{
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-bool sameNoCase(char left, char right)
-{
-    return left == right || upper(left) == upper(right); // most bytes that agree are the same
-}
+using ascii::sameNoCase;
+using ascii::upper;
 
 bool isBlank(char c)
 {
@@ -53,11 +46,6 @@ unsigned digitValue(char c, unsigned base)
 
 } // namespace
 
-bool equalNoCase(std::string_view left, std::string_view right)
-{
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(), sameNoCase);
-}
-
 std::size_t findNoCase(std::string_view text, std::string_view needle, std::size_t from)
 {
     if (from > text.size())
@@ -83,7 +71,7 @@ bool Rows::next(std::string_view& row)
 
 bool belongsTo(std::string_view row, std::string_view key)
 {
-    return row.size() >= key.size() && std::equal(key.begin(), key.end(), row.begin(), sameNoCase);
+    return ascii::beginsNoCase(row, key);
 }
 
 bool RowsOfKey::next(std::string_view& row)

@@ -5,6 +5,8 @@
 // Owns:    nothing; every view returned lies inside the view that was passed in.
 // Threads: any. Copies nothing, indexes nothing.
 #pragma once
+#include "VYM/AsciiCase.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -12,8 +14,7 @@
 
 namespace description {
 
-// ASCII case only, whatever the locale says.
-bool equalNoCase(std::string_view left, std::string_view right);
+using ascii::equalNoCase;
 // The position of needle in text from a start position on, or npos.
 std::size_t findNoCase(std::string_view text, std::string_view needle, std::size_t from);
 

@@ -1,5 +1,6 @@
 #include "VYM/vymMac.h"
 
+#include "VYM/AsciiCase.h"
 #include "VYM/SystemVersion.h"
 
 #include <atomic>
@@ -7,12 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <fstream>
-#include <iterator>
 #include <sched.h>
-#include <string>
-#include <strings.h>
-#include <sys/time.h>
+#include <string_view>
 #include <sys/utsname.h>
 #include <unistd.h>
 
@@ -30,16 +27,29 @@ std::atomic_ref<std::uint32_t> signalledFlag(TAG_MUTEXDATA& event)
     return std::atomic_ref(event.signalled);
 }
 
-// The wall clock's time, so many milliseconds from now, as the condition variable wants it.
-timespec wallClockIn(unsigned long milliseconds)
+// The time so many milliseconds from now, on the clock of the condition variable. The wall clock
+// would do for everything but this: set back by an hour, it would stretch a wait by that hour.
+timespec monotonicIn(unsigned long milliseconds)
 {
-    timeval now{};
-    gettimeofday(&now, nullptr);
-    const auto microseconds = static_cast<long>(milliseconds % 1000) * 1000 + now.tv_usec;
+    constexpr long kSecond = 1000000000; // in nanoseconds
     timespec limit{};
-    limit.tv_sec = now.tv_sec + static_cast<time_t>(milliseconds / 1000) + microseconds / 1000000;
-    limit.tv_nsec = microseconds % 1000000 * 1000;
+    clock_gettime(CLOCK_MONOTONIC, &limit);
+    const auto nanoseconds = static_cast<long>(milliseconds % 1000) * 1000000 + limit.tv_nsec;
+    limit.tv_sec += static_cast<time_t>(milliseconds / 1000) + nanoseconds / kSecond;
+    limit.tv_nsec = nanoseconds % kSecond;
     return limit;
+}
+
+// A condition variable whose timed waits stand on the monotonic clock.
+bool createCondition(pthread_cond_t& condition)
+{
+    pthread_condattr_t attributes;
+    if (pthread_condattr_init(&attributes) != 0)
+        return false;
+    const bool created = pthread_condattr_setclock(&attributes, CLOCK_MONOTONIC) == 0
+        && pthread_cond_init(&condition, &attributes) == 0;
+    pthread_condattr_destroy(&attributes);
+    return created;
 }
 
 unsigned long waitResult(int error)
@@ -49,19 +59,25 @@ unsigned long waitResult(int error)
     return error == 0 ? kWaitSignalled : kWaitFailed;
 }
 
-std::string fileText(const char* path)
+// The version that an os-release file gives, 0 without one.
+unsigned long versionInFile(const char* path)
 {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::FILE* file = nullptr;
+    if (!isPlainFile(path) || fopen_s(&file, path, "rb") != 0)
+        return 0;
+    char text[8192]; // such files have a dozen short lines
+    const auto length = std::fread(text, 1, sizeof text, file);
+    std::fclose(file);
+    return systemVersionFromText(versionIdOf({text, length}));
 }
 
 // The first language that the user's locale variables prefer, such as "ja" or "en".
-std::string preferredLanguage()
+std::string_view preferredLanguage()
 {
     for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
         const char* value = std::getenv(name);
         if (value != nullptr && *value != '\0')
-            return std::string(value, std::strcspn(value, "_.:@"));
+            return {value, std::strcspn(value, "_.:@")};
     }
     return {};
 }
@@ -72,7 +88,7 @@ bool CreateEvent(TAG_MUTEXDATA& event)
 {
     if (pthread_mutex_init(&event.mutex, nullptr) != 0)
         return false;
-    if (pthread_cond_init(&event.cond, nullptr) != 0) {
+    if (!createCondition(event.cond)) {
         pthread_mutex_destroy(&event.mutex);
         return false;
     }
@@ -103,12 +119,12 @@ unsigned long WaitForSingleObjectEvent(TAG_MUTEXDATA& event, unsigned long milli
     if (pthread_mutex_lock(&event.mutex) != 0)
         return kWaitFailed;
     int error = 0;
-    // Asked once more under the mutex: an event set since the first look would never wake us.
+    // Checked again under the mutex: an event set since the first look would never wake us.
     if (!IsEventSet(event)) {
         if (milliseconds == kInfinite) {
             error = pthread_cond_wait(&event.cond, &event.mutex);
         } else {
-            const auto limit = wallClockIn(eventWaitLimit(milliseconds));
+            const auto limit = monotonicIn(eventWaitLimit(milliseconds));
             error = pthread_cond_timedwait(&event.cond, &event.mutex, &limit);
         }
     }
@@ -202,10 +218,23 @@ void setDebugLogLv(unsigned level)
     g_debugLevel = level;
 }
 
+bool isDebugTextHeard(unsigned level)
+{
+    return g_debugLevel >= level && g_debugSink.load() != nullptr;
+}
+
 void outputDebugMsg(const char* text, unsigned level)
 {
-    if (text != nullptr && g_debugLevel >= level)
-        OutputDebugString((std::string(text) + "\n").c_str());
+    if (text == nullptr || !isDebugTextHeard(level))
+        return;
+    const auto length = std::strlen(text);
+    auto* line = static_cast<char*>(AllocMem(length + 2)); // a line feed and the NUL
+    if (line == nullptr)
+        return;
+    std::memcpy(line, text, length);
+    line[length] = '\n';
+    OutputDebugString(line);
+    FreeMem(line);
 }
 
 void OutputDebugString(const char* text)
@@ -222,8 +251,7 @@ void setDebugSink(DebugSink sink)
 unsigned long getSystemVersion()
 {
     for (const char* path : {"/etc/os-release", "/usr/lib/os-release"}) {
-        const auto text = fileText(path);
-        if (const auto version = systemVersionFromText(versionIdOf(text)); version != 0)
+        if (const auto version = versionInFile(path); version != 0)
             return version;
     }
     // Rolling distributions carry no version of their own: the kernel's release stands for it.
@@ -233,8 +261,7 @@ unsigned long getSystemVersion()
 
 char* getLocaleString()
 {
-    const auto language = preferredLanguage();
-    return strdup(strcasecmp(language.c_str(), "ja") == 0 ? "ja_JP.UTF-8" : "en_GB.UTF-8");
+    return strdup(ascii::equalNoCase(preferredLanguage(), "ja") ? "ja_JP.UTF-8" : "en_GB.UTF-8");
 }
 
 bool setBundleLocation(const char* folder)
@@ -247,8 +274,9 @@ bool getBundleLocation(char* folder, unsigned long size)
     if (g_bundleLocation[0] != '\0')
         return strcpy_s(folder, size, g_bundleLocation) == 0;
     char path[kLocationSize] = {};
-    const auto length = readlink("/proc/self/exe", path, kLocationSize - 1);
-    if (length <= 0)
+    const auto length = readlink("/proc/self/exe", path, kLocationSize);
+    // A path that fills the buffer is cut, and what is left of it names another folder.
+    if (length <= 0 || static_cast<unsigned long>(length) >= kLocationSize)
         return false;
     char* slash = std::strrchr(path, '/');
     if (slash == nullptr)

@@ -33,7 +33,8 @@ struct TAG_THREADDATA {
 
 bool CreateEvent(TAG_MUTEXDATA& event);
 bool SetEvent(TAG_MUTEXDATA& event);
-// kWaitSignalled, kWaitTimedOut or kWaitFailed. A spurious wake-up counts as signalled.
+// kWaitSignalled, kWaitTimedOut or kWaitFailed. A spurious wake-up counts as signalled. The time
+// is taken on the monotonic clock: setting the computer's clock neither ends nor stretches a wait.
 unsigned long WaitForSingleObjectEvent(TAG_MUTEXDATA& event, unsigned long milliseconds);
 bool IsEventSet(TAG_MUTEXDATA& event);
 bool CloseEvent(TAG_MUTEXDATA& event);
@@ -69,13 +70,16 @@ void pauseMilliseconds(unsigned long milliseconds);
 unsigned long eventWaitLimit(unsigned long milliseconds);
 void yieldProcessor();
 
-// Debug texts reach OutputDebugString when the level is at least theirs; the level starts at 1.
+// Debug texts reach OutputDebugString when the level is at least theirs; the level starts at 1. A
+// text that memory cannot hold is dropped.
 void setDebugLogLv(unsigned level);
 void outputDebugMsg(const char* text, unsigned level);
-// Writes nothing, unless a program asked for the texts with setDebugSink.
+// Whether a text of that level would reach a sink: where it would not, it need not be formatted.
+bool isDebugTextHeard(unsigned level);
+// Writes nothing, unless a program has set a sink.
 void OutputDebugString(const char* text);
 using DebugSink = void (*)(const char* text);
-// The sink is called on whichever thread speaks; null means silence again.
+// The sink is called on the thread that writes the text and may not throw; null: no texts.
 void setDebugSink(DebugSink sink);
 
 // The system's version in BCD: 0x1058 for 10.5.8, 0x1200 for 12, 0x2440 for 24.04; 0 if unknown.
@@ -87,5 +91,6 @@ unsigned long getSystemVersion();
 // container is first opened. Returns false for null or a path too long to keep (1023 bytes).
 // Threads: before the container is opened.
 bool setBundleLocation(const char* folder);
-// Writes the folder with its NUL; false when it is unknown or does not fit.
+// Writes the folder with its NUL; false when it does not fit or is unknown: the executable's path
+// has 1024 bytes or more.
 bool getBundleLocation(char* folder, unsigned long size);

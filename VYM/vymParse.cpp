@@ -5,7 +5,6 @@
 
 #include <cstring>
 #include <memory>
-#include <strings.h>
 
 vymParse g_VymInfo;
 
@@ -121,7 +120,7 @@ int vymParse::findString(const std::string& text, const char* needle, unsigned l
 
 int vymParse::compareString(const std::string& text, const char* literal) const
 {
-    return literal != nullptr ? strcasecmp(text.c_str(), literal) : -1;
+    return literal != nullptr ? ascii::compareNoCase(text.c_str(), literal) : -1;
 }
 
 bool vymParse::getStringValue(const char* key, std::string& value, unsigned index) const

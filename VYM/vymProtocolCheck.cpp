@@ -1,9 +1,8 @@
 // What the printer says of itself, and whether a firmware is for it.
+#include "VYM/AsciiCase.h"
 #include "VYM/DebugText.h"
 #include "VYM/ProtocolReply.h"
 #include "VYM/vymMac.h"
-
-#include <strings.h>
 
 namespace {
 
@@ -110,7 +109,7 @@ VersionDecision vymProtocol::DecideVersion(const char* model, const char* firmNa
     std::string printerModel;
     if (!m_target.getTgmName(printerModel))
         return {false, result::kSystem, m_reason};
-    if (strcasecmp(printerModel.c_str(), model) != 0)
+    if (!ascii::equalNoCase(printerModel.c_str(), model))
         return {false, result::kOtherModel, m_reason = VersionReason::otherModel};
     if (!m_target.findTargetInfoVersion(firmName, installedVersion))
         return {false, result::kNotApplicable, m_reason = VersionReason::notListed};

@@ -16,8 +16,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # The first pattern that fits gives a file its floor.
 FLOORS = [
     (1, ["VYM/vymLock.*", "VYM/vymMac.*", "VYM/vymUtil.*", "VYM/ThreadSafety.h",
-         "VYM/SingletonKiller.h", "VYM/SystemVersion.*", "VYM/DebugText.h", "VYM/BigEndian.h",
-         "Platform/*.h"]),
+         "VYM/SingletonKiller.h", "VYM/SystemVersion.*", "VYM/DebugText.h", "VYM/BigEndian.h", "VYM/AsciiCase.h",
+         "VYM/Sha256.*", "Platform/*.h"]),
     (2, ["DevConn/*", "VYM/vymBindInfo.*", "VYM/vymParse*", "VYM/DescriptionText.*",
          "VYM/vymPackets.*",
          "Platform/*.cpp"]),

@@ -1,11 +1,13 @@
 // Debug texts, and what the portability layer asks of the system around it.
 #include "VYM/vymMac.h"
+#include "tests/support/TempFolder.h"
 
 #include <climits>
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/wait.h>
 #include <vector>
 
 namespace {
@@ -155,6 +157,36 @@ TEST(BundleLocation, IsTheExecutablesFolderUntilItIsSet)
     ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
     EXPECT_STREQ(folder, "/some/where");
     EXPECT_TRUE(setBundleLocation("")); // the executable's again
+}
+
+// A copy of this program in a folder whose path is so long, started for its exit code: 0 known, 1
+// not.
+TEST(BundleLocation, IsUnknownWhereTheExecutablesPathFillsTheBuffer)
+{
+    if (std::getenv("VYMKIT_TEST_ASK_FOLDER") != nullptr) {
+        char folder[2048] = {};
+        std::_Exit(getBundleLocation(folder, sizeof folder) ? 0 : 1);
+    }
+    const TempFolder temp;
+    const struct {
+        std::size_t length; // of the executable's path
+        int answer;
+    } rows[] = {{1000, 0}, {1023, 0}, {1024, 1}, {1025, 1}, {1300, 1}};
+    for (const auto& row : rows) {
+        auto folder = temp.path() / std::to_string(row.length);
+        while (folder.string().size() + 205 < row.length)
+            folder /= std::string(200, 'f');
+        std::filesystem::create_directories(folder);
+        const auto program = folder / std::string(row.length - folder.string().size() - 1, 'p');
+        ASSERT_EQ(program.string().size(), row.length);
+        std::filesystem::copy_file("/proc/self/exe", program);
+        const auto command = "VYMKIT_TEST_ASK_FOLDER=1 " + program.string()
+            + " --gtest_filter=BundleLocation.IsUnknown* >/dev/null";
+        const int status = std::system(command.c_str());
+        EXPECT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), row.answer) << row.length;
+        std::filesystem::remove(program);
+    }
 }
 
 TEST(BundleLocation, IsRefusedWhereItDoesNotFit)

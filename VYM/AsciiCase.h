@@ -1,0 +1,48 @@
+// Comparison without case, the one that everything uses: only the 26 ASCII letters have a case. The
+// user's locale has no say: under a Turkish one the C library tells "MINI" from "mini", and a
+// printer would match its package in one language and not in another.
+//
+// Threads: any. Reads nothing but its arguments.
+#pragma once
+#include <algorithm>
+#include <string_view>
+
+namespace ascii {
+
+constexpr char upper(char c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+constexpr bool sameNoCase(char left, char right)
+{
+    return left == right || upper(left) == upper(right); // most bytes that agree are the same
+}
+
+constexpr bool equalNoCase(std::string_view left, std::string_view right)
+{
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(), sameNoCase);
+}
+
+constexpr bool beginsNoCase(std::string_view text, std::string_view prefix)
+{
+    return text.size() >= prefix.size()
+        && std::equal(prefix.begin(), prefix.end(), text.begin(), sameNoCase);
+}
+
+// Negative, 0 or positive: the difference of the first pair of characters that differ, both in
+// lower case; the end of a text counts as a NUL.
+constexpr int compareNoCase(std::string_view left, std::string_view right)
+{
+    const auto lowerAt = [](std::string_view text, std::size_t at) -> int {
+        const char c = at < text.size() ? text[at] : '\0';
+        return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    };
+    for (std::size_t i = 0; i < std::max(left.size(), right.size()); ++i) {
+        if (const int difference = lowerAt(left, i) - lowerAt(right, i); difference != 0)
+            return difference;
+    }
+    return 0;
+}
+
+} // namespace ascii

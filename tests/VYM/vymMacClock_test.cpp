@@ -1,0 +1,43 @@
+// Waits while somebody sets the computer's clock: here the wall clock is an hour slow from the
+// first look at it on, whichever call reads it.
+#include "VYM/vymMac.h"
+
+#include <chrono>
+#include <ctime>
+#include <gtest/gtest.h>
+#include <sys/syscall.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+namespace {
+constexpr time_t kHour = 3600;
+}
+
+// In place of the C library's.
+extern "C" int gettimeofday(timeval* now, void* /*zone*/) noexcept
+{
+    timespec real{};
+    syscall(SYS_clock_gettime, CLOCK_REALTIME, &real);
+    now->tv_sec = real.tv_sec - kHour;
+    now->tv_usec = real.tv_nsec / 1000;
+    return 0;
+}
+
+extern "C" int clock_gettime(clockid_t clock, timespec* now) noexcept
+{
+    const auto result = syscall(SYS_clock_gettime, clock, now);
+    if (clock == CLOCK_REALTIME)
+        now->tv_sec -= kHour;
+    return static_cast<int>(result);
+}
+
+TEST(MonotonicWait, TakesItsTimeWhereTheWallClockIsSetBack)
+{
+    TAG_MUTEXDATA event{};
+    ASSERT_TRUE(CreateEvent(event));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(WaitForSingleObjectEvent(event, 50), 258UL);
+    const auto waited = std::chrono::steady_clock::now() - start;
+    EXPECT_GE(waited, std::chrono::milliseconds(50)) << "it ended at once: by the wall clock";
+    EXPECT_TRUE(CloseEvent(event));
+}
