@@ -1,29 +1,33 @@
-// What the program does, apart from its command line. Results go to one stream, reasons of a
-// failure to the other; each command gives the program's exit code.
+// What the commands share: where their words go, the files they open, and the reading commands
+// that need no room of their own.
 //
 // Threads: one.
 #pragma once
+#include "Tools/vympack/ContainerWriter.h"
+#include "Tools/vympack/ExitCodes.h"
 #include "Tools/vympack/Extraction.h"
 
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace vympack {
 
-inline constexpr int kExitDone = 0;
-inline constexpr int kExitDefects = 1; // defects found, or something was refused
-inline constexpr int kExitUsage = 64; // these four as sysexits.h numbers them
-inline constexpr int kExitNoInput = 66;
-inline constexpr int kExitNoOutput = 73;
-inline constexpr int kExitBroken = 70;
-
+// Results go to one stream, reasons of a failure to the other.
 struct Streams {
     std::ostream& results;
     std::ostream& errors;
 };
 
-int makePackage(const std::string& path, const std::vector<std::string>& inputs, Streams streams);
+void complain(Streams streams, const std::string& what, const std::string& reason);
+// False with a complaint when the file cannot be read.
+bool openInput(const std::string& path, InputFile& file, Streams streams);
+// Opens a package and reads its table; an exit code when that fails.
+std::optional<int> openTable(const std::string& path, InputFile& file, Table& table,
+                             Streams streams);
+
+// Each command gives the program's exit code.
 int listPackage(const std::string& path, bool json, Streams streams);
 int extractPackage(const std::string& path, const ExtractionOrder& order, Streams streams);
 int checkPackage(const std::string& path, bool json, Streams streams);

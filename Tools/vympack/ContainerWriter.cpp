@@ -12,17 +12,25 @@ std::uint64_t dataSize(const std::vector<Input>& inputs)
 {
     std::uint64_t total = 0;
     for (const auto& input : inputs)
-        total += input.file.size();
+        total += input.size();
     return total;
 }
 
-EntryBytes encodeEntry(const Input& input, std::uint64_t offset)
+EntryBytes encodeEntry(const PackedFile& file)
 {
     EntryBytes bytes{};
-    std::copy_n(input.name.begin(), std::min(input.name.size(), kNameSize - 1), bytes.begin());
-    putLittleEndian(bytes.data() + kOffsetInEntry, static_cast<std::uint32_t>(offset));
-    putLittleEndian(bytes.data() + kSizeInEntry, static_cast<std::uint32_t>(input.file.size()));
+    std::copy_n(file.name.begin(), std::min(file.name.size(), kNameSize - 1), bytes.begin());
+    putLittleEndian(bytes.data() + kOffsetInEntry, static_cast<std::uint32_t>(file.offset));
+    putLittleEndian(bytes.data() + kSizeInEntry, static_cast<std::uint32_t>(file.size));
     return bytes;
+}
+
+bool writeData(const Input& input, ByteSink& out, Sha256& digest)
+{
+    if (!input.text)
+        return out.copy(input.file, 0, input.file.size(), &digest);
+    digest.add(input.text->data(), input.text->size());
+    return out.write(input.text->data(), input.text->size());
 }
 
 TrailerBytes encodeTrailer(std::uint64_t tableOffset, std::size_t count)
@@ -41,20 +49,23 @@ std::uint64_t containerSize(const std::vector<Input>& inputs)
     return dataSize(inputs) + inputs.size() * kEntrySize + kTrailerSize;
 }
 
-bool writeContainer(const std::vector<Input>& inputs, AtomicFile& out)
+bool writeContainer(const std::vector<Input>& inputs, ByteSink& out,
+                    std::vector<PackedFile>& packed)
 {
     for (const auto& input : inputs) {
-        if (!out.copy(input.file, 0, input.file.size()))
+        const auto offset = out.written();
+        Sha256 digest;
+        if (!writeData(input, out, digest))
             return false;
+        packed.push_back({input.name, offset, input.size(), digest.finish()});
     }
-    std::uint64_t offset = 0;
-    for (const auto& input : inputs) {
-        const auto entry = encodeEntry(input, offset);
+    const auto tableOffset = out.written();
+    for (const auto& file : packed) {
+        const auto entry = encodeEntry(file);
         if (!out.write(entry.data(), entry.size()))
             return false;
-        offset += input.file.size();
     }
-    const auto trailer = encodeTrailer(offset, inputs.size());
+    const auto trailer = encodeTrailer(tableOffset, packed.size());
     return out.write(trailer.data(), trailer.size());
 }
 

@@ -2,10 +2,11 @@
 //
 // Threads: none of its own.
 #pragma once
-#include "Tools/vympack/AtomicFile.h"
+#include "Tools/vympack/ByteSink.h"
 #include "Tools/vympack/InputFile.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,11 +17,23 @@ struct Input {
     std::string path;
     std::string name; // as embedded: the file's name without its folders
     InputFile file;
+    std::optional<std::string> text; // goes in instead of the file's bytes
+
+    [[nodiscard]] std::uint64_t size() const { return text ? text->size() : file.size(); }
+};
+
+// A file as it went into a package.
+struct PackedFile {
+    std::string name;
+    std::uint64_t offset = 0;
+    std::uint64_t size = 0;
+    std::string sha256;
 };
 
 std::uint64_t containerSize(const std::vector<Input>& inputs);
-// The inputs have passed every check. False when writing fails; out then has the reason and must
-// not be committed.
-[[nodiscard]] bool writeContainer(const std::vector<Input>& inputs, AtomicFile& out);
+// The inputs have passed every check. Appends what went in to packed; false when writing fails, and
+// then out has the reason.
+[[nodiscard]] bool writeContainer(const std::vector<Input>& inputs, ByteSink& out,
+                                  std::vector<PackedFile>& packed);
 
 } // namespace vympack

@@ -27,14 +27,17 @@ std::string whyRefused(const InputFile& file, const Entry& entry, const std::str
     return {};
 }
 
-std::string unpack(const InputFile& file, const Entry& entry, const ExtractionOrder& order)
+std::string unpack(const InputFile& file, const Entry& entry, const ExtractionOrder& order,
+                   int& exitCode)
 {
     const auto path = order.folder + "/" + entry.name;
     if (auto reason = whyRefused(file, entry, path, order.force); !reason.empty())
         return reason;
-    AtomicFile out(path);
-    if (!out.open() || !out.copy(file, entry.offset, entry.size) || !out.commit())
+    AtomicFile out(path, order.force ? AtomicFile::Existing::replaced : AtomicFile::Existing::kept);
+    if (!out.open() || !out.copy(file, entry.offset, entry.size) || !out.commit()) {
+        exitCode = std::max(exitCode, out.exitCode());
         return path + ": " + out.reason();
+    }
     return {};
 }
 
@@ -50,17 +53,21 @@ ExtractionResult extract(const InputFile& file, const Table& table, const Extrac
             continue;
         // Of two files with one name only the first is ever read.
         const auto reason = taken.insert(entry.name).second
-            ? unpack(file, entry, order)
+            ? unpack(file, entry, order, result.exitCode)
             : "an earlier file of the package has that name";
         if (reason.empty())
             result.written.push_back(entry.name);
         else
             result.refusals.push_back("\"" + entry.name + "\": " + reason);
+        if (result.exitCode == kExitInterrupted)
+            return result;
     }
     for (const auto& name : wanted) {
         if (!taken.contains(name))
             result.refusals.push_back("\"" + name + "\": there is no such file in the package");
     }
+    if (!result.refusals.empty())
+        result.exitCode = std::max(result.exitCode, kExitDefects);
     return result;
 }
 

@@ -20,6 +20,7 @@ struct ExtractionOrder {
 struct ExtractionResult {
     std::vector<std::string> written; // embedded names
     std::vector<std::string> refusals; // one message each
+    int exitCode = 0; // kExitDone, or that of the worst refusal
 };
 
 ExtractionResult extract(const InputFile& file, const Table& table, const ExtractionOrder& order);

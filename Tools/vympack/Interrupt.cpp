@@ -20,12 +20,16 @@ void catchInterrupts()
 {
     struct sigaction action { };
     action.sa_handler = raiseFlag;
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU}) {
         struct sigaction before { };
         // Who started the program may have had it ignore a signal, as nohup does.
         if (::sigaction(number, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
             ::sigaction(number, &action, nullptr);
     }
+    // A limit of file size and a reader that went away are failures of a write, not the end.
+    action.sa_handler = SIG_IGN;
+    for (const int number : {SIGXFSZ, SIGPIPE})
+        ::sigaction(number, &action, nullptr);
 }
 
 bool interrupted()

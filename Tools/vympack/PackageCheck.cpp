@@ -53,7 +53,7 @@ void checkInputs(const std::vector<Input>& inputs, const std::string& path, Defe
 {
     std::vector<EmbeddedFile> files;
     for (const auto& input : inputs) {
-        files.push_back({input.name, input.file.size(), {input.path, {}, {}}});
+        files.push_back({input.name, input.size(), {input.path, {}, {}}});
         if (input.name.size() >= kNameSize)
             defects.add(defect::kNameTooLong, files.back().place,
                         "the name \"" + input.name + "\" has " + std::to_string(input.name.size())
@@ -69,8 +69,13 @@ void checkInputs(const std::vector<Input>& inputs, const std::string& path, Defe
     checkFiles(files, whole, defects);
     const auto found = std::find_if(inputs.begin(), inputs.end(),
                                     [](const Input& input) { return isDescription(input.name); });
-    if (found != inputs.end())
-        readAndCheck(found->file, 0, found->file.size(), {found->path, {}, {}}, files, defects);
+    if (found == inputs.end())
+        return;
+    const Place place{found->path, {}, {}};
+    if (found->text)
+        checkDescription(*found->text, place, files, defects);
+    else
+        readAndCheck(found->file, 0, found->size(), place, files, defects);
 }
 
 } // namespace vympack

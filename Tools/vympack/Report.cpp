@@ -12,6 +12,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
+constexpr int kSchemaVersion = 1; // of every JSON result; see docs/makers.md
 constexpr int kIndent = 2;
 constexpr int kNumberWidth = 10; // the digits of the largest 32-bit number
 
@@ -99,6 +100,29 @@ void writeTableJson(std::ostream& out, const std::string& path, const Table& tab
         files.push_back(
             {{"name", printable(entry.name)}, {"offset", entry.offset}, {"size", entry.size}});
     const ordered_json report{{"file", printable(path)}, {"files", std::move(files)}};
+    out << report.dump(kIndent) << "\n";
+}
+
+void writeMade(std::ostream& out, const PackedFile& whole, const std::vector<PackedFile>& files)
+{
+    out << printable(whole.name) << ": " << counted(files.size(), "file") << ", "
+        << counted(whole.size, "byte") << ", SHA-256 " << whole.sha256 << "\n";
+    for (const auto& file : files)
+        out << std::setw(kNumberWidth) << file.size << "  " << file.sha256 << "  "
+            << printable(file.name) << "\n";
+}
+
+void writeMadeJson(std::ostream& out, const PackedFile& whole, const std::vector<PackedFile>& files)
+{
+    auto list = ordered_json::array();
+    for (const auto& file : files)
+        list.push_back({{"name", printable(file.name)},
+                        {"offset", file.offset},
+                        {"size", file.size},
+                        {"sha256", file.sha256}});
+    const ordered_json report{{"schema_version", kSchemaVersion}, {"command", "make"},
+                              {"file", printable(whole.name)},    {"size", whole.size},
+                              {"sha256", whole.sha256},           {"files", std::move(list)}};
     out << report.dump(kIndent) << "\n";
 }
 

@@ -4,6 +4,7 @@
 // Threads: none of its own; writes to the stream it is given.
 #pragma once
 #include "Tools/vympack/Container.h"
+#include "Tools/vympack/ContainerWriter.h"
 #include "Tools/vympack/Defect.h"
 
 #include <ostream>
@@ -17,5 +18,9 @@ void writeDefectsJson(std::ostream& out, const std::string& path, const Defects&
 // One line a file: name, offset, size.
 void writeTable(std::ostream& out, const Table& table);
 void writeTableJson(std::ostream& out, const std::string& path, const Table& table);
+// The package that was made, then one line a file in it; whole has the package's path as its name.
+void writeMade(std::ostream& out, const PackedFile& whole, const std::vector<PackedFile>& files);
+void writeMadeJson(std::ostream& out, const PackedFile& whole,
+                   const std::vector<PackedFile>& files);
 
 } // namespace vympack

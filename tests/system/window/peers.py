@@ -60,7 +60,7 @@ class Package:
     def make(self, desk, files):
         for name, content in files.items():
             (self.folder / name).write_bytes(content)
-        desk.run(str(BIN / "vympack"), "make", "-o", str(self.file),
+        desk.run(str(BIN / "vympack"), "make", "--force", "-o", str(self.file),
                  *(str(self.folder / name) for name in files))
 
 

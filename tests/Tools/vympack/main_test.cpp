@@ -1,39 +1,13 @@
 // The program itself, run as a process.
-#include "tests/Tools/vympack_support.h"
+#include "tests/Tools/vympack/program.h"
+#include "tests/Tools/vympack/support.h"
 
-#include <array>
-#include <cstdio>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
 using namespace vympack_test;
 using nlohmann::json;
 using testing::HasSubstr;
-
-namespace {
-
-struct Outcome {
-    int code;
-    std::string output; // both streams, unless the arguments send one elsewhere
-};
-
-Outcome run(const std::string& arguments)
-{
-    const auto command = std::string(VYMPACK_PROGRAM) + " 2>&1 " + arguments;
-    auto* pipe = ::popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return {-1, "the program cannot be run"};
-    Outcome outcome{-1, {}};
-    std::array<char, 4096> piece{};
-    while (const auto got = std::fread(piece.data(), 1, piece.size(), pipe))
-        outcome.output.append(piece.data(), got);
-    const auto status = ::pclose(pipe);
-    outcome.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return outcome;
-}
-
-} // namespace
 
 TEST(VympackProgram, TheDemoPackageHasNoErrorAndNoWarning)
 {
@@ -78,6 +52,9 @@ TEST(VympackProgram, ExitCodesTellWhatHappened)
     const auto broken = folder.write("broken", "no package");
     const auto warned =
         folder.write("warned", container({{"VYMINFO.txt", goodDescription()}, {"main.bin", ""}}));
+    for (const auto& [name, bytes] : goodFiles())
+        folder.write(name, bytes);
+    const auto inputs = folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
     const struct {
         const char* why;
         std::string arguments;
@@ -85,6 +62,9 @@ TEST(VympackProgram, ExitCodesTellWhatHappened)
     } rows[] = {
         {"help", "--help", 0},
         {"help of a command", "make --help", 0},
+        {"a package that exists", "make -o " + warned + " " + inputs, 1},
+        {"a package on a full device", "make --force -o /dev/full " + inputs, 73},
+        {"a package to an output that is full", "make -o - " + inputs + " >/dev/full", 73},
         {"version", "--version", 0},
         {"no command", "", 64},
         {"an unknown command", "unpack", 64},
@@ -149,4 +129,78 @@ TEST(VympackProgram, ADefectInJsonHasItsPlaceAndItsName)
     EXPECT_EQ(defect["row"], 5);
     EXPECT_EQ(defect["column"], 8);
     EXPECT_TRUE(defect["offset"].is_null());
+}
+
+TEST(VympackProgram, MakeSaysAsJsonWhatItWrote)
+{
+    const TempFolder folder;
+    for (const auto& [name, bytes] : goodFiles())
+        folder.write(name, bytes);
+    const auto inputs = folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
+    const auto report =
+        json::parse(run("make --json -o " + folder.path("package") + " " + inputs).output);
+    EXPECT_EQ(report["schema_version"], 1);
+    EXPECT_EQ(report["size"], container(goodFiles()).size());
+    EXPECT_EQ(report["files"][1]["name"], "main.bin");
+    const auto sum = shell("sha256sum < " + folder.path("package")).output;
+    EXPECT_EQ(report["sha256"], sum.substr(0, 64));
+    const auto inner = shell("sha256sum < " + folder.path("main.bin")).output;
+    EXPECT_EQ(report["files"][1]["sha256"], inner.substr(0, 64));
+}
+
+TEST(VympackProgram, APackageOnStandardOutputIsThePackageAndNothingElse)
+{
+    const TempFolder folder;
+    for (const auto& [name, bytes] : goodFiles())
+        folder.write(name, bytes);
+    const auto inputs = folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
+    EXPECT_EQ(run("make -o - " + inputs + " 2>/dev/null").output, container(goodFiles()));
+    EXPECT_THAT(run("make -o - " + inputs + " 2>&1 >/dev/null").output, HasSubstr("SHA-256"));
+}
+
+TEST(VympackProgram, ALimitOfFileSizeLeavesNoHalfFile)
+{
+    const TempFolder folder;
+    folder.write("VYMINFO.txt", goodDescription());
+    folder.write("main.bin", std::string(3'000'000, 'x'));
+    const auto make = std::string(VYMPACK_PROGRAM) + " make -o " + folder.path("package") + " "
+        + folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
+    const auto outcome = shell("ulimit -f 100; " + make);
+    EXPECT_EQ(outcome.code, 73) << outcome.output;
+    EXPECT_THAT(outcome.output, HasSubstr("File too large"));
+    EXPECT_EQ(folder.names(), (std::set<std::string>{"VYMINFO.txt", "main.bin"}));
+}
+
+TEST(VympackProgram, AFullDiskLeavesNoHalfFile)
+{
+    const TempFolder folder;
+    // A file system of 64 KiB, in a mount namespace of the test's own.
+    const auto outcome = shell(
+        "unshare -rm sh -c 'mount -t tmpfs -o size=64k none " + folder.path("") + " && cd "
+        + folder.path("") + " && printf %s \"$1\" > VYMINFO.txt" + " && " + VYMPACK_PROGRAM
+        + " make -o package VYMINFO.txt " + VYMPACK_DEMO + "; code=$?; ls -A; exit $code' sh '"
+        + replaced(goodDescription(), "main.bin", "VYMBINDDATA") + "'");
+    if (outcome.output.find("unshare") != std::string::npos
+        || outcome.output.find("permission denied") != std::string::npos)
+        GTEST_SKIP() << "no mount namespaces here: " << outcome.output;
+    EXPECT_EQ(outcome.code, 73) << outcome.output;
+    EXPECT_THAT(outcome.output, HasSubstr("No space left on device"));
+    EXPECT_EQ(outcome.output.find(".tmp"), std::string::npos) << outcome.output;
+}
+
+TEST(VympackProgram, ASignalLeavesNoHalfFile)
+{
+    const TempFolder folder;
+    folder.write("VYMINFO.txt", goodDescription());
+    // Sparse, and far more than is written before the signal comes.
+    folder.write("main.bin", "x");
+    std::filesystem::resize_file(folder.path("main.bin"), 2'000'000'000);
+    for (const char* name : {"TERM", "HUP", "XCPU"}) {
+        const auto outcome = shell("cd " + folder.path("") + "; " + VYMPACK_PROGRAM
+                                   + " make -o package VYMINFO.txt main.bin & "
+                                     "until ls -A | grep -q tmp; do :; done; kill -"
+                                   + name + " $!; wait $!");
+        EXPECT_EQ(outcome.code, 130) << name << outcome.output;
+        EXPECT_EQ(folder.names(), (std::set<std::string>{"VYMINFO.txt", "main.bin"})) << name;
+    }
 }

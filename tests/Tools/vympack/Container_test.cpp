@@ -1,5 +1,5 @@
 #include "Tools/vympack/PackageCheck.h"
-#include "tests/Tools/vympack_support.h"
+#include "tests/Tools/vympack/support.h"
 
 #include <gmock/gmock.h>
 #include <limits>

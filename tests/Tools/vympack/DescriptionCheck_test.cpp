@@ -1,5 +1,5 @@
 #include "Tools/vympack/DescriptionCheck.h"
-#include "tests/Tools/vympack_support.h"
+#include "tests/Tools/vympack/support.h"
 
 #include <gmock/gmock.h>
 

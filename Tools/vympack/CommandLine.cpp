@@ -1,0 +1,131 @@
+#include "Tools/vympack/CommandLine.h"
+
+#include "Tools/vympack/Interrupt.h"
+#include "Tools/vympack/MakeCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+namespace vympack {
+
+namespace {
+
+constexpr auto kFooter = R"(Examples:
+  vympack make -o VYMBINDDATA VYMINFO.txt main.bin boot.bin
+  vympack check VYMBINDDATA
+  vympack list --json VYMBINDDATA
+  vympack extract VYMBINDDATA -d unpacked main.bin
+
+Limits: 1000 VERSION rows, 31 bytes for a file's name, 4 GiB for a package, no two files on the
+same bytes.
+
+Exit codes: 0 done, 1 defects or differences found or something refused, 64 wrong usage, 66 a file
+cannot be read, 70 out of memory or another failure inside, 73 a result cannot be written, 130
+interrupted.)";
+
+using Work = std::function<int(Streams)>;
+
+// One command: its options fill an order, which lives as long as the work that reads it.
+template <class Order>
+std::pair<CLI::App*, std::shared_ptr<Order>> addCommand(CLI::App& app, const char* name,
+                                                        const char* what, Work& work,
+                                                        int (*run)(const Order&, Streams))
+{
+    auto order = std::make_shared<Order>();
+    auto* command = app.add_subcommand(name, what);
+    command->final_callback(
+        [&work, order, run] { work = [order, run](Streams s) { return run(*order, s); }; });
+    return {command, order};
+}
+
+void addMake(CLI::App& app, Work& work)
+{
+    const auto [make, order] = addCommand<MakeOrder>(
+        app, "make", "Make a package out of files, if they pass all checks", work, makePackage);
+    make->add_option("-o,--output", order->path, "The package to write; - for standard output")
+        ->required();
+    make->add_option("INPUT", order->inputs, "Files to put in, VYMINFO.txt among them")->required();
+    make->add_flag("--force", order->force, "Replace the package if it exists");
+    make->add_flag("--crlf", order->crlf, "End the description's rows in CR LF, as they have to");
+    make->add_flag("--sort", order->sort, "Put the files in by name, whatever their order here");
+    make->add_flag("--json", order->json, "Say what was written as JSON");
+}
+
+struct ReadOrder {
+    std::string path;
+    bool json = false;
+};
+
+int list(const ReadOrder& order, Streams streams)
+{
+    return listPackage(order.path, order.json, streams);
+}
+
+int check(const ReadOrder& order, Streams streams)
+{
+    return checkPackage(order.path, order.json, streams);
+}
+
+void addList(CLI::App& app, Work& work)
+{
+    const auto [command, order] =
+        addCommand<ReadOrder>(app, "list", "List the files in a package", work, list);
+    command->add_option("FILE", order->path, "The package")->required();
+    command->add_flag("--json", order->json, "Write the result as JSON");
+}
+
+void addCheck(CLI::App& app, Work& work)
+{
+    const auto [command, order] = addCommand<ReadOrder>(
+        app, "check", "Name everything that is wrong in a package", work, check);
+    command->add_option("FILE", order->path, "The package")->required();
+    command->add_flag("--json", order->json, "Write the result as JSON");
+}
+
+struct UnpackOrder {
+    std::string path;
+    ExtractionOrder extraction;
+};
+
+int unpack(const UnpackOrder& order, Streams streams)
+{
+    return extractPackage(order.path, order.extraction, streams);
+}
+
+void addExtract(CLI::App& app, Work& work)
+{
+    const auto [command, order] =
+        addCommand<UnpackOrder>(app, "extract", "Unpack files of a package", work, unpack);
+    command->add_option("FILE", order->path, "The package")->required();
+    command->add_option("-d,--directory", order->extraction.folder, "Folder to unpack into");
+    command->add_flag("--force", order->extraction.force, "Replace files that exist");
+    command->add_option("NAME", order->extraction.names, "Files to unpack; without any, all");
+}
+
+} // namespace
+
+int runProgram(int argc, const char* const* argv, Streams streams)
+{
+    CLI::App app("Makes, checks, tries and unpacks firmware update packages", "vympack");
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "vympack " VYMPACK_VERSION);
+    app.set_help_all_flag("--help-all", "Print the help of every command");
+    app.footer(kFooter);
+    Work work;
+    for (const auto add : {addMake, addList, addExtract, addCheck})
+        add(app, work);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error, streams.results, streams.errors) == 0 ? kExitDone : kExitUsage;
+    }
+    catchInterrupts();
+    const int code = work(streams);
+    if (!streams.results.flush()) {
+        streams.errors << "vympack: the result cannot be written\n";
+        return kExitNoOutput;
+    }
+    return interrupted() ? kExitInterrupted : code;
+}
+
+} // namespace vympack
