@@ -22,7 +22,7 @@
 namespace {
 
 constexpr std::size_t kLongestPortString = 1023;
-constexpr unsigned long kLeastWriteMs = 5000; // a printer that stores a packet first needs time
+constexpr unsigned long kLeastTcpWriteMs = 5000; // a printer that stores a packet first needs time
 // A printer that is switched off must not hold the run for the minutes that the system would wait.
 constexpr unsigned long kConnectMs = 10000;
 
@@ -240,7 +240,7 @@ long DevConnTCP::SendRecvData(unsigned char* send, unsigned long sendLength, uns
                               unsigned long* replyLength)
 {
     const HoldLock hold(m_lock);
-    return exchange(*this, kLeastWriteMs, send, sendLength, reply, replyLength);
+    return exchange(*this, kLeastTcpWriteMs, send, sendLength, reply, replyLength);
 }
 
 long DevConnTCP::GetModelName(char** /*model*/, unsigned long* /*length*/)

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr unsigned long kLeastWriteMs = 500;
+constexpr unsigned long kLeastUsbWriteMs = 500;
 constexpr unsigned long kMsPerSecond = 1000; // waits count in whole seconds
 constexpr unsigned long kLookAgainMs = 1; // less than a reply takes, and the processor is free
 constexpr int kTransfers = 2; // one write, one read: no more can end during one wait
@@ -115,7 +115,7 @@ long DevConnUSB::SendRecvData(unsigned char* send, unsigned long sendLength, uns
                               unsigned long* replyLength)
 {
     const HoldLock hold(m_lock);
-    return exchange(*this, kLeastWriteMs, send, sendLength, reply, replyLength);
+    return exchange(*this, kLeastUsbWriteMs, send, sendLength, reply, replyLength);
 }
 
 long DevConnUSB::GetModelName(char** model, unsigned long* length)

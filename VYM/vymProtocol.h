@@ -26,6 +26,10 @@ using modelchk_result = int;
 
 class vymProtocol {
 public:
+    // Printers need this pause before the first packet, before a check, before the data, and after
+    // each firmware.
+    static constexpr unsigned long kSettleMs = 2000;
+
     vymProtocol();
     virtual ~vymProtocol();
     vymProtocol(const vymProtocol&) = delete;

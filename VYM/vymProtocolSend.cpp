@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr unsigned long kSettleMs = 2000; // printers need it before a check and before the data
 constexpr unsigned long kHeadSize = packets::kFileHeadSize;
 
 unsigned long dataLengthOf(const TAG_CMDSENDFILE& head)

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr unsigned long kSettleMs = 2000; // before the first packet, and after each firmware
-
 // One step of the run; memory that runs out in it is a result like any other.
 template <class Step> int guarded(Step step)
 {
@@ -132,7 +130,7 @@ void vymThread::RunThread(char* queue, char* port, unsigned short portNo)
     SetEvent(m_startedEvent);
     if (protocol == nullptr)
         return;
-    pauseMilliseconds(kSettleMs);
+    pauseMilliseconds(vymProtocol::kSettleMs);
     runUpdate(*protocol, queue, port, portNo);
 }
 
@@ -235,7 +233,7 @@ int vymThread::finishEntry(vymProtocol& protocol)
     else if (const int code = pollUntilWritten(protocol); code != result::kSuccess)
         return code;
     if (!polled || m_info.m_updateState == state_finished)
-        pauseMilliseconds(kSettleMs);
+        pauseMilliseconds(vymProtocol::kSettleMs);
     return result::kSuccess;
 }
 

@@ -86,7 +86,8 @@ void checkAddress(const KeyedRow& row, std::string_view value, const RowReport& 
     if (address.find('\0') != std::string::npos
         || ::inet_pton(AF_INET, address.c_str(), &parsed) != 1)
         report.at(row, value, defect::kBadDefaultAddress,
-                  quoted(address) + " is no IPv4 address: write four numbers such as 192.168.0.10");
+                  vympack::quoted(address)
+                      + " is no IPv4 address: write four numbers such as 192.168.0.10");
     checkNothingFollows(row, value, report);
 }
 
