@@ -8,7 +8,7 @@
 namespace {
 
 constexpr double kDiscShare = 1.45; // a disc's diameter in heights of the text
-constexpr double kLineShare = 0.09; // of a disc's diameter
+constexpr double kBarLineShare = 0.09; // of a disc's diameter
 constexpr double kNumberShare = 0.85; // of the text's size
 
 QFont stepFont(QFont font, bool isCurrent)
@@ -125,7 +125,7 @@ void StepBar::paintStep(QPainter& painter, int step, int left, bool isNamed) con
 
 void StepBar::paintDisc(QPainter& painter, int step, const QRect& place) const
 {
-    const double line = disc() * kLineShare;
+    const double line = disc() * kBarLineShare;
     const auto ring = QRectF(place).adjusted(line, line, -line, -line);
     const bool isCurrent = step == m_current;
     const auto accent = palette().color(QPalette::Highlight);
