@@ -1,0 +1,30 @@
+// The model printer at the end of a link: reads as fast as it can, works on one packet after the
+// other, and answers.
+//
+// Owns:    the bytes that it has read and not worked on.
+// Threads: one; its events refer to it.
+#pragma once
+#include "tests/sim/Link.h"
+#include "tests/support/ModelPrinter.h"
+
+namespace sim {
+
+class PrinterDesk {
+public:
+    PrinterDesk(Link& link, ModelPrinter& printer, std::size_t readsAtOnce);
+
+    void atTheEnd(); // what is left of a packet is counted
+
+private:
+    void work();
+    void react(const std::string& packet);
+
+    Link& m_link;
+    ModelPrinter& m_printer;
+    std::size_t m_readsAtOnce;
+    PacketAssembler m_line;
+    bool m_busy = false;
+    bool m_closed = false;
+};
+
+} // namespace sim

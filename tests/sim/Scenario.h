@@ -1,0 +1,60 @@
+// One run, drawn from a seed: package, printer, line, memory, the moment of a stop.
+//
+// Threads: any; a value.
+#pragma once
+#include "tests/sim/Link.h"
+#include "tests/support/ModelPrinter.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace sim {
+
+// The images that lie in the package of every run: names, and sizes with and around the edges of
+// pieces.
+constexpr std::size_t kImageSizes[] = {0, 1, 100, 999, 4036, 20000, 70000, 300000};
+std::string imageName(std::size_t index);
+std::string imageOf(std::size_t index);
+
+struct ScenarioEntry {
+    std::string name; // towards the printer
+    std::size_t image = 0; // index into kImageSizes
+};
+
+struct Scenario {
+    explicit Scenario(std::uint64_t seed);
+
+    std::string description; // the package's
+    std::vector<ScenarioEntry> entries;
+    unsigned updateSeconds = 30;
+    unsigned enterSeconds = 5;
+    std::size_t maxPacket = 4096;
+    PrinterManners printer;
+    std::size_t readsAtOnce = 1 << 20;
+    LinkManners link;
+    unsigned pollingMs = 500;
+    std::optional<Micros> stopAt;
+    std::optional<std::uint64_t> failingAllocation;
+    bool memoryFailsForGood = false;
+    bool noThread = false;
+    bool usable = true; // the printer's model and versions let every entry end well
+    std::uint64_t lineSeed = 0;
+
+    // The printer answers each packet at most once, after it has taken it.
+    [[nodiscard]] bool honest() const;
+    // Nothing is wrong with it, and its answers come well within the package's times.
+    [[nodiscard]] bool sound() const;
+    [[nodiscard]] bool inTime() const;
+
+private:
+    void drawPackage(Random& random);
+    void drawPrinter(Random& random);
+    void drawLine(Random& random);
+    void drawFault(Random& random);
+    void drawFate(Random& random);
+    void drawLie(Random& random);
+    [[nodiscard]] double quietMs() const;
+};
+
+} // namespace sim
