@@ -19,7 +19,7 @@ Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& des
     {
         BackgroundTask task;
         task.start(place.session, [&] {
-            facts.report = vymCheck_Run(destination.run.identifier(), destination.run.address(),
+            facts.report = vymCheck_Run(destination.run.queueId(), destination.run.address(),
                                         static_cast<unsigned short>(package.portNumber), stop);
         });
         while (!task.isDone()) {

@@ -11,44 +11,44 @@ DestinationResult ended(Outcome outcome)
     return {std::nullopt, std::move(outcome)};
 }
 
-DestinationResult taken(PrinterInfo& printer, const Options& options)
+std::string tooLongText(const std::string& what, std::size_t size, const std::string& taker)
 {
-    Destination destination;
-    switch (destination.run.take(printer)) {
+    return what + " is longer than the " + std::to_string(size - 1) + " bytes that " + taker
+        + " takes. Give the printer's IPv4 address with --address.";
+}
+
+// Why the target could not be taken; empty where it fits.
+std::string problemOf(TargetFit fit)
+{
+    switch (fit) {
     case TargetFit::fits:
-        break;
+        return {};
     case TargetFit::noAddress:
-        return ended(printerOutcome(options, "unsuitable-printer",
-                                    "The printer has no address. Run \"vymkit-cli printers --all\" "
-                                    "to see every printer, or give --address."));
+        return "The printer has no address. Run \"vymkit-cli printers --all\" to see every "
+               "printer, or give --address.";
     case TargetFit::addressTooLong:
-        return ended(printerOutcome(options, "unsuitable-printer",
-                                    "The printer's address is longer than the "
-                                        + std::to_string(kPortNameSize - 1)
-                                        + " bytes that a connection takes. Give the printer's "
-                                          "IPv4 address with --address."));
-    case TargetFit::identifierTooLong:
-        return ended(printerOutcome(options, "unsuitable-printer",
-                                    "The identifier of the printer's queue is longer than the "
-                                        + std::to_string(kPrinterNameSize - 1)
-                                        + " bytes that a run takes. Give the printer's IPv4 "
-                                          "address with --address."));
+        return tooLongText("The printer's address", kPortNameSize, "a connection");
+    case TargetFit::queueIdTooLong:
+        return tooLongText("The identifier of the printer's queue", kPrinterNameSize, "a run");
     }
+    return {};
+}
+
+DestinationResult taken(Destination destination, TargetFit fit, const Options& options)
+{
+    if (auto problem = problemOf(fit); !problem.empty())
+        return ended(printerOutcome(options, "unsuitable-printer", std::move(problem)));
     destination.address = plainText(destination.run.address(), kPortNameSize);
-    if (printer.printerID() && printer.printerName())
-        destination.printerName = plainText(*printer.printerName());
     return {std::move(destination), {}};
 }
 
-// A port string is what a queue would have led to, so it is taken like a queue's; connections need
-// to know that it came from there, and not from which one. A USB printer needs no queue.
-std::shared_ptr<PrinterInfo> atPort(const std::string& uri)
+DestinationResult taken(PrinterInfo& printer, const Options& options)
 {
-    PrintQueue queue;
-    queue.deviceUri = uri;
-    if (!isUsbPort(uri))
-        queue.identifier = "uri";
-    return PrinterInfo::initWithPMPrinter(queue);
+    Destination destination;
+    const auto fit = destination.run.take(printer);
+    if (printer.printerID() && printer.printerName())
+        destination.printerName = plainText(*printer.printerName());
+    return taken(std::move(destination), fit, options);
 }
 
 Outcome withoutPrintServer(const Options& options, const PrinterChoice& choice,
@@ -90,7 +90,8 @@ DestinationResult findDestination(Workplace& place)
     const auto& options = place.options;
     if (options.printer)
         return named(place);
-    const auto printer = options.uri ? atPort(*options.uri)
-                                     : PrinterInfo::initWithPrinterName({}, {}, options.address);
-    return taken(*printer, options);
+    Destination destination;
+    const auto fit = options.uri ? destination.run.takePortString(*options.uri)
+                                 : destination.run.takeAddress(*options.address);
+    return taken(std::move(destination), fit, options);
 }

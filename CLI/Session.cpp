@@ -1,5 +1,6 @@
 #include "CLI/Session.h"
 
+#include "UI/Run/WatchedRun.h"
 #include "VYM/vymMac.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr unsigned long kInterval = 1000; // milliseconds between two looks at a run
 // An answer is a word; whoever sends more has not answered.
 constexpr std::size_t kLongestLine = 80;
 
@@ -82,7 +82,7 @@ Wake Session::waitFor(int readable)
 
 int Session::waitMilliseconds() const
 {
-    const auto interval = std::max<std::uint64_t>(eventWaitLimit(kInterval), 1);
+    const auto interval = std::max<std::uint64_t>(eventWaitLimit(WatchedRun::kLookInterval), 1);
     const auto now = tickMilliseconds();
     const auto left = m_deadline.has_value() && *m_deadline > now ? *m_deadline - now : interval;
     return static_cast<int>(std::min(interval, left));

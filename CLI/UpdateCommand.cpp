@@ -2,17 +2,9 @@
 #include "CLI/Commands.h"
 #include "Platform/SleepInhibitor.h"
 #include "UI/Printers/PrinterCheck.h"
-#include "UI/Run/RunLog.h"
-#include "UI/Text/PlainText.h"
-#include "UI/vym_etc.h"
-#include "VYM/ProtocolResult.h"
-
-#include <algorithm>
-#include <cstring>
+#include "UI/Run/WatchedRun.h"
 
 namespace {
-
-constexpr unsigned long kEnginePolling = 500; // milliseconds between two questions to the printer
 
 UpdateFacts begunFacts(const Destination& destination)
 {
@@ -22,141 +14,117 @@ UpdateFacts begunFacts(const Destination& destination)
     return facts;
 }
 
-// One run of the engine's worker, watched until the worker has ended.
-class WatchedRun {
-public:
-    WatchedRun(const PackageFacts& package, Workplace& place, Destination& destination)
-        : m_package(package), m_place(place), m_run(destination.run),
-          m_facts(begunFacts(destination))
-    {
-        m_facts.lastRecord.m_result = result::kSuccess;
-    }
-    ~WatchedRun() { vym_thread_delete(m_worker); }
-    WatchedRun(const WatchedRun&) = delete;
-    WatchedRun& operator=(const WatchedRun&) = delete;
+RunLogFacts logFacts(const PackageFacts& package, const Destination& destination)
+{
+    RunLogFacts facts{"vymkit-cli " VYMKIT_VERSION, package.folder,     package.model, {},
+                      destination.printerName,      destination.address};
+    for (const auto& firmware : package.firmware)
+        facts.firmware.push_back(
+            {firmware.displayName, firmware.displayVersion, firmware.nameInPrinter});
+    return facts;
+}
 
-    Outcome run()
+// The run as the command line follows it: shows each look, hears who asks to stop, concludes.
+class FollowedRun {
+public:
+    FollowedRun(const PackageFacts& package, Workplace& place, Destination& destination)
+        : m_package(package), m_place(place), m_destination(destination),
+          m_facts(begunFacts(destination)), m_run(logFacts(package, destination))
     {
-        beginLog();
-        if (start())
+    }
+
+    Outcome follow()
+    {
+        noteBeginning();
+        const auto portNumber = static_cast<unsigned short>(m_package.portNumber);
+        if (m_run.start(m_destination.run, portNumber))
             watch();
-        else
-            m_facts.endCode = result::kSystem;
-        m_facts.notPermitted = isForbiddenPort(m_run.address());
+        m_facts.endCode = m_run.endCode();
+        m_facts.lastRecord = m_run.record();
+        m_facts.outcomes = m_run.takeOutcomes();
+        m_facts.notPermitted = isForbiddenPort(m_destination.run.address());
         auto outcome = concludeUpdate(m_package, m_facts);
-        m_log.end(outcome.name, outcome.resultCode);
+        m_run.finish(outcome.name, outcome.resultCode);
         return outcome;
     }
 
 private:
-    void beginLog();
-    bool start();
+    void noteBeginning();
     void watch();
-    void look();
-    void hear(Wake wake, BackgroundTask& stopping);
-    void collectOutcomes();
-    [[nodiscard]] std::string displayNameOf(const std::string& firmwareName) const;
+    void show(const RunStep& step);
+    void hear(Wake wake);
+    [[nodiscard]] std::string displayNameOf(const tag_devinfo& record) const;
 
     const PackageFacts& m_package;
     Workplace& m_place;
-    RunTarget& m_run; // the worker's, until it has ended
+    Destination& m_destination;
     UpdateFacts m_facts;
-    void* m_worker = nullptr;
-    RunLog m_log;
+    WatchedRun m_run;
     const SleepInhibitor m_awake{"Vymkit", "A printer's firmware is being updated"};
 };
 
-void WatchedRun::beginLog()
+void FollowedRun::noteBeginning()
 {
-    RunLogFacts facts{"vymkit-cli " VYMKIT_VERSION, m_package.folder, m_package.model, {},
-                      m_facts.printerName,          m_facts.address};
-    for (const auto& firmware : m_package.firmware)
-        facts.firmware.push_back({firmware.displayName, firmware.displayVersion});
-    m_log.start(facts);
-    m_log.note(m_awake.note());
+    auto& log = m_run.log();
+    log.note(m_awake.note());
     if (m_place.options.verbose)
-        m_place.display.line(m_log.path().empty() ? "no log: " + m_log.problem()
-                                                  : "log: " + m_log.path());
-}
-
-bool WatchedRun::start()
-{
-    m_worker = vym_thread_create();
-    if (!vymThread_UpdateStart(m_worker, m_run.identifier(), m_run.address(),
-                               static_cast<unsigned short>(m_package.portNumber)))
-        return false;
-    vymThread_SetPolling(m_worker, kEnginePolling);
-    return true;
+        m_place.display.line(log.path().empty() ? "no log: " + log.problem()
+                                                : "log: " + log.path());
 }
 
 // The worker ends only when it is asked to, after its last state too; that takes as long as it
 // takes, so it is waited for on a thread of its own.
-void WatchedRun::watch()
+void FollowedRun::watch()
 {
     BackgroundTask stopping;
     const auto askToStop = [this, &stopping] {
+        m_run.willStop();
         if (!stopping.isStarted())
-            stopping.start(m_place.session, [this] { vymThread_StopThread(m_worker); });
+            stopping.start(m_place.session, [this] { m_run.stop(); });
     };
     for (;;) {
         const bool hasEnded = stopping.isDone();
-        look();
+        show(m_run.look());
         if (hasEnded)
             break;
-        if (m_facts.endCode.has_value())
+        if (m_run.endCode().has_value())
             askToStop();
-        hear(m_place.session.wait(), stopping);
+        hear(m_place.session.wait());
         if (m_facts.stop != StopCause::none)
             askToStop();
     }
-    collectOutcomes();
 }
 
-void WatchedRun::look()
+void FollowedRun::show(const RunStep& step)
 {
-    vymThread_CheckState(m_worker, &m_facts.lastRecord);
-    const auto& record = m_facts.lastRecord;
-    m_log.look(record);
-    const std::string_view name(record.m_firmwareName,
-                                strnlen(record.m_firmwareName, sizeof record.m_firmwareName));
-    const auto step = runStep(record, m_package.firmware.size());
-    // Once a stop was asked for, the worker's last state no longer tells how the run ended.
-    if (m_facts.stop == StopCause::none && !m_facts.endCode.has_value())
-        m_facts.endCode = step.endCode;
-    const auto plainName = plainText(name);
-    m_place.report.status({record, plainName, displayNameOf(plainName), step,
+    const auto& record = m_run.record();
+    m_place.report.status({record, firmwareNameOf(record), displayNameOf(record), step,
                            m_package.firmware.size(), m_place.session.seconds()});
 }
 
-std::string WatchedRun::displayNameOf(const std::string& firmwareName) const
+// A name that the package does not know is shown as it is.
+std::string FollowedRun::displayNameOf(const tag_devinfo& record) const
 {
     const auto& all = m_package.firmware;
-    const auto same = std::find_if(all.begin(), all.end(), [&firmwareName](const auto& each) {
-        return each.nameInPrinter == firmwareName;
-    });
-    return same != all.end() && !firmwareName.empty() ? same->displayName : firmwareName;
+    const auto name = firmwareNameOf(record);
+    const auto number = record.m_firmwareNumber;
+    if (number < 1 || number > all.size())
+        return name;
+    const auto& firmware = all[number - 1];
+    return name.empty() || name == firmware.nameInPrinter ? firmware.displayName : name;
 }
 
-void WatchedRun::hear(Wake wake, BackgroundTask& stopping)
+void FollowedRun::hear(Wake wake)
 {
     if (wake != Wake::signal && wake != Wake::deadline)
         return;
-    if (m_facts.endCode.has_value())
+    if (m_run.endCode().has_value())
         return; // it is ending by itself
-    if (!stopping.isStarted())
-        m_facts.stop = wake == Wake::signal ? StopCause::user : StopCause::deadline;
-    m_log.note(wake == Wake::signal ? "a signal asks to stop" : "the deadline asks to stop");
-    m_place.report.stopping(wake == Wake::signal ? StopCause::user : StopCause::deadline,
-                            m_place.session.seconds());
-}
-
-void WatchedRun::collectOutcomes()
-{
-    tag_entryoutcome outcome{};
-    for (unsigned i = 0; vymThread_GetEntryOutcome(m_worker, i, &outcome); ++i) {
-        m_facts.outcomes.push_back(outcome);
-        m_log.outcome(outcome);
-    }
+    const auto cause = wake == Wake::signal ? StopCause::user : StopCause::deadline;
+    if (m_facts.stop == StopCause::none)
+        m_facts.stop = cause;
+    m_run.log().note(wake == Wake::signal ? "a signal asks to stop" : "the deadline asks to stop");
+    m_place.report.stopping(cause, m_place.session.seconds());
 }
 
 bool isYes(std::string answer)
@@ -199,5 +167,5 @@ Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& de
         if (facts.stop != StopCause::none)
             return concludeUpdate(package, facts);
     }
-    return WatchedRun(package, place, destination).run();
+    return FollowedRun(package, place, destination).follow();
 }

@@ -98,11 +98,8 @@ void RunLog::look(const tag_devinfo& record)
     m_state = record.m_updateState;
     m_firmwareNumber = record.m_firmwareNumber;
     std::string text = stateName(m_state);
-    if (m_firmwareNumber != 0) {
-        const auto length = strnlen(record.m_firmwareName, sizeof record.m_firmwareName);
-        text += ", " + firmwareName(m_firmwareNumber) + " "
-            + std::string(record.m_firmwareName, length);
-    }
+    if (m_firmwareNumber != 0)
+        text += ", " + firmwareName(m_firmwareNumber) + " " + firmwareNameOf(record);
     line(localTime("%H:%M:%S"), text);
 }
 

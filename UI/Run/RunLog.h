@@ -18,6 +18,7 @@
 struct RunLogFirmware {
     std::string name;
     std::string version;
+    std::string nameInPrinter = {}; // what the printer calls it, and the status record
 };
 
 struct RunLogFacts {

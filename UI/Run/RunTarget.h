@@ -1,5 +1,5 @@
-// The chosen printer as the update worker takes it: the port string in the form that connections
-// understand, and the queue's identifier, each in a buffer that the worker may keep pointing to.
+// Where the update worker connects to: an address, and the identifier of the print queue that led
+// to it, each in a buffer that the worker may keep pointing to.
 //
 // Owns:    its texts, by value; a worker that was given them must have ended before it goes.
 // Threads: one at a time.
@@ -7,6 +7,7 @@
 #include "UI/PrinterInfo.h"
 
 #include <array>
+#include <optional>
 #include <string>
 
 // What connections take as a port string, its NUL included.
@@ -18,21 +19,27 @@ constexpr std::size_t kPrinterNameSize = 256;
 // becomes "lpd://"; then, with "lpd://" in it, it ends in "/".
 std::string connectableUri(std::string uri);
 
-enum class TargetFit : std::uint8_t { fits, noAddress, addressTooLong, identifierTooLong };
+enum class TargetFit : std::uint8_t { fits, noAddress, addressTooLong, queueIdTooLong };
 
 class RunTarget {
 public:
-    // With an identifier, the printer's URI becomes the connectable one; without, as for an
-    // address or a USB printer without a queue, it is taken as it is. Anything but fits leaves
-    // both the printer and this untouched: a text that was cut would be another printer's.
+    // A printer of the list. With a queue, the printer's URI becomes the connectable one; without,
+    // it is taken as it is. Anything but fits leaves both the printer and this untouched: a text
+    // that was cut would be another printer's.
     TargetFit take(PrinterInfo& printer);
+    TargetFit takeAddress(const std::string& address); // an IPv4 address, as it is
+    TargetFit takePortString(const std::string& uri); // made connectable as a queue's is
 
+    [[nodiscard]] bool isEmpty() const { return m_address.front() == '\0'; }
     [[nodiscard]] char* address() { return m_address.data(); }
-    // Null for a printer without a queue.
-    [[nodiscard]] char* identifier() { return m_hasIdentifier ? m_identifier.data() : nullptr; }
+    // Null without a queue: connections then take a network address as four numbers, and nothing
+    // else.
+    [[nodiscard]] char* queueId() { return m_hasQueue ? m_queueId.data() : nullptr; }
 
 private:
+    TargetFit keep(const std::string& address, const std::optional<std::string>& queueId);
+
     std::array<char, kPortNameSize> m_address{};
-    std::array<char, kPrinterNameSize> m_identifier{};
-    bool m_hasIdentifier = false;
+    std::array<char, kPrinterNameSize> m_queueId{};
+    bool m_hasQueue = false;
 };

@@ -1,5 +1,6 @@
 #include "UI/Run/UpdateRun.h"
 
+#include "UI/Text/PlainText.h"
 #include "UI/Text/TextKeys.h"
 #include "VYM/ProtocolResult.h"
 
@@ -124,6 +125,29 @@ bool isSameRecord(const tag_devinfo& left, const tag_devinfo& right)
     };
     return fields(left) == fields(right)
         && std::strncmp(left.m_firmwareName, right.m_firmwareName, sizeof left.m_firmwareName) == 0;
+}
+
+std::string firmwareNameOf(const tag_devinfo& info)
+{
+    return plainText(
+        {info.m_firmwareName, strnlen(info.m_firmwareName, sizeof info.m_firmwareName)});
+}
+
+tag_devinfo withAgreeingName(const tag_devinfo& info, const std::vector<std::string>& names)
+{
+    auto agreeing = info;
+    const auto name = firmwareNameOf(info);
+    const auto number = info.m_firmwareNumber;
+    if (name.empty() || number < 1 || number > names.size() || names[number - 1] == name)
+        return agreeing;
+    // The nearest one before it: two rows may have one name.
+    for (auto former = number - 1; former >= 1; --former) {
+        if (names[former - 1] == name) {
+            agreeing.m_firmwareNumber = former;
+            break;
+        }
+    }
+    return agreeing;
 }
 
 ResultText resultText(int code, bool automaticEnd)

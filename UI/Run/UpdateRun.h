@@ -9,7 +9,9 @@
 #include "VYM/vymDevInfo.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 // What one look at the status record changes on display. An empty field changes nothing. Where a
 // package has several firmware, the first three stages have a plural text with a number in it.
@@ -25,6 +27,12 @@ RunStep runStep(const tag_devinfo& info, unsigned long firmwareCount);
 
 // Whether two looks at the record show the same; a name counts up to its NUL.
 bool isSameRecord(const tag_devinfo& left, const tag_devinfo& right);
+
+// The worker publishes a firmware's number some seconds before its name. This is the record with
+// both of the same firmware, the one that it names. names: what the printer calls the package's
+// firmware, in order, made plain.
+tag_devinfo withAgreeingName(const tag_devinfo& info, const std::vector<std::string>& names);
+std::string firmwareNameOf(const tag_devinfo& info); // made plain
 
 struct ResultText {
     std::string_view titleKey;

@@ -29,7 +29,7 @@ class Check : public CommandRun {
 public:
     explicit Check(std::vector<CheckedEntry> entries)
     {
-        engine.report = {1, "Model 100", std::move(entries)};
+        worker.report = {1, "Model 100", std::move(entries)};
     }
     int text() { return runOnPackage({"check", "--address", "192.0.2.7"}); }
     int json() { return runOnPackage({"check", "--address", "192.0.2.7", "--json"}); }
@@ -41,8 +41,8 @@ TEST(CheckCommand, TellsWhatAnUpdateWouldSend)
 {
     Check check({entry(1, kSend, "VP010200"), entry(2, kNotNewer, "VE010105")});
     EXPECT_EQ(check.text(), 0);
-    EXPECT_EQ(check.engine.address, "192.0.2.7");
-    EXPECT_EQ(check.engine.port, 48350);
+    EXPECT_EQ(check.worker.address, "192.0.2.7");
+    EXPECT_EQ(check.worker.portNumber, 48350);
     expectGolden("check-available.txt", check.out);
     EXPECT_EQ(check.err, "Asking the printer\n");
     EXPECT_EQ(check.json(), 0);
@@ -111,7 +111,7 @@ TEST(CheckCommand, EndsWithTheCodeOfAnError)
     };
     for (const auto& row : rows) {
         Check check({});
-        check.engine.report.result = row.result;
+        check.worker.report.result = row.result;
         EXPECT_EQ(check.text(), row.exitCode);
         EXPECT_THAT(check.err, HasSubstr(row.message));
         EXPECT_EQ(check.json(), row.exitCode);
@@ -122,7 +122,7 @@ TEST(CheckCommand, EndsWithTheCodeOfAnError)
 TEST(CheckCommand, ShowsNoControlCharactersOfAPrinter)
 {
     Check check({entry(1, kSend, "\x1b[31m"), entry(2, kSend, std::string(5000, '\x9b'))});
-    check.engine.report.printerModel = "\x1b]0;title\x07";
+    check.worker.report.printerModel = "\x1b]0;title\x07";
     EXPECT_EQ(check.text(), 0);
     EXPECT_EQ(check.out.find('\x1b'), std::string::npos);
     EXPECT_EQ(check.out.find('\x9b'), std::string::npos);
@@ -134,7 +134,7 @@ TEST(CheckCommand, ShowsNoControlCharactersOfAPrinter)
 TEST(CheckCommand, ASignalStopsItBetweenTwoQuestions)
 {
     Check check({});
-    check.engine.duringCheck = [](const std::atomic<bool>& stop) {
+    check.worker.duringCheck = [](const std::atomic<bool>& stop) {
         kill(getpid(), SIGTERM);
         while (!stop)
             std::this_thread::yield();
@@ -146,7 +146,7 @@ TEST(CheckCommand, ASignalStopsItBetweenTwoQuestions)
 TEST(CheckCommand, TheTimeLimitStopsItToo)
 {
     Check check({});
-    check.engine.duringCheck = [](const std::atomic<bool>& stop) {
+    check.worker.duringCheck = [](const std::atomic<bool>& stop) {
         pauseMilliseconds(5000);
         while (!stop)
             std::this_thread::yield();
@@ -158,7 +158,7 @@ TEST(CheckCommand, TheTimeLimitStopsItToo)
 TEST(CheckCommand, AStopThatCameTooLateChangesNothing)
 {
     Check check({entry(1, kSend, "VP010200"), entry(2, kSend, "VE010100")});
-    check.engine.duringCheck = [](const std::atomic<bool>& stop) {
+    check.worker.duringCheck = [](const std::atomic<bool>& stop) {
         kill(getpid(), SIGINT);
         while (!stop)
             std::this_thread::yield();
@@ -177,7 +177,7 @@ TEST(CheckCommand, StaysQuietOnRequest)
 TEST(CheckCommand, ShowsDebugTextsOnlyOnRequestAndHarmless)
 {
     Check check({entry(1, kSend, "VP010200"), entry(2, kSend, "VE010100")});
-    check.engine.duringCheck = [](const std::atomic<bool>&) { outputDebugMsg("a\x1b[0m", 1); };
+    check.worker.duringCheck = [](const std::atomic<bool>&) { outputDebugMsg("a\x1b[0m", 1); };
     EXPECT_EQ(check.json(), 0);
     EXPECT_EQ(check.err, "");
     EXPECT_EQ(check.runOnPackage({"check", "-a", "192.0.2.7", "--json", "--verbose"}), 0);

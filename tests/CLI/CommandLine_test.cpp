@@ -32,7 +32,7 @@ TEST(CommandLine, ShowsItsVersion)
 TEST(CommandLine, ShowsThePackage)
 {
     CommandRun run;
-    run.engine.systemBounds = {0x1040, 0x1060};
+    run.package.systemBounds = {0x1040, 0x1060};
     EXPECT_EQ(run.runOnPackage({"info"}), 0);
     expectGolden("info.txt", run.out);
     EXPECT_EQ(run.err, "");
@@ -43,9 +43,9 @@ TEST(CommandLine, ShowsThePackage)
 TEST(CommandLine, ShowsAPackageThatSaysLittle)
 {
     CommandRun run;
-    run.engine.model = "";
-    run.engine.firmware = {{"MAIN", "0110", "main.bin", "", "", "", ""}};
-    run.engine.files.erase("main.bin");
+    run.package.model = "";
+    run.package.firmware = {{"MAIN", "0110", "main.bin", "", "", "", ""}};
+    run.package.files.erase("main.bin");
     EXPECT_EQ(run.runOnPackage({"info"}), 0);
     expectGolden("info-little.txt", run.out);
 }
@@ -53,8 +53,8 @@ TEST(CommandLine, ShowsAPackageThatSaysLittle)
 TEST(CommandLine, ShowsNoControlCharactersOfAPackage)
 {
     CommandRun run;
-    run.engine.model = std::string("\x1b[2J\xe2\x80") + "\xae\xff"; // an override, in two halves
-    run.engine.firmware[0].displayName = "a\rb\xc2\x9b";
+    run.package.model = std::string("\x1b[2J\xe2\x80") + "\xae\xff"; // an override, in two halves
+    run.package.firmware[0].displayName = "a\rb\xc2\x9b";
     EXPECT_EQ(run.runOnPackage({"info"}), 0);
     EXPECT_THAT(run.out, HasSubstr("\\x1b[2J\\u202e\\xff\n"));
     EXPECT_THAT(run.out, HasSubstr("a\\x0db\\u009b"));
@@ -80,7 +80,7 @@ TEST(CommandLine, UpdatesNothingUnaskedWhereNobodyCanBeAsked)
     EXPECT_THAT(run.err, HasSubstr("add --yes"));
     EXPECT_EQ(run.runOnPackage({"update", "--address", "192.0.2.7", "--json"}), 64);
     EXPECT_THAT(run.out, HasSubstr(R"("exit_code":64,"name":"wrong-usage")"));
-    EXPECT_EQ(run.engine.port, 0);
+    EXPECT_EQ(run.worker.portNumber, 0);
 }
 
 TEST(CommandLine, SaysWhyAFolderHoldsNoPackage)
@@ -105,51 +105,52 @@ TEST(CommandLine, SaysWhyAPackageCannotBeUsed)
 {
     const struct {
         const char* why;
-        void (*spoil)(FakeEngine&);
+        void (*spoil)(FakePackage&);
         const char* message;
     } rows[] = {
-        {"no container", [](FakeEngine& engine) { engine.isContainer = false; },
+        {"no container", [](FakePackage& package) { package.isContainer = false; },
          "is not an update package, or is damaged"},
-        {"no description", [](FakeEngine& engine) { engine.files.erase("VYMINFO.txt"); },
+        {"no description", [](FakePackage& package) { package.files.erase("VYMINFO.txt"); },
          "holds no description"},
-        {"no firmware", [](FakeEngine& engine) { engine.firmware.clear(); }, "lists no firmware"},
+        {"no firmware", [](FakePackage& package) { package.firmware.clear(); },
+         "lists no firmware"},
         {"too much firmware",
-         [](FakeEngine& engine) { engine.firmware.resize(1001, engine.firmware[0]); },
+         [](FakePackage& package) { package.firmware.resize(1001, package.firmware[0]); },
          "more than 1000 firmware"},
-        {"port 0", [](FakeEngine& engine) { engine.portNumber = 0; }, "port number"},
-        {"port -1", [](FakeEngine& engine) { engine.portNumber = -1; }, "port number"},
-        {"port 65536", [](FakeEngine& engine) { engine.portNumber = 65536; }, "port number"},
-        {"no memory", [](FakeEngine& engine) { engine.loadResult = -1; }, "memory"},
+        {"port 0", [](FakePackage& package) { package.portNumber = 0; }, "port number"},
+        {"port -1", [](FakePackage& package) { package.portNumber = -1; }, "port number"},
+        {"port 65536", [](FakePackage& package) { package.portNumber = 65536; }, "port number"},
+        {"no memory", [](FakePackage& package) { package.loadResult = -1; }, "memory"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         CommandRun run;
-        row.spoil(run.engine);
+        row.spoil(run.package);
         EXPECT_EQ(run.runOnPackage({"info"}), 66);
         EXPECT_THAT(run.err, StartsWith("No usable package: "));
         EXPECT_THAT(run.err, HasSubstr(row.message));
         EXPECT_EQ(run.runOnPackage({"check", "-a", "192.0.2.7", "--json"}), 66);
         EXPECT_THAT(run.out, HasSubstr(R"("name":"no-usable-package")"));
-        EXPECT_EQ(run.engine.port, 0);
+        EXPECT_EQ(run.worker.portNumber, 0);
     }
 }
 
 TEST(CommandLine, AThousandFirmwareAreNotTooMany)
 {
     CommandRun run;
-    run.engine.firmware.resize(1000, run.engine.firmware[0]);
+    run.package.firmware.resize(1000, run.package.firmware[0]);
     EXPECT_EQ(run.runOnPackage({"info"}), 0);
 }
 
 TEST(CommandLine, SendsNothingFromAPackageThatLacksAnImage)
 {
     CommandRun run;
-    run.engine.files.erase("engine.bin");
+    run.package.files.erase("engine.bin");
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"check", "-a", "192.0.2.7"},
           std::vector<std::string>{"update", "-a", "192.0.2.7", "--yes"}}) {
         EXPECT_EQ(run.runOnPackage(words), 66);
-        EXPECT_EQ(run.engine.port, 0);
+        EXPECT_EQ(run.worker.portNumber, 0);
     }
     expectGolden("no-package.txt", run.err);
     EXPECT_EQ(run.runOnPackage({"update", "-a", "192.0.2.7", "--yes", "--json"}), 66);
@@ -159,10 +160,10 @@ TEST(CommandLine, SendsNothingFromAPackageThatLacksAnImage)
 TEST(CommandLine, SendsNothingFromAPackageThatNamesNoModel)
 {
     CommandRun run;
-    run.engine.model = "";
+    run.package.model = "";
     EXPECT_EQ(run.runOnPackage({"update", "-a", "192.0.2.7", "--yes"}), 66);
     EXPECT_THAT(run.err, HasSubstr("for which model"));
-    EXPECT_EQ(run.engine.port, 0);
+    EXPECT_EQ(run.worker.portNumber, 0);
 }
 
 TEST(CommandLine, EveryJsonRunEndsWithOneResult)

@@ -41,18 +41,19 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 
 } // namespace
 
-CommandRun::CommandRun() : engine(resetFakeEngine())
+CommandRun::CommandRun() : package(resetFakePackage())
 {
     // Away from the home and the login manager of whoever runs the tests.
     setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", ("unix:path=" + (folder / "no-bus")).c_str(), 1);
-    folder.write("VYMBINDDATA", "only looked at by the fake engine");
-    engine.firmware = {
+    folder.write("VYMBINDDATA", "only looked at by the fake package");
+    package.firmware = {
         {"MAIN", "VP010210", "main.bin", "MAIN.BIN", "VP010100", "Main controller", "1.2.10"},
         {"ENGINE", "VE010105", "engine.bin", "ENGINE.BIN", "", "Print engine", "1.1.5"}};
-    engine.files = {{"VYMINFO.txt", 500}, {"main.bin", 3 * 1024 * 1024}, {"engine.bin", 700}};
-    engine.records = {status(state_initial), status(state_failed, 0, "", 0, 0, 0, -6)};
-    engine.report.result = -6;
+    package.files = {{"VYMINFO.txt", 500}, {"main.bin", 3 * 1024 * 1024}, {"engine.bin", 700}};
+    worker.records = {status(state_initial), status(state_failed, 0, "", 0, 0, 0, -6)};
+    worker.lookTakes = 1000;
+    worker.report.result = -6;
 }
 
 int CommandRun::run(const std::vector<std::string>& words)

@@ -1,9 +1,10 @@
-// One run of the whole command line in this process, with the fake engine behind it and its
-// streams in memory; and the files that its output is held against.
+// One run of the whole command line in this process, with a fake package and a scripted worker
+// behind it and its streams in memory; and the files that its output is held against.
 #pragma once
-#include "tests/CLI/FakeEngine.h"
+#include "tests/CLI/FakePackage.h"
 #include "tests/support/ScriptedPrintServer.h"
 #include "tests/support/ScriptedTime.h"
+#include "tests/support/ScriptedWorker.h"
 #include "tests/support/TempFolder.h"
 
 #include <string>
@@ -20,7 +21,8 @@ public:
     // The same, with --package and this fixture's folder.
     int runOnPackage(std::vector<std::string> words);
 
-    FakeEngine& engine;
+    FakePackage& package;
+    ScriptedWorker worker; // a second goes by with each look
     ScriptedPrintServer server; // without queues
     std::string out; // of the last run, its folder's name replaced by FOLDER
     std::string err;

@@ -86,7 +86,7 @@ TEST(PrintersCommand, ListsThoseThatCanBeUpdated)
     EXPECT_EQ(run.list({"--json"}), 0);
     expectGolden("printers.json", run.out);
     EXPECT_EQ(run.err, "");
-    EXPECT_EQ(run.engine.workers, 0);
+    EXPECT_EQ(run.worker.workers, 0);
 }
 
 TEST(PrintersCommand, ShowsWhomItWaitsFor)
@@ -170,12 +170,12 @@ TEST(PrinterByName, IsTheQueuesIdentifierFirst)
     Printers run;
     run.server.queue("Office-id", "lpd://10.0.0.9/q");
     run.check("--printer", "Office-id");
-    EXPECT_EQ(run.engine.address, "lpd://10.0.0.5/q/");
-    EXPECT_EQ(run.engine.identifier, "Office-id");
+    EXPECT_EQ(run.worker.address, "lpd://10.0.0.5/q/");
+    EXPECT_EQ(run.worker.queueId, "Office-id");
     EXPECT_THAT(run.out, HasSubstr(R"("address":"lpd://10.0.0.5/q/","printer_name":"Office",)"));
     run.check("--printer", "Home");
-    EXPECT_EQ(run.engine.address, "lpd://10.0.0.6/");
-    EXPECT_EQ(run.engine.identifier, "Home-id");
+    EXPECT_EQ(run.worker.address, "lpd://10.0.0.6/");
+    EXPECT_EQ(run.worker.queueId, "Home-id");
 }
 
 TEST(PrinterByName, MayBeOnUsb)
@@ -185,11 +185,11 @@ TEST(PrinterByName, MayBeOnUsb)
     run.usbPrinter("13");
     run.server.queue("Cable", port("12"));
     run.check("--printer", "Cable");
-    EXPECT_EQ(run.engine.address, port("12"));
-    EXPECT_EQ(run.engine.identifier, "Cable-id");
+    EXPECT_EQ(run.worker.address, port("12"));
+    EXPECT_EQ(run.worker.queueId, "Cable-id");
     run.check("--printer", "USB Printer");
-    EXPECT_EQ(run.engine.address, port("13"));
-    EXPECT_EQ(run.engine.identifier, std::nullopt);
+    EXPECT_EQ(run.worker.address, port("13"));
+    EXPECT_EQ(run.worker.queueId, std::nullopt);
     EXPECT_EQ(run.bus.printers()[1].open, 0);
 }
 
@@ -222,7 +222,7 @@ TEST(PrinterByName, IsRefusedWhenItFitsNoneOrSeveralOrOneThatCannotBeUpdated)
         EXPECT_THAT(run.out, HasSubstr(row.message));
         EXPECT_EQ(run.runOnPackage({"update", "--printer", row.name, "--yes"}), 68);
         EXPECT_THAT(run.err, HasSubstr("No printer: "));
-        EXPECT_EQ(run.engine.port, 0);
+        EXPECT_EQ(run.worker.portNumber, 0);
     }
 }
 
@@ -235,7 +235,7 @@ TEST(PrinterByName, IsNotKnownWhereThePrintServerCannotBeAsked)
     EXPECT_THAT(run.out, HasSubstr(R"("name":"print-server-unreachable")"));
     EXPECT_THAT(run.out, HasSubstr("could not be asked: It is not running."));
     run.check("--printer", "USB Printer");
-    EXPECT_EQ(run.engine.address, port("12"));
+    EXPECT_EQ(run.worker.address, port("12"));
 }
 
 TEST(PrinterByName, IsLeftAloneWhenTheLookingIsStopped)
@@ -247,7 +247,7 @@ TEST(PrinterByName, IsLeftAloneWhenTheLookingIsStopped)
     };
     EXPECT_EQ(run.runOnPackage({"update", "--printer", "Office", "--yes"}), 130);
     EXPECT_THAT(run.err, HasSubstr("Stopped: You stopped the run before it was known"));
-    EXPECT_EQ(run.engine.port, 0);
+    EXPECT_EQ(run.worker.portNumber, 0);
 }
 
 TEST(PrinterByPortString, GoesToTheEngineAsConnectionsTakeIt)
@@ -264,14 +264,14 @@ TEST(PrinterByPortString, GoesToTheEngineAsConnectionsTakeIt)
     for (const auto& row : rows) {
         Printers run;
         run.check("--uri", row.given);
-        EXPECT_EQ(run.engine.address, row.address);
-        EXPECT_EQ(run.engine.identifier.has_value(), row.hasIdentifier);
+        EXPECT_EQ(run.worker.address, row.address);
+        EXPECT_EQ(run.worker.queueId.has_value(), row.hasIdentifier);
         EXPECT_THAT(run.out, HasSubstr(R"("printer_name":null)"));
         EXPECT_EQ(run.server.asked, 0);
     }
     Printers run;
     EXPECT_EQ(run.check("--uri", "lpd://" + std::string(300, 'a')), 68);
-    EXPECT_EQ(run.engine.port, 0);
+    EXPECT_EQ(run.worker.portNumber, 0);
 }
 
 TEST(PrinterByPortString, ThatMayNotBeOpenedComesWithTheRuleThatAllowsIt)

@@ -26,10 +26,10 @@ public:
         pthread_sigmask(SIG_BLOCK, &interrupt, &m_formerMask); // for the reading thread as well
         setenv("TERM", "xterm", 1);
         unsetenv("NO_COLOR");
-        engine.records = {status(state_initial), status(state_sending, 1, "MAIN.BIN", 2000, 4000),
+        worker.records = {status(state_initial), status(state_sending, 1, "MAIN.BIN", 2000, 4000),
                           status(state_writing, 1, "MAIN.BIN", 2000, 4000, 1),
                           status(state_done, 1, "MAIN.BIN", 0, 0, 1)};
-        engine.outcomes = {confirmed(1, 4000)};
+        worker.outcomes = {confirmed(1, 4000)};
         winsize size{24, 100, 0, 0};
         EXPECT_EQ(openpty(&m_person, &m_program, nullptr, nullptr, &size), 0);
     }
@@ -108,7 +108,7 @@ TEST(Terminal, AnythingButYesIsANo)
         TerminalRun run;
         run.type(answer);
         EXPECT_EQ(run.run({"update"}), 130);
-        EXPECT_EQ(run.engine.port, 0);
+        EXPECT_EQ(run.worker.portNumber, 0);
         EXPECT_THAT(run.screen, HasSubstr("You did not answer yes"));
     }
 }
@@ -118,7 +118,7 @@ TEST(Terminal, ASignalAnswersTheQuestionToo)
     TerminalRun run;
     kill(getpid(), SIGINT); // waits until somebody asks for it
     EXPECT_EQ(run.run({"update"}), 130);
-    EXPECT_EQ(run.engine.port, 0);
+    EXPECT_EQ(run.worker.portNumber, 0);
     EXPECT_THAT(run.screen, HasSubstr("You stopped the run before any firmware was sent"));
 }
 
@@ -134,7 +134,7 @@ TEST(Terminal, JsonAsksNobodyEvenOnATerminal)
     TerminalRun run;
     run.type("yes\n");
     EXPECT_EQ(run.run({"update", "--json"}), 64);
-    EXPECT_EQ(run.engine.port, 0);
+    EXPECT_EQ(run.worker.portNumber, 0);
 }
 
 TEST(Terminal, UsesNoColourWhereItIsNotWanted)

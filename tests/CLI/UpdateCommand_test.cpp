@@ -28,8 +28,8 @@ class Update : public CommandRun {
 public:
     Update()
     {
-        engine.records = kWholeRun;
-        engine.outcomes = {confirmed(1, 4000),
+        worker.records = kWholeRun;
+        worker.outcomes = {confirmed(1, 4000),
                            {2, -11, VersionReason::notNewer, false, false, 0, 0}};
     }
     int with(std::vector<std::string> words)
@@ -42,12 +42,12 @@ public:
     // A signal arrives while that record is looked at; the worker then ends with another one.
     void interrupt(std::size_t look, tag_devinfo last)
     {
-        engine.atLook = [look](std::size_t now) {
+        worker.atLook = [look](std::size_t now) {
             if (now == look)
                 kill(getpid(), SIGINT);
         };
-        engine.stopFollowsLook = look;
-        engine.recordAfterStop = last;
+        worker.stopFollowsLook = look;
+        worker.recordAfterStop = last;
     }
 };
 
@@ -65,11 +65,11 @@ TEST(UpdateCommand, RunsTheWorkerToItsEndAndSaysWhatItDid)
 {
     Update update;
     EXPECT_EQ(update.text(), 0);
-    EXPECT_EQ(update.engine.address, "192.0.2.7");
-    EXPECT_EQ(update.engine.port, 48350);
-    EXPECT_EQ(update.engine.polling, 500U);
-    EXPECT_EQ(update.engine.stops, 1);
-    EXPECT_EQ(update.engine.workers, 0);
+    EXPECT_EQ(update.worker.address, "192.0.2.7");
+    EXPECT_EQ(update.worker.portNumber, 48350);
+    EXPECT_EQ(update.worker.polling, 500U);
+    EXPECT_EQ(update.worker.stops, 1);
+    EXPECT_EQ(update.worker.workers, 0);
     expectGolden("update-updated.txt", update.out);
     expectGolden("update-progress.txt", update.err);
 }
@@ -77,7 +77,7 @@ TEST(UpdateCommand, RunsTheWorkerToItsEndAndSaysWhatItDid)
 TEST(UpdateCommand, WritesAJsonLineForEachChangeAndOneResult)
 {
     Update update;
-    update.engine.records.insert(update.engine.records.begin() + 3, 3, kWholeRun[2]);
+    update.worker.records.insert(update.worker.records.begin() + 3, 3, kWholeRun[2]);
     EXPECT_EQ(update.json(), 0);
     expectGolden("update-updated.json", update.out);
     EXPECT_EQ(update.err, "");
@@ -127,9 +127,9 @@ TEST(UpdateCommand, SaysNothingOfAMissingLogUnasked)
 TEST(UpdateCommand, ClaimsNoUpdateWhenNothingWasSent)
 {
     Update update;
-    update.engine.firmware.resize(1);
-    update.engine.records = {status(state_initial), status(state_done, 1, "MAIN.BIN", 0, 0, 1)};
-    update.engine.outcomes = {{1, 1, VersionReason::otherSeries, false, false, 0, 0}};
+    update.package.firmware.resize(1);
+    update.worker.records = {status(state_initial), status(state_done, 1, "MAIN.BIN", 0, 0, 1)};
+    update.worker.outcomes = {{1, 1, VersionReason::otherSeries, false, false, 0, 0}};
     EXPECT_EQ(update.text(), 2);
     expectGolden("update-nothing.txt", update.out);
     EXPECT_EQ(update.json(), 2);
@@ -139,7 +139,7 @@ TEST(UpdateCommand, ClaimsNoUpdateWhenNothingWasSent)
 TEST(UpdateCommand, TellsWhatToDoWhenThePackageNeedsAHand)
 {
     Update update;
-    update.engine.needsExitOperation = yesno_yes;
+    update.package.needsExitOperation = yesno_yes;
     EXPECT_EQ(update.text(), 0);
     EXPECT_THAT(update.out, HasSubstr("switch it off and on again"));
 }
@@ -147,10 +147,10 @@ TEST(UpdateCommand, TellsWhatToDoWhenThePackageNeedsAHand)
 TEST(UpdateCommand, TellsThatAConnectionBrokeInTheMiddleOfAFirmware)
 {
     Update update;
-    update.engine.records = {kWholeRun[3], status(state_failed, 1, "MAIN.BIN", 0, 0, 0, -6)};
-    update.engine.outcomes = {{1, -6, VersionReason::applies, true, false, 2000, 4000}};
+    update.worker.records = {kWholeRun[3], status(state_failed, 1, "MAIN.BIN", 0, 0, 0, -6)};
+    update.worker.outcomes = {{1, -6, VersionReason::applies, true, false, 2000, 4000}};
     EXPECT_EQ(update.text(), 16);
-    EXPECT_EQ(update.engine.stops, 1);
+    EXPECT_EQ(update.worker.stops, 1);
     expectGolden("update-lost.txt", update.err + update.out);
     EXPECT_EQ(update.json(), 16);
     expectGolden("update-lost.json", update.out);
@@ -159,8 +159,8 @@ TEST(UpdateCommand, TellsThatAConnectionBrokeInTheMiddleOfAFirmware)
 TEST(UpdateCommand, TellsThatAPrinterCannotBeReached)
 {
     Update update;
-    update.engine.records = {status(state_initial), status(state_failed, 0, "", 0, 0, 0, -6)};
-    update.engine.outcomes.clear();
+    update.worker.records = {status(state_initial), status(state_failed, 0, "", 0, 0, 0, -6)};
+    update.worker.outcomes.clear();
     EXPECT_EQ(update.text(), 16);
     expectGolden("update-unreachable.txt", update.err + update.out);
 }
@@ -169,11 +169,11 @@ TEST(UpdateCommand, EndsWithASystemErrorWhereNoWorkerRuns)
 {
     for (const bool canCreate : {false, true}) {
         Update update;
-        update.engine.canCreate = canCreate;
-        update.engine.canStart = false;
+        update.worker.canBeCreated = canCreate;
+        update.worker.canStart = false;
         EXPECT_EQ(update.json(), 19);
         EXPECT_THAT(update.out, HasSubstr(R"("name":"system-error","result_code":-9)"));
-        EXPECT_EQ(update.engine.workers, 0);
+        EXPECT_EQ(update.worker.workers, 0);
     }
 }
 
@@ -181,9 +181,9 @@ TEST(UpdateCommand, ASignalBeforeTheFirstByteStopsTheRun)
 {
     Update update;
     update.interrupt(1, status(state_entered));
-    update.engine.outcomes.clear();
+    update.worker.outcomes.clear();
     EXPECT_EQ(update.text(), 130);
-    EXPECT_EQ(update.engine.stops, 1);
+    EXPECT_EQ(update.worker.stops, 1);
     expectGolden("update-stopped-early.txt", update.err + update.out);
 }
 
@@ -191,11 +191,11 @@ TEST(UpdateCommand, ASignalAmidATransferLetsItEndAndSendsAPersonToThePrinter)
 {
     Update update;
     update.interrupt(3, status(state_writing, 2, "ENGINE.BIN", 10, 700, 2));
-    update.engine.outcomes = {{1, 1, VersionReason::applies, true, false, 4000, 4000},
+    update.worker.outcomes = {{1, 1, VersionReason::applies, true, false, 4000, 4000},
                               {2, 1, VersionReason::applies, true, false, 700, 700}};
     EXPECT_EQ(update.text(), 130);
     expectGolden("update-stopped.txt", update.err + update.out);
-    update.engine.looks = 0;
+    update.worker.looks = 0;
     EXPECT_EQ(update.json(), 130);
     EXPECT_THAT(update.out, HasSubstr(R"("type":"stopping","schema_version":1)"));
     EXPECT_THAT(update.out, HasSubstr(R"("cause":"signal"})"));
@@ -207,28 +207,27 @@ TEST(UpdateCommand, FurtherSignalsOnlyRepeatTheExplanation)
 {
     Update update;
     update.interrupt(1, status(state_entered));
-    update.engine.outcomes.clear();
-    update.engine.atStop = [&update] {
+    update.worker.outcomes.clear();
+    update.worker.atStop = [&update] {
         for (int i = 0; i < 3; ++i) {
-            const std::atomic_ref looks(update.engine.looks);
-            const auto before = looks.load();
+            const auto before = update.worker.looks.load();
             kill(getpid(), i == 1 ? SIGTERM : SIGHUP);
-            while (looks == before) // until it has been noticed
+            while (update.worker.looks == before) // until it has been noticed
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
     };
     EXPECT_EQ(update.text(), 130);
-    EXPECT_EQ(update.engine.stops, 1);
+    EXPECT_EQ(update.worker.stops, 1);
     EXPECT_GE(linesWith(update.err, "You asked to stop"), 2U);
 }
 
 TEST(UpdateCommand, TheTimeLimitStopsTheRunAsASignalDoes)
 {
     Update update;
-    update.engine.records = {status(state_initial)};
-    update.engine.outcomes.clear();
+    update.worker.records = {status(state_initial)};
+    update.worker.outcomes.clear();
     EXPECT_EQ(update.with({"--json", "--deadline", "3"}), 130);
-    EXPECT_EQ(update.engine.stops, 1);
+    EXPECT_EQ(update.worker.stops, 1);
     EXPECT_THAT(update.out, HasSubstr(R"("cause":"deadline"})"));
     EXPECT_THAT(update.out, HasSubstr(R"("name":"stopped","result_code":null)"));
     EXPECT_THAT(update.out, HasSubstr("longer --deadline"));
@@ -239,7 +238,7 @@ TEST(UpdateCommand, AnErrorAfterTheStopIsToldWhenFirmwareWasOnItsWay)
 {
     Update update;
     update.interrupt(3, status(state_failed, 1, "MAIN.BIN", 0, 0, 0, -6));
-    update.engine.outcomes = {{1, -6, VersionReason::applies, true, false, 2000, 4000}};
+    update.worker.outcomes = {{1, -6, VersionReason::applies, true, false, 2000, 4000}};
     EXPECT_EQ(update.json(), 16);
     EXPECT_THAT(update.out, HasSubstr(R"("name":"connection-lost")"));
 }
@@ -248,7 +247,7 @@ TEST(UpdateCommand, AnErrorAfterTheStopIsNoMatterWhenNothingWasSent)
 {
     Update update;
     update.interrupt(0, status(state_failed, 0, "", 0, 0, 0, -6));
-    update.engine.outcomes.clear();
+    update.worker.outcomes.clear();
     EXPECT_EQ(update.json(), 130);
 }
 
@@ -278,7 +277,7 @@ TEST(UpdateCommand, RunsOnWhenNobodyTakesItsOutput)
         Update update;
         update.standardOutput = descriptor;
         EXPECT_EQ(update.json(), 0);
-        EXPECT_EQ(update.engine.stops, 1);
+        EXPECT_EQ(update.worker.stops, 1);
         EXPECT_EQ(update.text(), 0);
     }
     close(full);
@@ -288,11 +287,11 @@ TEST(UpdateCommand, RunsOnWhenNobodyTakesItsOutput)
 TEST(UpdateCommand, ShowsNoControlCharactersOfAPrinter)
 {
     Update update;
-    update.engine.records[3] = status(state_sending, 1, "\x1b[2J\x9b", 2000, 4000);
+    update.worker.records[3] = status(state_sending, 1, "\x1b[2J\x9b", 2000, 4000);
     EXPECT_EQ(update.text(), 0);
     EXPECT_THAT(update.err, HasSubstr("(\\x1b[2J\\x9b)"));
     EXPECT_EQ(update.err.find('\x1b'), std::string::npos);
-    update.engine.looks = 0;
+    update.worker.looks = 0;
     EXPECT_EQ(update.json(), 0);
     EXPECT_THAT(update.out, HasSubstr(R"("firmware_name":"\\x1b[2J\\x9b")"));
 }
@@ -300,7 +299,7 @@ TEST(UpdateCommand, ShowsNoControlCharactersOfAPrinter)
 TEST(UpdateCommand, AProgressThatIsNoNumberIsUnknown)
 {
     Update update;
-    update.engine.records[5] = status(state_writing, 1, "MAIN.BIN", 5, 0, 1);
+    update.worker.records[5] = status(state_writing, 1, "MAIN.BIN", 5, 0, 1);
     EXPECT_EQ(update.json(), 0);
     EXPECT_THAT(update.out, HasSubstr(R"("bytes_done":5,"bytes_total":0,"progress":null)"));
 }

@@ -1,7 +1,5 @@
 #include "tests/support/ScriptedWorker.h"
 
-#include "UI/vym_etc.h"
-
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -45,16 +43,53 @@ std::vector<std::string> ScriptedWorker::calls() const
     return m_calls;
 }
 
+void ScriptedWorker::takeDestination(const char* queue, const char* where, unsigned short portNo)
+{
+    address = where;
+    queueId = queue != nullptr ? std::optional<std::string>(queue) : std::nullopt;
+    portNumber = portNo;
+}
+
+tag_devinfo ScriptedWorker::look()
+{
+    const auto now = looks++;
+    while (now > stopFollowsLook && !m_isStopped)
+        yieldProcessor();
+    auto found = records.empty() ? record : records[std::min(now, records.size() - 1)];
+    if (m_isStopped && recordAfterStop.has_value())
+        found = *recordAfterStop;
+    if (atLook)
+        atLook(now);
+    if (lookTakes != 0)
+        pauseMilliseconds(lookTakes);
+    return found;
+}
+
+void ScriptedWorker::stop()
+{
+    std::this_thread::sleep_for(stopTakes);
+    ++stops;
+    m_isStopped = true;
+    if (atStop)
+        atStop();
+    note("stop");
+}
+
 void* vym_thread_create()
 {
     g_script->note("create");
-    return g_script->canBeCreated ? g_script : nullptr;
+    if (!g_script->canBeCreated)
+        return nullptr;
+    ++g_script->workers;
+    return g_script;
 }
 
 void vym_thread_delete(void* worker)
 {
-    if (auto* script = asScript(worker))
+    if (auto* script = asScript(worker)) {
+        --script->workers;
         script->note("delete");
+    }
 }
 
 bool vymThread_UpdateStart(void* worker, char* port, char* address, unsigned short portNo)
@@ -63,23 +98,25 @@ bool vymThread_UpdateStart(void* worker, char* port, char* address, unsigned sho
     if (script == nullptr)
         return false;
     script->note("start " + shown(port) + ' ' + shown(address) + ' ' + std::to_string(portNo));
+    if (script->canStart)
+        script->takeDestination(port, address, portNo);
     return script->canStart;
 }
 
 bool vymThread_StopThread(void* worker)
 {
     auto* script = asScript(worker);
-    if (script == nullptr)
-        return false;
-    std::this_thread::sleep_for(script->stopTakes);
-    script->note("stop");
-    return true;
+    if (script != nullptr)
+        script->stop();
+    return script != nullptr;
 }
 
 bool vymThread_SetPolling(void* worker, unsigned long milliseconds)
 {
-    if (auto* script = asScript(worker))
+    if (auto* script = asScript(worker)) {
+        script->polling = milliseconds;
         script->note("polling " + std::to_string(milliseconds));
+    }
     return worker != nullptr;
 }
 
@@ -92,18 +129,26 @@ bool vymThread_CheckState(void* worker, tag_devinfo* info)
 {
     auto* script = asScript(worker);
     if (script != nullptr)
-        *info = script->record;
+        *info = script->look();
     return script != nullptr;
 }
 
-bool vymThread_GetEntryOutcome(void*, unsigned, tag_entryoutcome*)
+bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* outcome)
 {
-    return false;
+    auto* script = asScript(worker);
+    if (script == nullptr || index >= script->outcomes.size())
+        return false;
+    *outcome = script->outcomes[index];
+    return true;
 }
 
-CheckReport vymCheck_Run(char*, char*, unsigned short, const std::atomic<bool>&)
+CheckReport vymCheck_Run(char* port, char* address, unsigned short portNo,
+                         const std::atomic<bool>& stop)
 {
-    return {};
+    g_script->takeDestination(port, address, portNo);
+    if (g_script->duringCheck)
+        g_script->duringCheck(stop);
+    return g_script->report;
 }
 
 unsigned long get_system_version()
@@ -116,9 +161,9 @@ char* get_locale_string()
     return nullptr;
 }
 
-bool is_std_usb_port(const char*)
+bool is_std_usb_port(const char* port)
 {
-    return false;
+    return IsStdUSBPort(port);
 }
 
 bool is_mp_usb_prn_port(const char*)

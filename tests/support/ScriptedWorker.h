@@ -1,14 +1,18 @@
-// The flat functions in front of the update worker, played by a script: a test program that names
-// ScriptedWorker.cpp among its sources links them in place of the real ones. The record that the
-// next look finds is the test's; what the worker was told is kept.
+// The flat functions in front of the update worker and of a check, played by a script: a test
+// program that names ScriptedWorker.cpp among its sources links them in place of the real ones.
+// What a look or a check finds is the test's; what the worker was given is kept.
 //
-// Threads: as the real ones; StopThread may come from another thread.
+// Threads: as the real ones; StopThread and a check may come from another thread. What a function
+//          here is given is the test's to read while none of them runs.
 #pragma once
-#include "VYM/vymDevInfo.h"
+#include "UI/vym_etc.h"
 
 #include <atomic>
 #include <chrono>
+#include <functional>
+#include <limits>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,13 +25,42 @@ public:
 
     bool canBeCreated = true;
     bool canStart = true;
-    std::chrono::milliseconds stopTakes{0};
-    tag_devinfo record{}; // with result 1
 
+    // Each look finds the next of the records, and then the last one again and again; without
+    // records it finds record. After the stop it finds recordAfterStop, where there is one.
+    tag_devinfo record{}; // with result 1
+    std::vector<tag_devinfo> records;
+    std::optional<tag_devinfo> recordAfterStop;
+    std::atomic<std::size_t> looks{0};
+    // Later looks wait for the stop.
+    std::size_t stopFollowsLook = std::numeric_limits<std::size_t>::max();
+    std::function<void(std::size_t look)> atLook; // what else happens at that look, from 0
+    unsigned long lookTakes = 0; // milliseconds, on the clock of vymMac
+
+    std::chrono::milliseconds stopTakes{0};
+    std::function<void()> atStop; // while the stop is waited for
+    std::vector<tag_entryoutcome> outcomes;
+
+    CheckReport report{};
+    std::function<void(const std::atomic<bool>& stop)> duringCheck;
+
+    // What it was given.
+    std::string address;
+    std::optional<std::string> queueId;
+    unsigned short portNumber = 0;
+    unsigned long polling = 0;
+    int workers = 0; // created and not yet deleted
+    int stops = 0;
+    [[nodiscard]] std::vector<std::string> calls() const; // but looks
+
+    // For the flat functions.
     void note(const std::string& call);
-    [[nodiscard]] std::vector<std::string> calls() const;
+    void takeDestination(const char* queue, const char* where, unsigned short portNo);
+    tag_devinfo look();
+    void stop();
 
 private:
     mutable std::mutex m_mutex;
     std::vector<std::string> m_calls;
+    std::atomic<bool> m_isStopped{false};
 };

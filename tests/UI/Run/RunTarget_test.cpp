@@ -40,7 +40,7 @@ TEST(RunTarget, OfAQueueHasItsIdentifierAndARewrittenAddress)
     RunTarget target;
     ASSERT_EQ(target.take(*printer), TargetFit::fits);
     EXPECT_STREQ(target.address(), "lpd://10.0.0.5/");
-    EXPECT_STREQ(target.identifier(), "office");
+    EXPECT_STREQ(target.queueId(), "office");
     EXPECT_EQ(printer->printerURI(), "lpd://10.0.0.5/");
 }
 
@@ -51,7 +51,7 @@ TEST(RunTarget, WithoutAQueueKeepsTheAddressAsItIs)
         RunTarget target;
         ASSERT_EQ(target.take(*printer), TargetFit::fits);
         EXPECT_STREQ(target.address(), address);
-        EXPECT_EQ(target.identifier(), nullptr);
+        EXPECT_EQ(target.queueId(), nullptr);
     }
 }
 
@@ -66,13 +66,11 @@ TEST(RunTarget, TakesWhatFitsToTheLastByteAndCutsNothing)
     } rows[] = {
         {"both full", longestName, longest, TargetFit::fits},
         {"one byte more", "b", longest + "a", TargetFit::addressTooLong},
-        {"an identifier of one byte more", longestName + "b", longest,
-         TargetFit::identifierTooLong},
+        {"an identifier of one byte more", longestName + "b", longest, TargetFit::queueIdTooLong},
         {"too long once it was rewritten", "b", "net:" + std::string(kPortNameSize - 7, 'a'),
          TargetFit::addressTooLong},
         {"a NUL inside", "b", std::string("usb://a\0b", 9), TargetFit::addressTooLong},
-        {"a NUL in the identifier", std::string("b\0c", 3), "usb://a",
-         TargetFit::identifierTooLong},
+        {"a NUL in the identifier", std::string("b\0c", 3), "usb://a", TargetFit::queueIdTooLong},
         {"no address", "b", "", TargetFit::noAddress},
     };
     for (const auto& row : rows) {
@@ -82,7 +80,41 @@ TEST(RunTarget, TakesWhatFitsToTheLastByteAndCutsNothing)
         EXPECT_EQ(target.take(*printer), row.fit);
         const bool fits = row.fit == TargetFit::fits;
         EXPECT_STREQ(target.address(), fits ? row.uri.c_str() : "");
-        EXPECT_EQ(target.identifier() != nullptr, fits);
+        EXPECT_EQ(target.queueId() != nullptr, fits);
         EXPECT_EQ(printer->printerURI(), row.uri);
     }
+}
+
+TEST(RunTarget, TakesAnAddressAsItIs)
+{
+    for (const char* address : {"10.0.0.5", "net:10.0.0.5"}) {
+        RunTarget target;
+        EXPECT_TRUE(target.isEmpty());
+        ASSERT_EQ(target.takeAddress(address), TargetFit::fits);
+        EXPECT_FALSE(target.isEmpty());
+        EXPECT_STREQ(target.address(), address);
+        EXPECT_EQ(target.queueId(), nullptr);
+    }
+}
+
+TEST(RunTarget, TakesAPortStringAsIfAQueueHadLedToIt)
+{
+    RunTarget network;
+    ASSERT_EQ(network.takePortString("net:10.0.0.5"), TargetFit::fits);
+    EXPECT_STREQ(network.address(), "lpd://10.0.0.5/");
+    EXPECT_NE(network.queueId(), nullptr); // or connections would not read a URI
+    RunTarget usb;
+    ASSERT_EQ(usb.takePortString("usb://A/P?serial=1"), TargetFit::fits);
+    EXPECT_STREQ(usb.address(), "usb://A/P?serial=1");
+    EXPECT_EQ(usb.queueId(), nullptr);
+}
+
+TEST(RunTarget, ForgetsTheQueueOfAFormerPrinter)
+{
+    RunTarget target;
+    ASSERT_EQ(target.take(*queue("office", "lpd://10.0.0.5/")), TargetFit::fits);
+    ASSERT_EQ(target.takeAddress("10.0.0.6"), TargetFit::fits);
+    EXPECT_EQ(target.queueId(), nullptr);
+    EXPECT_EQ(target.takeAddress(""), TargetFit::noAddress);
+    EXPECT_STREQ(target.address(), "10.0.0.6");
 }

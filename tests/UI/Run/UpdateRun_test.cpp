@@ -227,3 +227,35 @@ TEST(UpdateRun, OnlyTheTwoPlainEndsHaveAnAutomaticText)
     EXPECT_EQ(resultText(-11, true).messageKey, "NoUpdateEnd_AutoMes");
     EXPECT_EQ(resultText(-6, true), resultText(-6, false));
 }
+
+TEST(WithAgreeingName, ShowsTheFirmwareThatIsNamed)
+{
+    const std::string longName(32, 'L'); // the record has no room for it
+    const std::vector<std::string> names = {"A", "B", "A", longName};
+    const struct {
+        const char* why;
+        std::uint32_t number;
+        const char* name;
+        std::uint32_t shownNumber;
+        const char* shownName;
+    } rows[] = {
+        {"before the first", 0, "", 0, ""},
+        {"not named yet", 1, "", 1, ""},
+        {"both of one", 2, "B", 2, "B"},
+        {"the name comes later", 2, "A", 1, "A"},
+        {"of two with this name the nearest", 3, "A", 3, "A"},
+        {"a name that is too long comes later", 4, "A", 3, "A"},
+        {"a name that is too long", 4, longName.c_str(), 4, ""},
+        {"a name that the package does not have", 2, "X", 2, "X"},
+        {"a number that the package does not have", 9, "A", 9, "A"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        tag_devinfo info{};
+        info.m_firmwareNumber = row.number;
+        storeFirmwareName(info, row.name);
+        const auto shown = withAgreeingName(info, names);
+        EXPECT_EQ(shown.m_firmwareNumber, row.shownNumber);
+        EXPECT_EQ(firmwareNameOf(shown), row.shownName);
+    }
+}

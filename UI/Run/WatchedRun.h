@@ -1,0 +1,67 @@
+// One run of the update worker, from its start to its collected outcomes, with its log. The caller
+// looks at it about once in kLookInterval, until the run has ended by itself or has to stop.
+//
+//   WatchedRun run(facts);                    // the log begins
+//   if (run.start(target, portNumber))        // otherwise endCode() says why not
+//       while (!run.endCode()) run.look();    // once a second: a timer, a loop
+//   run.stop();                               // in every case, on any thread
+//   run.takeOutcomes();  run.finish(name, code);
+//
+// Owns:      the worker, the address and the queue that the worker points to, the log.
+// Threads:   one thread at a time, but stop: it waits for the worker for as long as a transfer
+//            takes, so it may run on another thread while the first goes on looking.
+// Invariant: the worker has ended before anything that it points to goes.
+// Decides nothing about words, and never stops a run by itself.
+#pragma once
+#include "UI/Run/RunLog.h"
+#include "UI/Run/RunTarget.h"
+#include "UI/Run/UpdateRun.h"
+
+#include <atomic>
+#include <optional>
+#include <vector>
+
+class WatchedRun {
+public:
+    static constexpr unsigned kLookInterval = 1000; // milliseconds between two looks
+
+    explicit WatchedRun(const RunLogFacts& facts);
+    ~WatchedRun(); // stops the worker, and waits for it
+    WatchedRun(const WatchedRun&) = delete;
+    WatchedRun& operator=(const WatchedRun&) = delete;
+
+    // Once. False: no worker runs, and the run has ended with the code of a system error; so it
+    // does with a target that never took a printer.
+    bool start(const RunTarget& target, unsigned short portNumber);
+
+    // What the record shows now; also a line in the log where that is something new.
+    const RunStep& look();
+    // Of the last look. Number and name always belong to the same firmware.
+    [[nodiscard]] const tag_devinfo& record() const { return m_record; }
+    // How long the record has been the same, in milliseconds, as of the last look.
+    [[nodiscard]] std::uint64_t quietMilliseconds() const { return m_quiet; }
+    // The code with which the run ended by itself, before it was asked to stop.
+    [[nodiscard]] std::optional<int> endCode() const { return m_endCode; }
+
+    // From here on endCode stays as it is: the record no longer tells how the run would have ended.
+    void willStop() { m_isStopping = true; }
+    void stop(); // the same, and waits until the worker has ended
+
+    // Once, after stop: what became of each firmware that was handled; also into the log.
+    std::vector<tag_entryoutcome> takeOutcomes();
+    void finish(std::string_view resultName, std::optional<int> code); // the last lines of the log
+    [[nodiscard]] RunLog& log() { return m_log; }
+
+private:
+    void* m_worker = nullptr;
+    RunTarget m_target;
+    std::vector<std::string> m_names; // of the firmware in the printer, in the package's order
+    tag_devinfo m_record{};
+    RunStep m_step;
+    std::optional<int> m_endCode;
+    std::atomic<bool> m_isStopping{false};
+    std::atomic<bool> m_hasStopped{false};
+    std::uint64_t m_changedAt = 0; // on tickMilliseconds
+    std::uint64_t m_quiet = 0;
+    RunLog m_log;
+};

@@ -1,0 +1,31 @@
+// A package, as the flat functions give its description and its files. Linked in place of the real
+// functions.
+//
+// Owns:    everything that it was given, until the next reset.
+// Threads: the command's.
+#pragma once
+#include "UI/vymParseController.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct FakeFirmware {
+    std::string name, version, file, nameInPrinter, compatible, displayName, displayVersion;
+};
+
+struct FakePackage {
+    bool isContainer = true;
+    int loadResult = 0;
+    std::string model = "Model 100";
+    int portNumber = 48350;
+    yesno_type needsExitOperation = yesno_no;
+    yesno_type versionRule = yesno_no;
+    std::optional<std::pair<long, long>> systemBounds; // lowest, highest
+    std::vector<FakeFirmware> firmware;
+    std::map<std::string, unsigned long> files;
+};
+
+// The one of this process, as new.
+FakePackage& resetFakePackage();
