@@ -19,7 +19,7 @@ Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& des
     {
         BackgroundTask task;
         task.start(place.session, [&] {
-            facts.report = vymCheck_Run(destination.run.queueId(), destination.run.address(),
+            facts.report = vymCheck_Run(destination.run.queue(), destination.run.port(),
                                         static_cast<unsigned short>(package.portNumber), stop);
         });
         while (!task.isDone()) {
@@ -33,6 +33,6 @@ Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& des
             place.report.stopping(facts.stop, place.session.seconds());
         }
     }
-    facts.notPermitted = isForbiddenPort(destination.run.address());
+    facts.notPermitted = isForbiddenPort(destination.run.port());
     return concludeCheck(package, facts);
 }

@@ -23,12 +23,12 @@ std::string problemOf(TargetFit fit)
     switch (fit) {
     case TargetFit::fits:
         return {};
-    case TargetFit::noAddress:
+    case TargetFit::noPort:
         return "The printer has no address. Run \"vymkit-cli printers --all\" to see every "
                "printer, or give --address.";
-    case TargetFit::addressTooLong:
+    case TargetFit::portTooLong:
         return tooLongText("The printer's address", kPortNameSize, "a connection");
-    case TargetFit::queueIdTooLong:
+    case TargetFit::queueTooLong:
         return tooLongText("The identifier of the printer's queue", kPrinterNameSize, "a run");
     }
     return {};
@@ -38,7 +38,7 @@ DestinationResult taken(Destination destination, TargetFit fit, const Options& o
 {
     if (auto problem = problemOf(fit); !problem.empty())
         return ended(printerOutcome(options, "unsuitable-printer", std::move(problem)));
-    destination.address = plainText(destination.run.address(), kPortNameSize);
+    destination.address = plainText(destination.run.port(), kPortNameSize);
     return {std::move(destination), {}};
 }
 

@@ -46,7 +46,7 @@ bool startWorker(PrinterInfo* printer)
     if (g_Thread == nullptr || printer == nullptr || g_target.take(*printer) != TargetFit::fits)
         return false;
     const auto portNumber = static_cast<unsigned short>(vymParseController::getPortNo());
-    if (!vymThread_UpdateStart(g_Thread, g_target.queueId(), g_target.address(), portNumber))
+    if (!vymThread_UpdateStart(g_Thread, g_target.queue(), g_target.port(), portNumber))
         return false;
     vymThread_SetPolling(g_Thread, kWorkerPolling);
     return true;

@@ -33,12 +33,12 @@ std::string connectableUri(std::string uri)
 
 TargetFit RunTarget::take(PrinterInfo& printer)
 {
-    auto address = printer.printerURI().value_or("");
+    auto port = printer.printerURI().value_or("");
     if (printer.printerID())
-        address = connectableUri(std::move(address));
-    const auto fit = keep(address, printer.printerID());
+        port = connectableUri(std::move(port));
+    const auto fit = keep(port, printer.printerID());
     if (fit == TargetFit::fits)
-        printer.setPrinterURI(address);
+        printer.setPrinterURI(port);
     return fit;
 }
 
@@ -52,16 +52,16 @@ TargetFit RunTarget::takePortString(const std::string& uri)
     return isUsbPort(uri) ? keep(uri, std::nullopt) : keep(connectableUri(uri), kWithoutQueue);
 }
 
-TargetFit RunTarget::keep(const std::string& address, const std::optional<std::string>& queueId)
+TargetFit RunTarget::keep(const std::string& port, const std::optional<std::string>& queue)
 {
-    if (address.empty())
-        return TargetFit::noAddress;
-    if (!fits(address, m_address.size()))
-        return TargetFit::addressTooLong;
-    if (queueId && !fits(*queueId, m_queueId.size()))
-        return TargetFit::queueIdTooLong;
-    strcpy_s(m_address.data(), m_address.size(), address.c_str());
-    strcpy_s(m_queueId.data(), m_queueId.size(), queueId.value_or("").c_str());
-    m_hasQueue = queueId.has_value();
+    if (port.empty())
+        return TargetFit::noPort;
+    if (!fits(port, m_port.size()))
+        return TargetFit::portTooLong;
+    if (queue && !fits(*queue, m_queue.size()))
+        return TargetFit::queueTooLong;
+    strcpy_s(m_port.data(), m_port.size(), port.c_str());
+    strcpy_s(m_queue.data(), m_queue.size(), queue.value_or("").c_str());
+    m_hasQueue = queue.has_value();
     return TargetFit::fits;
 }

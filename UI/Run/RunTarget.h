@@ -1,5 +1,5 @@
-// Where the update worker connects to: an address, and the identifier of the print queue that led
-// to it, each in a buffer that the worker may keep pointing to.
+// Where the update worker connects to: the port string or IPv4 address, and the identifier of the
+// print queue that led to it, each in a buffer that the worker may keep pointing to.
 //
 // Owns:    its texts, by value; a worker that was given them must have ended before it goes.
 // Threads: one at a time.
@@ -19,7 +19,7 @@ constexpr std::size_t kPrinterNameSize = 256;
 // becomes "lpd://"; then, with "lpd://" in it, it ends in "/".
 std::string connectableUri(std::string uri);
 
-enum class TargetFit : std::uint8_t { fits, noAddress, addressTooLong, queueIdTooLong };
+enum class TargetFit : std::uint8_t { fits, noPort, portTooLong, queueTooLong };
 
 class RunTarget {
 public:
@@ -30,16 +30,16 @@ public:
     TargetFit takeAddress(const std::string& address); // an IPv4 address, as it is
     TargetFit takePortString(const std::string& uri); // made connectable as a queue's is
 
-    [[nodiscard]] bool isEmpty() const { return m_address.front() == '\0'; }
-    [[nodiscard]] char* address() { return m_address.data(); }
+    [[nodiscard]] bool isEmpty() const { return m_port.front() == '\0'; }
+    [[nodiscard]] char* port() { return m_port.data(); }
     // Null without a queue: connections then take a network address as four numbers, and nothing
     // else.
-    [[nodiscard]] char* queueId() { return m_hasQueue ? m_queueId.data() : nullptr; }
+    [[nodiscard]] char* queue() { return m_hasQueue ? m_queue.data() : nullptr; }
 
 private:
-    TargetFit keep(const std::string& address, const std::optional<std::string>& queueId);
+    TargetFit keep(const std::string& port, const std::optional<std::string>& queue);
 
-    std::array<char, kPortNameSize> m_address{};
-    std::array<char, kPrinterNameSize> m_queueId{};
+    std::array<char, kPortNameSize> m_port{};
+    std::array<char, kPrinterNameSize> m_queue{};
     bool m_hasQueue = false;
 };

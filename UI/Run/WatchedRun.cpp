@@ -43,7 +43,7 @@ bool WatchedRun::start(const RunTarget& target, unsigned short portNumber)
     m_worker = vym_thread_create();
     m_changedAt = tickMilliseconds();
     const bool isStarted = m_worker != nullptr && !m_target.isEmpty()
-        && vymThread_UpdateStart(m_worker, m_target.queueId(), m_target.address(), portNumber);
+        && vymThread_UpdateStart(m_worker, m_target.queue(), m_target.port(), portNumber);
     if (isStarted)
         vymThread_SetPolling(m_worker, kPollingMs);
     else

@@ -7,7 +7,7 @@
 //   run.stop();                               // in every case, on any thread
 //   run.takeOutcomes();  run.finish(name, code);
 //
-// Owns:      the worker, the address and the queue that the worker points to, the log.
+// Owns:      the worker, the port string and the queue that the worker points to, the log.
 // Threads:   one thread at a time, but stop: it waits for the worker for as long as a transfer
 //            takes, so it may run on another thread while the first goes on looking.
 // Invariant: the worker has ended before anything that it points to goes.

@@ -41,7 +41,7 @@ TEST(CheckCommand, TellsWhatAnUpdateWouldSend)
 {
     Check check({entry(1, kSend, "VP010200"), entry(2, kNotNewer, "VE010105")});
     EXPECT_EQ(check.text(), 0);
-    EXPECT_EQ(check.worker.address, "192.0.2.7");
+    EXPECT_EQ(check.worker.port, "192.0.2.7");
     EXPECT_EQ(check.worker.portNumber, 48350);
     expectGolden("check-available.txt", check.out);
     EXPECT_EQ(check.err, "Asking the printer\n");

@@ -170,12 +170,12 @@ TEST(PrinterByName, IsTheQueuesIdentifierFirst)
     Printers run;
     run.server.queue("Office-id", "lpd://10.0.0.9/q");
     run.check("--printer", "Office-id");
-    EXPECT_EQ(run.worker.address, "lpd://10.0.0.5/q/");
-    EXPECT_EQ(run.worker.queueId, "Office-id");
+    EXPECT_EQ(run.worker.port, "lpd://10.0.0.5/q/");
+    EXPECT_EQ(run.worker.queue, "Office-id");
     EXPECT_THAT(run.out, HasSubstr(R"("address":"lpd://10.0.0.5/q/","printer_name":"Office",)"));
     run.check("--printer", "Home");
-    EXPECT_EQ(run.worker.address, "lpd://10.0.0.6/");
-    EXPECT_EQ(run.worker.queueId, "Home-id");
+    EXPECT_EQ(run.worker.port, "lpd://10.0.0.6/");
+    EXPECT_EQ(run.worker.queue, "Home-id");
 }
 
 TEST(PrinterByName, MayBeOnUsb)
@@ -185,11 +185,11 @@ TEST(PrinterByName, MayBeOnUsb)
     run.usbPrinter("13");
     run.server.queue("Cable", port("12"));
     run.check("--printer", "Cable");
-    EXPECT_EQ(run.worker.address, port("12"));
-    EXPECT_EQ(run.worker.queueId, "Cable-id");
+    EXPECT_EQ(run.worker.port, port("12"));
+    EXPECT_EQ(run.worker.queue, "Cable-id");
     run.check("--printer", "USB Printer");
-    EXPECT_EQ(run.worker.address, port("13"));
-    EXPECT_EQ(run.worker.queueId, std::nullopt);
+    EXPECT_EQ(run.worker.port, port("13"));
+    EXPECT_EQ(run.worker.queue, std::nullopt);
     EXPECT_EQ(run.bus.printers()[1].open, 0);
 }
 
@@ -235,7 +235,7 @@ TEST(PrinterByName, IsNotKnownWhereThePrintServerCannotBeAsked)
     EXPECT_THAT(run.out, HasSubstr(R"("name":"print-server-unreachable")"));
     EXPECT_THAT(run.out, HasSubstr("could not be asked: It is not running."));
     run.check("--printer", "USB Printer");
-    EXPECT_EQ(run.worker.address, port("12"));
+    EXPECT_EQ(run.worker.port, port("12"));
 }
 
 TEST(PrinterByName, IsLeftAloneWhenTheLookingIsStopped)
@@ -264,8 +264,8 @@ TEST(PrinterByPortString, GoesToTheEngineAsConnectionsTakeIt)
     for (const auto& row : rows) {
         Printers run;
         run.check("--uri", row.given);
-        EXPECT_EQ(run.worker.address, row.address);
-        EXPECT_EQ(run.worker.queueId.has_value(), row.hasIdentifier);
+        EXPECT_EQ(run.worker.port, row.address);
+        EXPECT_EQ(run.worker.queue.has_value(), row.hasIdentifier);
         EXPECT_THAT(run.out, HasSubstr(R"("printer_name":null)"));
         EXPECT_EQ(run.server.asked, 0);
     }

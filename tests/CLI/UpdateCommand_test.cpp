@@ -65,7 +65,7 @@ TEST(UpdateCommand, RunsTheWorkerToItsEndAndSaysWhatItDid)
 {
     Update update;
     EXPECT_EQ(update.text(), 0);
-    EXPECT_EQ(update.worker.address, "192.0.2.7");
+    EXPECT_EQ(update.worker.port, "192.0.2.7");
     EXPECT_EQ(update.worker.portNumber, 48350);
     EXPECT_EQ(update.worker.polling, 500U);
     EXPECT_EQ(update.worker.stops, 1);

@@ -43,10 +43,11 @@ std::vector<std::string> ScriptedWorker::calls() const
     return m_calls;
 }
 
-void ScriptedWorker::takeDestination(const char* queue, const char* where, unsigned short portNo)
+void ScriptedWorker::takeDestination(const char* givenQueue, const char* givenPort,
+                                     unsigned short portNo)
 {
-    address = where;
-    queueId = queue != nullptr ? std::optional<std::string>(queue) : std::nullopt;
+    port = givenPort;
+    queue = givenQueue != nullptr ? std::optional<std::string>(givenQueue) : std::nullopt;
     portNumber = portNo;
 }
 
@@ -92,14 +93,14 @@ void vym_thread_delete(void* worker)
     }
 }
 
-bool vymThread_UpdateStart(void* worker, char* port, char* address, unsigned short portNo)
+bool vymThread_UpdateStart(void* worker, char* queue, char* port, unsigned short portNo)
 {
     auto* script = asScript(worker);
     if (script == nullptr)
         return false;
-    script->note("start " + shown(port) + ' ' + shown(address) + ' ' + std::to_string(portNo));
+    script->note("start " + shown(queue) + ' ' + shown(port) + ' ' + std::to_string(portNo));
     if (script->canStart)
-        script->takeDestination(port, address, portNo);
+        script->takeDestination(queue, port, portNo);
     return script->canStart;
 }
 
@@ -142,10 +143,10 @@ bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* o
     return true;
 }
 
-CheckReport vymCheck_Run(char* port, char* address, unsigned short portNo,
+CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
                          const std::atomic<bool>& stop)
 {
-    g_script->takeDestination(port, address, portNo);
+    g_script->takeDestination(queue, port, portNo);
     if (g_script->duringCheck)
         g_script->duringCheck(stop);
     return g_script->report;

@@ -45,8 +45,8 @@ public:
     std::function<void(const std::atomic<bool>& stop)> duringCheck;
 
     // What it was given.
-    std::string address;
-    std::optional<std::string> queueId;
+    std::string port;
+    std::optional<std::string> queue;
     unsigned short portNumber = 0;
     unsigned long polling = 0;
     int workers = 0; // created and not yet deleted
@@ -55,7 +55,7 @@ public:
 
     // For the flat functions.
     void note(const std::string& call);
-    void takeDestination(const char* queue, const char* where, unsigned short portNo);
+    void takeDestination(const char* givenQueue, const char* givenPort, unsigned short portNo);
     tag_devinfo look();
     void stop();
 

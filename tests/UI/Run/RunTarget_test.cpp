@@ -39,8 +39,8 @@ TEST(RunTarget, OfAQueueHasItsIdentifierAndARewrittenAddress)
     const auto printer = queue("office", "net:10.0.0.5");
     RunTarget target;
     ASSERT_EQ(target.take(*printer), TargetFit::fits);
-    EXPECT_STREQ(target.address(), "lpd://10.0.0.5/");
-    EXPECT_STREQ(target.queueId(), "office");
+    EXPECT_STREQ(target.port(), "lpd://10.0.0.5/");
+    EXPECT_STREQ(target.queue(), "office");
     EXPECT_EQ(printer->printerURI(), "lpd://10.0.0.5/");
 }
 
@@ -50,8 +50,8 @@ TEST(RunTarget, WithoutAQueueKeepsTheAddressAsItIs)
         const auto printer = PrinterInfo::initWithPrinterName("A name", "A model", address);
         RunTarget target;
         ASSERT_EQ(target.take(*printer), TargetFit::fits);
-        EXPECT_STREQ(target.address(), address);
-        EXPECT_EQ(target.queueId(), nullptr);
+        EXPECT_STREQ(target.port(), address);
+        EXPECT_EQ(target.queue(), nullptr);
     }
 }
 
@@ -65,13 +65,13 @@ TEST(RunTarget, TakesWhatFitsToTheLastByteAndCutsNothing)
         TargetFit fit;
     } rows[] = {
         {"both full", longestName, longest, TargetFit::fits},
-        {"one byte more", "b", longest + "a", TargetFit::addressTooLong},
-        {"an identifier of one byte more", longestName + "b", longest, TargetFit::queueIdTooLong},
+        {"one byte more", "b", longest + "a", TargetFit::portTooLong},
+        {"an identifier of one byte more", longestName + "b", longest, TargetFit::queueTooLong},
         {"too long once it was rewritten", "b", "net:" + std::string(kPortNameSize - 7, 'a'),
-         TargetFit::addressTooLong},
-        {"a NUL inside", "b", std::string("usb://a\0b", 9), TargetFit::addressTooLong},
-        {"a NUL in the identifier", std::string("b\0c", 3), "usb://a", TargetFit::queueIdTooLong},
-        {"no address", "b", "", TargetFit::noAddress},
+         TargetFit::portTooLong},
+        {"a NUL inside", "b", std::string("usb://a\0b", 9), TargetFit::portTooLong},
+        {"a NUL in the identifier", std::string("b\0c", 3), "usb://a", TargetFit::queueTooLong},
+        {"no address", "b", "", TargetFit::noPort},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
@@ -79,8 +79,8 @@ TEST(RunTarget, TakesWhatFitsToTheLastByteAndCutsNothing)
         RunTarget target;
         EXPECT_EQ(target.take(*printer), row.fit);
         const bool fits = row.fit == TargetFit::fits;
-        EXPECT_STREQ(target.address(), fits ? row.uri.c_str() : "");
-        EXPECT_EQ(target.queueId() != nullptr, fits);
+        EXPECT_STREQ(target.port(), fits ? row.uri.c_str() : "");
+        EXPECT_EQ(target.queue() != nullptr, fits);
         EXPECT_EQ(printer->printerURI(), row.uri);
     }
 }
@@ -92,8 +92,8 @@ TEST(RunTarget, TakesAnAddressAsItIs)
         EXPECT_TRUE(target.isEmpty());
         ASSERT_EQ(target.takeAddress(address), TargetFit::fits);
         EXPECT_FALSE(target.isEmpty());
-        EXPECT_STREQ(target.address(), address);
-        EXPECT_EQ(target.queueId(), nullptr);
+        EXPECT_STREQ(target.port(), address);
+        EXPECT_EQ(target.queue(), nullptr);
     }
 }
 
@@ -101,12 +101,12 @@ TEST(RunTarget, TakesAPortStringAsIfAQueueHadLedToIt)
 {
     RunTarget network;
     ASSERT_EQ(network.takePortString("net:10.0.0.5"), TargetFit::fits);
-    EXPECT_STREQ(network.address(), "lpd://10.0.0.5/");
-    EXPECT_NE(network.queueId(), nullptr); // or connections would not read a URI
+    EXPECT_STREQ(network.port(), "lpd://10.0.0.5/");
+    EXPECT_NE(network.queue(), nullptr); // or connections would not read a URI
     RunTarget usb;
     ASSERT_EQ(usb.takePortString("usb://A/P?serial=1"), TargetFit::fits);
-    EXPECT_STREQ(usb.address(), "usb://A/P?serial=1");
-    EXPECT_EQ(usb.queueId(), nullptr);
+    EXPECT_STREQ(usb.port(), "usb://A/P?serial=1");
+    EXPECT_EQ(usb.queue(), nullptr);
 }
 
 TEST(RunTarget, ForgetsTheQueueOfAFormerPrinter)
@@ -114,7 +114,7 @@ TEST(RunTarget, ForgetsTheQueueOfAFormerPrinter)
     RunTarget target;
     ASSERT_EQ(target.take(*queue("office", "lpd://10.0.0.5/")), TargetFit::fits);
     ASSERT_EQ(target.takeAddress("10.0.0.6"), TargetFit::fits);
-    EXPECT_EQ(target.queueId(), nullptr);
-    EXPECT_EQ(target.takeAddress(""), TargetFit::noAddress);
-    EXPECT_STREQ(target.address(), "10.0.0.6");
+    EXPECT_EQ(target.queue(), nullptr);
+    EXPECT_EQ(target.takeAddress(""), TargetFit::noPort);
+    EXPECT_STREQ(target.port(), "10.0.0.6");
 }
