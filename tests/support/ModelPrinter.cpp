@@ -2,44 +2,32 @@
 
 #include "tests/support/Printer.h"
 
-namespace {
-
-constexpr unsigned kGetFile = 0x5001;
-constexpr unsigned kSendFile = 0x5002;
-constexpr unsigned kEnter = 0x5101;
-constexpr unsigned kLeave = 0x5102;
-constexpr unsigned kQuery = 0x5103;
-constexpr std::uint16_t kFinished = 0x80;
-constexpr std::uint16_t kWriting = 0x81;
-
-} // namespace
-
 Reaction ModelPrinter::take(const std::string& packet)
 {
     m_ledger.took(packet);
     Reaction reaction;
     reaction.command = commandOf(packet);
     switch (reaction.command) {
-    case kEnter:
+    case wire::kEnter:
         reaction.busyMs = m_manners.enterMs;
         reaction.answer = dressed(printer::enter(m_manners.enterStatus));
         break;
-    case kGetFile:
+    case wire::kGetFile:
         reaction.busyMs = m_manners.infoMs;
         reaction.answer = dressed(infoAnswer());
         break;
-    case kSendFile:
+    case wire::kSendFile:
         if (const auto piece = FilePacketView::of(packet))
             return takeFile(*piece);
         break;
-    case kQuery: {
+    case wire::kQuery: {
         const bool writes = m_queries++ < m_manners.writingAnswers;
         reaction.busyMs = m_manners.queryMs;
-        reaction.status = writes ? kWriting : m_manners.endStatus;
+        reaction.status = writes ? wire::kWriting : m_manners.endStatus;
         reaction.answer = dressed(printer::progress(reaction.status, 100, writes ? 50 : 100));
         break;
     }
-    case kLeave:
+    case wire::kLeave:
         reaction.busyMs = m_manners.exitMs;
         if (m_manners.answersExit)
             reaction.answer = dressed(printer::exit());
@@ -59,10 +47,10 @@ Reaction ModelPrinter::takeFile(const FilePacketView& piece)
         m_refused = false;
     }
     Reaction reaction;
-    reaction.command = kSendFile;
+    reaction.command = wire::kSendFile;
     reaction.firmware = piece.name;
     reaction.last = piece.last();
-    reaction.status = piece.last() ? kFinished : kWriting;
+    reaction.status = piece.last() ? wire::kFinished : wire::kWriting;
     reaction.busyMs = piece.last() ? m_manners.lastMs : m_manners.pieceMs;
     const unsigned number = m_filePackets++;
     const auto every = m_manners.answerEvery;
@@ -87,7 +75,7 @@ std::string ModelPrinter::infoAnswer() const
     for (std::size_t at = 0; at == 0 || at < text.size(); at += m_manners.infoBlock) {
         const auto data = text.substr(at, m_manners.infoBlock);
         const bool last = at + m_manners.infoBlock >= text.size();
-        answer += printer::fileBlock({static_cast<std::uint16_t>(last ? kFinished : 0),
+        answer += printer::fileBlock({static_cast<std::uint16_t>(last ? wire::kFinished : 0),
                                       static_cast<std::uint32_t>(at), total,
                                       printer::byteSum(last ? text : data), data});
     }
@@ -109,8 +97,8 @@ void ModelPrinter::gave(const Reaction& reaction)
 {
     if (reaction.answer.empty())
         return;
-    if (reaction.command == kSendFile)
+    if (reaction.command == wire::kSendFile)
         m_ledger.answeredFile(reaction.firmware, reaction.last, reaction.status);
-    else if (reaction.command == kQuery)
+    else if (reaction.command == wire::kQuery)
         m_ledger.answeredQuery(reaction.status);
 }

@@ -8,11 +8,6 @@ constexpr std::size_t kHeader = 8;
 constexpr std::size_t kFileHead = 60;
 constexpr std::size_t kNameAt = 10;
 constexpr std::size_t kNameSize = 32;
-constexpr unsigned kEnter = 0x5101;
-constexpr unsigned kLeave = 0x5102;
-constexpr unsigned kSendFile = 0x5002;
-constexpr std::uint16_t kFinished = 0x80;
-constexpr std::uint16_t kWriting = 0x81;
 
 std::uint32_t numberAt(std::string_view bytes, std::size_t at, std::size_t width)
 {
@@ -43,7 +38,7 @@ unsigned commandOf(std::string_view packet)
 
 std::optional<FilePacketView> FilePacketView::of(std::string_view packet)
 {
-    if (commandOf(packet) != kSendFile || packet.size() < kFileHead)
+    if (commandOf(packet) != wire::kSendFile || packet.size() < kFileHead)
         return std::nullopt;
     const auto name = packet.substr(kNameAt, kNameSize);
     return FilePacketView{std::string(name.substr(0, name.find('\0'))),
@@ -57,9 +52,9 @@ std::optional<FilePacketView> FilePacketView::of(std::string_view packet)
 void PrinterLedger::took(std::string_view packet)
 {
     const auto command = commandOf(packet);
-    m_entered = m_entered || command == kEnter;
-    m_left = m_left || command == kLeave;
-    if (command == kSendFile)
+    m_entered = m_entered || command == wire::kEnter;
+    m_left = m_left || command == wire::kLeave;
+    if (command == wire::kSendFile)
         m_firmwareBytes += packet.size();
     const auto piece = FilePacketView::of(packet);
     if (!piece)
@@ -78,7 +73,7 @@ void PrinterLedger::took(std::string_view packet)
 
 void PrinterLedger::leftOver(std::string_view rest)
 {
-    if (rest.size() >= 4 && numberAt(rest, 2, 2) == kSendFile)
+    if (rest.size() >= 4 && numberAt(rest, 2, 2) == wire::kSendFile)
         m_firmwareBytes += rest.size();
 }
 
@@ -87,14 +82,14 @@ void PrinterLedger::answeredFile(const std::string& name, bool last, std::uint16
     auto& facts = m_firmware[name];
     if (last)
         facts.lastAnswer = status;
-    if (status != kFinished && status != kWriting && !facts.refusal)
+    if (status != wire::kFinished && status != wire::kWriting && !facts.refusal)
         facts.refusal = status;
 }
 
 void PrinterLedger::answeredQuery(std::uint16_t status)
 {
     const auto found = m_firmware.find(m_lastName);
-    if (found != m_firmware.end() && found->second.lastTaken && status == kFinished)
+    if (found != m_firmware.end() && found->second.lastTaken && status == wire::kFinished)
         found->second.finished = true;
 }
 

@@ -12,6 +12,21 @@
 #include <string>
 #include <string_view>
 
+// The numbers of the wire, once for the model and its judge.
+namespace wire {
+
+constexpr unsigned kGetFile = 0x5001;
+constexpr unsigned kSendFile = 0x5002;
+constexpr unsigned kEnter = 0x5101;
+constexpr unsigned kLeave = 0x5102;
+constexpr unsigned kQuery = 0x5103;
+constexpr std::uint16_t kFinished = 0x80;
+constexpr std::uint16_t kWriting = 0x81;
+constexpr std::uint16_t kDeviceRefused = 0x0803;
+constexpr std::uint16_t kDataRefused = 0x0804;
+
+} // namespace wire
+
 // Cuts the stream of one connection into packets.
 class PacketAssembler {
 public:

@@ -7,10 +7,6 @@ namespace {
 constexpr int kSuccess = 1;
 constexpr int kDeviceError = -1;
 constexpr int kDamaged = -2;
-constexpr std::uint16_t kFinished = 0x80;
-constexpr std::uint16_t kWriting = 0x81;
-constexpr std::uint16_t kDeviceRefused = 0x0803;
-constexpr std::uint16_t kDataRefused = 0x0804;
 
 class Judgement {
 public:
@@ -53,7 +49,7 @@ private:
     void judgeSuccess()
     {
         const bool answered = m_facts.lastAnswer
-            && (*m_facts.lastAnswer == kFinished || *m_facts.lastAnswer == kWriting);
+            && (*m_facts.lastAnswer == wire::kFinished || *m_facts.lastAnswer == wire::kWriting);
         // A printer that answers what it was not asked can make any answer look like the last one;
         // while nothing disturbs the line, every byte has to reach it all the same.
         if (m_peer.honest || m_peer.undisturbed) {
@@ -72,9 +68,9 @@ private:
                 "a refusal is claimed that the printer never gave");
         if (!m_facts.refusal || !m_peer.honest || !m_peer.undisturbed || m_peer.interrupted)
             return;
-        say(*m_facts.refusal == kDeviceRefused && m_claim.result != kDeviceError,
+        say(*m_facts.refusal == wire::kDeviceRefused && m_claim.result != kDeviceError,
             "the printer refused with 0x0803, and the result is not -1");
-        say(*m_facts.refusal == kDataRefused && m_claim.result != kDamaged,
+        say(*m_facts.refusal == wire::kDataRefused && m_claim.result != kDamaged,
             "the printer refused with 0x0804, and the result is not -2");
     }
 
