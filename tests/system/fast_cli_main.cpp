@@ -7,7 +7,7 @@
 int main(int argc, char** argv)
 {
     constexpr unsigned long kFactor = 20;
-    const ShortPauses pauses(kFactor);
+    const ShortPauses pauses(kFactor, VYMKIT_TEST_SLOWNESS);
     UsbHost::plugIn(systemUsbHost());
     const auto printServer = makeSystemPrintServer();
     return runCommandLine(argc, argv, printServer.get());

@@ -41,7 +41,7 @@ protected:
         return wizard.alerts.asked().back();
     }
 
-    ShortPauses pauses{kFactor};
+    ShortPauses pauses{kFactor, VYMKIT_TEST_SLOWNESS};
     Wizard wizard;
     QStringList lines; // what the progress window has shown, each change once
 
