@@ -10,7 +10,7 @@ constexpr int kStepsOfTurn = 30; // a turn in 1.5 seconds: busy, but not hectic
 constexpr int kStepMilliseconds = 50;
 constexpr int kWholeTurn = 360 * 16; // QPainter counts sixteenths of a degree
 constexpr int kArc = kWholeTurn / 4;
-constexpr double kLineShare = 0.13; // of the sign's width
+constexpr double kRingShare = 0.13; // of the sign's width
 constexpr double kTrackOpacity = 0.2;
 
 } // namespace
@@ -47,7 +47,7 @@ void BusySign::paintEvent(QPaintEvent*)
     if (!m_isStarted)
         return;
     const double edge = std::min(width(), height());
-    const double line = edge * kLineShare;
+    const double line = edge * kRingShare;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate((width() - edge) / 2, (height() - edge) / 2);

@@ -46,8 +46,7 @@ private:
 class ShortPauses : public TimeSource {
 public:
     // A pause lasts 1/factor of its length; a second on this clock lasts slowness real ones.
-    ShortPauses(unsigned long factor, unsigned slowness)
-        : m_factor(factor), m_slowness(slowness)
+    ShortPauses(unsigned long factor, unsigned slowness) : m_factor(factor), m_slowness(slowness)
     {
         setTimeSource(this);
     }
