@@ -19,7 +19,7 @@ void report(const vympack::Defects& defects)
 {
     std::ostringstream out;
     vympack::writeDefects(out, "a package", defects);
-    vympack::writeDefectsJson(out, "a package", defects);
+    vympack::writeDefectsJson(out, "a package", defects, vympack::kExitDone);
     require(defects.kept().size() <= defects.errors() + defects.warnings(), "all are counted");
     for (const char c : out.str())
         require(c == '\n' || static_cast<unsigned char>(c) >= ' ', "fit for a terminal");
@@ -28,8 +28,9 @@ void report(const vympack::Defects& defects)
 void checkText(std::string_view text)
 {
     vympack::Defects defects;
-    vympack::checkDescription(text, {"VYMINFO.txt", {}, {}},
-                              {{"VYMINFO.txt", text.size(), {}}, {"main.bin", 1, {}}}, defects);
+    const std::vector<vympack::EmbeddedFile> files{{"VYMINFO.txt", text.size(), {}},
+                                                   {"main.bin", 1, {}}};
+    vympack::checkDescription(text, {"VYMINFO.txt", {}, {}}, &files, defects);
     report(defects);
 }
 

@@ -1,5 +1,6 @@
 #include "Tools/vympack/CommandLine.h"
 
+#include "Tools/vympack/CheckCommand.h"
 #include "Tools/vympack/Interrupt.h"
 #include "Tools/vympack/MakeCommand.h"
 
@@ -61,11 +62,6 @@ int list(const ReadOrder& order, Streams streams)
     return listPackage(order.path, order.json, streams);
 }
 
-int check(const ReadOrder& order, Streams streams)
-{
-    return checkPackage(order.path, order.json, streams);
-}
-
 void addList(CLI::App& app, Work& work)
 {
     const auto [command, order] =
@@ -76,10 +72,14 @@ void addList(CLI::App& app, Work& work)
 
 void addCheck(CLI::App& app, Work& work)
 {
-    const auto [command, order] = addCommand<ReadOrder>(
-        app, "check", "Name everything that is wrong in a package", work, check);
-    command->add_option("FILE", order->path, "The package")->required();
-    command->add_flag("--json", order->json, "Write the result as JSON");
+    const auto [check, order] = addCommand<CheckOrder>(
+        app, "check", "Name everything that is wrong in a package", work, checkPackage);
+    check
+        ->add_option("FILE", order->path,
+                     "The package, a description alone, or a folder with one of them")
+        ->required();
+    check->add_flag("--json", order->json, "Write the result as JSON");
+    check->add_flag("--strict", order->strict, "Warnings count as errors");
 }
 
 struct UnpackOrder {

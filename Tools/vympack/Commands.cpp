@@ -1,11 +1,9 @@
 #include "Tools/vympack/Commands.h"
 
-#include "Tools/vympack/PackageCheck.h"
 #include "Tools/vympack/PrintableText.h"
 #include "Tools/vympack/Report.h"
 
 #include <filesystem>
-#include <optional>
 
 namespace vympack {
 
@@ -69,20 +67,6 @@ int extractPackage(const std::string& path, const ExtractionOrder& order, Stream
     for (const auto& refusal : result.refusals)
         complain(streams, path, refusal);
     return result.exitCode;
-}
-
-int checkPackage(const std::string& path, bool json, Streams streams)
-{
-    InputFile file;
-    if (!openInput(path, file, streams))
-        return kExitNoInput;
-    Defects defects;
-    checkContainer(file, path, defects);
-    if (json)
-        writeDefectsJson(streams.results, path, defects);
-    else
-        writeDefects(streams.results, path, defects);
-    return defects.errors() > 0 ? kExitDefects : kExitDone;
 }
 
 } // namespace vympack

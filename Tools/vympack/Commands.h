@@ -30,6 +30,5 @@ std::optional<int> openTable(const std::string& path, InputFile& file, Table& ta
 // Each command gives the program's exit code.
 int listPackage(const std::string& path, bool json, Streams streams);
 int extractPackage(const std::string& path, const ExtractionOrder& order, Streams streams);
-int checkPackage(const std::string& path, bool json, Streams streams);
 
 } // namespace vympack

@@ -20,7 +20,7 @@ struct Entry {
     std::uint32_t size = 0;
     std::uint64_t place = 0; // where the entry itself stands in the container
     bool terminated = false;
-    bool padded = false; // nothing but NULs behind the name
+    bool padded = false; // nothing but NULs after the name
 };
 
 struct Table {

@@ -25,6 +25,7 @@ inline constexpr std::uint32_t kMostEntries = 4096;
 // Every position in the file has to fit the 32-bit fields.
 inline constexpr std::uint64_t kMostBytes = 0xFFFFFFFF;
 
+inline constexpr std::string_view kPackageName = "VYMBINDDATA"; // as the programs look for it
 inline constexpr std::string_view kDescriptionName = "VYMINFO.txt";
 // A description is a few dozen rows; what is larger than this is another file by mistake.
 inline constexpr std::uint64_t kMostDescription = std::uint64_t{16} * 1024 * 1024;

@@ -21,6 +21,7 @@ enum class Severity { warning, error };
 struct DefectKind {
     std::string_view name;
     Severity severity;
+    std::string_view why; // it matters: which program does what with such a package
 };
 
 // A file, perhaps a file embedded in it, and the byte or the row and column; rows and columns
@@ -37,6 +38,7 @@ struct Defect {
     DefectKind kind;
     Place place;
     std::string message;
+    std::string instead; // the row to write instead; empty where no single row is the remedy
 };
 
 class Defects {
@@ -44,7 +46,7 @@ public:
     // A broken text can hold millions of the same defect; a person reads the first few.
     static constexpr std::size_t kKeptPerKind = 100;
 
-    void add(DefectKind kind, Place place, std::string message);
+    void add(DefectKind kind, Place place, std::string message, std::string instead = {});
     [[nodiscard]] const std::vector<Defect>& kept() const { return m_kept; }
     [[nodiscard]] std::size_t errors() const { return m_errors; }
     [[nodiscard]] std::size_t warnings() const { return m_warnings; }

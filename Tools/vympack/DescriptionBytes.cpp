@@ -24,7 +24,7 @@ struct Findings {
                      "it joins two rows to one; end every row in CR LF"};
     Finding carriageReturn{defect::kBareCarriageReturn, "carriage return without a line feed",
                            "it joins two rows to one; end every row in CR LF"};
-    Finding nul{defect::kNulByte, "NUL byte", "readers do not see the row behind it; remove it"};
+    Finding nul{defect::kNulByte, "NUL byte", "readers do not see the row after it; remove it"};
 };
 
 void report(const Finding& finding, Defects& defects)

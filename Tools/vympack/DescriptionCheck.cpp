@@ -2,9 +2,11 @@
 
 #include "Tools/vympack/DefectKinds.h"
 #include "Tools/vympack/DescriptionBytes.h"
+#include "Tools/vympack/PrintableText.h"
 #include "Tools/vympack/ValueCheck.h"
 #include "Tools/vympack/VersionRowCheck.h"
 #include "VYM/DescriptionText.h"
+#include "VYM/vymParse.h"
 
 #include <algorithm>
 
@@ -14,16 +16,57 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t";
 
+// A row that came without a blank may have the equals sign of "KEY=value".
+std::string withoutEquals(std::string_view value)
+{
+    const auto begin = value.find_first_not_of("= \t");
+    return std::string(begin == value.npos ? std::string_view() : value.substr(begin));
+}
+
+// What could not be shown as it is: control characters, bytes that are no UTF-8, signs that turn
+// the direction of reading. A tab parts words, and a NUL has a defect of its own.
+void checkPrintable(const KeyedRow& row, const RowReport& report)
+{
+    std::string shown(row.text);
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return c == '\t' || c == '\0'; }, ' ');
+    const auto plain = printable(shown);
+    if (plain == shown)
+        return;
+    const auto differs = std::mismatch(shown.begin(), shown.end(), plain.begin(), plain.end());
+    const auto place = static_cast<std::size_t>(differs.first - shown.begin());
+    report.at(row, row.text.substr(place), defect::kUnprintableText,
+              "the text holds a sign that cannot be shown: write it in printable UTF-8");
+}
+
+// Without DEVICEIDMODELNAME a USB printer's model is compared up to its first blank or "(".
+void checkUsbModel(vymParse& parsed, const RowReport& report)
+{
+    std::vector<std::string> names;
+    std::string model;
+    if (parsed.getDeviceIDModelName(names) || !parsed.getTgmName(model)
+        || model.find_first_of(" (") == model.npos)
+        return;
+    report.whole(defect::kNoUsbModel,
+                 "there is no DEVICEIDMODELNAME row, and " + vympack::quoted(model)
+                     + " holds a blank or \"(\": add one that lists the models as USB printers name"
+                       " themselves",
+                 "DEVICEIDMODELNAME " + vympack::quoted(model));
+}
+
 void checkKeyed(const KeyedRow& row, const RowReport& report)
 {
     const std::string key(row.rule->key);
     if (!row.exact)
         report.at(row, row.text, defect::kUnknownKey,
                   quoted(firstWord(row.text)) + " counts as " + key + " because it begins so: put a"
-                      + " blank behind the key, or begin a comment with #");
+                      + " blank after the key, or begin a comment with #",
+                  key + " " + withoutEquals(row.text.substr(key.size())));
     if (std::count(row.text.begin(), row.text.end(), '"') % 2 != 0)
         report.at(row, row.text.substr(row.text.find('"')), defect::kUnbalancedQuote,
-                  "a double quote is never closed, so blanks behind it part no words: close it");
+                  "a double quote is never closed, so blanks after it part no words: close it",
+                  std::string(row.text) + '"');
+    checkPrintable(row, report);
 }
 
 // A row of no key is ignored; that is fine for blank rows and comments.
@@ -39,10 +82,13 @@ void checkUnkeyed(std::string_view row, std::size_t number, const RowReport& rep
     if (rule != nullptr && word.size() == rule->key.size()) {
         report.at(number, 1, defect::kLeadingBlank,
                   "blanks before " + std::string(rule->key)
-                      + " make readers pass the row over: remove them");
+                      + " make readers pass the row over: remove them",
+                  std::string(row));
     } else if (blanks == 0 && looksLikeKey(word)) {
+        const auto near = nearestKey(word);
         report.at(number, 1, defect::kUnknownKey,
-                  quoted(word) + " is no key, the row is ignored: " + hintForWord(word));
+                  quoted(word) + " is no key, the row is ignored: " + hintForWord(word),
+                  near.empty() ? "# " + std::string(row) : withSpot(row, word, near));
     }
 }
 
@@ -82,7 +128,8 @@ void checkDuplicates(const std::vector<KeyedRow>& own, const RowReport& report)
         else
             report.at(row, row.text, defect::kDuplicateKey,
                       "only the first " + std::string(row.rule->key) + " is read, that of row "
-                          + std::to_string(first->number) + ": remove one");
+                          + std::to_string(first->number) + ": remove one",
+                      "# " + std::string(row.text));
     }
 }
 
@@ -98,7 +145,8 @@ void checkSingle(const KeyRule& rule, const std::vector<KeyedRow>& rows, const R
     if (read == rows.end()) {
         if (rule.missing != nullptr)
             report.whole(*rule.missing,
-                         "there is no " + std::string(rule.key) + " row: " + rule.missingMeans);
+                         "there is no " + std::string(rule.key) + " row: " + rule.missingMeans,
+                         sampleRow(rule));
         return;
     }
     const bool isOwn = read->rule == &rule;
@@ -107,7 +155,7 @@ void checkSingle(const KeyRule& rule, const std::vector<KeyedRow>& rows, const R
     if (exact != own.end() && (!isOwn || !read->exact))
         report.at(*read, read->text, defect::kPrefixShadow,
                   "this row answers for " + std::string(rule.key) + " instead of row "
-                      + std::to_string(exact->number) + ": move it behind that row");
+                      + std::to_string(exact->number) + ": move it after that row");
     if (isOwn)
         checkValue(*read, report);
 }
@@ -115,13 +163,17 @@ void checkSingle(const KeyRule& rule, const std::vector<KeyedRow>& rows, const R
 } // namespace
 
 void checkDescription(std::string_view text, const Place& place,
-                      const std::vector<EmbeddedFile>& files, Defects& defects)
+                      const std::vector<EmbeddedFile>* files, Defects& defects)
 {
     const auto meant = checkBytes(text, place, defects);
     if (!meant)
         return;
     const RowReport report(place, defects);
     const auto rows = keyedRows(*meant, report);
+    vymParse parsed; // the text as the updater reads it
+    yesno_type versionRule = yesno_none;
+    if (parsed.loadData(meant->data(), meant->size(), load_vyminfo))
+        parsed.getAllowVersionDown(versionRule);
     for (const auto& rule : keyRules()) {
         if (!repeats(rule)) {
             checkSingle(rule, rows, report);
@@ -130,12 +182,14 @@ void checkDescription(std::string_view text, const Place& place,
         const auto own = rowsOf(rule, rows);
         if (own.empty() && rule.missing != nullptr)
             report.whole(*rule.missing,
-                         "there is no " + std::string(rule.key) + " row: " + rule.missingMeans);
+                         "there is no " + std::string(rule.key) + " row: " + rule.missingMeans,
+                         sampleRow(rule));
         if (rule.type == ValueType::platform)
             checkPlatformRows(own, report);
         else
-            checkVersionRows(own, files, report, defects);
+            checkVersionRows(own, files, versionRule, report, defects);
     }
+    checkUsbModel(parsed, report);
 }
 
 } // namespace vympack

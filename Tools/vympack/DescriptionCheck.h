@@ -9,8 +9,9 @@
 
 namespace vympack {
 
-// The place names the description; files are all that the package holds.
+// The place names the description; files are all that the package holds, or null where images are
+// not to be looked for.
 void checkDescription(std::string_view text, const Place& place,
-                      const std::vector<EmbeddedFile>& files, Defects& defects);
+                      const std::vector<EmbeddedFile>* files, Defects& defects);
 
 } // namespace vympack

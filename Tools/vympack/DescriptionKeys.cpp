@@ -18,29 +18,29 @@ constexpr std::size_t kMostSlips = 2; // more, and it is another word
 constexpr std::size_t kLettersPerSlip = 3; // a short word with two slips is another word, too
 
 constexpr std::array<KeyRule, 19> kRules{{
-    {"TGMNAME", ValueType::text, 0, 0, &defect::kMissingKey,
+    {"TGMNAME", "\"Model 100\"", ValueType::text, 0, 0, &defect::kMissingKey,
      "without the model that the package is for, no update gets past its start"},
-    {"MODELNAME", ValueType::list, 0, 0, &defect::kMissingOptionalKey,
+    {"MODELNAME", "\"Model 100\"", ValueType::list, 0, 0, &defect::kMissingOptionalKey,
      "the window names no printer model"},
-    {"DRIVERNAME", ValueType::list, 0, 0, &defect::kMissingOptionalKey,
+    {"DRIVERNAME", "\"Model 100\"", ValueType::list, 0, 0, &defect::kMissingOptionalKey,
      "no installed printer is recognised by its driver"},
-    {"PORT", ValueType::list},
-    {"PORTNO", ValueType::number, 1, 65535},
-    {"USEDXRL", ValueType::yesNo},
-    {"NEEDENTEROPERATION", ValueType::yesNo},
-    {"NEEDEXITOPERATION", ValueType::yesNo},
-    {"ENTERTIME", ValueType::number, 0, kMostSeconds},
-    {"EXITTIME", ValueType::number, 0, kMostSeconds},
-    {"UPDATETIME", ValueType::number, 0, kMostSeconds, &defect::kNoUpdateTime,
+    {"PORT", "USB NET", ValueType::list},
+    {"PORTNO", "48350", ValueType::number, 1, 65535},
+    {"USEDXRL", "NO", ValueType::yesNo},
+    {"NEEDENTEROPERATION", "NO", ValueType::yesNo},
+    {"NEEDEXITOPERATION", "NO", ValueType::yesNo},
+    {"ENTERTIME", "5", ValueType::number, 0, kMostSeconds},
+    {"EXITTIME", "5", ValueType::number, 0, kMostSeconds},
+    {"UPDATETIME", "30", ValueType::number, 0, kMostSeconds, &defect::kNoUpdateTime,
      "with a time of 0 every update fails"},
-    {"ALLOWVERSIONDOWN", ValueType::yesNo},
-    {"SPECIALCMDPATTERN", ValueType::yesNo},
-    {"DEVICEIDMODELNAME", ValueType::list},
-    {"PRODUCT", ValueType::text},
-    {"USEDRIVERONLY", ValueType::yesNo},
-    {"DEFAULTIPADDRESS", ValueType::address},
-    {"PLATFORMVERSION", ValueType::platform},
-    {"VERSION", ValueType::version, 0, 0, &defect::kNoVersionRow,
+    {"ALLOWVERSIONDOWN", "BOTH", ValueType::yesNo},
+    {"SPECIALCMDPATTERN", "NO", ValueType::yesNo},
+    {"DEVICEIDMODELNAME", "\"Model 100\"", ValueType::list},
+    {"PRODUCT", "\"Model 100 series\"", ValueType::text},
+    {"USEDRIVERONLY", "YES", ValueType::yesNo},
+    {"DEFAULTIPADDRESS", "192.168.0.10", ValueType::address},
+    {"PLATFORMVERSION", "MACOS=0", ValueType::platform},
+    {"VERSION", "MAIN=AB010203 main.bin MAIN.BIN", ValueType::version, 0, 0, &defect::kNoVersionRow,
      "the package updates nothing; add a row for each firmware"},
 }};
 
@@ -83,6 +83,11 @@ std::span<const KeyRule> keyRules()
     return kRules;
 }
 
+std::string sampleRow(const KeyRule& rule)
+{
+    return std::string(rule.key) + " " + rule.sample;
+}
+
 bool repeats(const KeyRule& rule)
 {
     return rule.type == ValueType::version || rule.type == ValueType::platform;
@@ -111,16 +116,21 @@ bool looksLikeKey(std::string_view word)
     return !word.empty() && letter(word.front()) && std::all_of(word.begin(), word.end(), allowed);
 }
 
+std::string_view nearestKey(std::string_view word)
+{
+    std::vector<std::string_view> keys;
+    for (const auto& rule : keyRules())
+        keys.push_back(rule.key);
+    return nearest(word, keys);
+}
+
 std::string hintForWord(std::string_view word)
 {
     for (const auto key : kPrinterKeys) {
         if (description::belongsTo(word, key))
             return "it belongs to the text that a printer sends; leave it out";
     }
-    std::vector<std::string_view> keys;
-    for (const auto& rule : keyRules())
-        keys.push_back(rule.key);
-    if (const auto key = nearest(word, keys); !key.empty())
+    if (const auto key = nearestKey(word); !key.empty())
         return "did you mean " + std::string(key) + "?";
     return "if it is a comment, begin it with #";
 }

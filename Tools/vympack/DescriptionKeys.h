@@ -16,6 +16,7 @@ enum class ValueType { text, list, number, yesNo, address, platform, version };
 
 struct KeyRule {
     std::string_view key;
+    const char* sample; // a value that does
     ValueType type;
     int least = 0; // for numbers
     int most = 0;
@@ -24,6 +25,8 @@ struct KeyRule {
 };
 
 std::span<const KeyRule> keyRules();
+// A whole row with the key and its sample.
+std::string sampleRow(const KeyRule& rule);
 // VERSION and PLATFORMVERSION stand in many rows; of every other key one row is read.
 bool repeats(const KeyRule& rule);
 // The longest key that the row begins with; null when there is none.
@@ -32,6 +35,8 @@ const KeyRule* ruleOfRow(std::string_view row);
 std::string_view firstWord(std::string_view row);
 // True for a word written like a key: letters, digits and underscores, a letter first.
 bool looksLikeKey(std::string_view word);
+// The key that the word is only a slip or two away from; empty when there is none.
+std::string_view nearestKey(std::string_view word);
 // A remark about a word that is no key: what was probably meant, or where it belongs.
 std::string hintForWord(std::string_view word);
 // The candidate that is only a slip or two away from the word; empty when there is none.

@@ -2,6 +2,7 @@
 
 #include "Tools/vympack/ContainerFormat.h"
 #include "Tools/vympack/DefectKinds.h"
+#include "Tools/vympack/PrintableText.h"
 #include "VYM/DescriptionText.h"
 
 #include <algorithm>
@@ -26,6 +27,9 @@ void checkName(const EmbeddedFile& file, std::set<std::string_view>& seen, Defec
     if (const auto reason = whyUnsafe(file.name); !reason.empty())
         defects.add(defect::kNameUnsafe, file.place,
                     "the name \"" + file.name + "\" " + std::string(reason) + ": rename the file");
+    else if (printable(file.name) != file.name)
+        defects.add(defect::kUnprintableText, file.place,
+                    "the name \"" + file.name + "\" is no printable UTF-8: rename the file");
     if (!seen.insert(file.name).second)
         defects.add(defect::kDuplicateName, file.place,
                     "\"" + file.name + "\" is in the package twice and only the first is ever read:"

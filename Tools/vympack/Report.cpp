@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iomanip>
 #include <nlohmann/json.hpp>
+#include <set>
 
 namespace vympack {
 
@@ -41,18 +42,24 @@ ordered_json number(std::size_t value)
     return value == 0 ? ordered_json(nullptr) : ordered_json(value);
 }
 
+ordered_json text(const std::string& value)
+{
+    return value.empty() ? ordered_json(nullptr) : ordered_json(printable(value));
+}
+
 ordered_json toJson(const Defect& defect)
 {
     const auto& place = defect.place;
     return {{"severity", severityName(defect.kind.severity)},
             {"name", defect.kind.name},
             {"file", printable(place.file)},
-            {"member",
-             place.member.empty() ? ordered_json(nullptr) : ordered_json(printable(place.member))},
+            {"member", text(place.member)},
             {"offset", place.offset ? ordered_json(*place.offset) : ordered_json(nullptr)},
             {"row", number(place.row)},
             {"column", number(place.column)},
-            {"message", printable(defect.message)}};
+            {"message", printable(defect.message)},
+            {"why", defect.kind.why},
+            {"write", text(defect.instead)}};
 }
 
 std::string counted(std::size_t count, const char* what)
@@ -64,9 +71,15 @@ std::string counted(std::size_t count, const char* what)
 
 void writeDefects(std::ostream& out, const std::string& path, const Defects& defects)
 {
-    for (const auto& defect : defects.kept())
+    std::set<std::string_view> explained;
+    for (const auto& defect : defects.kept()) {
         out << placeText(defect.place) << ": " << severityName(defect.kind.severity) << ": "
             << printable(defect.message) << " [" << defect.kind.name << "]\n";
+        if (explained.insert(defect.kind.why).second)
+            out << "    why: " << defect.kind.why << "\n";
+        if (!defect.instead.empty())
+            out << "    write: " << printable(defect.instead) << "\n";
+    }
     const auto all = defects.errors() + defects.warnings();
     if (all > defects.kept().size())
         out << "(" << all - defects.kept().size() << " more of the same kinds)\n";
@@ -74,12 +87,16 @@ void writeDefects(std::ostream& out, const std::string& path, const Defects& def
         << counted(defects.warnings(), "warning") << "\n";
 }
 
-void writeDefectsJson(std::ostream& out, const std::string& path, const Defects& defects)
+void writeDefectsJson(std::ostream& out, const std::string& path, const Defects& defects,
+                      int exitCode)
 {
     auto list = ordered_json::array();
     for (const auto& defect : defects.kept())
         list.push_back(toJson(defect));
-    const ordered_json report{{"file", printable(path)},
+    const ordered_json report{{"schema_version", kSchemaVersion},
+                              {"command", "check"},
+                              {"exit_code", exitCode},
+                              {"file", printable(path)},
                               {"errors", defects.errors()},
                               {"warnings", defects.warnings()},
                               {"defects", std::move(list)}};
@@ -99,7 +116,10 @@ void writeTableJson(std::ostream& out, const std::string& path, const Table& tab
     for (const auto& entry : table.entries)
         files.push_back(
             {{"name", printable(entry.name)}, {"offset", entry.offset}, {"size", entry.size}});
-    const ordered_json report{{"file", printable(path)}, {"files", std::move(files)}};
+    const ordered_json report{{"schema_version", kSchemaVersion},
+                              {"command", "list"},
+                              {"file", printable(path)},
+                              {"files", std::move(files)}};
     out << report.dump(kIndent) << "\n";
 }
 

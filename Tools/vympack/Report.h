@@ -12,9 +12,11 @@
 
 namespace vympack {
 
-// One line a defect, then one line that counts them.
+// One line a defect, with the row to write instead and, for the first of its kind, why it matters;
+// then one line that counts them.
 void writeDefects(std::ostream& out, const std::string& path, const Defects& defects);
-void writeDefectsJson(std::ostream& out, const std::string& path, const Defects& defects);
+void writeDefectsJson(std::ostream& out, const std::string& path, const Defects& defects,
+                      int exitCode);
 // One line a file: name, offset, size.
 void writeTable(std::ostream& out, const Table& table);
 void writeTableJson(std::ostream& out, const std::string& path, const Table& table);

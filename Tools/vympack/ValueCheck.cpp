@@ -22,18 +22,25 @@ std::string_view firstToken(std::string_view value)
 void checkNothingFollows(const KeyedRow& row, std::string_view token, const RowReport& report)
 {
     const auto rest = description::afterToken(token);
-    if (!rest.empty())
-        report.at(row, rest, defect::kUnreadText,
-                  "only the first word of this value is read: put a value with blanks in double"
-                  " quotes, or remove "
-                      + quoted(rest));
+    if (rest.empty())
+        return;
+    const bool isText = row.rule->type == ValueType::text;
+    std::string whole(token);
+    std::erase(whole, '"');
+    report.at(row, rest, defect::kUnreadText,
+              "only the first word of this value is read: put a value with blanks in double"
+              " quotes, or remove "
+                  + quoted(rest),
+              isText ? std::string(row.rule->key) + " " + vympack::quoted(whole)
+                     : withoutSpot(row.text, rest));
 }
 
 void checkText(const KeyedRow& row, std::string_view value, const RowReport& report)
 {
     if (description::withoutQuotes(firstToken(value)).empty())
         report.at(row, value, defect::kEmptyValue,
-                  std::string(row.rule->key) + " has no value: write one behind the key");
+                  std::string(row.rule->key) + " has no value: write one after the key",
+                  sampleRow(*row.rule));
     checkNothingFollows(row, value, report);
 }
 
@@ -41,7 +48,8 @@ void checkList(const KeyedRow& row, std::string_view value, const RowReport& rep
 {
     if (value.empty())
         report.at(row, value, defect::kEmptyList,
-                  std::string(row.rule->key) + " lists nothing: write a value or remove the row");
+                  std::string(row.rule->key) + " lists nothing: write a value or remove the row",
+                  sampleRow(*row.rule));
 }
 
 bool isDigit(char c)
@@ -59,14 +67,15 @@ void checkNumber(const KeyedRow& row, std::string_view value, const RowReport& r
         report.at(row, token, defect::kBadNumber,
                   std::string(rule.key) + " is " + quoted(token) + ": write a number from "
                       + std::to_string(rule.least) + " to " + std::to_string(rule.most)
-                      + " without quotes");
+                      + " without quotes",
+                  sampleRow(rule));
     else if (rule.missing != nullptr && number == 0)
         report.at(row, token, *rule.missing,
-                  std::string(rule.key) + " is 0, and " + rule.missingMeans);
+                  std::string(rule.key) + " is 0, and " + rule.missingMeans, sampleRow(rule));
     checkNothingFollows(row, value, report);
 }
 
-// The words count wherever they stand behind the key, inside longer words too.
+// The words count wherever they stand after the key, inside longer words too.
 void checkYesNo(const KeyedRow& row, std::string_view value, const RowReport& report)
 {
     const auto answer = row.text.substr(row.rule->key.size());
@@ -75,7 +84,8 @@ void checkYesNo(const KeyedRow& row, std::string_view value, const RowReport& re
             return;
     }
     report.at(row, value, defect::kBadYesNo,
-              std::string(row.rule->key) + " answers " + quoted(value) + ": write YES, NO or BOTH");
+              std::string(row.rule->key) + " answers " + quoted(value) + ": write YES, NO or BOTH",
+              sampleRow(*row.rule));
 }
 
 void checkAddress(const KeyedRow& row, std::string_view value, const RowReport& report)
@@ -87,7 +97,8 @@ void checkAddress(const KeyedRow& row, std::string_view value, const RowReport& 
         || ::inet_pton(AF_INET, address.c_str(), &parsed) != 1)
         report.at(row, value, defect::kBadDefaultAddress,
                   vympack::quoted(address)
-                      + " is no IPv4 address: write four numbers such as 192.168.0.10");
+                      + " is no IPv4 address: write four numbers such as 192.168.0.10",
+                  sampleRow(*row.rule));
     checkNothingFollows(row, value, report);
 }
 
@@ -112,7 +123,7 @@ void checkBounds(const KeyedRow& row, std::string_view value, std::string_view l
     constexpr auto kForm = ": write hexadecimal numbers such as 1058";
     if (!isBound(lowest, false))
         report.at(row, lowest, defect::kBadPlatformVersion,
-                  "the lowest system version is " + quoted(lowest) + kForm);
+                  "the lowest system version is " + quoted(lowest) + kForm, sampleRow(*row.rule));
     const auto rest = description::afterToken(value);
     const auto highest = firstToken(rest);
     if (highest.empty())
@@ -120,11 +131,13 @@ void checkBounds(const KeyedRow& row, std::string_view value, std::string_view l
     const auto most = description::leadingNumber(highest, 16);
     if (!isBound(highest, true))
         report.at(row, highest, defect::kBadPlatformVersion,
-                  "the highest system version is " + quoted(highest) + kForm);
+                  "the highest system version is " + quoted(highest) + kForm,
+                  withoutSpot(row.text, highest));
     else if (most >= 0 && most < description::leadingNumber(lowest, 16))
         report.at(row, highest, defect::kBadPlatformVersion,
                   "the highest system version " + quoted(highest) + " is below the lowest, "
-                      + quoted(lowest) + ": no system would do; swap or remove it");
+                      + quoted(lowest) + ": no system would do; swap or remove it",
+                  withoutSpot(row.text, highest));
     checkNothingFollows(row, rest, report);
 }
 
@@ -159,11 +172,13 @@ void checkPlatformRows(std::span<const KeyedRow> rows, const RowReport& report)
         if (!named.value || named.name.empty()) {
             report.at(row, value, defect::kBadPlatformVersion,
                       "the row names no platform and is passed over: write MACOS=, the lowest"
-                      " system version and, if there is one, the highest");
+                      " system version and, if there is one, the highest",
+                      sampleRow(*row.rule));
         } else if (description::equalNoCase(named.name, kPlatform)) {
             if (found)
                 report.at(row, row.text, defect::kDuplicateKey,
-                          "an earlier row holds for this platform already: remove one");
+                          "an earlier row holds for this platform already: remove one",
+                          "# " + std::string(row.text));
             else
                 checkBounds(row, value, *named.value, report);
             found = true;
@@ -172,7 +187,8 @@ void checkPlatformRows(std::span<const KeyedRow> rows, const RowReport& report)
     if (!found)
         report.whole(defect::kNoPlatformVersion,
                      "no PLATFORMVERSION row for MACOS: every system would count as unsupported;"
-                     " add one, MACOS=0 to allow all");
+                     " add one, MACOS=0 to allow all",
+                     "PLATFORMVERSION MACOS=0");
 }
 
 } // namespace vympack

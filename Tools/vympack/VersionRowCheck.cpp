@@ -3,9 +3,13 @@
 #include "Tools/vympack/ContainerFormat.h"
 #include "Tools/vympack/DefectKinds.h"
 #include "Tools/vympack/VersionForm.h"
+#include "Tools/vympack/VersionRow.h"
 #include "VYM/DescriptionText.h"
+#include "VYM/ModelDependCheckVer.h"
 
+#include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -14,56 +18,6 @@ namespace vympack {
 namespace {
 
 constexpr std::size_t kMostSubFileName = 31; // of the packets' 32-byte field, one is the NUL
-constexpr std::string_view kTokenNames[] = {"COMPATIBLE", "HEADER", "DISPVER", "DISPFIRM"};
-
-// What a VERSION row says, each part a view into the row.
-struct VersionRow {
-    description::NamedToken first; // the first token
-    std::string_view compatible;
-    std::string_view image;
-    std::vector<std::string_view> subFiles; // the last one counts
-    std::vector<std::string_view> others; // name=value tokens of no known name, but the first
-};
-
-bool isOneOf(std::string_view name, std::span<const std::string_view> names)
-{
-    for (const auto candidate : names) {
-        if (description::equalNoCase(name, candidate))
-            return true;
-    }
-    return false;
-}
-
-bool isTokenName(std::string_view name)
-{
-    return isOneOf(name, kTokenNames);
-}
-
-void takeToken(std::string_view token, bool first, VersionRow& version)
-{
-    const auto named = description::splitNamed(token);
-    if (first)
-        version.first = named;
-    if (!named.value && version.image.empty())
-        version.image = token;
-    else if (!named.value)
-        version.subFiles.push_back(token);
-    else if (description::equalNoCase(named.name, "COMPATIBLE"))
-        version.compatible = *named.value;
-    else if (!first && !isTokenName(named.name))
-        version.others.push_back(token);
-}
-
-VersionRow parse(const KeyedRow& row)
-{
-    VersionRow version;
-    description::Tokens tokens(description::afterToken(row.text));
-    std::string_view token;
-    for (bool first = true; tokens.next(token); first = false)
-        takeToken(token, first, version);
-    return version;
-}
-
 std::string upperCase(std::string_view text)
 {
     std::string upper(text);
@@ -82,11 +36,11 @@ public:
         }
     }
     [[nodiscard]] bool has(std::string_view name) const { return m_exact.contains(name); }
-    [[nodiscard]] std::string hint(std::string_view name) const
+    // The image's name in another case, where the package holds that; empty when it does not.
+    [[nodiscard]] std::string_view inOtherCase(std::string_view name) const
     {
         const auto found = m_anyCase.find(upperCase(name));
-        return found == m_anyCase.end() ? "add it or correct the name"
-                                        : "did you mean " + quoted(found->second) + "?";
+        return found == m_anyCase.end() ? std::string_view() : found->second;
     }
 
 private:
@@ -94,12 +48,20 @@ private:
     std::map<std::string, std::string_view> m_anyCase;
 };
 
+std::string withoutQuotes(std::string_view text)
+{
+    std::string out(text);
+    std::erase(out, '"');
+    return out;
+}
+
 // Names and versions are compared and sent with the quotes they are written in.
 void checkQuotes(const KeyedRow& row, std::string_view text, const RowReport& report)
 {
     if (text.find('"') != std::string_view::npos)
         report.at(row, text, defect::kQuotedToken,
-                  "the quotes in " + std::string(text) + " count as part of it: remove them");
+                  "the quotes in " + std::string(text) + " count as part of it: remove them",
+                  withSpot(row.text, text, withoutQuotes(text)));
 }
 
 void checkForm(const KeyedRow& row, std::string_view text, const RowReport& report)
@@ -109,16 +71,26 @@ void checkForm(const KeyedRow& row, std::string_view text, const RowReport& repo
         report.at(row, text, defect::kUnknownVersionForm,
                   quoted(text)
                       + " cannot be compared with a printer's version: write four characters and"
-                        " digits (AB010203), NN.NN, or one of the other forms");
+                        " digits (AB010203), NN.NN, or one of the other forms",
+                  withSpot(row.text, text, "AB010203"));
     else if (form->compared < text.size())
         report.at(row, text, defect::kVersionTail,
-                  "nothing behind " + quoted(text.substr(0, form->compared))
-                      + " is compared: shorten the version");
+                  "nothing after " + quoted(text.substr(0, form->compared))
+                      + " is compared: shorten the version",
+                  withSpot(row.text, text, text.substr(0, form->compared)));
     else if (!form->numbered)
         report.at(row, text, defect::kVersionWithoutNumber,
                   quoted(text)
-                      + " has no digits behind its four leading characters: no version of it is"
-                        " newer than another; add digits");
+                      + " has no digits after its four leading characters: no version of it is"
+                        " newer than another; add digits",
+                  withSpot(row.text, text, std::string(text) + "0100"));
+}
+
+std::string_view compatibleToken(const KeyedRow& row, const VersionRow& version)
+{
+    const auto place = placeIn(row.text, version.compatible).value_or(0);
+    const auto begin = row.text.find_last_of(" \t", place) + 1;
+    return row.text.substr(begin, place - begin + version.compatible.size());
 }
 
 void checkCompatible(const KeyedRow& row, const VersionRow& version, const RowReport& report)
@@ -130,107 +102,203 @@ void checkCompatible(const KeyedRow& row, const VersionRow& version, const RowRe
     if (form && form->pointed)
         report.at(row, version.compatible, defect::kCompatibleIgnored,
                   "COMPATIBLE is not compared for versions written with a point: write the"
-                  " version without one, or do not rely on it");
+                  " version without one, or do not rely on it",
+                  withoutSpot(row.text, compatibleToken(row, version)));
 }
 
-void checkFirmware(const KeyedRow& row, const description::NamedToken& first,
+// The version with every digit from a place on as 0: the oldest of its form and series.
+std::string oldestOf(std::string_view version, std::size_t from)
+{
+    std::string oldest(version);
+    for (auto i = std::min(from, oldest.size()); i < oldest.size(); ++i)
+        oldest[i] = oldest[i] == '.' ? '.' : '0';
+    return oldest;
+}
+
+// Whether the rule sends the version to any printer: to the oldest, to one that has the same, or
+// to the oldest that COMPATIBLE allows. Printers in between decide as one of these.
+bool isEverSent(std::string_view update, std::string_view compatible, yesno_type rule)
+{
+    if (rule == yesno_yes && compatible.empty())
+        return true; // without a comparison
+    const auto series = update.substr(0, std::min<std::size_t>(4, update.size()));
+    const auto point = update.find('.');
+    const std::string lowest = compatible.size() > series.size() && point == update.npos
+        ? std::string(series).append(compatible.substr(series.size()))
+        : std::string(update);
+    for (const auto& installed : {oldestOf(update, point == 2 || point == 8 ? 0 : series.size()),
+                                  std::string(update), lowest}) {
+        if (decideVersion(update, compatible, installed, rule).send)
+            return true;
+    }
+    return false;
+}
+
+void checkEverSent(const KeyedRow& row, const VersionRow& version, yesno_type rule,
                    const RowReport& report)
 {
+    const auto update = *version.first.value;
+    const auto form = versionForm(update);
+    const bool isReadable =
+        form && form->numbered && (version.compatible.empty() || versionForm(version.compatible));
+    if (!isReadable || rule == yesno_none || isEverSent(update, version.compatible, rule))
+        return;
+    report.at(row, version.compatible.empty() ? update : version.compatible, defect::kNeverSent,
+              "no printer can take " + quoted(update)
+                  + (version.compatible.empty()
+                         ? " under this ALLOWVERSIONDOWN: raise the version"
+                         : " with this COMPATIBLE: one that is new enough for it needs no update;"
+                           " lower or remove it"),
+              version.compatible.empty() ? std::string()
+                                         : withoutSpot(row.text, compatibleToken(row, version)));
+}
+
+void checkFirmware(const KeyedRow& row, const VersionRow& version, yesno_type rule,
+                   const RowReport& report)
+{
+    const auto& first = version.first;
     if (first.name.empty()) {
         report.at(row, first.name, defect::kNoFirmwareName,
-                  "the firmware has no name: write name=version behind VERSION");
+                  "the firmware has no name: write name=version after VERSION",
+                  withSpot(row.text, first.name, "MAIN"));
     } else if (description::beforeDigits(first.name) != first.name) {
+        const auto shorter = description::beforeDigits(first.name);
         report.at(row, first.name, defect::kFirmwareNameDigit,
                   "a printer's firmware names are read up to their first digit, so "
-                      + quoted(first.name) + " is never found: write "
-                      + quoted(description::beforeDigits(first.name)));
+                      + quoted(first.name) + " is never found: write " + quoted(shorter),
+                  shorter.empty() ? std::string() : withSpot(row.text, first.name, shorter));
     }
     checkQuotes(row, first.name, report);
     checkForm(row, *first.value, report);
+    checkEverSent(row, version, rule, report);
 }
 
-void checkFirst(const KeyedRow& row, const VersionRow& version, const RowReport& report)
+void checkOthers(const KeyedRow& row, const VersionRow& version, const RowReport& report)
 {
-    const auto& first = version.first;
-    const bool firmware = first.value && !isTokenName(first.name);
-    if (firmware) {
-        checkFirmware(row, first, report);
-        for (const auto token : version.others) {
-            const auto name = description::splitNamed(token).name;
-            const auto near = nearest(name, kTokenNames);
-            report.at(
-                row, token, defect::kUnknownToken,
-                quoted(name) + " is read by nobody: "
-                    + (near.empty() ? "remove it" : "did you mean " + std::string(near) + "?"));
-        }
+    for (const auto token : version.others) {
+        const auto name = description::splitNamed(token).name;
+        const auto near = nearestTokenName(name);
+        report.at(row, token, defect::kUnknownToken,
+                  quoted(name) + " is read by no program: "
+                      + (near.empty() ? "remove it" : "did you mean " + std::string(near) + "?"),
+                  near.empty() ? withoutSpot(row.text, token) : withSpot(row.text, name, near));
+    }
+}
+
+void checkFirst(const KeyedRow& row, const VersionRow& version, yesno_type rule,
+                const RowReport& report)
+{
+    if (namesFirmware(version)) {
+        checkFirmware(row, version, rule, report);
+        checkOthers(row, version, report);
     } else if (!version.others.empty()) {
-        report.at(row, version.others.front(), defect::kVersionNameNotFirst,
-                  quoted(version.others.front())
+        const auto token = version.others.front();
+        report.at(row, token, defect::kVersionNameNotFirst,
+                  quoted(token)
                       + " is read as name and version only when it stands first: put it right"
-                        " behind VERSION");
+                        " after VERSION",
+                  "VERSION " + std::string(token)
+                      + withoutSpot(row.text, token).substr(row.rule->key.size()));
     } else {
         report.at(row, row.text, defect::kNoFirmwareName,
-                  "the row names no firmware: write name=version right behind VERSION");
+                  "the row names no firmware: write name=version right after VERSION",
+                  "VERSION MAIN=AB010203" + std::string(row.text.substr(row.rule->key.size())));
     }
 }
 
 void checkSubFile(const KeyedRow& row, const VersionRow& version, const RowReport& report)
 {
     if (version.subFiles.empty()) {
+        const auto image = imageName(version);
         report.at(row, row.text, defect::kNoSubFileName,
-                  "the row has no sub-file name, so the printer is told an empty firmware name:"
-                  " write it behind the image");
+                  "the row has no sub-file name, so the printer gets an empty firmware name:"
+                  " write it after the image",
+                  image.empty() ? std::string()
+                                : withSpot(row.text, version.image,
+                                           std::string(version.image) + " " + upperCase(image)));
         return;
     }
     const auto last = version.subFiles.back();
     if (version.subFiles.size() > 1)
         report.at(row, version.subFiles.front(), defect::kUnreadText,
                   "of several sub-file names only the last is read, " + quoted(last)
-                      + ": remove the others");
+                      + ": remove the others",
+                  withoutSpot(row.text, version.subFiles.front()));
     if (last.size() > kMostSubFileName)
         report.at(row, last, defect::kSubFileNameTooLong,
                   quoted(last) + " has " + std::to_string(last.size())
-                      + " characters, and one of more than 31 is not sent at all: shorten it");
+                      + " characters, and one of more than 31 is not sent at all: shorten it",
+                  withSpot(row.text, last, last.substr(0, kMostSubFileName)));
     checkQuotes(row, last, report);
 }
 
-// The image's name is what stands behind the last path separator; returns it.
-std::string_view checkImage(const KeyedRow& row, const VersionRow& version, const Images& images,
-                            const RowReport& report)
+void checkImage(const KeyedRow& row, const VersionRow& version, const Images* images,
+                const RowReport& report)
 {
-    const auto separator = version.image.find_last_of("/\\");
-    const auto name =
-        separator == std::string_view::npos ? version.image : version.image.substr(separator + 1);
-    if (name.empty())
+    const auto name = imageName(version);
+    if (name.empty()) {
         report.at(row, version.image, defect::kNoImageName,
-                  "the row names no firmware image: write its file name behind the version");
-    else if (!images.has(name))
+                  "the row names no firmware image: write its file name after the version",
+                  std::string(row.text) + " main.bin MAIN.BIN");
+    } else if (images != nullptr && !images->has(name)) {
+        const auto other = images->inOtherCase(name);
         report.at(row, version.image, defect::kImageMissing,
-                  quoted(name) + " is not in the package: " + images.hint(name));
+                  quoted(name) + " is not in the package: "
+                      + (other.empty() ? "add it or correct the name"
+                                       : "did you mean " + quoted(other) + "?"),
+                  other.empty() ? std::string() : withSpot(row.text, version.image, other));
+    }
     checkQuotes(row, version.image, report);
-    return name;
 }
 
-} // namespace
-
-void checkVersionRows(std::span<const KeyedRow> rows, const std::vector<EmbeddedFile>& files,
-                      const RowReport& report, Defects& defects)
+// Firmware names compare without regard to case.
+void checkTwice(const KeyedRow& row, const VersionRow& version,
+                std::map<std::string, std::size_t>& seen, const RowReport& report)
 {
-    const Images images(files);
-    std::set<std::string_view> used;
-    for (const auto& row : rows) {
-        const auto version = parse(row);
-        checkFirst(row, version, report);
-        checkCompatible(row, version, report);
-        used.insert(checkImage(row, version, images, report));
-        checkSubFile(row, version, report);
-    }
+    if (!namesFirmware(version) || version.first.name.empty())
+        return;
+    const auto [earlier, isNew] = seen.emplace(upperCase(version.first.name), row.number);
+    if (!isNew)
+        report.at(row, version.first.name, defect::kDuplicateFirmware,
+                  quoted(version.first.name) + " has a row already, row "
+                      + std::to_string(earlier->second) + ": remove one",
+                  "# " + std::string(row.text));
+}
+
+void checkUnused(const std::vector<EmbeddedFile>& files, const std::set<std::string_view>& used,
+                 Defects& defects)
+{
     for (const auto& file : files) {
         if (file.name != kDescriptionName && !file.name.empty() && !used.contains(file.name))
             defects.add(defect::kImageUnused, file.place,
                         quoted(file.name)
                             + " is named by no VERSION row: name it in one or leave it out");
     }
+}
+
+} // namespace
+
+void checkVersionRows(std::span<const KeyedRow> rows, const std::vector<EmbeddedFile>* files,
+                      yesno_type rule, const RowReport& report, Defects& defects)
+{
+    if (rows.size() > kMostVersions)
+        report.at(rows[kMostVersions], rows[kMostVersions].text, defect::kTooManyVersions,
+                  "there are " + std::to_string(rows.size()) + " VERSION rows, of which "
+                      + std::to_string(kMostVersions) + " are read: make two packages");
+    const auto images = files != nullptr ? std::optional<Images>(*files) : std::nullopt;
+    std::set<std::string_view> used;
+    std::map<std::string, std::size_t> seen;
+    for (const auto& row : rows) {
+        const auto version = parseVersionRow(row.text);
+        checkFirst(row, version, rule, report);
+        checkTwice(row, version, seen, report);
+        checkCompatible(row, version, report);
+        checkImage(row, version, images ? &*images : nullptr, report);
+        used.insert(imageName(version));
+        checkSubFile(row, version, report);
+    }
+    if (files != nullptr)
+        checkUnused(*files, used, defects);
 }
 
 } // namespace vympack

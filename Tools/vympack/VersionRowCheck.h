@@ -6,14 +6,19 @@
 #include "Tools/vympack/DescriptionKeys.h"
 #include "Tools/vympack/FileNames.h"
 #include "Tools/vympack/RowReport.h"
+#include "VYM/vymParse.h"
 
 #include <span>
 #include <vector>
 
 namespace vympack {
 
-// Unused images are reported at their own place, the rest in the rows.
-void checkVersionRows(std::span<const KeyedRow> rows, const std::vector<EmbeddedFile>& files,
-                      const RowReport& report, Defects& defects);
+// The programs refuse a package with more firmware.
+inline constexpr std::size_t kMostVersions = 1000;
+
+// Unused images are reported at their own place, the rest in the rows. Without files images are not
+// looked for. The rule is the description's ALLOWVERSIONDOWN.
+void checkVersionRows(std::span<const KeyedRow> rows, const std::vector<EmbeddedFile>* files,
+                      yesno_type rule, const RowReport& report, Defects& defects);
 
 } // namespace vympack

@@ -17,7 +17,7 @@ const std::vector<EmbeddedFile> kFiles{{"VYMINFO.txt", 400, {}}, {"main.bin", 8,
 Defects check(const std::string& text, const std::vector<EmbeddedFile>& files = kFiles)
 {
     Defects defects;
-    checkDescription(text, {"VYMINFO.txt", {}, {}}, files, defects);
+    checkDescription(text, {"VYMINFO.txt", {}, {}}, &files, defects);
     return defects;
 }
 
@@ -101,7 +101,7 @@ TEST(VympackDescription, LineFeedsThroughoutAreOneDefectAndTheRestIsStillChecked
     std::erase(text, '\r');
     const auto defects = check(text);
     EXPECT_THAT(namesOf(defects), ElementsAre("error bad-number", "error bare-line-feed"));
-    EXPECT_THAT(defects.kept().front().message, HasSubstr("11 times"));
+    EXPECT_THAT(defects.kept().front().message, HasSubstr("12 times"));
     EXPECT_EQ(defects.kept().back().place.row, 5U);
 }
 
@@ -393,5 +393,178 @@ TEST(VympackDescription, EveryCutOfItIsCheckedWithoutHarm)
     for (std::size_t from = 0; from < text.size(); from += 3) {
         for (std::size_t length = 0; from + length <= text.size(); length += 7)
             check(text.substr(from, length));
+    }
+}
+
+TEST(VympackDescription, RowsThatNoPrinterCanEverTakeAreNamed)
+{
+    const auto never = [](const std::string& rule, const std::string& version) {
+        const auto text = replaced(replaced(goodDescription(), "BOTH", rule),
+                                   "AB010203 main.bin MAIN.BIN COMPATIBLE=AB010100",
+                                   version.substr(0, version.find(' ')) + " main.bin MAIN.BIN"
+                                       + version.substr(version.find(' ')));
+        return namesOf(check(text)).contains("warning never-sent");
+    };
+    const struct {
+        const char* why;
+        std::string rule, version;
+        bool isNever;
+    } rows[] = {
+        {"older than what it asks for", "BOTH", "AB010203 COMPATIBLE=AB010204", true},
+        {"as new as what it asks for, same allowed", "BOTH", "AB010203 COMPATIBLE=AB010203", false},
+        {"as new as what it asks for, newer only", "NO", "AB010203 COMPATIBLE=AB010203", true},
+        {"newer than what it asks for", "NO", "AB010203 COMPATIBLE=AB010202", false},
+        {"any version may be replaced", "YES", "AB010203 COMPATIBLE=AB019999", false},
+        {"the number 0 is newer than none", "NO", "AB000000 ", true},
+        {"the number 0 is the same as itself", "BOTH", "AB000000 ", false},
+        {"eight digits under YES", "YES", "ABCD20240102. COMPATIBLE=ABCD20240101.", true},
+        {"eight digits without a comparison", "YES", "ABCD20240102. ", false},
+        {"a major number of 0 under YES", "YES", "00.10 COMPATIBLE=00.05", true},
+        {"a major number above 0 under YES", "YES", "01.10 COMPATIBLE=00.05", false},
+        {"three points", "NO", "ABCDEFGH.a.01.00 ", false},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(never(row.rule, row.version), row.isNever) << row.why;
+}
+
+TEST(VympackDescription, ASecondRowForAFirmwareIsNamed)
+{
+    expectRows({{"in other case",
+                 kVersion.c_str(),
+                 kVersion + replaced(kVersion, "MAIN=", "Main="),
+                 {"warning duplicate-firmware"},
+                 12,
+                 9}});
+}
+
+TEST(VympackDescription, MoreRowsThanTheProgramsReadAreNamed)
+{
+    std::string many;
+    for (int i = 0; i <= 1000; ++i)
+        many += kVersion;
+    const auto found = namesOf(check(replaced(goodDescription(), kVersion, many)));
+    EXPECT_TRUE(found.contains("error too-many-versions"));
+    many.resize(many.size() - kVersion.size());
+    const auto allowed = namesOf(check(replaced(goodDescription(), kVersion, many)));
+    EXPECT_FALSE(allowed.contains("error too-many-versions"));
+}
+
+TEST(VympackDescription, APackageThatNoUsbPrinterCanMatchIsNamed)
+{
+    const std::string models = "DEVICEIDMODELNAME \"Model 100\"\r\n";
+    expectRows({
+        {"a blank in the model", models.c_str(), "", {"warning no-usb-model"}, 0, 0},
+        {"a bracket in the model",
+         models.c_str(),
+         "TGMNAME Model(1)\r\n",
+         {"warning no-usb-model", "warning duplicate-key"},
+         12,
+         1},
+    });
+    auto text = replaced(goodDescription(), models, "");
+    text = replaced(text, "TGMNAME \"Model 100\"", "TGMNAME Model-100");
+    EXPECT_THAT(namesOf(check(text)), IsEmpty());
+}
+
+TEST(VympackDescription, TextsThatCannotBeShownAreNamed)
+{
+    expectRows({
+        {"a control character",
+         "MODELNAME \"Model",
+         "MODELNAME \"Mo\x1B"
+         "del",
+         {"warning unprintable-text"},
+         2,
+         14},
+        {"bytes that are no UTF-8",
+         "DISPVER=1.2.3",
+         "DISPVER=1.2\xFF",
+         {"warning unprintable-text"},
+         11,
+         72},
+        {"a sign that turns the reading direction",
+         "DISPVER=1.2.3",
+         "DISPVER=\xE2\x80\xAE"
+         "1",
+         {"warning unprintable-text"},
+         11,
+         69},
+        {"letters beyond ASCII",
+         "MODELNAME \"Model",
+         "MODELNAME \"M\xC3\xB6"
+         "del",
+         {},
+         0,
+         0},
+        {"a tab", "MODELNAME \"Model", "MODELNAME\t\"Model", {}, 0, 0},
+    });
+}
+
+TEST(VympackDescription, WithoutFilesImagesAreNotLookedFor)
+{
+    Defects defects;
+    checkDescription(goodDescription(), {"VYMINFO.txt", {}, {}}, nullptr, defects);
+    EXPECT_THAT(namesOf(defects), IsEmpty());
+}
+
+TEST(VympackDescription, TheRowToWriteInsteadIsGiven)
+{
+    const struct {
+        const char *why, *from, *to, *instead;
+    } rows[] = {
+        {"a number", "PORTNO 48350", "PORTNO 0", "PORTNO 48350"},
+        {"an answer", "BOTH", "MAYBE", "ALLOWVERSIONDOWN BOTH"},
+        {"a missing row", "PLATFORMVERSION MACOS=0\r\n", "", "PLATFORMVERSION MACOS=0"},
+        {"quotes", "TGMNAME \"Model 100\"", "TGMNAME Model 100", "TGMNAME \"Model 100\""},
+        {"a misspelt key", "ENTERTIME 5", "ENTRETIME 5", "ENTERTIME 5"},
+        {"blanks in front", "PORTNO", " \tPORTNO", "PORTNO 48350"},
+        {"name and version first", "MAIN=AB010203 main.bin", "main.bin MAIN=AB010203",
+         "VERSION MAIN=AB010203 main.bin MAIN.BIN COMPATIBLE=AB010100 DISPVER=1.2.3"},
+        {"a compatible version that does not count", "AB010203", "01.10",
+         "VERSION MAIN=01.10 main.bin MAIN.BIN DISPVER=1.2.3"},
+        {"a name with a digit", "MAIN=", "MAIN2=",
+         "VERSION MAIN=AB010203 main.bin MAIN.BIN COMPATIBLE=AB010100 DISPVER=1.2.3"},
+        {"no name towards the printer", " MAIN.BIN", "",
+         "VERSION MAIN=AB010203 main.bin MAIN.BIN COMPATIBLE=AB010100 DISPVER=1.2.3"},
+        {"a misspelt token", "COMPATIBLE=", "COMPATIBEL=",
+         "VERSION MAIN=AB010203 main.bin MAIN.BIN COMPATIBLE=AB010100 DISPVER=1.2.3"},
+        {"no USB model", "DEVICEIDMODELNAME \"Model 100\"\r\n", "",
+         "DEVICEIDMODELNAME \"Model 100\""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        const auto defects = check(replaced(goodDescription(), row.from, row.to));
+        ASSERT_FALSE(defects.kept().empty());
+        EXPECT_EQ(defects.kept().front().instead, row.instead);
+    }
+}
+
+TEST(VympackDescription, WhatIsWrittenInsteadMendsTheDefect)
+{
+    const std::pair<const char*, const char*> rows[] = {
+        {"PORTNO 48350", "PORTNO 0"},
+        {"UPDATETIME 30", "UPDATETIME 0"},
+        {"ALLOWVERSIONDOWN BOTH", "ALLOWVERSIONDOWN MAYBE"},
+        {"TGMNAME \"Model 100\"", "TGMNAME Model 100"},
+        {"PLATFORMVERSION MACOS=0", "PLATFORMVERSION MACOS=x"},
+        {"PORTNO 48350", "PORTNO=48350"},
+        {"MAIN.BIN", "MAIN.BIN OTHER.BIN"},
+        {"MAIN=AB010203", "MAIN=AB01020X"},
+        {"COMPATIBLE=AB010100", "COMPATIBLE=AB010204"},
+        {"main.bin", "MAIN.bin"},
+        {"DISPVER=1.2.3", "OTHER=1"},
+    };
+    for (const auto& [from, to] : rows) {
+        SCOPED_TRACE(to);
+        const auto broken = replaced(goodDescription(), from, to);
+        const auto defects = check(broken);
+        ASSERT_FALSE(defects.kept().empty());
+        const auto& defect = defects.kept().front();
+        std::size_t begin = 0;
+        for (std::size_t row = 1; row < defect.place.row; ++row)
+            begin = broken.find("\r\n", begin) + 2;
+        auto mended = broken;
+        mended.replace(begin, broken.find("\r\n", begin) - begin, defect.instead);
+        EXPECT_THAT(namesOf(check(mended)), IsEmpty()) << defect.instead;
     }
 }

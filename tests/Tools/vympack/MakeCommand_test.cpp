@@ -1,3 +1,4 @@
+#include "Tools/vympack/CheckCommand.h"
 #include "Tools/vympack/MakeCommand.h"
 #include "tests/Tools/vympack/support.h"
 
@@ -55,14 +56,14 @@ TEST_F(VympackMake, MakeWritesExactlyTheLayout)
 TEST_F(VympackMake, ASmallPackageHasTheseBytes)
 {
     const auto text = goodDescription();
-    ASSERT_EQ(text.size(), 0xFFU) << "the numbers below are for a text of this size";
+    ASSERT_EQ(text.size(), 0x11EU) << "the numbers below are for a text of this size";
     using namespace std::string_literals;
     const auto bytes = text + "firmware"
         + "VYMINFO.txt\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
-          "\x00\x00\x00\x00\xFF\x00\x00\x00"s
+          "\x00\x00\x00\x00\x1E\x01\x00\x00"s
         + "main.bin\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
-          "\xFF\x00\x00\x00\x08\x00\x00\x00"s
-        + "\x07\x01\x00\x00\x02\x00\x00\x00VYMBIND\0"s;
+          "\x1E\x01\x00\x00\x08\x00\x00\x00"s
+        + "\x26\x01\x00\x00\x02\x00\x00\x00VYMBIND\0"s;
     writeGoodInputs();
     ASSERT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDone);
     EXPECT_EQ(m_out.read("package"), bytes);
@@ -74,7 +75,7 @@ TEST_F(VympackMake, WhatMakeWritesPassesCheckAndUnpacksToTheSame)
     const std::string image(700'000, '\xA5'); // more than one piece of a copy
     m_in.write("main.bin", image);
     ASSERT_EQ(make({"main.bin", "VYMINFO.txt"}), kExitDone);
-    EXPECT_EQ(checkPackage(m_out.path("package"), false, m_streams), kExitDone);
+    EXPECT_EQ(checkPackage({m_out.path("package")}, m_streams), kExitDone);
     EXPECT_THAT(m_results.str(), HasSubstr("0 errors, 0 warnings"));
     const ExtractionOrder unpack{m_out.path("unpacked"), {}, false};
     EXPECT_EQ(extractPackage(m_out.path("package"), unpack, m_streams), kExitDone);
@@ -194,7 +195,7 @@ TEST_F(VympackMake, SaysWhatItWroteWithDigests)
 {
     writeGoodInputs();
     ASSERT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDone);
-    EXPECT_THAT(m_results.str(), HasSubstr("package: 2 files, 359 bytes, SHA-256 "));
+    EXPECT_THAT(m_results.str(), HasSubstr("package: 2 files, 390 bytes, SHA-256 "));
     // As sha256sum gives it for the eight bytes "firmware".
     EXPECT_THAT(m_results.str(),
                 HasSubstr("         8  "

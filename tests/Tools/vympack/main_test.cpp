@@ -75,7 +75,7 @@ TEST(VympackProgram, ExitCodesTellWhatHappened)
         {"errors", "check " + broken, 1},
         {"a list of what is no package", "list " + broken, 1},
         {"a file that is not there", "check " + folder.path("none"), 66},
-        {"a folder", "check " + folder.path(""), 66},
+        {"a folder without a package", "check /proc/self/fd", 66},
         {"an input that is not there", "make -o x " + folder.path("none"), 66},
         {"a refused make", "make -o " + folder.path("new") + " " + broken, 1},
         {"results that cannot be written", "check " + warned + " >/dev/full", 73},

@@ -66,7 +66,8 @@ inline std::string goodDescription()
     return "TGMNAME \"Model 100\"\r\nMODELNAME \"Model 100\"\r\nDRIVERNAME \"Model 100\"\r\n"
            "PORT USB\r\nPORTNO 48350\r\nENTERTIME 5\r\nEXITTIME 5\r\nUPDATETIME 30\r\n"
            "ALLOWVERSIONDOWN BOTH\r\nPLATFORMVERSION MACOS=0\r\n"
-           "VERSION MAIN=AB010203 main.bin MAIN.BIN COMPATIBLE=AB010100 DISPVER=1.2.3\r\n";
+           "VERSION MAIN=AB010203 main.bin MAIN.BIN COMPATIBLE=AB010100 DISPVER=1.2.3\r\n"
+           "DEVICEIDMODELNAME \"Model 100\"\r\n";
 }
 
 inline std::string little(std::uint32_t value)
