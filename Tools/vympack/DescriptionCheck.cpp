@@ -48,10 +48,10 @@ void checkUsbModel(vymParse& parsed, const RowReport& report)
         || model.find_first_of(" (") == model.npos)
         return;
     report.whole(defect::kNoUsbModel,
-                 "there is no DEVICEIDMODELNAME row, and " + vympack::quoted(model)
+                 "there is no DEVICEIDMODELNAME row, and " + inQuotes(model)
                      + " holds a blank or \"(\": add one that lists the models as USB printers name"
                        " themselves",
-                 "DEVICEIDMODELNAME " + vympack::quoted(model));
+                 "DEVICEIDMODELNAME " + inQuotes(model));
 }
 
 void checkKeyed(const KeyedRow& row, const RowReport& report)
@@ -59,7 +59,8 @@ void checkKeyed(const KeyedRow& row, const RowReport& report)
     const std::string key(row.rule->key);
     if (!row.exact)
         report.at(row, row.text, defect::kUnknownKey,
-                  quoted(firstWord(row.text)) + " counts as " + key + " because it begins so: put a"
+                  inQuotes(firstWord(row.text)) + " counts as " + key
+                      + " because it begins so: put a"
                       + " blank after the key, or begin a comment with #",
                   key + " " + withoutEquals(row.text.substr(key.size())));
     if (std::count(row.text.begin(), row.text.end(), '"') % 2 != 0)
@@ -87,7 +88,7 @@ void checkUnkeyed(std::string_view row, std::size_t number, const RowReport& rep
     } else if (blanks == 0 && looksLikeKey(word)) {
         const auto near = nearestKey(word);
         report.at(number, 1, defect::kUnknownKey,
-                  quoted(word) + " is no key, the row is ignored: " + hintForWord(word),
+                  inQuotes(word) + " is no key, the row is ignored: " + hintForWord(word),
                   near.empty() ? "# " + std::string(row) : withSpot(row, word, near));
     }
 }

@@ -76,7 +76,7 @@ private:
     Defects& m_defects;
 };
 
-inline std::string quoted(std::string_view text)
+inline std::string inQuotes(std::string_view text)
 {
     std::string out(1, '"');
     return out.append(text).append(1, '"');

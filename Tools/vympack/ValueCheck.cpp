@@ -30,8 +30,8 @@ void checkNothingFollows(const KeyedRow& row, std::string_view token, const RowR
     report.at(row, rest, defect::kUnreadText,
               "only the first word of this value is read: put a value with blanks in double"
               " quotes, or remove "
-                  + quoted(rest),
-              isText ? std::string(row.rule->key) + " " + vympack::quoted(whole)
+                  + inQuotes(rest),
+              isText ? std::string(row.rule->key) + " " + inQuotes(whole)
                      : withoutSpot(row.text, rest));
 }
 
@@ -65,7 +65,7 @@ void checkNumber(const KeyedRow& row, std::string_view value, const RowReport& r
     const bool plain = !token.empty() && std::all_of(token.begin(), token.end(), isDigit);
     if (!plain || number < rule.least || number > rule.most)
         report.at(row, token, defect::kBadNumber,
-                  std::string(rule.key) + " is " + quoted(token) + ": write a number from "
+                  std::string(rule.key) + " is " + inQuotes(token) + ": write a number from "
                       + std::to_string(rule.least) + " to " + std::to_string(rule.most)
                       + " without quotes",
                   sampleRow(rule));
@@ -84,7 +84,8 @@ void checkYesNo(const KeyedRow& row, std::string_view value, const RowReport& re
             return;
     }
     report.at(row, value, defect::kBadYesNo,
-              std::string(row.rule->key) + " answers " + quoted(value) + ": write YES, NO or BOTH",
+              std::string(row.rule->key) + " answers " + inQuotes(value)
+                  + ": write YES, NO or BOTH",
               sampleRow(*row.rule));
 }
 
@@ -96,7 +97,7 @@ void checkAddress(const KeyedRow& row, std::string_view value, const RowReport& 
     if (address.find('\0') != std::string::npos
         || ::inet_pton(AF_INET, address.c_str(), &parsed) != 1)
         report.at(row, value, defect::kBadDefaultAddress,
-                  vympack::quoted(address)
+                  inQuotes(address)
                       + " is no IPv4 address: write four numbers such as 192.168.0.10",
                   sampleRow(*row.rule));
     checkNothingFollows(row, value, report);
@@ -123,7 +124,7 @@ void checkBounds(const KeyedRow& row, std::string_view value, std::string_view l
     constexpr auto kForm = ": write hexadecimal numbers such as 1058";
     if (!isBound(lowest, false))
         report.at(row, lowest, defect::kBadPlatformVersion,
-                  "the lowest system version is " + quoted(lowest) + kForm, sampleRow(*row.rule));
+                  "the lowest system version is " + inQuotes(lowest) + kForm, sampleRow(*row.rule));
     const auto rest = description::afterToken(value);
     const auto highest = firstToken(rest);
     if (highest.empty())
@@ -131,12 +132,12 @@ void checkBounds(const KeyedRow& row, std::string_view value, std::string_view l
     const auto most = description::leadingNumber(highest, 16);
     if (!isBound(highest, true))
         report.at(row, highest, defect::kBadPlatformVersion,
-                  "the highest system version is " + quoted(highest) + kForm,
+                  "the highest system version is " + inQuotes(highest) + kForm,
                   withoutSpot(row.text, highest));
     else if (most >= 0 && most < description::leadingNumber(lowest, 16))
         report.at(row, highest, defect::kBadPlatformVersion,
-                  "the highest system version " + quoted(highest) + " is below the lowest, "
-                      + quoted(lowest) + ": no system would do; swap or remove it",
+                  "the highest system version " + inQuotes(highest) + " is below the lowest, "
+                      + inQuotes(lowest) + ": no system would do; swap or remove it",
                   withoutSpot(row.text, highest));
     checkNothingFollows(row, rest, report);
 }

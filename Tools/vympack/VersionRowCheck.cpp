@@ -69,18 +69,18 @@ void checkForm(const KeyedRow& row, std::string_view text, const RowReport& repo
     const auto form = versionForm(text);
     if (!form)
         report.at(row, text, defect::kUnknownVersionForm,
-                  quoted(text)
+                  inQuotes(text)
                       + " cannot be compared with a printer's version: write four characters and"
                         " digits (AB010203), NN.NN, or one of the other forms",
                   withSpot(row.text, text, "AB010203"));
     else if (form->compared < text.size())
         report.at(row, text, defect::kVersionTail,
-                  "nothing after " + quoted(text.substr(0, form->compared))
+                  "nothing after " + inQuotes(text.substr(0, form->compared))
                       + " is compared: shorten the version",
                   withSpot(row.text, text, text.substr(0, form->compared)));
     else if (!form->numbered)
         report.at(row, text, defect::kVersionWithoutNumber,
-                  quoted(text)
+                  inQuotes(text)
                       + " has no digits after its four leading characters: no version of it is"
                         " newer than another; add digits",
                   withSpot(row.text, text, std::string(text) + "0100"));
@@ -144,7 +144,7 @@ void checkEverSent(const KeyedRow& row, const VersionRow& version, yesno_type ru
     if (!isReadable || rule == yesno_none || isEverSent(update, version.compatible, rule))
         return;
     report.at(row, version.compatible.empty() ? update : version.compatible, defect::kNeverSent,
-              "no printer can take " + quoted(update)
+              "no printer can take " + inQuotes(update)
                   + (version.compatible.empty()
                          ? " under this ALLOWVERSIONDOWN: raise the version"
                          : " with this COMPATIBLE: one that is new enough for it needs no update;"
@@ -165,7 +165,7 @@ void checkFirmware(const KeyedRow& row, const VersionRow& version, yesno_type ru
         const auto shorter = description::beforeDigits(first.name);
         report.at(row, first.name, defect::kFirmwareNameDigit,
                   "a printer's firmware names are read up to their first digit, so "
-                      + quoted(first.name) + " is never found: write " + quoted(shorter),
+                      + inQuotes(first.name) + " is never found: write " + inQuotes(shorter),
                   shorter.empty() ? std::string() : withSpot(row.text, first.name, shorter));
     }
     checkQuotes(row, first.name, report);
@@ -179,7 +179,7 @@ void checkOthers(const KeyedRow& row, const VersionRow& version, const RowReport
         const auto name = description::splitNamed(token).name;
         const auto near = nearestTokenName(name);
         report.at(row, token, defect::kUnknownToken,
-                  quoted(name) + " is read by no program: "
+                  inQuotes(name) + " is read by no program: "
                       + (near.empty() ? "remove it" : "did you mean " + std::string(near) + "?"),
                   near.empty() ? withoutSpot(row.text, token) : withSpot(row.text, name, near));
     }
@@ -194,7 +194,7 @@ void checkFirst(const KeyedRow& row, const VersionRow& version, yesno_type rule,
     } else if (!version.others.empty()) {
         const auto token = version.others.front();
         report.at(row, token, defect::kVersionNameNotFirst,
-                  quoted(token)
+                  inQuotes(token)
                       + " is read as name and version only when it stands first: put it right"
                         " after VERSION",
                   "VERSION " + std::string(token)
@@ -221,12 +221,12 @@ void checkSubFile(const KeyedRow& row, const VersionRow& version, const RowRepor
     const auto last = version.subFiles.back();
     if (version.subFiles.size() > 1)
         report.at(row, version.subFiles.front(), defect::kUnreadText,
-                  "of several sub-file names only the last is read, " + quoted(last)
+                  "of several sub-file names only the last is read, " + inQuotes(last)
                       + ": remove the others",
                   withoutSpot(row.text, version.subFiles.front()));
     if (last.size() > kMostSubFileName)
         report.at(row, last, defect::kSubFileNameTooLong,
-                  quoted(last) + " has " + std::to_string(last.size())
+                  inQuotes(last) + " has " + std::to_string(last.size())
                       + " characters, and one of more than 31 is not sent at all: shorten it",
                   withSpot(row.text, last, last.substr(0, kMostSubFileName)));
     checkQuotes(row, last, report);
@@ -243,9 +243,9 @@ void checkImage(const KeyedRow& row, const VersionRow& version, const Images* im
     } else if (images != nullptr && !images->has(name)) {
         const auto other = images->inOtherCase(name);
         report.at(row, version.image, defect::kImageMissing,
-                  quoted(name) + " is not in the package: "
+                  inQuotes(name) + " is not in the package: "
                       + (other.empty() ? "add it or correct the name"
-                                       : "did you mean " + quoted(other) + "?"),
+                                       : "did you mean " + inQuotes(other) + "?"),
                   other.empty() ? std::string() : withSpot(row.text, version.image, other));
     }
     checkQuotes(row, version.image, report);
@@ -260,7 +260,7 @@ void checkTwice(const KeyedRow& row, const VersionRow& version,
     const auto [earlier, isNew] = seen.emplace(upperCase(version.first.name), row.number);
     if (!isNew)
         report.at(row, version.first.name, defect::kDuplicateFirmware,
-                  quoted(version.first.name) + " has a row already, row "
+                  inQuotes(version.first.name) + " has a row already, row "
                       + std::to_string(earlier->second) + ": remove one",
                   "# " + std::string(row.text));
 }
@@ -271,7 +271,7 @@ void checkUnused(const std::vector<EmbeddedFile>& files, const std::set<std::str
     for (const auto& file : files) {
         if (file.name != kDescriptionName && !file.name.empty() && !used.contains(file.name))
             defects.add(defect::kImageUnused, file.place,
-                        quoted(file.name)
+                        inQuotes(file.name)
                             + " is named by no VERSION row: name it in one or leave it out");
     }
 }
