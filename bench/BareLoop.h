@@ -1,23 +1,23 @@
-// The least that a sender of firmware can do: for each piece one read from the container, its byte
-// sum, then poll, send, poll, recv. One buffer, nothing copied, no time-out, no lock.
+// The least that a sender of firmware must do: for each piece, one read from the container and its
+// byte sum, then poll, send, poll, recv. One buffer, no copies, no time-out, no lock.
 //
 // Owns:    the packet buffer and the socket.
 // Threads: one.
-// Does not look at an answer but for its length.
+// Checks only the length of an answer.
 #pragma once
 #include <cstdint>
 #include <vector>
 
 class BareLoop {
 public:
-    // size bytes of firmware from a place in the open container on.
+    // size bytes of firmware, starting at an offset in the open container.
     BareLoop(std::uint64_t place, std::uint32_t size);
     ~BareLoop();
     BareLoop(const BareLoop&) = delete;
     BareLoop& operator=(const BareLoop&) = delete;
 
     bool connect(std::uint16_t port);
-    // Sends all of it over the connection, which ends with it.
+    // Sends all of it over the connection, then closes that.
     bool run();
 
 private:
@@ -25,8 +25,8 @@ private:
     [[nodiscard]] bool sendAll(const unsigned char* packet, std::size_t length) const;
     [[nodiscard]] bool acknowledged() const;
 
-    std::vector<std::vector<unsigned char>> m_packets; // ready but for their heads
+    std::vector<std::vector<unsigned char>> m_packets; // complete except for their heads
     std::uint32_t m_size;
-    std::uint16_t m_sum = 0; // of all pieces, as any sender has to keep it
+    std::uint16_t m_sum = 0; // of all pieces; every sender has to keep it
     int m_socket = -1;
 };

@@ -1,5 +1,6 @@
-// Loaded into any program of the window toolkit by its environment: ends it as soon as its first
-// window has been painted, so that start and memory are measured without a change to the program.
+// A plugin that the environment loads into any program of the window toolkit. It ends the program
+// after the first paint of its first window, so that start and memory are measured on the
+// unchanged program.
 #include <QEvent>
 #include <QGenericPlugin>
 #include <QGuiApplication>
@@ -11,8 +12,7 @@ class FirstPaint : public QObject {
 public:
     FirstPaint() { QCoreApplication::instance()->installEventFilter(this); }
 
-    // A window paints itself while it handles the event that is seen here before; the timer comes
-    // after that.
+    // This filter runs before the window handles the event and paints; the timer fires after that.
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         const auto* window = qobject_cast<QWindow*>(watched);

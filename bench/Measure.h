@@ -1,5 +1,5 @@
-// What every benchmark needs: how long some work took, and an end with a reason where something
-// that it relies on does not hold.
+// Helpers of every benchmark: measure how long some work took, and exit with a reason when a
+// precondition fails.
 //
 // Threads: any.
 #pragma once

@@ -1,5 +1,5 @@
-// The system's clock without the pauses that printers are given: what is left of a run is the
-// engine's own work.
+// The system's clock without the pauses that printers need: a run then consists of the engine's
+// own work alone.
 //
 // Owns:    nothing; while it lives, it is the engine's source of time.
 // Threads: as setTimeSource.

@@ -42,7 +42,7 @@ Peer::Peer()
     m_process = fork();
     require(m_process >= 0, "fork");
     if (m_process == 0) {
-        prctl(PR_SET_PDEATHSIG, SIGKILL); // a benchmark that is killed leaves nothing behind
+        prctl(PR_SET_PDEATHSIG, SIGKILL); // ends with a benchmark that is killed
         dup2(listening, STDIN_FILENO);
         close(listening);
         execl(BENCH_PEER, BENCH_PEER, nullptr);

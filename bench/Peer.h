@@ -1,13 +1,13 @@
-// The peer of the data path benchmark as its senders see it: a process that answers on loopback.
+// The peer of the data path benchmark, seen from its senders: a process that answers on loopback.
 //
 // Owns:      the process, which ends with the object.
 // Threads:   one.
-// Invariant: the process accepts connections, one after the other, from construction on.
+// Invariant: once constructed, the process accepts connections, one at a time.
 #pragma once
 #include <cstdint>
 #include <sys/types.h>
 
-// What a peer tells an updater, and what its senders have to agree with.
+// What the peer reports to an updater; the senders have to use the same values.
 constexpr unsigned kMaxPacket = 65536;
 constexpr unsigned kReplySize = 12; // of an acknowledgement
 

@@ -1,5 +1,5 @@
-// The data path: a firmware image through vymProtocol::UpdateFirmware, and the same bytes through
-// the barest loop that could deliver them, to the same peer.
+// The data path: sends a firmware image with vymProtocol::UpdateFirmware, and the same bytes with
+// the smallest loop that could deliver them, to the same peer.
 //
 //   bench_data_path FOLDER pairs N        N interleaved pairs: the median of their ratios
 //   bench_data_path FOLDER engine|bare    one of the two, once, for callgrind and strace
@@ -62,13 +62,13 @@ void runPairs(long count, std::uint16_t port)
 {
     auto loop = bareLoop();
     std::vector<double> ratios;
-    engineSeconds(port); // both have been through once before the first pair counts
+    engineSeconds(port); // both have run once before the first pair counts
     bareSeconds(loop, port);
     for (long i = 0; i < count; ++i) {
         const bool engineFirst = i % 2 == 0;
         const auto first = engineFirst ? engineSeconds(port) : bareSeconds(loop, port);
         const auto second = engineFirst ? bareSeconds(loop, port) : engineSeconds(port);
-        // Speed is the inverse of time.
+        // Speed is the inverse of time, so the quotient is turned over.
         ratios.push_back(engineFirst ? second / first : first / second);
     }
     const auto middle = ratios.begin() + count / 2;

@@ -1,4 +1,4 @@
-"""What the benchmarks share: packages, virtual printers, and programs that are weighed."""
+"""Helpers of the benchmarks: packages, virtual printers, and programs whose cost is measured."""
 
 import contextlib
 import os
@@ -13,11 +13,11 @@ from dataclasses import dataclass
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BIN = ROOT / "build/bench/bin"
 CLI = str(BIN / "vymkit-cli")
-PORT = 48377  # not the default, so that a printer that is being tried out is not disturbed
+PORT = 48377  # not the default, so as not to disturb a printer that is being tried out
 FIRST_ADDRESS = "127.0.77.1"
 MIB = 1024 * 1024
 
-# Away from the home of whoever runs the benchmarks; gone with this process.
+# Keeps the user's home folder untouched; deleted when this process ends.
 STATE = tempfile.TemporaryDirectory(prefix="vymkit-bench-")
 os.environ["XDG_STATE_HOME"] = STATE.name
 
@@ -47,7 +47,7 @@ def description():
 
 
 def write_package(folder, image_size, pattern=None):
-    """A container with an image of that size: the pattern repeated, or a hole that takes no room."""
+    """A container with an image of that size: the pattern repeated, or a sparse file's hole."""
     info = description()
     entries = [("VYMINFO.txt", 0, len(info)), ("image.bin", len(info), image_size)]
     table = len(info) + image_size
@@ -70,7 +70,7 @@ def package(image_size, pattern=None):
 
 @contextlib.contextmanager
 def printers(count=1, *options):
-    """That many virtual printers on consecutive addresses; yields the addresses."""
+    """Runs that many virtual printers on consecutive addresses; yields the addresses."""
     command = [str(BIN / "vymprinter"), "--listen", f"{FIRST_ADDRESS}:{PORT}", "--count",
                str(count), "--model", "BENCH", "--firmware", "MAIN=AB010100", "--quiet", *options]
     with subprocess.Popen(command, stdout=subprocess.PIPE, text=True) as process:
@@ -111,8 +111,8 @@ def weigh_update(folder, address):
 
 
 def instructions(function, command):
-    """What callgrind counts in a function and below it; in the whole program for None."""
-    # Without the tunable, glibc copies with one instruction that is counted once for each byte.
+    """Callgrind's count for a function and its callees; for the whole program if function is None."""
+    # Without the tunable, glibc copies with one instruction that callgrind counts once per byte.
     environment = os.environ | {
         "GLIBC_TUNABLES": "glibc.cpu.x86_rep_movsb_threshold=0x7fffffffffff"}
     chosen = ["--collect-atstart=no", f"--toggle-collect={function}"] if function else []
@@ -126,7 +126,7 @@ def instructions(function, command):
 
 
 def system_calls(command):
-    """All that a process makes, without its children."""
+    """Counts all system calls of a process, without its children's."""
     with tempfile.NamedTemporaryFile("r", prefix="vymkit-bench-") as file:
         subprocess.run(["strace", "-c", "-o", file.name, *command], check=True,
                        stdout=subprocess.DEVNULL)

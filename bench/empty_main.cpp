@@ -1,2 +1,2 @@
-// A program that does nothing: what starting any program with these libraries takes.
+// A program that does nothing; its start is the least that any program with these libraries needs.
 int main() { }

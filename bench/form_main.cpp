@@ -1,4 +1,4 @@
-// What no program that shows an interface file can do without: the baseline of the wizard's start.
+// The least that a program does to show an interface file: the baseline of the wizard's start.
 //
 //   bench_form FILE
 #include <QApplication>
@@ -12,7 +12,7 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     if (argc != 2)
         return 64;
-    // As the wizard does it: the loader takes no plugins from Designer's folders, where they lie.
+    // As in the wizard: the loader takes no plugins from Designer's folders.
     const auto paths = QCoreApplication::libraryPaths();
     QCoreApplication::setLibraryPaths({});
     QUiLoader loader;

@@ -1,5 +1,5 @@
-// Every getter of a description of 60 rows, and the walk that no reader without an index can do
-// without: one memchr from row end to row end. For callgrind; each in a function of its own.
+// Calls every getter of a description of 60 rows, and makes the one walk that a reader without an
+// index cannot avoid: memchr from row end to row end. For callgrind; each in its own function.
 //
 //   bench_getters          prints the number of questions that askEverything() asks
 #include "VYM/vymParse.h"

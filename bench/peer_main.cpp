@@ -1,6 +1,6 @@
-// A printer that costs next to nothing: takes packets off a connection and answers each at once,
-// so that a benchmark of the sender measures the sender. The listening socket is its standard
-// input. Looks at nothing of a packet but its header.
+// A printer that costs next to nothing: reads packets from a connection and answers each at once,
+// so that a benchmark of the sender measures the sender. Standard input is the listening socket.
+// Looks only at the header of a packet.
 #include "bench/Peer.h"
 
 #include <cstdio>
@@ -40,7 +40,7 @@ std::string reply(std::uint32_t code, const std::string& rest)
         + body;
 }
 
-// The printer's own description, in its one and last block.
+// The printer's own description, in a single block, which is therefore the last.
 std::string targetInfo()
 {
     const auto text = "TGMNAME BENCH\r\nVERSION MAIN=AB010100\r\nMAXPACKET "

@@ -1,5 +1,5 @@
-// The list of printers from a print server with many queues, and the same queues as libcups hands
-// them over, from the same server: a scheduler of this program's own.
+// Lists the printers of a print server with many queues, and reads the same queues with libcups
+// alone. The server is a scheduler that this program starts.
 //
 //   bench_printers QUEUES N        N interleaved pairs: the median of their ratios
 #include "Platform/CupsPrintServer.h"
@@ -44,7 +44,7 @@ double listSeconds(std::size_t count)
     return taken;
 }
 
-// The same question, and every attribute of the answer looked at once.
+// Sends the same request and looks at every attribute of the answer once.
 std::size_t askLibcups()
 {
     constexpr std::array kWanted = {"printer-name", "printer-info", "printer-location",
@@ -83,7 +83,7 @@ double libcupsSeconds(std::size_t count)
 double medianRatio(std::size_t queues, long pairs)
 {
     std::vector<double> ratios;
-    listSeconds(queues); // both have been through once before the first pair counts
+    listSeconds(queues); // both have run once before the first pair counts
     libcupsSeconds(queues);
     for (long i = 0; i < pairs; ++i) {
         const bool listFirst = i % 2 == 0;

@@ -7,7 +7,7 @@ from desk import BIN, CLI, MIB, Result, instructions, package, system_calls
 
 IMAGE_MIB = 64
 PAIRS = 31
-PIECE = 65536 - 60  # MAXPACKET less the head of a file packet
+PIECE = 65536 - 60  # MAXPACKET minus the head of a file packet
 QUEUES = 500
 DATA_PATH = str(BIN / "bench_data_path")
 

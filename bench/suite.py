@@ -1,4 +1,4 @@
-"""Runs the benchmarks and prints a line for each; called by ./bench/run."""
+"""Runs the benchmarks and prints a line for each; ./bench/run calls it."""
 
 import argparse
 import os

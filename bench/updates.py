@@ -9,11 +9,11 @@ import time
 from desk import MIB, Result, package, printers, weigh_update
 
 PAUSES = 2 + 2 + 2 + 2  # seconds: before entering, before the check, before the data, at the end
-# A printer writes for minutes; a minute is enough to see what is added. Not a multiple of the half
-# second between two questions to the printer, so that noise decides nothing.
+# A printer writes for minutes; one minute shows well enough what the updater adds. Not a multiple
+# of the half second between two status queries, so that noise does not decide the result.
 WRITING = 60.3
 WRITTEN = 8 * MIB
-AT_ONCE = 3  # updates that wait side by side do not disturb each other
+AT_ONCE = 3  # updates that mostly wait do not disturb each other
 
 FLEET = 200
 FLEET_AT_ONCE = 50

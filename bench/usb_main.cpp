@@ -1,7 +1,7 @@
-// Bulk throughput: packets of firmware through the connection manager to a printer on a USB bus,
-// and the same packets through the barest loop over libusb, to the same printer.
+// Bulk throughput: sends firmware packets to a printer on a USB bus, through the connection manager
+// and through the smallest loop over libusb, with the same packets and the same printer.
 //
-//   bench_usb PAIRS    PAIRS interleaved pairs: the median of the ratios of their speeds, then the
+//   bench_usb PAIRS    PAIRS interleaved pairs: prints the median ratio of their speeds, then the
 //                      bare loop's speed in MB/s
 //
 // A virtual printer of the model BENCH, the only one on the bus, has MAXPACKET 65536 and
@@ -29,7 +29,7 @@ constexpr std::string_view kDescription = "TGMNAME BENCH\r\n";
 constexpr char kPort[] = "usb://Virtual/BENCH?serial=VP0001";
 constexpr std::uint16_t kVendor = 0x1209;
 constexpr std::uint16_t kProduct = 0x0001;
-constexpr unsigned char kBulkOut = 0x02; // as the virtual controller numbers them
+constexpr unsigned char kBulkOut = 0x02; // the virtual controller's numbering
 constexpr unsigned char kBulkIn = 0x81;
 constexpr std::uint32_t kPieces = 64;
 constexpr std::uint32_t kPiece = 65536 - sizeof(TAG_CMDSENDFILE);
@@ -37,7 +37,7 @@ constexpr unsigned long kTimeoutMs = 30000;
 constexpr unsigned kDrainMs = 20;
 constexpr int kReplyRoom = 512;
 
-// One packet, and whether the printer answers it.
+// One packet, and whether the printer acknowledges it.
 struct Step {
     Packet bytes;
     bool answered;
@@ -74,7 +74,7 @@ std::vector<Step> wholeFirmware()
     return steps;
 }
 
-// The printer by libusb alone; while it lives, the interface is taken.
+// Talks to the printer through libusb alone; holds the interface while it lives.
 class BarePrinter {
 public:
     BarePrinter()
@@ -94,7 +94,7 @@ public:
     BarePrinter(const BarePrinter&) = delete;
     BarePrinter& operator=(const BarePrinter&) = delete;
 
-    // Makes the printer forget what went before, and reads away what it has still answered.
+    // Resets the printer, then reads and drops the answers that it still sends.
     void softReset()
     {
         require(libusb_control_transfer(m_handle, 0x21, 2, 0, 0, nullptr, 0, kTimeoutMs) == 0,
@@ -142,7 +142,7 @@ double bareSeconds(const std::vector<Step>& steps)
     });
 }
 
-// An answer to a piece may come later than it is waited for; it is then the next packet's.
+// An answer to a piece may arrive after the wait for it; the next packet then receives it.
 void exchange(DevConnMgr& manager, void* handle, Packet& packet, bool answered)
 {
     unsigned char* reply = nullptr;
@@ -194,7 +194,7 @@ int main(int argc, char** argv)
         const auto first = bareFirst ? bareSeconds(steps) : connectionSeconds(steps);
         const auto second = bareFirst ? connectionSeconds(steps) : bareSeconds(steps);
         bare = bareFirst ? first : second;
-        if (i > 0) // both have been through once before the first pair counts
+        if (i > 0) // both have run once before the first pair counts
             ratios.push_back(bareFirst ? first / second : second / first);
     }
     const auto middle = ratios.begin() + pairs / 2;

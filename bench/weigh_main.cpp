@@ -1,9 +1,9 @@
-// Runs a program and says what it took: "EXITCODE SECONDS PEAK_KIB READ_BYTES" in a file.
+// Runs a program and writes its cost to a file: "EXITCODE SECONDS PEAK_KIB READ_BYTES".
 //
 //   bench_weigh RESULT PROGRAM [ARGUMENT...]
 //
-// The peak of a program counts from before its exec, so it is started from here, out of a process
-// that is smaller than any that is measured. READ_BYTES is all that it read from files.
+// The kernel counts a program's peak from before its exec, so a process that is smaller than any
+// measured program starts it. READ_BYTES counts everything that the program read from files.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -17,10 +17,10 @@
 
 namespace {
 
-// Asked of a process that has ended and was not waited for yet: then the account is complete.
+// Read after the process has ended and before it is waited for: the counts are complete then.
 std::optional<unsigned long long> bytesReadBy(pid_t process)
 {
-    constexpr std::string_view kKey = "rchar: "; // begins the first line
+    constexpr std::string_view kKey = "rchar: "; // starts the first line
     std::ifstream file("/proc/" + std::to_string(process) + "/io");
     std::string line;
     if (!std::getline(file, line) || line.substr(0, kKey.size()) != kKey)

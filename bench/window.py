@@ -1,4 +1,4 @@
-"""Benchmark of the wizard: its first window, against a program that shows a small form."""
+"""Benchmark of the wizard: its first window, compared with a program that shows a small form."""
 
 import contextlib
 import statistics
@@ -14,7 +14,7 @@ FORM = [str(BIN / "bench_form"), str(ROOT / "bench/form.ui")]
 
 @contextlib.contextmanager
 def screen():
-    """An X server; yields the environment of programs that are to end after their first paint."""
+    """Runs an X server; yields an environment that makes programs end after their first paint."""
     with tempfile.TemporaryDirectory(prefix="vymkit-bench-") as home, subprocess.Popen(
             ["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as server:
@@ -38,7 +38,7 @@ def shown(command, environment):
 
 def window():
     with screen() as environment:
-        shown(WIZARD, environment), shown(FORM, environment)  # from the disk, once
+        shown(WIZARD, environment), shown(FORM, environment)  # fills the disk cache
         pairs = [(shown(WIZARD, environment), shown(FORM, environment)) for _ in range(PAIRS)]
     ratio = statistics.median(wizard.seconds / form.seconds for wizard, form in pairs)
     form_seconds = statistics.median(form.seconds for _, form in pairs)

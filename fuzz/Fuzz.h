@@ -1,5 +1,5 @@
-// What the targets share: a claim that has to hold whatever the input is, and an input that is
-// taken apart from its front.
+// Helpers of the targets: a claim that must hold for every input, and an input that is consumed
+// from the front.
 //
 // Owns:    nothing; views lie inside the bytes that libFuzzer gave.
 // Threads: none of its own.
@@ -11,10 +11,10 @@
 #include <cstdlib>
 #include <string_view>
 
-// A target's objects are its own: nobody else could hold, or wait for, their locks.
+// A target alone uses its objects: no other thread can hold, or wait for, their locks.
 #pragma clang diagnostic ignored "-Wthread-safety-analysis"
 
-// libFuzzer keeps the input of a process that stops here.
+// libFuzzer saves the input of a process that aborts here.
 inline void require(bool holds, const char* claim)
 {
     if (holds)
@@ -28,7 +28,7 @@ inline std::string_view asText(const std::uint8_t* data, std::size_t size)
     return {reinterpret_cast<const char*>(data), size};
 }
 
-// Zeros and short texts once it is used up.
+// An exhausted input gives zeros and short texts.
 class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size) : m_rest(asText(data, size)) { }
@@ -50,7 +50,7 @@ public:
         const unsigned high = byte();
         return static_cast<std::uint16_t>(high << 8 | byte());
     }
-    // Up to the separator, which is passed over; all of it when there is none.
+    // The text up to the separator, which is skipped; the whole rest without a separator.
     std::string_view until(char separator)
     {
         const auto taken = text(std::min(m_rest.find(separator), m_rest.size()));

@@ -1,17 +1,17 @@
 // A printer whose replies are the input, one instruction an exchange, plugged into the connection
 // manager in place of the network:
 //
-//   0  these bytes, whatever they are           length (2 bytes), bytes
-//   1  a reply to what was asked, framed right  length (2 bytes), body
-//   2  a file in its only block, sums right     length (2 bytes), text
+//   0  these raw bytes                          length (2 bytes), bytes
+//   1  a correctly framed reply to the request  length (2 bytes), body
+//   2  a file in one block, with correct sums   length (2 bytes), text
 //   3  no reply
-//   4  the transport fails                      code (1 byte), its sign turned
+//   4  the transport fails                      code (1 byte), negated
 //
-// Instructions are counted modulo 5. Once the input is used up, no reply comes any more.
+// Instructions are taken modulo 5. After the end of the input there are no more replies.
 //
 // Owns:      the connection manager while it lives; one printer at a time.
-// Threads:   one at a time drives the connection; the rest is its maker's.
-// Invariant: a conversation that goes on past its limit of exchanges stops the process.
+// Threads:   one at a time drives the connection; its creator makes all other calls.
+// Invariant: a conversation that exceeds its limit of exchanges aborts the process.
 #pragma once
 #include "DevConn/ConnResult.h"
 #include "DevConn/DevConnMgr.h"
@@ -61,7 +61,7 @@ public:
 
     long Connect(const char* /*name*/, const char* /*port*/, unsigned short /*tcpPort*/) override
     {
-        m_connected = true; // a time-out is taken by an open connection only
+        m_connected = true; // only an open connection accepts a time-out
         return conn::kSuccess;
     }
     long SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
@@ -96,7 +96,7 @@ inline std::unique_ptr<DevConnBase> FuzzedPrinter::make()
 
 inline long FuzzedPrinter::answer(std::string_view packet, std::string& reply)
 {
-    constexpr std::uint16_t kMoreOfAFile = 0x5001; // what is awaited without a packet
+    constexpr std::uint16_t kMoreOfAFile = 0x5001; // expected when no packet is sent
     require(m_left-- > 0, "the conversation comes to an end");
     const auto what = m_input.empty() ? 3 : m_input.byte() % 5;
     if (what == 3)

@@ -1,6 +1,6 @@
-// Any bytes as the package container that the engine opens: its folder holds a link to memory.
+// Offers any bytes as the package container that the engine opens: its folder links to memory.
 //
-// Owns:    the folder, which is gone when the process ends without a finding.
+// Owns:    the folder, which is deleted when the process ends without a finding.
 // Threads: none of its own.
 #pragma once
 #include "VYM/vymBindInfo.h"

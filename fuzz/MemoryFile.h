@@ -19,7 +19,7 @@ public:
     MemoryFile(const MemoryFile&) = delete;
     MemoryFile& operator=(const MemoryFile&) = delete;
 
-    void write(std::string_view bytes) const // in place of what was there
+    void write(std::string_view bytes) const // replaces the content
     {
         const bool whole = ftruncate(m_fd, 0) == 0
             && pwrite(m_fd, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size());

@@ -1,5 +1,5 @@
-// The row and token rules of a description once more, character by character and without a
-// thought of speed, for the fuzz targets to hold the product's reading against.
+// A second implementation of the row and token rules of a description, character by character and
+// without regard for speed. The fuzz targets compare the product's results with it.
 //
 // Threads: any. Shares no code with the product.
 #pragma once
@@ -38,7 +38,7 @@ inline std::vector<std::string> rowsOf(std::string_view text)
     return rows;
 }
 
-// The rows of a key, in their order.
+// The rows with this key, in their order.
 inline std::vector<std::string> rowsOfKey(std::string_view text, std::string_view key)
 {
     std::vector<std::string> found;
@@ -49,7 +49,7 @@ inline std::vector<std::string> rowsOfKey(std::string_view text, std::string_vie
     return found;
 }
 
-// All tokens of a row's text; a text that begins with a blank has an empty first one.
+// All tokens of a row's text; the first is empty if the text begins with a blank.
 inline std::vector<std::string> tokensOf(std::string_view text)
 {
     std::vector<std::string> tokens;
@@ -71,7 +71,7 @@ inline std::vector<std::string> tokensOf(std::string_view text)
     return tokens;
 }
 
-// The C library's reading, on a system whose long has 32 bits.
+// The result of strtol where long has 32 bits.
 inline int number(const std::string& text, int base)
 {
     const long value = std::strtol(text.c_str(), nullptr, base);

@@ -1,10 +1,10 @@
-# What smoke and long share. $scratch is a folder in memory where there is one; it goes with its
-# script, together with what a target that stopped left in it.
+# Shared by smoke and long. $scratch is a folder, in memory if possible; it is deleted when the
+# script ends, with any files that an aborted target left in it.
 scratch=$(mktemp -d -p "$([[ -w /dev/shm ]] && echo /dev/shm || echo "${TMPDIR:-/tmp}")" vymkit-fuzz-XXXXXX)
 trap 'rm -rf "$scratch"' EXIT
 
-# run_target BUILD_FOLDER TARGET CORPUS OPTION...: inputs of interest go into the corpus, never
-# into the seeds; a finding goes into the build's findings and ends the run.
+# run_target BUILD_FOLDER TARGET CORPUS OPTION...: stores interesting inputs in the corpus, never
+# in the seeds; stores a finding in the build's findings and ends the run.
 run_target() {
   local build=$1 target=$2 corpus=$3 fuzz
   shift 3

@@ -1,5 +1,5 @@
-// Any bytes as the package container. What vymBindInfo answers is held against a reading of the
-// same bytes in memory, for names and stretches that the bytes themselves ask for.
+// Any bytes as the package container. Compares the results of vymBindInfo with a reading of the
+// same bytes in memory, for names and ranges that come from the bytes themselves.
 #include "fuzz/MemoryContainer.h"
 
 #include <cstring>
@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kTrailer = 16;
 constexpr std::size_t kEntry = 40;
 constexpr std::size_t kName = 32;
-constexpr std::size_t kNamesTried = 4; // keeps one input fast; the fuzzer moves entries around
+constexpr std::size_t kNamesTried = 4; // keeps each input fast; the fuzzer moves entries around
 constexpr unsigned long kUntouched = 77;
 
 struct Entry {
@@ -29,7 +29,7 @@ std::uint32_t number(std::string_view bytes, std::size_t at)
     return value;
 }
 
-// The entries that lie whole in the bytes, or none where the trailer is no container's.
+// The entries that lie entirely in the bytes; empty if the trailer is not a container's.
 std::optional<std::vector<Entry>> tableOf(std::string_view bytes)
 {
     if (bytes.size() < kTrailer || !bytes.ends_with(std::string_view("VYMBIND\0", 8)))

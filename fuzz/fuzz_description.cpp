@@ -1,5 +1,5 @@
-// Any text as a description of each kind: every question that vymParse answers, and the row and
-// token rules against a second reading of them.
+// Any text as a description of each kind: calls every getter of vymParse, and compares the row and
+// token rules with a second implementation.
 #include "VYM/DescriptionText.h"
 #include "VYM/vymParse.h"
 #include "fuzz/MemoryFile.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr unsigned kMostRows = 32; // of those looked at one by one, each in a walk from the start
+constexpr unsigned kMostRows = 32; // checked one by one, each with a walk from the start
 
 void checkRows(std::string_view text)
 {
@@ -62,7 +62,7 @@ void checkTokens(const std::string& row)
     }
 }
 
-// Every key has its answer, and it comes to an end.
+// Every getter returns.
 void askAll(const vymParse& parse)
 {
     std::string text;
@@ -95,7 +95,7 @@ void askAll(const vymParse& parse)
     for (unsigned i = 0; i < kMostRows && parse.getVymBindVersion(i, text, text); ++i) { }
 }
 
-// The rows that answer are those that are counted.
+// The getters find exactly the rows that are counted.
 void checkPackageVersions(const vymParse& parse)
 {
     std::string field[6];
@@ -111,7 +111,7 @@ void checkPackageVersions(const vymParse& parse)
             "nothing to show behind the last row");
 }
 
-// The first row of that name, as a walk finds it; none where the walk is too long to make.
+// The first row with that name, found by a walk; empty if the walk would be too long.
 void checkInstalled(const vymParse& parse, const std::string& firmName)
 {
     std::string name;

@@ -11,10 +11,10 @@ namespace {
 
 using Search = char* (*)(char*);
 
-// A value found lies in the text, right behind one of the keys, and ends inside the text.
+// A value that was found lies inside the text, directly after one of the keys.
 void check(std::string_view id, Search search, std::initializer_list<std::string_view> keys)
 {
-    std::vector<char> text(id.begin(), id.end()); // no larger: a step too far is noticed
+    std::vector<char> text(id.begin(), id.end()); // exact size: reading past the end is noticed
     text.push_back('\0');
     const char* found = search(text.data());
     if (found == nullptr)

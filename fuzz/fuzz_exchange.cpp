@@ -1,5 +1,5 @@
-// One exchange over a link that hands out a reply in pieces, ends, stalls and fails as the input
-// says. Whatever it does, the exchange ends in time, and its block holds what really came.
+// One exchange over a link that delivers a reply in parts, ends, stalls and fails as the input
+// says. In every case the exchange ends in time, and its block holds the bytes that arrived.
 #include "DevConn/ConnResult.h"
 #include "DevConn/ReplyExchange.h"
 #include "VYM/vymUtil.h"
@@ -12,9 +12,9 @@
 namespace {
 
 constexpr std::size_t kHeader = 8;
-constexpr unsigned long kReadMs = 10; // one attempt to read
+constexpr unsigned long kReadMs = 10; // the length of one read attempt
 
-// Each read is one instruction: what happens, then how many bytes or milliseconds.
+// Each read consumes one instruction: an event, then a number of bytes or milliseconds.
 class FuzzedStream : public PacketStream {
 public:
     FuzzedStream(Input& input, ScriptedTime& time) : m_input(input), m_time(time) { }

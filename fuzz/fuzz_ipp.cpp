@@ -23,7 +23,7 @@ void check(const PrintQueue& queue)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::vector<char> bytes(data, data + size); // no larger: a step too far is noticed
+    const std::vector<char> bytes(data, data + size); // exact size: reading past the end is noticed
     const std::string_view text(bytes.data(), bytes.size());
     IppAnswer answer;
     const bool isWhole = readIppAnswer(text, answer);

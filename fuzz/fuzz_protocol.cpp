@@ -1,6 +1,6 @@
-// A hostile printer against the update procedure: its two first bytes choose who drives it and
-// which package is open, the rest is what it answers (see FuzzedPrinter.h). However it answers,
-// the procedure ends, and with a code that somebody can look up.
+// A hostile printer against the update procedure. The first two input bytes choose the caller and
+// the open package, the rest are the printer's replies (see FuzzedPrinter.h). Whatever it replies,
+// the procedure ends, and with a documented code.
 #include "VYM/CheckRun.h"
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymProtocol.h"
@@ -12,9 +12,9 @@ namespace {
 
 constexpr std::size_t kMainSize = 301;
 constexpr std::size_t kEngineSize = 61;
-constexpr unsigned kMostPolls = 8; // of a printer that goes on writing
+constexpr unsigned kMostPolls = 8; // for a printer that reports "writing" forever
 
-// Pauses and waits take no time at all.
+// Pauses and waits take no time.
 class NoTime : public ScriptedTime {
     [[nodiscard]] unsigned long waitLimit(unsigned long /*milliseconds*/) const override
     {
@@ -28,7 +28,7 @@ constexpr std::string_view kMain =
     "VERSION MAIN=VP010210 main.bin MAIN.BIN COMPATIBLE=VP010100 HEADER=1\r\n";
 constexpr std::string_view kEngine = "VERSION ENGINE=01.10 engine.bin ENGINE.BIN\r\n";
 
-// What lies behind the package's second choice byte.
+// The package that the second input byte chooses.
 std::string descriptionOf(unsigned choice)
 {
     const std::string common(kCommon);
@@ -39,7 +39,7 @@ std::string descriptionOf(unsigned choice)
         return common + "ALLOWVERSIONDOWN NO\r\nSPECIALCMDPATTERN YES\r\n" + std::string(kMain);
     case 2: // no comparison at all
         return common + "ALLOWVERSIONDOWN YES\r\n" + std::string(kEngine);
-    case 3: // images that are not there, not wholly there, empty
+    case 3: // images that are missing, cut short, empty
         return common
             + "ALLOWVERSIONDOWN YES\r\nVERSION MAIN=1 cut.bin CUT\r\n"
               "VERSION MAIN=1 none.bin NONE\r\nVERSION MAIN=1 empty.bin EMPTY\r\n";
@@ -49,7 +49,7 @@ std::string descriptionOf(unsigned choice)
     }
 }
 
-// The images of all descriptions, in the one container that the process opens.
+// The images of all descriptions, in the only container that the process opens.
 void openPackage()
 {
     Package package;
@@ -64,7 +64,7 @@ void requireDocumented(int code)
             "a documented result");
 }
 
-// Every step of the procedure, also those behind one that failed.
+// Every step of the procedure, also those after a failed one.
 void runProcedure(char* address)
 {
     vymProtocol protocol;
@@ -132,7 +132,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    // Every exchange answers an instruction, hands out a piece, or is one of few that end a step.
+    // Every exchange consumes an instruction, sends a piece, or is one of a few that end a step.
     constexpr std::size_t kEndings = 64;
     const NoTime time;
     Input input(data, size);

@@ -1,4 +1,4 @@
-// A line that is a queue's name and an address, then any bytes as the driver's configuration.
+// One line as a queue's name and as an address, then any bytes as the driver's configuration.
 #include "UI/rlpd_conf_access.h"
 #include "fuzz/Fuzz.h"
 
@@ -11,11 +11,11 @@ namespace {
 using Text = std::optional<std::string>;
 constexpr auto npos = std::string::npos;
 
-// The file a second time, as a list of entries.
+// A second reading of the file, as a list of entries.
 struct Entry {
     std::string name;
-    std::string following; // the line behind, with its end; empty for a comment
-    std::size_t bracket; // where the '>' stands
+    std::string following; // the next line, with its end; empty for a comment
+    std::size_t bracket; // the position of the '>'
 };
 
 std::vector<Entry> readEntries(const std::string& bytes)
@@ -67,7 +67,7 @@ Device deviceOf(const std::vector<Entry>& entries, const std::string& queue)
     return {};
 }
 
-// Texts come back up to their first NUL.
+// Texts are returned up to their first NUL.
 bool isSame(const char* text, const Text& expected)
 {
     return expected ? text != nullptr && std::string(text) == expected->c_str() : text == nullptr;
@@ -137,7 +137,7 @@ private:
     std::string bytes() const { return {m_bytes.begin(), m_bytes.end()}; }
 
     std::string m_before;
-    std::vector<char> m_bytes; // no larger: a step too far is noticed
+    std::vector<char> m_bytes; // exact size: reading past the end is noticed
     std::vector<Entry> m_entries;
 };
 
@@ -147,7 +147,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     Input input(data, size);
     const std::string asked(std::string(input.until('\n')).c_str()); // up to its NUL
-    const std::string bytes = std::string(input.text(size)) + ' '; // data is never a null pointer
+    const std::string bytes = std::string(input.text(size)) + ' '; // never a null pointer
     Reading(bytes).checkAddress(asked);
     Reading(bytes).checkSearch(asked);
     Reading(bytes).checkWalk();

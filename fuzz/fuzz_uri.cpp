@@ -1,4 +1,4 @@
-// Any text as a port string, and as what somebody types.
+// Any text as a port string, and as an address that a person types.
 #include "UI/VYM_Utilities.h"
 #include "fuzz/Fuzz.h"
 

@@ -1,11 +1,11 @@
-// A USB transport over a printer whose descriptors, replies and transfers are the input. Whatever
-// they are, every call ends in time with a documented result, and nothing stays open.
+// A USB transport over a printer whose descriptors, replies and transfers are the input. For every
+// input, each call ends in time with a documented result, and nothing stays open.
 //
-// The input: how many pipes (1 byte), one byte each; what is missing (1 byte, a bit each); how many
-// transfers come in (1 byte), each what happens (1 byte), after how many looks (1 byte), how many
-// bytes it claims (2 bytes, with bit 1 of what happens) and its bytes (length in 1 byte); then,
-// until the input is used up, a time-out in tens of milliseconds less one (1 byte), how a write
-// ends (1 byte), and packets (length in 1 byte).
+// The input: the number of pipes (1 byte), one byte each; the missing parts (1 byte, one bit each);
+// the number of incoming transfers (1 byte), for each its event (1 byte), the number of waits
+// before it (1 byte), the size that it claims (2 bytes, if bit 1 of the event is set) and its bytes
+// (length in 1 byte); then, until the input ends, a time-out in tens of milliseconds minus one
+// (1 byte), the result of a write (1 byte), and packets (length in 1 byte).
 #include "DevConn/ConnResult.h"
 #include "DevConn/DevConnUSB.h"
 #include "VYM/vymMac.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr unsigned kMostPipes = 30;
 constexpr unsigned long kLeastWriteMs = 500;
-constexpr unsigned long kSlackMs = 100; // pauses between looks, and the last look
+constexpr unsigned long kSlackMs = 100; // the pauses between waits, and the last wait
 constexpr unsigned long kPacketSize = 300;
 
 void describe(ScriptedPrinter& printer, Input& input)
@@ -52,7 +52,7 @@ void describe(ScriptedPrinter& printer, Input& input)
 
 void exchangeOnce(DevConnUSB& usb, ScriptedPrinter& printer, Input& input)
 {
-    const auto timeoutMs = (input.byte() + 1UL) * 10; // none would leave the last one
+    const auto timeoutMs = (input.byte() + 1UL) * 10; // 0 would be refused
     usb.SetTimeout(timeoutMs);
     printer.writes.push_back(static_cast<ScriptedPrinter::Write>(input.byte() % 4));
     const auto packet = std::string(input.text(input.byte()));

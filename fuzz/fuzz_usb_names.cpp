@@ -1,9 +1,9 @@
-// What a printer on the bus says of itself: a serial, a vendor and a product in the system's
-// records and a device ID that comes as it likes. Whatever they are, the port string is one, and
-// the texts are part of what came.
+// A printer's names on the bus: a serial number, vendor and product from the system's records, and
+// any bytes as device ID. For every input, the port string is well formed, and the texts are part
+// of the input.
 //
-// The input: serial, vendor and product up to a NUL each, the length that the transfer claims
-// (2 bytes, 0: the true one), then the whole reply to the device-ID request.
+// The input: serial number, vendor and product, each up to a NUL, the length that the transfer
+// claims (2 bytes, 0: the true one), then the whole reply to the device-ID request.
 #include "DevConn/DevConnMgr.h"
 #include "DevConn/UsbDeviceId.h"
 #include "DevConn/UsbForbidden.h"
@@ -25,7 +25,7 @@ void checkText(const std::string& text, const ScriptedPrinter& printer)
     require(text.size() < 256, "a text is no longer than what was asked for");
 }
 
-// What a port string promises, for those names that leave it readable.
+// The properties of a port string, for names that leave it readable.
 void checkUrl(const std::string& url, const std::string& vendor, const std::string& product,
               const std::string& serial)
 {

@@ -1,5 +1,5 @@
-// Any bytes to the package maker: checked as a container, checked as a description, unpacked. What
-// its check finds nothing wrong with opens in the engine, and unpacking writes where it was told.
+// Any bytes given to the package maker: checked as a container, checked as a description, unpacked.
+// The engine opens every container that passes the check, and unpacking stays in its folder.
 #include "Tools/vympack/DescriptionCheck.h"
 #include "Tools/vympack/Extraction.h"
 #include "Tools/vympack/PackageCheck.h"
@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kMostUnpacked = 8; // keeps one input fast
+constexpr std::size_t kMostUnpacked = 8; // keeps each input fast
 
 void report(const vympack::Defects& defects)
 {
@@ -55,7 +55,7 @@ std::set<std::string> namesIn(const fs::path& folder)
     return names;
 }
 
-// The folder has a single neighbour, its parent's only other file, so that a way out shows.
+// The parent has only one other file, so that a file written outside the folder is noticed.
 void unpack(const vympack::InputFile& file, const vympack::Table& table)
 {
     const TempFolder parent;
