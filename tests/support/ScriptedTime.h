@@ -1,4 +1,5 @@
-// Clocks for tests. ScriptedTime never sleeps: a pause moves its clock on and is remembered.
+// Clocks for tests. ScriptedTime never sleeps: a pause moves its clock on and is remembered, and so
+// is the length of every wait for an event.
 // ShortPauses runs the real clock, with pauses and event waits a fraction of their length. The
 // clock itself may go slower than the real one: a program under a sanitizer, or on a busy machine,
 // then has as much time for an answer as it would need less of elsewhere.
@@ -28,6 +29,8 @@ public:
     }
     [[nodiscard]] unsigned long waitLimit(unsigned long milliseconds) const override
     {
+        const std::lock_guard lock(m_mutex);
+        m_waits.push_back(milliseconds);
         return std::min(milliseconds, 1UL);
     }
     void advance(std::uint64_t milliseconds) { m_now += milliseconds; }
@@ -36,11 +39,17 @@ public:
         const std::lock_guard lock(m_mutex);
         return m_pauses;
     }
+    [[nodiscard]] std::vector<unsigned long> waits() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_waits;
+    }
 
 private:
     std::atomic<std::uint64_t> m_now{1000};
     mutable std::mutex m_mutex;
     std::vector<unsigned long> m_pauses;
+    mutable std::vector<unsigned long> m_waits;
 };
 
 class ShortPauses : public TimeSource {

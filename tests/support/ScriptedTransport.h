@@ -59,6 +59,12 @@ public:
         const std::lock_guard lock(m_mutex);
         return m_timeouts;
     }
+    // The largest reply that was kept in each exchange.
+    [[nodiscard]] std::vector<unsigned long> receiveSizes() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_receiveSizes;
+    }
     [[nodiscard]] std::size_t openConnections() const { return m_open; }
 
 private:
@@ -75,6 +81,7 @@ private:
     std::deque<std::string> m_replies;
     std::vector<std::string> m_sent;
     std::vector<unsigned long> m_timeouts;
+    std::vector<unsigned long> m_receiveSizes;
     std::function<std::string(const std::string&)> m_answer;
     long m_connectResult = 0;
     std::size_t m_exchanges = 0;
@@ -104,6 +111,10 @@ public:
         *replyLength = 0;
         std::string answer;
         const std::string packet(reinterpret_cast<const char*>(send), sendLength);
+        {
+            const std::lock_guard lock(m_script.m_mutex);
+            m_script.m_receiveSizes.push_back(m_recvPacketSize);
+        }
         const long result = m_script.exchange(packet, answer);
         if (result < 0 || answer.empty())
             return result;
