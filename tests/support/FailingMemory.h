@@ -1,10 +1,10 @@
-// Memory that runs out when a test says so. A program that names FailingMemory.cpp among its
-// sources has the operators new and delete from there.
+// Memory that runs out when a test says so. A program that lists FailingMemory.cpp among its
+// sources gets its operators new and delete from there.
 //
-// Threads: a shortage is one thread's own; other threads go on getting memory.
+// Threads: a shortage affects one thread; other threads still get memory.
 #pragma once
 
-// From its construction on, so many allocations succeed and every later one of this thread fails.
+// While it lives, the given number of this thread's allocations succeed and all later ones fail.
 class MemoryShortage {
 public:
     explicit MemoryShortage(int allowed);

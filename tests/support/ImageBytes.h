@@ -1,4 +1,4 @@
-// Bytes of a firmware image for tests: they differ from place to place, the same at every call.
+// Bytes of a firmware image for tests: they vary within the image and are the same at every call.
 #pragma once
 #include <cstdint>
 #include <string>

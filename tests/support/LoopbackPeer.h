@@ -1,9 +1,10 @@
 // A printer's end of a real connection on 127.0.0.1, played by a script on a thread of its own:
 //   LoopbackPeer peer([](PeerLink& link) { link.receive(60); link.send(replyOf("body")); });
-// When the script returns, the connection stays open until the peer goes, unless it was closed.
+// After the script has returned, the connection stays open until the peer is destroyed, unless the
+// script closed it.
 //
 // Owns:    the listening socket, the accepted one and the thread; nothing outlives the object.
-// Threads: the script runs on the peer's own; a test reads what it left behind after join().
+// Threads: the script runs on the peer's own thread; a test reads its results after join().
 #pragma once
 #include <arpa/inet.h>
 #include <atomic>
@@ -36,7 +37,7 @@ class PeerLink {
 public:
     PeerLink(int socket, const std::atomic<bool>& stop) : m_socket(socket), m_stop(stop)
     {
-        const int on = 1; // every send leaves as a piece of its own
+        const int on = 1; // every send leaves as a segment of its own
         setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     }
     ~PeerLink() { close(); }
@@ -57,7 +58,7 @@ public:
         }
         return bytes;
     }
-    // False when not everything went out.
+    // False when some bytes were not sent.
     bool send(const std::string& bytes)
     {
         std::size_t sent = 0;
@@ -80,7 +81,7 @@ public:
             ::close(m_socket);
         m_socket = -1;
     }
-    void reset() // the other side finds an error in place of an end
+    void reset() // the other side gets an error instead of an end
     {
         const linger atOnce{1, 0};
         setsockopt(m_socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
@@ -109,7 +110,7 @@ public:
 
     explicit LoopbackPeer(Script script) : m_script(std::move(script))
     {
-        const int small = 4096; // a peer that stops reading is noticed after few bytes
+        const int small = 4096; // a sender notices after few bytes that the peer stopped reading
         setsockopt(m_listener, SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
         sockaddr_in address{};
         address.sin_family = AF_INET;
@@ -133,7 +134,7 @@ public:
     LoopbackPeer& operator=(const LoopbackPeer&) = delete;
 
     [[nodiscard]] unsigned short port() const { return m_port; }
-    // Waits for the end of the script.
+    // Waits until the script has returned.
     void join()
     {
         while (!m_done)

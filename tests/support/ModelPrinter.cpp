@@ -82,7 +82,7 @@ std::string ModelPrinter::infoAnswer() const
     return answer;
 }
 
-// An answer as its manners have it: garbled, or several times.
+// Applies the manners to an answer: garbled, or repeated.
 std::string ModelPrinter::dressed(std::string answer)
 {
     if (m_manners.garbledAnswer == m_answers++)

@@ -1,4 +1,4 @@
-// Replies of a printer as bytes, for tests that script its side of the conversation.
+// A printer's replies as bytes, for tests that script its side of the conversation.
 #pragma once
 #include "tests/support/Package.h"
 
@@ -15,7 +15,7 @@ inline std::string number(std::uint32_t value, int bytes)
     return text;
 }
 
-// A reply of that command around a body.
+// A reply to that command with this body.
 inline std::string reply(std::uint16_t code, const std::string& body)
 {
     return number(0, 2) + number(code, 2) + number(static_cast<std::uint32_t>(body.size()), 4)
@@ -69,7 +69,7 @@ inline std::string fileBlock(const Block& block)
                      + number(static_cast<std::uint32_t>(block.data.size()), 4) + block.data);
 }
 
-// A whole file in its one and last block.
+// A whole file in a single block.
 inline std::string file(const std::string& text)
 {
     return fileBlock({0x80, 0, static_cast<std::uint32_t>(text.size()), byteSum(text), text});

@@ -1,10 +1,11 @@
-// What really reached a model printer, and what it answered: the facts that the product's claims
-// are held against. Reads the wire by itself, so that a mistake of the engine cannot cancel out.
+// Records what really reached a model printer and what that answered: the facts that the product's
+// claims are compared with. Decodes the wire itself, so that a mistake of the engine cannot cancel
+// out.
 //
-// Owns:      everything it has noted.
+// Owns:      its notes.
 // Threads:   one at a time.
-// Invariant: a firmware's bytes are those of whole packets that the printer has taken off the line;
-//            what lay unread in a buffer never counts.
+// Invariant: a firmware's bytes come from whole packets that the printer has read; unread bytes in
+//            a buffer never count.
 #pragma once
 #include <cstdint>
 #include <map>
@@ -12,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-// The numbers of the wire, once for the model and its judge.
+// The numbers of the wire, shared by the model and its judge.
 namespace wire {
 
 constexpr unsigned kGetFile = 0x5001;
@@ -31,9 +32,9 @@ constexpr std::uint16_t kDataRefused = 0x0804;
 class PacketAssembler {
 public:
     void add(std::string_view bytes) { m_bytes.append(bytes); }
-    // The next whole packet, or nothing.
+    // The next whole packet; empty if there is none yet.
     [[nodiscard]] std::optional<std::string> next();
-    // Bytes of a packet that is not whole yet.
+    // The bytes of a packet that is still incomplete.
     [[nodiscard]] std::string_view rest() const { return m_bytes; }
 
 private:
@@ -41,21 +42,21 @@ private:
 };
 
 struct FirmwareFacts {
-    std::string bytes; // of the image, in the order in which they came
+    std::string bytes; // of the image, in order of arrival
     unsigned packets = 0;
-    bool inOrder = true; // each piece began where the one before had ended
-    bool sumsRight = true; // of every piece and of the whole, where one was given
-    bool lastTaken = false; // a last block
+    bool inOrder = true; // each piece began where the previous one ended
+    bool sumsRight = true; // of every piece, and of the whole image if one was given
+    bool lastTaken = false; // a last block arrived
     std::optional<std::uint16_t> lastAnswer; // the printer's own answer to it
-    std::optional<std::uint16_t> refusal; // the first answer that refused
+    std::optional<std::uint16_t> refusal; // the first refusing answer
     bool finished = false; // a status query after the last block was answered with "finished"
 };
 
 class PrinterLedger {
 public:
-    // One whole packet was taken off the line.
+    // The printer has read one whole packet.
     void took(std::string_view packet);
-    // Bytes of a packet that never became whole.
+    // Bytes of a packet that remained incomplete.
     void leftOver(std::string_view rest);
     // An answer left the printer: to a packet of the file command, to a status query.
     void answeredFile(const std::string& name, bool last, std::uint16_t status);
@@ -85,8 +86,8 @@ struct FilePacketView {
     std::string_view data;
 
     [[nodiscard]] bool last() const { return kind == 0x80 || kind == 0x81; }
-    // Nothing for every other packet, and for one too short to be one.
+    // Empty for every other packet and for one that is too short.
     static std::optional<FilePacketView> of(std::string_view packet);
 };
 
-unsigned commandOf(std::string_view packet); // 0 for less than a header
+unsigned commandOf(std::string_view packet); // 0 if shorter than a header

@@ -45,7 +45,7 @@ WebInterface No
 </Policy>
 )";
 
-// As little as a driver can be; both filters do nothing.
+// The smallest possible driver; both filters do nothing.
 constexpr std::string_view kDriver = R"ppd(*PPD-Adobe: "4.3"
 *FormatVersion: "4.3"
 *FileVersion: "1.0"
@@ -112,7 +112,7 @@ void PrivateCups::writeSettings() const
     for (const char* name :
          {"bin", "bin/backend", "data", "run", "cache", "spool", "tmp", "home", "ppd", "drivers"})
         fs::create_directory(m_folder.path() / name);
-    // A scheduler of the administrator hands work to another user, who has to get in.
+    // A scheduler that root runs hands work to another user, who needs access to the folder.
     fs::permissions(m_folder.path(), fs::perms(0755));
     for (const std::string scheme : {"lpd", "socket", "usb", "ipp", "tzrq"}) {
         m_folder.write("bin/backend/" + scheme, "#!/bin/sh\nexit 0\n");

@@ -1,12 +1,12 @@
-// A real CUPS scheduler of a test's own: its folder, its socket, stub backends for every scheme
-// that the tests use, and no authentication. Works for every user; any number side by side.
+// A real CUPS scheduler for one test: with its own folder and socket, stub backends for every
+// scheme that the tests use, and no authentication. Every user can run any number side by side.
 //   PrivateCups cups;
 //   cups.add({"office", "lpd://10.0.0.5/q", "Acme P1"});
 //   Process program({...}, cups.environment());
 //
-// Owns:    the folder and the scheduler; both are gone, without a zombie, when the object goes.
+// Owns:    the folder and the scheduler; the destructor removes both and leaves no zombie.
 // Threads: one at a time.
-// Errors:  throws std::runtime_error where the scheduler does not start or refuses a queue.
+// Errors:  throws std::runtime_error if the scheduler does not start or refuses a queue.
 #pragma once
 #include "tests/support/Process.h"
 #include "tests/support/TempFolder.h"
@@ -25,17 +25,17 @@ public:
         std::string location = {};
     };
 
-    // Where the Debian packages cups-daemon and cups-client are not installed, there is none.
+    // False if the Debian package cups-daemon or cups-client is not installed.
     static bool isInstalled();
 
-    // Queues that are there from the start are written into the scheduler's own files: any scheme,
-    // and hundreds of them at once.
+    // The queues are written into the scheduler's own files before it starts: any scheme is allowed,
+    // and hundreds of queues are quick.
     explicit PrivateCups(const std::vector<Queue>& seeded = {});
     ~PrivateCups();
     PrivateCups(const PrivateCups&) = delete;
     PrivateCups& operator=(const PrivateCups&) = delete;
 
-    // With lpadmin, as an administrator would.
+    // Uses lpadmin, as an administrator would.
     void add(const Queue& queue);
     void addClass(const std::string& name, const std::string& member);
     void remove(const std::string& identifier);
@@ -46,7 +46,7 @@ public:
     {
         return {"CUPS_SERVER=" + server(), "HOME=" + home()};
     }
-    // Ends the scheduler and waits for that; its socket's file is gone too.
+    // Ends the scheduler and waits for its end; removes its socket, too.
     void stop();
 
 private:

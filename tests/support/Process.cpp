@@ -74,7 +74,7 @@ bool Process::finished()
 
 int Process::wait(std::chrono::seconds limit)
 {
-    if (!finished()) { // told by the kernel: a program may run for long
+    if (!finished()) { // the kernel reports the end: a program may run for long
         pollfd end{static_cast<int>(syscall(SYS_pidfd_open, m_pid, 0)), POLLIN, 0};
         poll(&end, 1, static_cast<int>(std::chrono::milliseconds(limit).count()));
         close(end.fd);
@@ -85,7 +85,7 @@ int Process::wait(std::chrono::seconds limit)
 bool Process::waitFor(const std::string& path, const std::string& text, std::chrono::seconds limit)
 {
     for (const auto end = Clock::now() + limit; Clock::now() < end;) {
-        const bool ended = finished(); // asked first: what it wrote last is read all the same
+        const bool ended = finished(); // checked first, so that its last output is still read
         if (readFile(path).find(text) != std::string::npos)
             return true;
         if (ended)

@@ -1,5 +1,5 @@
-// A program of ours, run for real: its output kept, signals sent, and never waited for without a
-// limit. Killed when the object goes and the program is still there.
+// Runs one of our programs: keeps its output, sends it signals, and never waits for it without a
+// limit. The destructor kills a program that is still running.
 #pragma once
 #include <chrono>
 #include <string>
@@ -8,22 +8,22 @@
 
 class Process {
 public:
-    using Environment = std::vector<std::string>; // NAME=VALUE, beside what is there
+    using Environment = std::vector<std::string>; // NAME=VALUE, in addition to this process's
     explicit Process(std::vector<std::string> command, const Environment& environment = {});
     ~Process();
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
     void signal(int number) const;
-    // The exit code, 128 and the signal's number where one ended it; -1 when it still runs after
+    // The exit code, or 128 plus the number of the signal that ended it; -1 if it still runs after
     // the limit.
     int wait(std::chrono::seconds limit = std::chrono::seconds(60));
-    // Waits until standard output (or error) holds the text; false when the limit passes or the
+    // Waits until standard output (or error) contains the text; false if the limit passes or the
     // program ends without it.
     bool waitForOutput(const std::string& text, std::chrono::seconds limit);
     bool waitForErrors(const std::string& text, std::chrono::seconds limit);
 
-    // All of it once wait has returned, what has come so far before.
+    // Complete once wait has returned; until then the output so far.
     [[nodiscard]] std::string out() const;
     [[nodiscard]] std::string errors() const;
 

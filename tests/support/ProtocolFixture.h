@@ -1,5 +1,5 @@
-// A protocol object over a scripted printer and a scripted clock: packages, replies and what was
-// sent, each in a line.
+// A protocol object over a scripted printer and a scripted clock. A test states packages, replies
+// and sent packets in one line each.
 #pragma once
 #include "VYM/vymProtocol.h"
 #include "tests/support/Printer.h"
@@ -14,7 +14,7 @@ protected:
     void SetUp() override { m_protocol = std::make_unique<vymProtocol>(); }
     void TearDown() override { m_protocol.reset(); }
 
-    // The package's rows beside the VERSION rows; an image "main.bin" lies in it.
+    // The package's rows other than VERSION rows; the package contains an image "main.bin".
     void package(std::initializer_list<std::string_view> texts, std::size_t imageSize = 100)
     {
         m_image = imageBytes(imageSize);
@@ -37,7 +37,7 @@ protected:
         return rows({"TGMNAME MODEL-A", "VERSION MAIN=AB010100", more,
                      "MAXPACKET " + std::string(maxPacket)});
     }
-    // The printer's answer to the target information's request.
+    // The printer's answer to the request for TargetInfo.txt.
     void tell(const std::string& targetInfo) { m_script.queueReply(printer::file(targetInfo)); }
 
     int update(const char* version = "AB010200", const char* file = "main.bin",
@@ -46,7 +46,7 @@ protected:
         return m_protocol->UpdateFirmware("MODEL-A", "MAIN", version, file, name, compatible,
                                           m_info);
     }
-    // The file packets that went out, head and data.
+    // The file packets that were sent, head and data.
     [[nodiscard]] std::vector<std::string> filePackets() const
     {
         std::vector<std::string> found;

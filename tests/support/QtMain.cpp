@@ -1,4 +1,4 @@
-// The main of test programs that use the window toolkit. A screen is never needed.
+// The main of test programs that use the window toolkit; they need no screen.
 #include <QApplication>
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@ int main(int argc, char** argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen"); // the build lists the cases without asking ctest
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // not by ctest: the build lists cases, too
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,4 +1,4 @@
-// Alerts for tests: nothing is shown, the answers wait in a queue, what was asked is kept.
+// Alerts for tests: shows nothing, takes the answers from a queue, and keeps the questions.
 #pragma once
 #include "UI/Widgets/Alerts.h"
 
@@ -9,7 +9,7 @@ class QueuedAlerts : public Alerts {
 public:
     void queueAnswer(int answer) { m_answers.push_back(answer); }
 
-    // Where no answer waits, the alert is dismissed with neither button.
+    // With an empty queue, the alert is dismissed without a button.
     int run(const Alert& asked) override
     {
         m_asked.push_back(asked);

@@ -1,5 +1,5 @@
-// USB transports that know one thing: which model stands behind a port string. Plugged into the
-// manager in place of the real ones for the length of a test; counts what was not given back.
+// USB transports that know only the model behind a port string. Replace the real ones in the
+// manager during a test, and count the blocks that were not given back.
 #pragma once
 #include "DevConn/ConnResult.h"
 #include "DevConn/DevConnMgr.h"
@@ -22,22 +22,22 @@ public:
     }
     ~ScriptedModels()
     {
-        delete DevConnMgr::Instance(); // the next one has its own transports again
+        delete DevConnMgr::Instance(); // the next one has the real transports again
         current() = nullptr;
     }
     ScriptedModels(const ScriptedModels&) = delete;
     ScriptedModels& operator=(const ScriptedModels&) = delete;
 
-    // A port that is in neither cannot be connected.
+    // A port that is in neither list cannot be connected.
     std::map<std::string, std::string> models;
-    std::vector<std::string> silent; // connect, but do not tell their model
+    std::vector<std::string> silent; // connect, but do not report their model
     std::vector<std::string> nameless; // answer without a model
     std::function<void()> whileAsked = [] {};
 
-    // What was asked.
+    // The calls that arrived.
     std::vector<std::string> ports;
     int open = 0;
-    int kept = 0; // blocks that a connection still had when it was closed
+    int kept = 0; // blocks that were still out when a connection was closed
 
 private:
     class Transport;

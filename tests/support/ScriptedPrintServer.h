@@ -1,4 +1,4 @@
-// A print server whose queues are written down, or that says why it has none.
+// A print server with scripted queues, or with a reason why it has none.
 #pragma once
 #include "Platform/PrintServer.h"
 
@@ -6,7 +6,7 @@
 
 class ScriptedPrintServer : public PrintServer {
 public:
-    // A queue as people make them: with an identifier in small letters, and a location.
+    // A typical queue: with a lower-case identifier and a location.
     PrintQueue& queue(const std::string& name, const std::string& uri,
                       const std::string& model = "Driver 100")
     {

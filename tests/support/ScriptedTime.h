@@ -1,8 +1,8 @@
-// Clocks for tests. ScriptedTime never sleeps: a pause moves its clock on and is remembered, and so
-// is the length of every wait for an event.
-// ShortPauses runs the real clock, with pauses and event waits a fraction of their length. The
-// clock itself may go slower than the real one: a program under a sanitizer, or on a busy machine,
-// then has as much time for an answer as it would need less of elsewhere.
+// Clocks for tests. ScriptedTime never sleeps: a pause advances its clock and is recorded, and so is
+// the length of every wait for an event.
+// ShortPauses uses the real clock and shortens pauses and event waits to a fraction. Its clock may
+// run slower than the real one: a peer that is slow under a sanitizer or on a busy machine then
+// still answers in time.
 #pragma once
 #include "VYM/vymMac.h"
 
@@ -54,7 +54,7 @@ private:
 
 class ShortPauses : public TimeSource {
 public:
-    // A pause lasts 1/factor of its length; a second on this clock lasts slowness real ones.
+    // A pause lasts 1/factor of its length; a second of this clock lasts `slowness` real seconds.
     ShortPauses(unsigned long factor, unsigned slowness) : m_factor(factor), m_slowness(slowness)
     {
         setTimeSource(this);

@@ -1,5 +1,5 @@
-// A transport whose other end is written down: replies are queued, what was sent is kept, sends
-// can fail. Plugged into the manager in place of the network for the length of a test.
+// A transport with a scripted peer: gives queued replies, keeps the sent packets, fails sends on
+// request. Replaces the network in the manager during a test.
 #pragma once
 #include "DevConn/ConnResult.h"
 #include "DevConn/DevConnMgr.h"
@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-// What the transports of one test do and have seen. Replies are given in the order in which they
-// were queued, one an exchange; an empty text is "no reply".
+// The script and the record of one test's transports. Each exchange takes the next reply from the
+// queue; an empty text means "no reply".
 class TransportScript {
 public:
     TransportScript()
@@ -23,7 +23,7 @@ public:
     }
     ~TransportScript()
     {
-        delete DevConnMgr::Instance(); // the next one has its own transports again
+        delete DevConnMgr::Instance(); // the next one has the real transports again
         current() = nullptr;
     }
     TransportScript(const TransportScript&) = delete;
@@ -35,13 +35,13 @@ public:
         m_replies.push_back(std::move(bytes));
         return *this;
     }
-    // Answers every packet for which nothing is queued.
+    // Answers every packet for which no reply is queued.
     void answerWith(std::function<std::string(const std::string&)> answer)
     {
         m_answer = std::move(answer);
     }
     void failConnect(long code) { m_connectResult = code; }
-    // The n-th exchange from now on (0: the next one) gives this result.
+    // The n-th exchange from now (0: the next one) gives this result.
     void failNextSend(std::size_t n, long code)
     {
         m_failAt = m_exchanges + n;

@@ -1,5 +1,5 @@
-// A bus whose printers are written down: what they say of themselves, how their transfers end, and
-// what was asked of them. Plugged in as the process's host for its lifetime; time is scripted too.
+// A bus with scripted printers: their names and descriptors, the results of their transfers, and a
+// record of the calls. Plugged in as the process's host while it lives; time is scripted, too.
 #pragma once
 #include "DevConn/UsbPrinterSearch.h"
 #include "Platform/UsbHost.h"
@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-// One interface. Unset: that question fails.
+// One interface. Reading an unset field fails.
 struct ScriptedPrinter {
     std::optional<std::uint16_t> vendorId = usbPrinterSearch::makersVendorId();
     std::optional<std::uint8_t> interfaceClass = 7;
@@ -21,10 +21,10 @@ struct ScriptedPrinter {
     std::optional<std::string> serial = "S1";
     std::optional<std::string> vendorName = "Record Vendor";
     std::optional<std::string> productName = "Record Product";
-    std::optional<std::string> deviceId = "MFG:Acme;CMD:X;MDL:P1;"; // what follows the prefix
-    std::optional<std::string> wholeReply; // in place of prefix and device ID
-    std::optional<std::uint32_t> claimedLength; // of the device ID, in place of the true one
-    int busyFor = 0; // so many attempts to open find it busy
+    std::optional<std::string> deviceId = "MFG:Acme;CMD:X;MDL:P1;"; // after the length prefix
+    std::optional<std::string> wholeReply; // replaces prefix and device ID
+    std::optional<std::uint32_t> claimedLength; // of the device ID, replaces the true one
+    int busyFor = 0; // this many attempts to open find it busy
     bool opens = true;
     bool forbidden = false;
     std::optional<std::uint8_t> configuration = 1;
@@ -36,13 +36,13 @@ struct ScriptedPrinter {
 
     struct Read {
         std::string bytes;
-        int waits; // so many waits find nothing yet
+        int waits; // this many waits end before it arrives
         UsbStatus status;
-        std::optional<std::uint32_t> claimed; // in place of the bytes' number
+        std::optional<std::uint32_t> claimed; // replaces the number of bytes
     };
     enum class Write { ends, fails, hangs, refused };
     std::deque<Read> reads;
-    std::deque<Write> writes; // when used up: ends
+    std::deque<Write> writes; // when empty: ends
     bool readsStart = true;
     bool readsEndFirst = false;
 
@@ -57,7 +57,7 @@ struct ScriptedPrinter {
         return *this;
     }
 
-    // What was asked.
+    // The calls that arrived.
     int attempts = 0;
     int open = 0; // connections now
     std::vector<UsbControlRequest> requests;
@@ -242,7 +242,7 @@ public:
             --m_printer.busyFor;
             return UsbStatus::busy;
         }
-        if (m_printer.open > 0) // somebody else's, for good
+        if (m_printer.open > 0) // another program holds it and never lets go
             return UsbStatus::busy;
         if (!m_printer.opens)
             return UsbStatus::failed;
@@ -270,7 +270,7 @@ public:
     ScriptedPrinter& printer() { return m_printers.emplace_back(); }
     std::deque<ScriptedPrinter>& printers() { return m_printers; }
     void failWalks() { m_walkable = false; }
-    // Before the walk of this number (0: the next one), change what is on the bus.
+    // Changes the bus before the n-th walk from now (0: the next one).
     void beforeWalk(int walk, std::function<void()> change)
     {
         m_changeAt = m_walks + walk;
@@ -287,7 +287,7 @@ public:
     ScriptedTime time;
 
 private:
-    std::deque<ScriptedPrinter> m_printers; // which never moves its elements
+    std::deque<ScriptedPrinter> m_printers; // a deque, since it never moves its elements
     bool m_walkable = true;
     int m_walks = 0;
     int m_changeAt = -1;

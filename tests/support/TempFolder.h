@@ -1,4 +1,4 @@
-// A folder of a test's own, gone with everything in it when the test ends.
+// A folder for one test, deleted with its content when the test ends.
 #pragma once
 #include <cstdlib>
 #include <filesystem>

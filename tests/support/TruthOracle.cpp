@@ -50,8 +50,8 @@ private:
     {
         const bool answered = m_facts.lastAnswer
             && (*m_facts.lastAnswer == wire::kFinished || *m_facts.lastAnswer == wire::kWriting);
-        // A printer that answers what it was not asked can make any answer look like the last one;
-        // while nothing disturbs the line, every byte has to reach it all the same.
+        // A printer that answers without a request can make any answer look like the last one. On
+        // an undisturbed line, every byte must still reach it.
         if (m_peer.honest || m_peer.undisturbed) {
             say(m_facts.bytes.size() < m_claim.image.size(),
                 "success, but the printer lacks bytes of the image");

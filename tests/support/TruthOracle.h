@@ -1,35 +1,35 @@
-// Holds what the product claims about a run against what the printer has really seen. Knows no
-// engine: a claim is a plain value, and each sentence that comes back names one untruth.
+// Compares the product's claims about a run with what the printer has really seen. Uses no part of
+// the engine: a claim is a plain value, and each returned sentence names one untruth.
 //
-// Threads: any; keeps nothing.
+// Threads: any; has no state.
 #pragma once
 #include "tests/support/PrinterLedger.h"
 
 #include <string>
 #include <vector>
 
-// What a run claims about one firmware.
+// A run's claims about one firmware.
 struct FirmwareClaim {
     std::string name; // towards the printer
     std::string image; // its bytes in the package
     int result = 0; // the protocol's code, 1 for success
-    bool sent = false; // the run says that bytes of it went out
+    bool sent = false; // the run says that it sent bytes of it
     bool confirmed = false; // the run says that the printer reported the end of its writing
 };
 
-// What is known about the peer beside its ledger.
+// Facts about the peer that its ledger does not hold.
 struct PeerTraits {
-    // It answers each packet at most once, after it has taken it: only such a printer can be held
-    // to its word.
+    // It answers each packet at most once, after reading it: only such a printer's answers can be
+    // trusted.
     bool honest = true;
-    // Nothing came between it and the host: no cut, no reset, no stand-still.
+    // The line was undisturbed: no cut, no reset, no stall.
     bool undisturbed = true;
-    // Its answers came within the package's times, and no memory ran out: a run has to succeed.
+    // It answered within the package's times, and memory did not run out: a run has to succeed.
     bool mustSucceed = false;
-    // The run was stopped, or could fail for a reason of its own: a refusal need not be its end.
+    // The run was stopped or had another reason to fail: it need not end with the refusal.
     bool interrupted = false;
 };
 
-// One sentence for each claim that is not true; empty when all of them are.
+// One sentence for each false claim; empty if all claims are true.
 std::vector<std::string> untruths(const std::vector<FirmwareClaim>& claims,
                                   const PrinterLedger& ledger, const PeerTraits& peer);

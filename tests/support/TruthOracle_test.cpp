@@ -1,4 +1,4 @@
-// The judge of all other tests: it has to catch every lie, and no truth.
+// The judge of all other tests: it must catch every false claim, and no true one.
 #include "tests/support/Printer.h"
 #include "tests/support/TruthOracle.h"
 
@@ -25,7 +25,7 @@ std::string filePacket(unsigned kind, std::uint32_t start, std::uint32_t end,
 
 class TruthOracleTest : public ::testing::Test {
 protected:
-    // Everything went as it should: two pieces, the last block, its answer.
+    // A run without trouble: two pieces, the last block, its answer.
     void takeAll()
     {
         m_ledger.took(filePacket(0, 0, 6, "abc"));
@@ -123,7 +123,7 @@ TEST_F(TruthOracleTest, CatchesNothingSentThoughHalfAPacketArrived)
 
 TEST_F(TruthOracleTest, CatchesConfirmedWithoutTheReportOfThePrinter)
 {
-    m_ledger.answeredQuery(kFinished); // before there was a last block: about something else
+    m_ledger.answeredQuery(kFinished); // before the last block: about another file
     takeAll();
     auto claim = success();
     claim.confirmed = true;
