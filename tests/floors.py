@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Fails when an include runs against the floors of the house.
+"""Fails when an include breaks the rules of the house's floors.
 
-A file includes files of its own floor or of lower ones, never of a higher floor; no two files
-include each other; third-party headers stay in the rooms that are made for them; the virtual
-printer shares nothing with the engine; every engine source has a test of its stem.
+A file includes files of its own floor or of lower floors only; no two files include each other;
+only the rooms made for a third-party library include its headers; the virtual printer shares
+nothing with the engine; every engine source has a test named after it.
 """
 import fnmatch
 import pathlib
@@ -13,7 +13,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
-# The first pattern that fits gives a file its floor.
+# The first pattern that matches a file gives its floor.
 FLOORS = [
     (1, ["VYM/vymLock.*", "VYM/vymMac.*", "VYM/vymUtil.*", "VYM/ThreadSafety.h",
          "VYM/SingletonKiller.h", "VYM/SystemVersion.*", "VYM/DebugText.h", "VYM/BigEndian.h", "VYM/AsciiCase.h",
@@ -32,7 +32,7 @@ FLOORS = [
          "UI/InputNSMatrixControl.*", "UI/vymTableView.*", "UI/Widgets/*"]),
     (8, ["main.cpp", "CLI/*"]),
 ]
-# What a wing of UI/ does not know, besides what stands on a higher floor.
+# What a wing of UI/ must not include, besides files of a higher floor.
 WALLS = [
     ("UI/Text/*", ["UI/*"], ["UI/Text/*"]),
     ("UI/Widgets/*", ["*"], ["UI/Widgets/*", "UI/Text/*"]),

@@ -1,1 +1,1 @@
-// Compiled so that its precompiled headers exist; every test program uses them.
+// Exists only for its precompiled headers, which every test program uses.

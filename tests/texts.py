@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Fails when keys, string tables and code do not fit together.
+"""Fails when keys, string tables and code do not agree.
 
-Every key of UI/Text/TextKeys.h has a text in every table and no table has another key; a format has
-the one directive that its key promises, other texts have none; the mnemonics that meet on one
-page differ; code names no key that is unknown, and, where there is a window, leaves none unused.
+Every key of UI/Text/TextKeys.h has a text in every table, and no table has other keys; a format has
+exactly the directive that its key promises, other texts have no directive; the mnemonics of one
+page differ; code uses no unknown key and, in a tree with the window, leaves no key unused.
 """
 import pathlib
 import re
@@ -14,7 +14,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 LANGUAGES = ["en", "ja", "de", "fr", "es", "zh_CN"]
 DIRECTIVES = {"(number)": ["%u"], "(text)": ["%@"]}
 
-# Buttons and choices that are on the screen together.
+# Buttons and choices that appear on the screen together.
 PAGES = [
     ["Back", "Next", "Cancel", "Device_SpecifyPrinteName", "Device_SpecifyIPAddress"],
     ["Back", "Start", "Cancel"],
@@ -26,7 +26,7 @@ MNEMONICS = {key for page in PAGES for key in page}
 
 KEY = re.compile(r'constexpr const char\* (k\w+) = "([^"]+)";(?: // (\(\w+\)))?')
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
-# What looks like a key of the tables, whether they have it or not.
+# Matches whatever looks like a key, whether the tables have it or not.
 SHAPE = re.compile(r"(Start|Preference|Device|Guide|Confirmation|Cancel|VYM_UnSupportOS|Update"
                    r"|State|NormalEnd|NoUpdateEnd|Error|Details|Icon|Step)_\w+")
 
@@ -76,7 +76,7 @@ def check_table(language, keys, faults):
 
 
 def named_in(paths):
-    """The names that code uses and the literals that it holds."""
+    """The names and the literals in the code."""
     names, literals = set(), set()
     for path in paths:
         text = path.read_text(encoding="utf-8")

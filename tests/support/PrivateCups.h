@@ -28,8 +28,8 @@ public:
     // False if the Debian package cups-daemon or cups-client is not installed.
     static bool isInstalled();
 
-    // The queues are written into the scheduler's own files before it starts: any scheme is allowed,
-    // and hundreds of queues are quick.
+    // Writes the queues into the scheduler's files before it starts: any scheme is possible, and
+    // hundreds of queues are quick.
     explicit PrivateCups(const std::vector<Queue>& seeded = {});
     ~PrivateCups();
     PrivateCups(const PrivateCups&) = delete;

@@ -6,7 +6,7 @@ int main(int argc, char** argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen"); // not by ctest: the build lists cases, too
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // ctest sets it; the build lists cases without it
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

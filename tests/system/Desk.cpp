@@ -27,7 +27,7 @@ std::vector<std::string> printerCommand(const std::string& address, const std::s
     return joined(command, options);
 }
 
-// A log's and a login manager's place of its own, beside what the test sets.
+// Adds a log folder and a login manager's address of its own to the test's settings.
 Process::Environment withOwnFolders(const TempFolder& state, Process::Environment environment)
 {
     environment.push_back("XDG_STATE_HOME=" + state.path().string());
@@ -45,7 +45,7 @@ std::vector<std::string> cliCommand(std::vector<std::string> arguments, CliRun::
 
 std::string ownAddress()
 {
-    // A process number has at most 22 bits, and every test case is a process of its own.
+    // A process number has at most 22 bits, and every test case runs in its own process.
     const auto pid = static_cast<unsigned>(getpid());
     return "127." + std::to_string(16 + (pid >> 16)) + '.' + std::to_string(pid >> 8 & 0xFF) + '.'
         + std::to_string(pid & 0xFF);

@@ -1,5 +1,5 @@
-// The desk of the system tests: a package made by the real package maker, a virtual printer as a
-// process on a loopback address of this test's own, and the real command line against it.
+// The desk of the system tests: a package from the real package maker, a virtual printer in its own
+// process on a loopback address of its own, and the real command line.
 #pragma once
 #include "tests/support/ImageBytes.h"
 #include "tests/support/Process.h"
@@ -17,16 +17,16 @@ using Json = nlohmann::json;
 std::string ownAddress();
 
 struct Firmware {
-    std::string name = "MAIN"; // to match what the printer lists
+    std::string name = "MAIN"; // matches the printer's list
     std::string version = "AB010200";
     std::size_t size = 20000;
-    std::string extra{}; // more of its VERSION row
+    std::string extra{}; // further tokens of its VERSION row
 
     [[nodiscard]] std::string image() const { return name + ".img"; }
     [[nodiscard]] std::string sentName() const { return name + ".FW"; }
 };
 
-// A package folder, made with vympack. Short times, so that silent printers are given up soon.
+// A package folder, made with vympack. Its times are short, so that a silent printer costs little.
 class PackageFolder {
 public:
     explicit PackageFolder(std::vector<Firmware> firmware,
@@ -44,7 +44,7 @@ class VirtualPrinter {
 public:
     explicit VirtualPrinter(std::vector<std::string> options = {});
     [[nodiscard]] const std::string& address() const { return m_address; }
-    // What it stored under that name; nothing when it stored no such firmware.
+    // The bytes stored under that name; empty if it stored no such firmware.
     [[nodiscard]] std::optional<std::string> stored(const std::string& name) const;
     [[nodiscard]] std::size_t storedFiles() const;
     [[nodiscard]] std::string transcript() const;
@@ -55,22 +55,22 @@ private:
     Process m_process;
 };
 
-// One run of the command line, with its JSON lines read.
+// One run of the command line; parses its JSON lines.
 class CliRun {
 public:
-    // fast: the same program with shortened pauses; otherwise the one that users get.
+    // fast: with shortened pauses; otherwise the program that users get.
     enum class Pauses { shortened, full };
     explicit CliRun(std::vector<std::string> arguments, Pauses pauses = Pauses::shortened,
                     const Process::Environment& environment = {});
     [[nodiscard]] Process& process() { return m_process; }
     int exitCode(std::chrono::seconds limit = std::chrono::seconds(60));
-    // All lines; every one of them has to be JSON, and the last one has to be the result.
+    // All lines; each must be JSON, and the last must be the result.
     std::vector<Json> lines();
     Json result();
     [[nodiscard]] std::string log() const; // of an update, while it runs or afterwards
 
 private:
-    TempFolder m_state; // for its log, and away from this machine's login manager
+    TempFolder m_state; // for its log; keeps it away from this machine's login manager
     Process m_process;
 };
 
@@ -79,7 +79,7 @@ std::vector<std::string> updateOf(const VirtualPrinter& printer, const PackageFo
 
 constexpr std::size_t kPiece = 4096 - 60; // the printer's usual packet without the head
 
-// Firmware with every form of version, and a printer's options to list an older one of each.
+// Firmware with every form of version, and the options of a printer that has older ones.
 std::vector<Firmware> threeFirmware();
 std::vector<std::string> listsOlder(std::vector<std::string> more = {});
 

@@ -1,4 +1,4 @@
-// One row of what a printer can do wrong, for tests of whole updates over any link.
+// One fault of a printer, for tests of whole updates over any link.
 #pragma once
 #include <cctype>
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 #include <string>
 
 struct Fault {
-    const char* spec; // as the virtual printer takes it
+    const char* spec; // in the virtual printer's syntax
     std::set<int> exitCodes;
     bool bytesWentOut;
 };

@@ -1,4 +1,4 @@
-// The command line with every pause and event wait a twentieth of its length, on the real clock.
+// The command line on the real clock, with every pause and event wait cut to a twentieth.
 #include "CLI/CommandLine.h"
 #include "Platform/SystemPrintServer.h"
 #include "Platform/SystemUsbHost.h"

@@ -1,5 +1,5 @@
-// Everything that a printer can do wrong in an update, by name, through the real programs: the
-// right exit code, a whole result, and an end within bounded time.
+// Each fault of a printer during an update, through the real programs: checks the exit code, a
+// complete result, and an end within bounded time.
 #include "tests/system/Desk.h"
 #include "tests/system/Fault.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 using namespace desk;
 
-// Longer than any time-out that these packages set, under sanitizers on a busy machine too.
+// Longer than any time-out in these packages, even under sanitizers on a busy machine.
 constexpr std::chrono::seconds kBound{60};
 
 class PrinterFault : public ::testing::TestWithParam<Fault> { };
@@ -28,7 +28,7 @@ TEST_P(PrinterFault, EndsTheUpdateWithItsCodeInBoundedTime)
     EXPECT_EQ(result["next"] == "none", code == 0);
 }
 
-// Where the code is of two kinds, the same cut shows itself as an end or as an error of the link.
+// A row has two codes where the same cut may appear as an end or as an error of the link.
 const Fault kFaults[] = {
     {"refuse-busy", {13}, false},
     {"refuse-fax", {14}, false},
@@ -152,7 +152,7 @@ TEST(PrinterThatSendsControlCharacters, ReachesNeitherTerminalNorJson)
     }
 }
 
-// The second firmware's last block finds the answer to an earlier piece; its own is a refusal.
+// The second firmware's last block gets the answer to an earlier piece; its own is a refusal.
 TEST(LateAnswer, DoesNotHideARefusalWhereNobodyCanAskForTheStatus)
 {
     const PackageFolder package({{"MAIN", "AB010200", 20000}, {"BOOT", "AB010200", 4000}});

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Looks at a finished program: is it hardened as every optimised build has to be?
+"""Checks that finished programs are hardened, as in every optimised build.
 
 Usage: hardening.py PROGRAM...   (needs readelf, which comes with the compiler)
 """

@@ -1,4 +1,4 @@
-// Printers by the queues of a real print server: listed, and updated by their names.
+// Printers behind the queues of a real print server: lists them, and updates them by queue name.
 #include "tests/support/PrivateCups.h"
 #include "tests/system/Desk.h"
 
@@ -19,7 +19,7 @@ Firmware mainFirmware()
     return {"MAIN", "AB010200", 20000};
 }
 
-// What the driver of the package's printers has in its folder: the addresses of its queues.
+// The folder of the printer driver, with the addresses of its queues.
 class DriverFolder {
 public:
     explicit DriverFolder(const std::string& configuration)
@@ -37,7 +37,7 @@ private:
     TempFolder m_root;
 };
 
-// A server that takes every connection and never says a word.
+// A server that accepts every connection and never answers.
 class SilentServer {
 public:
     SilentServer() : m_socket(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))

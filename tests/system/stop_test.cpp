@@ -1,4 +1,4 @@
-// Asking an update to stop, at every stage: a transfer is never cut, and the run says so.
+// Stops an update at every stage: a transfer is never cut, and the run reports that.
 #include "tests/system/Desk.h"
 
 #include <csignal>
@@ -39,7 +39,7 @@ TEST(Stop, WhileThePrinterWritesStillSendsTheRestAndAsksForAPersonToLook)
         CliRun run(updateOf(printer, package));
         ASSERT_TRUE(run.process().waitForOutput("\"writing\"", kSoon));
         run.process().signal(signal);
-        run.process().signal(signal); // a second one changes nothing
+        run.process().signal(signal); // a second signal changes nothing
         EXPECT_EQ(run.exitCode(), 130) << run.process().out();
         const auto result = run.result();
         EXPECT_EQ(result["firmware_bytes_sent"], true);

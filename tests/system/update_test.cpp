@@ -1,4 +1,4 @@
-// Whole updates: the real command line, the real engine, a printer of our own over real sockets.
+// Whole updates: the real command line and engine, and a virtual printer over real sockets.
 #include "tests/system/Desk.h"
 
 #include <csignal>
@@ -181,7 +181,7 @@ TEST(Update, KeepsItsMandatedPausesInTheProgramThatUsersGet)
     const auto start = std::chrono::steady_clock::now();
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     EXPECT_EQ(run.exitCode(), 0) << run.process().out();
-    // 2 s before the first packet, and before the check, before and after the data of each.
+    // 2 s before the first packet; for each firmware before the check, before and after the data.
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(14));
     expectStored(printer, package);
 }

@@ -1,5 +1,5 @@
-// Whole runs through the window's controller: the real engine, a printer of our own over real
-// sockets, and the message that the user is left with.
+// Whole runs through the window's controller: the real engine, a virtual printer over real sockets,
+// and the final message to the user.
 #include "tests/UI/Wizard.h"
 #include "tests/support/ScriptedTime.h"
 #include "tests/system/Desk.h"
@@ -10,7 +10,7 @@ namespace {
 
 using namespace desk;
 
-constexpr unsigned long kFactor = 20; // pauses of the engine are a twentieth of their length
+constexpr unsigned long kFactor = 20; // the engine's pauses are cut to a twentieth
 constexpr int kLongestRun = 60000; // milliseconds
 
 class WindowRun : public ::testing::Test {
@@ -21,7 +21,7 @@ protected:
         qputenv("XDG_STATE_HOME", m_state.path().c_str());
     }
 
-    // From the opening page to the end, by a typed address; gives the last message.
+    // Runs from the opening page to the end with a typed address; returns the last message.
     Alert run(const PackageFolder& package, const std::string& address)
     {
         wizard.noPackage();
@@ -43,7 +43,7 @@ protected:
 
     ShortPauses pauses{kFactor, VYMKIT_TEST_SLOWNESS};
     Wizard wizard;
-    QStringList lines; // what the progress window has shown, each change once
+    QStringList lines; // the texts that the progress window showed, each change once
 
 private:
     void type(const std::string& address)

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The monitor's interface, for which the kernel exports no header.
+// The interface of the kernel's USB monitor, which has no exported header.
 struct MonitorHead {
     std::uint64_t id;
     char type;
@@ -40,12 +40,12 @@ struct MonitorGet {
 
 constexpr unsigned long kGet = _IOW(0x92, 10, MonitorGet);
 constexpr unsigned long kSetRingSize = _IO(0x92, 4);
-constexpr long kRingSize = 1200 * 1024; // the most that it allows
+constexpr long kRingSize = 1200 * 1024; // the largest that it allows
 constexpr unsigned char kBulk = 3;
 constexpr unsigned char kControl = 2;
 constexpr unsigned char kInBit = 0x80;
 constexpr int kLookMs = 20;
-constexpr std::chrono::milliseconds kRest{60}; // for what is still on its way
+constexpr std::chrono::milliseconds kRest{60}; // for events that are still on their way
 
 } // namespace
 

@@ -1,8 +1,7 @@
-// What really goes over the bus, as the kernel's USB monitor sees it, from the object's begin to
-// stop().
+// Records the traffic on the bus, as seen by the kernel's USB monitor, from construction to stop().
 //
 // Owns:      the monitor's file and the thread that reads it.
-// Threads:   the list is the caller's once stop() has returned.
+// Threads:   the caller may use the list after stop() has returned.
 #pragma once
 #include <atomic>
 #include <chrono>
@@ -14,10 +13,10 @@ struct BusEvent {
     enum class Kind : char { submitted = 'S', completed = 'C', failed = 'E' };
 
     Kind kind;
-    bool bulk; // control otherwise; nothing else is kept
-    bool in; // towards the computer
+    bool bulk; // otherwise control; no other kinds are kept
+    bool in; // to the computer
     std::chrono::microseconds at;
-    std::uint64_t transfer; // the same for its begin and its end
+    std::uint64_t transfer; // the same for a transfer's begin and end
     int status;
     std::uint32_t length;
     std::vector<unsigned char> bytes;

@@ -78,7 +78,7 @@ std::vector<std::string> printerCommand(const std::string& store,
     return command;
 }
 
-// The files of the bus are called after the device's numbers.
+// The files of the bus are named after the device's numbers.
 std::string deviceFile()
 {
     for (const auto& entry : fs::directory_iterator(kDevices)) {

@@ -1,6 +1,5 @@
-// The desk of the tests on a USB bus; they run inside the virtual machine, as root. Printers are
-// processes behind virtual controllers, and the kernel's own printer driver is there as on any
-// computer.
+// The desk of the tests on a USB bus, which run inside the virtual machine, as root. Printers are
+// processes behind virtual controllers, and the kernel's own printer driver is loaded as usual.
 #pragma once
 #include "tests/system/Desk.h"
 
@@ -16,15 +15,15 @@ using desk::threeFirmware;
 
 constexpr std::chrono::seconds kSoon{20};
 
-// A printer of MODEL-A, plugged in and taken by the kernel's driver.
+// A printer of MODEL-A, plugged in and claimed by the kernel's driver.
 class BusPrinter {
 public:
     explicit BusPrinter(std::vector<std::string> options = {});
-    ~BusPrinter(); // it can always be asked to end, whatever was done to it
+    ~BusPrinter(); // the process ends on request in every state
     BusPrinter(const BusPrinter&) = delete;
     BusPrinter& operator=(const BusPrinter&) = delete;
     [[nodiscard]] std::string uri() const { return m_uri; }
-    // What it stored under that name; nothing when it stored no such firmware.
+    // The bytes stored under that name; empty if it stored no such firmware.
     [[nodiscard]] std::optional<std::string> stored(const std::string& name) const;
     [[nodiscard]] std::string transcript() const;
     [[nodiscard]] const Process& process() const { return m_process; }
@@ -35,21 +34,21 @@ private:
     Process m_process;
 };
 
-// Whether the kernel's printer driver gets exactly that many interfaces within a moment.
+// Whether the kernel's printer driver soon holds exactly that many interfaces.
 bool driverServes(std::size_t interfaces);
-// Whether the bus carries exactly that many printers within a moment.
+// Whether the bus soon carries exactly that many printers.
 bool busCarries(std::size_t printers);
-// A printer forgets an updater that was cut off after a while of silence: this is longer.
+// Waits until the printer, after a while of silence, has forgotten an updater that was cut off.
 void letThePrinterForget();
 
 std::vector<std::string> updateOf(const BusPrinter& printer, const PackageFolder& package);
-// As an ordinary user, who owns nothing on this machine.
+// Runs the command as an ordinary user, who owns nothing on this machine.
 std::vector<std::string> asNobody(const std::vector<std::string>& command);
 
-// What the rule of the device manager does that this machine has not: the printer is everybody's.
+// Gives every user access to the printer. On a usual system a udev rule does that.
 void allowEverybody();
 
-// The printer's interface in the hands of another process than the command line: this one.
+// Holds the printer's interface in this process, so that the command line finds it busy.
 class HeldInterface {
 public:
     HeldInterface();

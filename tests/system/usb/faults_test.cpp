@@ -1,5 +1,5 @@
-// Everything that a printer on a bus can do wrong in an update, by name: the right exit code within
-// bounded time, the interface given back to the kernel's driver, and a second update that works.
+// Each fault of a printer on a bus during an update: checks the exit code and bounded time, that
+// the kernel's driver gets the interface back, and that a second update works.
 #include "tests/system/Fault.h"
 #include "tests/system/usb/UsbDesk.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 using namespace usbDesk;
 
-// On the machine's own clock, which a busy computer does not hurry: the longest time-outs together.
+// The sum of the longest time-outs, on the machine's own clock, which does not depend on load.
 constexpr std::chrono::seconds kBound{45};
 
 class BusFault : public ::testing::TestWithParam<Fault> { };
@@ -82,8 +82,8 @@ const Fault kFaults[] = {
 
 INSTANTIATE_TEST_SUITE_P(AtEveryStage, BusFault, ::testing::ValuesIn(kFaults), nameOf);
 
-// A late answer to a piece stays in the pipe and is what the next packet's reader finds. The
-// second firmware begins with such an answer; its last block is refused.
+// A late answer to a piece stays in the pipe until the next packet's reader finds it. The second
+// firmware begins with such an answer; its last block is refused.
 TEST(LateAnswer, DoesNotHideARefusalFromWhoeverAsksForTheStatus)
 {
     const PackageFolder package({{"MAIN", "AB010200", 20000}, {"BOOT", "AB010200", 4000}});
@@ -127,7 +127,7 @@ TEST(UpdateThatIsStopped, GivesTheInterfaceBack)
     EXPECT_TRUE(driverServes(1));
 }
 
-// Killed, it can give nothing back; the next update still finds the printer and does so.
+// A killed update cannot give the interface back; the next one finds the printer and does that.
 TEST(UpdateThatIsKilled, LeavesAPrinterThatTheNextOneUpdates)
 {
     const PackageFolder package({{"MAIN", "AB010200", 200000}});

@@ -1,4 +1,4 @@
-// Finding printers on a bus and getting at them, as the system administrator and as anybody.
+// Finds and opens printers on a bus, as root and as an ordinary user.
 #include "tests/system/usb/UsbDesk.h"
 
 #include <set>
@@ -82,7 +82,7 @@ TEST(Printers, OfOneModelAreToldApartBySerialNumber)
     EXPECT_EQ(printers.process().errors().find("dummy_udc.0: connection 1"), std::string::npos);
 }
 
-// What a printer says about itself, and whether an update by its port string reaches it.
+// A printer's names, and whether an update by its port string reaches it.
 struct Identity {
     const char* why;
     std::vector<std::string> options;

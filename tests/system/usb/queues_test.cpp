@@ -1,4 +1,4 @@
-// Print queues and USB devices together: a real print server, and the devices that its queues mean.
+// Print queues and USB devices together: a real print server and the devices of its queues.
 #include "tests/support/PrivateCups.h"
 #include "tests/system/usb/UsbDesk.h"
 

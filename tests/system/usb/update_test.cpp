@@ -1,4 +1,4 @@
-// Whole updates over a real bus: the command line that users get, the kernel, a printer behind it.
+// Whole updates over a real bus: the command line that users get, the kernel and a printer.
 #include "tests/system/usb/BusTrace.h"
 #include "tests/system/usb/UsbDesk.h"
 
@@ -53,12 +53,12 @@ TEST_P(ImageSize, ArrivesWhole)
     }
 }
 
-// Around the printer's packets and those of the bus: the head and 452 bytes fill one.
+// Sizes around the printer's packets and those of the bus: the head and 452 bytes fill one.
 INSTANTIATE_TEST_SUITE_P(AroundPieces, ImageSize,
                          ::testing::Values(0, 512 - kHead - 1, 512 - kHead, 512 - kHead + 1, kPiece,
                                            kPiece + 1, 300000));
 
-// Texts whose blocks are whole packets, with and without the empty packet that ends an answer.
+// Texts whose blocks fill whole packets, with and without the empty packet that ends an answer.
 class AnswerOfWholePackets : public ::testing::TestWithParam<std::tuple<const char*, const char*>> {
 };
 
@@ -106,8 +106,8 @@ TEST(UsbUpdate, ArrivesOverALinkWhoseAnswersComeLate)
 // One data piece on the bus, and what the computer did before the next packet.
 struct Piece {
     std::size_t offset;
-    milliseconds pause; // from its end to the next packet's begin
-    bool read; // for a reply, in between
+    milliseconds pause; // from its end to the start of the next packet
+    bool read; // the host read a reply in between
 };
 
 bool isPiece(const BusEvent& event)
@@ -158,12 +158,12 @@ void expectTheRule(const std::vector<Piece>& pieces, std::size_t size, std::size
             EXPECT_GE(piece.pause, milliseconds(20));
             EXPECT_LT(piece.pause, milliseconds(40));
         } else {
-            EXPECT_LT(piece.pause, milliseconds(20)); // the answer came, so that it goes on
+            EXPECT_LT(piece.pause, milliseconds(20)); // an answer ends the pause at once
         }
     }
 }
 
-// The first piece of all, at 0 %, begins no tenth; the first of a later firmware does.
+// The very first piece, at 0 %, starts no new tenth; the first piece of a later firmware does.
 TEST(UsbUpdate, WaitsForAnAnswerAtEachNewTenthAndElsewherePausesTwentyMilliseconds)
 {
     const std::size_t counts[] = {30, 7};
@@ -181,7 +181,7 @@ TEST(UsbUpdate, WaitsForAnAnswerAtEachNewTenthAndElsewherePausesTwentyMillisecon
     expectTheRule({second, pieces.end()}, counts[1] * kPiece, percent);
 }
 
-// A read that found nothing in time stays outstanding, so no answer is lost on the way.
+// A read that got no answer in time stays outstanding, so that no answer is lost.
 TEST(UsbUpdate, CancelsNoReadOfAnAnswerThatComesLate)
 {
     const PackageFolder package({{"MAIN", "AB010200", 30 * kPiece}});
@@ -190,7 +190,7 @@ TEST(UsbUpdate, CancelsNoReadOfAnAnswerThatComesLate)
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
     EXPECT_EQ(run.exitCode(), 0);
     std::size_t answers = 0;
-    bool asked = false; // before its first packet the host looks for answers to somebody else
+    bool asked = false; // before its first packet the host drains answers to earlier users
     for (const auto& event : trace.stop()) {
         asked = asked || (event.bulk && !event.in);
         if (!asked || !event.bulk || !event.in || event.kind == BusEvent::Kind::submitted)

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The virtual machine's own promises: exit codes, streams, results, time-outs, a USB bus."""
+"""Tests the virtual machine itself: exit codes, streams, results, time-outs, a USB bus."""
 import pathlib
 import subprocess
 import sys

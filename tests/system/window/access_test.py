@@ -1,4 +1,4 @@
-"""What a screen reader gets: every control that shows has a role and a name of its own."""
+"""A screen reader's view: every visible control has a role and a name of its own."""
 
 import unittest
 
@@ -6,7 +6,7 @@ from accessibility import ROLES
 from case import WizardCase
 from peers import EVERY_SYSTEM, SLOW, Package, Printer, PrintSystem
 
-# Rooms for others, which say nothing themselves.
+# Containers of other controls, which say nothing themselves.
 ROOMS = {"filler", "frame", "layered pane", "panel", "scroll pane", "separator", "viewport"}
 
 
@@ -24,7 +24,7 @@ class Access(WizardCase):
 
     @staticmethod
     def is_silent(node, window):
-        """A line without a text at the moment, and the toolkit's own sign beside a question."""
+        """A line that is empty at the moment, and the toolkit's own sign beside a question."""
         return node.role == "label" and not node.text or \
             node.role == "image" and window.role == "alert"
 

@@ -1,8 +1,8 @@
 """The accessibility bus as a screen reader sees it: nodes with role, name, states and children.
 
-Spoken over D-Bus directly, because that can ask for all children of a node at once. One by one, a
-child that goes between two questions is asked for by a number that is not there any more, which
-the toolkit answers with a crash (Qt 6.4, scroll areas).
+Uses D-Bus directly, because that can query all children of a node at once. With one query for each
+child, a child may vanish between two queries; its index is then out of range, and the toolkit
+crashes (Qt 6.4, scroll areas).
 """
 
 import contextlib
@@ -13,15 +13,15 @@ from gi.repository import Gio, GLib
 ROOT = "/org/a11y/atspi/accessible/root"
 REGISTRY = "org.a11y.atspi.Registry"
 PREFIX = "org.a11y.atspi."
-TIMEOUT = 5000  # milliseconds for one answer; a window that does not answer so long hangs
-# Roles by number, and bits of the state set, as at-spi counts them; names differ by program.
+TIMEOUT = 5000  # milliseconds for one answer; a window that takes longer hangs
+# Roles by number, and bits of the state set, in at-spi's numbering; names differ by program.
 ROLES = {2: "alert", 7: "check box", 16: "dialog", 20: "filler", 23: "frame", 27: "image",
          29: "label", 30: "layered pane", 39: "panel", 42: "progress bar", 43: "push button",
          44: "radio button", 48: "scroll bar", 49: "scroll pane", 50: "separator", 55: "table",
          56: "table cell", 57: "table column header", 61: "text", 68: "viewport"}
 STATES = {"active": 1, "checked": 4, "enabled": 8, "focusable": 11, "focused": 12, "selected": 23,
           "showing": 25}
-SCREEN = 0  # coordinates count from the screen's corner
+SCREEN = 0  # coordinates start at the screen's corner
 
 
 class Bus:
@@ -38,7 +38,7 @@ class Bus:
         return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
 
     def ask(self, place, interface, method, arguments=None):
-        """The answer's values; GLib.Error where the node or its program is gone."""
+        """The answer's values; raises GLib.Error if the node or its program is gone."""
         name, path = place
         return self._connection.call_sync(name, path, interface, method, arguments, None,
                                           Gio.DBusCallFlags.NONE, TIMEOUT, None).unpack()
@@ -51,7 +51,7 @@ class Bus:
         return self.ask(place, PREFIX + "Accessible", "GetChildren")[0]
 
     def program(self, pid):
-        """The root of the program with that process number, once it is on the bus."""
+        """The root of the program with that process number; waits until it is on the bus."""
         for place in self.children((REGISTRY, ROOT)):
             with contextlib.suppress(GLib.Error):
                 if self.ask(("org.freedesktop.DBus", "/"), "org.freedesktop.DBus",
@@ -61,7 +61,7 @@ class Bus:
         return None
 
     def tree(self, place):
-        """The node and all that shows below it, from top to bottom; what goes is left out."""
+        """The node and all visible nodes below it, from top to bottom; skips vanishing ones."""
         with contextlib.suppress(GLib.Error):
             low, _ = self.ask(place, PREFIX + "Accessible", "GetState")[0]
             states = frozenset(name for name, bit in STATES.items() if low >> bit & 1)
@@ -76,7 +76,7 @@ class Bus:
 
 @dataclass
 class Node:
-    """One control at the moment it was looked at."""
+    """A snapshot of one control."""
     role: str
     name: str
     states: frozenset
@@ -88,7 +88,7 @@ class Node:
 
     @property
     def text(self):
-        """What the control shows: the content of a field, otherwise its name."""
+        """The text on the control: the content of a field, otherwise its name."""
         if self.role == "text":
             with contextlib.suppress(GLib.Error):
                 return self._ask("Text", "GetText", GLib.Variant("(ii)", (0, -1)))[0]

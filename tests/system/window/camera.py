@@ -1,4 +1,4 @@
-"""Pictures of the wizard, and a desktop's settings for dark colours."""
+"""Takes pictures of the wizard, and sets a desktop to dark colours."""
 
 import pathlib
 import subprocess
@@ -7,11 +7,11 @@ import time
 from desk import LIMIT
 
 STILL = 0.1  # seconds without a change after which a window counts as drawn
-MOVES = 10  # so often a picture is taken again where something on it never rests
+MOVES = 10  # attempts at a picture on which something never rests
 
-# What Qt reads in the session of a desktop that keeps its colours in a file; no product switch.
+# Qt reads these in a desktop session that keeps its colours in a file; no switch of the product.
 DARK_SESSION = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}
-DARK_COLOURS = {  # ground, text, every second row
+DARK_COLOURS = {  # background, text, every second row
     "Window": ("42,46,50", "252,252,252", "49,54,59"),
     "Button": ("49,54,59", "252,252,252", "30,87,116"),
     "View": ("27,30,32", "252,252,252", "35,38,41"),
@@ -21,7 +21,7 @@ DARK_COLOURS = {  # ground, text, every second row
 
 
 def dark_desktop(desk):
-    """Makes the desk a dark one; gives the environment of programs that are to notice."""
+    """Makes the desk dark; returns the environment of programs that shall use it."""
     lines = ["[KDE]", "widgetStyle=Fusion"]
     for name, (ground, text, second) in DARK_COLOURS.items():
         lines += [f"[Colors:{name}]", f"BackgroundNormal={ground}", f"ForegroundNormal={text}",
@@ -39,7 +39,7 @@ def screen(wizard):
 
 
 def picture(wizard, path, whole_screen=False):
-    """Keeps what the windows show once they rest, or after a while where one of them moves."""
+    """Takes a picture when the windows rest, or after a while if one of them keeps moving."""
     seen = screen(wizard)
     for _ in range(MOVES):
         time.sleep(STILL)
@@ -51,7 +51,7 @@ def picture(wizard, path, whole_screen=False):
 
 
 def around(wizard):
-    """The part of the screen that the windows take, in the screen's own pixels."""
+    """The part of the screen that the windows cover, in the screen's own pixels."""
     boxes = []
     for window in wizard.x_windows():
         place = dict(line.split("=") for line in wizard.tool(

@@ -1,4 +1,4 @@
-"""What the tests of the window share: a desk each, and the way through the pages."""
+"""The base of the window's tests: a desk for each test, and the way through the pages."""
 
 import pathlib
 import unittest
@@ -24,7 +24,7 @@ class WizardCase(unittest.TestCase):
         self.texts = Texts(language)
 
     def start(self, package, **how):
-        """The wizard on that package, on its opening page."""
+        """Starts the wizard with that package; it shows its opening page."""
         self.wizard = self.start_unseen("--package", package.folder, **how)
         self.wizard.wait_for(self.texts["Start_Description"])
         return self.wizard
@@ -42,7 +42,7 @@ class WizardCase(unittest.TestCase):
         self.wizard.wait_for(self.texts["Device_Description"])
 
     def to_confirmation(self, address):
-        """On to the confirmation page with a typed address."""
+        """Goes to the confirmation page with a typed address."""
         self.to_device_page()
         self.wizard.wait_for(self.texts["Device_NoPrinters"])
         self.wizard.click(self.wizard.find("text"))
@@ -60,7 +60,7 @@ class WizardCase(unittest.TestCase):
         self.press("YES")
 
     def ends_with(self, *ends):
-        """The run's last message is one of these titles and messages; OK ends the program."""
+        """Checks that the run's last message is one of these; OK then ends the program."""
         titles = [self.texts[title] for title, _ in ends]
         texts = self.wizard.alert(*titles)
         self.assert_says(ends[titles.index(texts[0])][1], texts)
@@ -68,7 +68,7 @@ class WizardCase(unittest.TestCase):
         self.assertEqual(self.wizard.exit_code(), 0)
 
     def logs(self):
-        """What the programs on this desk logged, the oldest first."""
+        """The logs of the programs on this desk, the oldest first."""
         folder = pathlib.Path(self.desk.environment["XDG_STATE_HOME"])
         return [log.read_text(encoding="utf-8") for log in sorted(folder.glob("vymkit/run-*.log"))]
 

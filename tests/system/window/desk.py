@@ -1,8 +1,7 @@
-"""A desk of its own for each test: an X server, a session bus, folders that nobody else uses.
+"""A desk for each test: an X server, a session bus and folders of its own.
 
-Nothing of the user's own desk reaches a program that is started here, and nothing that was started
-here outlives the desk: children of children come to this process when their parent goes, and are
-ended with it.
+Programs that are started here see nothing of the user's own desk, and none of them outlives this
+desk: this process adopts orphaned grandchildren and ends them, too.
 """
 
 import contextlib
@@ -17,8 +16,8 @@ import tempfile
 import time
 
 LIMIT = 30.0  # seconds; far more than any answer takes on a busy machine
-LOOK_SOON, LOOK_LATE = 0.02, 0.2  # seconds between two looks at what cannot call back
-GRACE = 3.0  # seconds that a program is given to end by itself
+LOOK_SOON, LOOK_LATE = 0.02, 0.2  # seconds between two checks of a condition
+GRACE = 3.0  # seconds for a program to end by itself
 PR_SET_PDEATHSIG, PR_SET_CHILD_SUBREAPER = 1, 36  # from <linux/prctl.h>
 
 PASSED_ON = ("PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS")
@@ -26,7 +25,7 @@ prctl = ctypes.CDLL(None).prctl
 
 
 def until(question, what, limit=LIMIT):
-    """The first true answer to the question; TimeoutError where there is none in time."""
+    """The first true result of the question; raises TimeoutError if there is none in time."""
     deadline, pause = time.monotonic() + limit, LOOK_SOON
     while not (answer := question()):
         if time.monotonic() > deadline:
@@ -41,7 +40,7 @@ def end_with_parent():
 
 
 def children():
-    """This process's children; those that are gone already are collected on the way."""
+    """This process's children; reaps those that have ended."""
     found = []
     for name in os.listdir("/proc"):
         with contextlib.suppress(OSError):
@@ -56,7 +55,7 @@ def children():
 
 
 class Desk:
-    """One X server; with several screens, programs on it stand side by side without overlapping."""
+    """One X server; programs on different screens do not overlap."""
 
     def __init__(self, width=1280, height=1024, screens=1):
         prctl(PR_SET_CHILD_SUBREAPER, 1)
@@ -78,7 +77,7 @@ class Desk:
             place = self.folder / name.lower()
             place.mkdir(mode=0o700)
             environment[name] = str(place)
-        # Neither the machine's print system nor its login manager: both are named, and not there.
+        # Names a print system and a login manager that do not exist, to keep the machine's own out.
         environment["CUPS_SERVER"] = str(self.folder / "no-cups.sock")
         environment["DBUS_SYSTEM_BUS_ADDRESS"] = f"unix:path={self.folder}/no-system-bus"
         environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
@@ -95,7 +94,7 @@ class Desk:
                                  "--print-address={fd}"])
 
     def _first_line(self, command):
-        """Starts what says on a descriptor that it is ready, and gives what it said."""
+        """Starts a program that reports on a descriptor that it is ready; returns its report."""
         reading, writing = os.pipe()
         self.start([part.format(fd=writing) for part in command], pass_fds=[writing])
         os.close(writing)
@@ -107,7 +106,7 @@ class Desk:
         return line
 
     def start(self, command, environment=None, **how):
-        """A program on this desk; its standard error is kept in a file, see errors_of."""
+        """Starts a program on this desk; keeps its standard error in a file, see errors_of."""
         errors = self.folder / f"{len(self.processes)}-{pathlib.Path(command[0]).name}.errors"
         with open(errors, "wb") as file:
             process = subprocess.Popen(command, env={**self.environment, **(environment or {})},
@@ -123,7 +122,7 @@ class Desk:
         return process.errors.read_text(encoding="utf-8", errors="replace")
 
     def run(self, *command, environment=None):
-        """A short program to its end; gives what it wrote."""
+        """Runs a short program to its end; returns its output."""
         return subprocess.run(command, env={**self.environment, **(environment or {})}, check=True,
                               timeout=LIMIT, capture_output=True, text=True).stdout
 

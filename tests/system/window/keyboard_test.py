@@ -1,4 +1,4 @@
-"""The whole way with the keyboard alone; the accessibility bus is only looked at."""
+"""The whole way with the keyboard alone; the accessibility bus is only read."""
 
 import unittest
 

@@ -1,4 +1,4 @@
-"""What the wizard works with: packages from the real package maker, virtual printers, queues."""
+"""The wizard's peers: packages from the real package maker, virtual printers, queues."""
 
 import os
 import select
@@ -14,7 +14,7 @@ PORT = 48350
 MODEL = "Vymprint 200"
 ROWS = (f'TGMNAME "{MODEL}"', f'MODELNAME "{MODEL}"', "DRIVERNAME Vymprint", "ENTERTIME 1",
         "EXITTIME 1", "UPDATETIME 2")
-SLOW = ("--write-rate", 8000)  # a printer that writes long enough for every text to be seen
+SLOW = ("--write-rate", 8000)  # writes long enough for every text to appear
 EVERY_SYSTEM = "PLATFORMVERSION MACOS=0"
 
 
@@ -24,7 +24,7 @@ class Firmware:
     version: str = "AB010200"
     size: int = 20000
     shown: str = "Main controller"
-    more: str = ""  # of its row
+    more: str = ""  # further tokens of its row
 
     def bytes(self):
         pattern = bytes((i * 7 + i // 251 + len(self.name)) % 256 for i in range(4099))
@@ -36,7 +36,7 @@ class Firmware:
 
 
 class Nameless(Firmware):
-    """Firmware that the package gives neither name nor version."""
+    """Firmware without name and version in the package."""
 
     def row(self):
         return f"VERSION {self.name}.img {self.name}.FW"
@@ -46,7 +46,7 @@ BOTH = (Firmware(), Firmware("BOOT", "AB010300", 9001, "Boot loader"))
 
 
 class Package:
-    """A folder with a package of that firmware, made by the package maker; its rows come first."""
+    """A folder with a package of that firmware, made by the package maker; the rows come first."""
 
     def __init__(self, desk, firmware=BOTH, rows=(EVERY_SYSTEM,), name="package"):
         self.folder = desk.folder / name
@@ -65,7 +65,7 @@ class Package:
 
 
 class UncheckedPackage(Package):
-    """One that the package maker refuses to make."""
+    """A package that the package maker refuses to make."""
 
     def make(self, desk, files):
         table, place = b"", 0
@@ -77,8 +77,8 @@ class UncheckedPackage(Package):
 
 
 def own_address(number):
-    """A loopback address that no other process of a test has at the same time, for ten printers."""
-    pid = os.getpid()  # of two that run at once, none is a million above the other
+    """An address for each of ten printers, which no other test process uses at the same time."""
+    pid = os.getpid()  # no two running processes are a million apart
     return f"127.{80 + 16 * number + (pid >> 16 & 15)}.{pid >> 8 & 255}.{pid & 255}"
 
 
@@ -100,7 +100,7 @@ class Printer:
             raise RuntimeError(f"no printer: {desk.errors_of(self.process)}")
 
     def stored(self, firmware):
-        """What it keeps under that firmware's name; None where it was sent nothing."""
+        """The bytes kept under that firmware's name; None if it received none."""
         place = self.store / self.address / f"{firmware.name}.FW"
         return place.read_bytes() if place.exists() else None
 

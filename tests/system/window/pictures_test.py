@@ -1,6 +1,6 @@
-"""Pictures of every page, question and end, to be looked at: they lie in the folder PICTURES.
+"""Pictures of every page, question and final message, for people to look at, in folder PICTURES.
 
-A picture cannot fail; what it takes to get to the place where it is taken can.
+A picture cannot fail, but the way to the place where it is taken can.
 """
 
 import os
@@ -17,7 +17,7 @@ BY_HAND = (EVERY_SYSTEM, "NEEDENTEROPERATION YES")  # shows the line about the d
 USUAL, SMALL = (1024, 768), (800, 480)
 TWICE = {"size": (2048, 1536), "environment": {"QT_SCALE_FACTOR": "2"}}
 
-# Every other message that a run can end with: its title's key, and how the printer brings it about.
+# All other final messages of a run: the title's key, and the printer's options that cause it.
 ENDS = {
     "nothing-to-do": ("NoUpdateEndTitle", ["--firmware", "MAIN=AB010300"]),
     "device-error": ("Error_DeviceErrorTitle", ["--fault", "status-0803@piece"]),
@@ -30,7 +30,7 @@ ENDS = {
     "system": ("Error_SystemTitle", ["--fault", "no-model"]),
     "other": ("Error_OtherTitle", ["--fault", "garbage@enter"]),
 }
-ABREAST = 5  # more of them, and time-outs of the printers run out on a small machine
+ABREAST = 5  # with more, the printers' time-outs pass on a small machine
 NEEDS_NEWER = [Firmware(version="AB010300", more=" COMPATIBLE=AB010200")]
 
 
@@ -106,8 +106,8 @@ class Picture(WizardCase):
             self.ends_abreast(language, names[first:first + ABREAST])
 
     def ends_abreast(self, language, names):
-        """Runs side by side, each on a screen of its own. The keyboard is one for all screens, and
-        a run's windows take it: so every address is typed before the first run begins."""
+        """Runs side by side, each on a screen of its own. All screens share one keyboard, and a run's
+        windows grab it, so every address is typed before the first run begins."""
         wizards = []
         for screen, name in enumerate(names):
             options = ENDS[name][1]

@@ -1,4 +1,4 @@
-"""Every question answered with no, and what may not be left unanswered."""
+"""Every question answered with no, and questions that must be answered."""
 
 import unittest
 

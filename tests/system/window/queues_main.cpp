@@ -1,5 +1,5 @@
-// A print scheduler for tests that are not C++: private_queues [IDENTIFIER URI MODEL]... says on
-// standard output where it answers, and runs until it is told to end.
+// A print scheduler for tests that are not C++: private_queues [IDENTIFIER URI MODEL]... prints the
+// address of its socket, and runs until a signal ends it.
 #include "tests/support/PrivateCups.h"
 
 #include <csignal>
@@ -12,7 +12,7 @@ int main(int argc, char** argv)
     std::vector<PrivateCups::Queue> queues;
     for (int i = 1; i + 2 < argc; i += 3)
         queues.push_back({argv[i], argv[i + 1], argv[i + 2]});
-    const PrivateCups cups(queues); // before signals are held back, or the scheduler inherits that
+    const PrivateCups cups(queues); // before signals are blocked: the scheduler would inherit that
     sigset_t ends{};
     sigemptyset(&ends);
     sigaddset(&ends, SIGTERM);

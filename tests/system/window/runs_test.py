@@ -1,4 +1,4 @@
-"""Whole updates through the real window, against a printer that keeps what it is sent."""
+"""Whole updates through the real window, with a printer that keeps the bytes it receives."""
 
 import signal
 import unittest
@@ -47,7 +47,7 @@ class Run(WizardCase):
         self.to_run(printer.address)
         self.wizard.wait_for(self.texts["State_WriteUpdate"])
         printer.vanish()
-        # What a cut looks like from here depends on when it comes: an end, or an error of the link.
+        # Depending on its time, a cut appears as an end or as an error of the link.
         self.ends_with(("Error_OtherTitle", "Error_OtherMes"),
                        ("Error_PoweredOffTitle", "Error_PoweredOffMes"))
 

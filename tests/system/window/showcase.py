@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Takes the pictures of docs/pictures anew, with the demo package of a build tree.
+"""Takes the pictures of docs/pictures again, with the demo package of a build tree.
 
 Usage: showcase.py [FOLDER]   (from the project's folder; VYMKIT_BIN names another build's programs)
 """
@@ -24,7 +24,7 @@ TEXTS = Texts("en")
 
 
 def keep(wizard, name):
-    """With the line around it that a desktop would draw, and few enough colours to be small."""
+    """Adds the border that a desktop would draw, and reduces the colours to keep the file small."""
     path = str(FOLDER / f"{name}.png")
     picture(wizard, path)
     subprocess.run(["convert", path, "-bordercolor", "#9a9a9a", "-border", "1", "-strip",

@@ -12,7 +12,7 @@ UNUSABLE = 66  # the exit code for a file that cannot be read
 
 class Start(WizardCase):
     def assert_unsupported(self, *arguments):
-        """The wizard says that the system is not supported, and ends; gives all that it said."""
+        """The wizard says that the system is not supported, and ends; returns all its texts."""
         self.wizard = self.start_unseen(*arguments)
         texts = self.wizard.alert(self.texts["VYM_UnSupportOS_Title"])
         self.assert_says("VYM_UnSupportOS_Mes", texts)

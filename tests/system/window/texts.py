@@ -10,7 +10,7 @@ DIRECTIVE = re.compile(r"%[u@]")
 
 
 class Texts:
-    """texts["Next"] is what a screen shows for that key."""
+    """texts["Next"] is the text on the screen for that key."""
 
     def __init__(self, language):
         table = xml.etree.ElementTree.parse(RESOURCES / f"vymkit_{language}.ts")
@@ -19,16 +19,16 @@ class Texts:
 
     @property
     def untranslated(self):
-        """The keys that a screen never shows."""
+        """The keys that no screen shows."""
         return {key for key, text in self._texts.items() if "_" in key and key != text}
 
     def __getitem__(self, key):
         return MNEMONIC.sub("", self._texts[key])
 
     def pattern(self, key):
-        """Fits the text with anything in the place of its argument."""
+        """A pattern that matches the text with any argument."""
         return re.compile(".+".join(map(re.escape, DIRECTIVE.split(self[key]))))
 
     def mnemonic(self, key):
-        """The letter that presses the button together with Alt."""
+        """The letter that, with Alt, presses the button."""
         return self._texts[key].split("&", 1)[1][0].lower()

@@ -1,8 +1,7 @@
-"""The real wizard, driven from outside as a screen reader and a keyboard do it.
+"""The real wizard, driven from outside in the way of a screen reader and a keyboard.
 
-What is seen is what the program tells the accessibility bus, and of that only what is showing.
-Pressing goes to the window in front alone: an action over the bus would pass by a question that
-holds the other windows up, which no user can do.
+Sees only visible nodes on the accessibility bus. Presses only controls of the front window: an
+action over the bus would bypass a modal question, which no user can do.
 """
 
 import contextlib
@@ -16,7 +15,7 @@ from accessibility import Bus
 from desk import LIMIT, until
 from x11 import ask_to_close
 
-# The folder with the programs; a build tree's, unless somebody names another one.
+# The folder with the programs; a build tree's, unless the environment names another.
 BIN = pathlib.Path(os.environ.get("VYMKIT_BIN", "build/dev/bin")).resolve()
 
 
@@ -30,10 +29,10 @@ class Wizard:
         self._bus = Bus(desk.environment["DBUS_SESSION_BUS_ADDRESS"])
         self._root = None
 
-    # What there is to see.
+    # Looking.
 
     def windows(self):
-        """The showing windows, each with its nodes."""
+        """The visible windows, each with its nodes."""
         with contextlib.suppress(GLib.Error):
             self._root = self._root or self._bus.program(self.process.pid)
             if self._root:
@@ -42,7 +41,7 @@ class Wizard:
         return []
 
     def showing(self):
-        """The nodes of the window in front: a question's, where there is one."""
+        """The nodes of the front window: of the question, if there is one."""
         windows = self.windows()
         asking = [tree for tree in windows if tree[0].role == "alert"]
         return (asking or windows or [[]])[-1]
@@ -64,13 +63,13 @@ class Wizard:
         return [node for node in self.showing() if node.role == role]
 
     def find(self, role, name=None, limit=LIMIT):
-        """Waits for a showing control; a name is compared without its mnemonic."""
+        """Waits for a visible control; compares names without mnemonics."""
         def first():
             return next((node for node in self.nodes(role) if name in (None, node.name)), None)
         return self.until(first, f"a {role} {name!r}", limit)
 
     def wait_for(self, text, limit=LIMIT):
-        """Waits until a text (or what fits a pattern) is on the screen; gives its node."""
+        """Waits until a text (or a match of a pattern) is on the screen; returns its node."""
         pattern = text if isinstance(text, re.Pattern) else re.compile(re.escape(text))
         return self.until(lambda: next((node for node in self.showing()
                                         if pattern.search(node.text)), None),
@@ -80,7 +79,7 @@ class Wizard:
         return any(text in node.text for node in self.showing())
 
     def alert(self, *titles, limit=LIMIT):
-        """Waits for a message with one of these titles; gives its texts, the title first."""
+        """Waits for a message with one of these titles; returns its texts, the title first."""
         def asked():
             nodes = self.showing()
             texts = [node.text for node in nodes if node.role == "label"]
@@ -88,10 +87,10 @@ class Wizard:
                 texts[0] in titles else None
         return self.until(asked, f"the question {' or '.join(titles)!r}", limit)
 
-    # What can be done.
+    # Acting.
 
     def press(self, name, role="push button"):
-        """Presses what can be pressed; the result comes later and has to be waited for."""
+        """Presses a control; the caller has to wait for the effect."""
         node = self.until(lambda: next((one for one in self.nodes(role) if one.name == name
                                         and one.has("enabled")), None), f"a {role} {name!r}")
         self.act(node)
@@ -119,7 +118,7 @@ class Wizard:
         self.tool("xdotool", "type", "--delay", "20", text)
 
     def keep_focus(self):
-        """What a window manager does: a window that goes leaves its focus to the one behind it."""
+        """Does a window manager's duty: a closed window's focus goes to the one behind it."""
         mine = self.x_windows()
         if self.tool("xdotool", "getwindowfocus").strip() not in mine:
             self.tool("xdotool", "windowfocus", mine[-1])
@@ -129,7 +128,7 @@ class Wizard:
                          str(self.process.pid)).split()
 
     def focused(self, role, name=None):
-        """Waits until that control has the keyboard."""
+        """Waits until that control has the keyboard focus."""
         def has_it():
             self.keep_focus()
             return any(node.role == role and name in (None, node.name) and node.has("focused")
@@ -137,7 +136,7 @@ class Wizard:
         self.until(has_it, f"the focus on a {role} {name!r}")
 
     def type_address(self, address):
-        """Into the cell with the focus and those behind it; three digits move on by themselves."""
+        """Types into the focused cell and those after it; after three digits the focus moves on."""
         numbers = address.split(".")
         for place, number in enumerate(numbers):
             self.type(number)
@@ -145,16 +144,16 @@ class Wizard:
                 self.keys("Tab")
 
     def close_window(self):
-        """As the close button of a window manager does it."""
+        """Closes the window in the way of a window manager's close button."""
         self.keep_focus()
         window = self.tool("xdotool", "getwindowfocus").split()[-1]
         ask_to_close(self.screen["DISPLAY"], int(window))
 
     def tool(self, *command):
-        """A program on this wizard's screen."""
+        """Runs a program on this wizard's screen; returns its output."""
         return self.desk.run(*command, environment=self.screen)
 
-    # What remains.
+    # Ending.
 
     def exit_code(self, limit=LIMIT):
         until(lambda: self.process.poll() is not None, "the wizard ends", limit)

@@ -1,4 +1,4 @@
-"""The one thing that a window manager does and that no tool here does for us: asking to close."""
+"""Sends the one request of a window manager that no tool here can send: to close a window."""
 
 import ctypes
 
@@ -14,7 +14,7 @@ class ClientMessage(ctypes.Structure):
 
 
 def ask_to_close(display_name, window):
-    """What the close button in a window's frame sends."""
+    """Sends the message of the close button in a window's frame."""
     x11 = ctypes.CDLL("libX11.so.6")
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XInternAtom.restype = ctypes.c_ulong

@@ -1,4 +1,4 @@
-"""A cpio archive in the form that the kernel unpacks as its first file system."""
+"""A cpio archive in the format of the kernel's initial file system."""
 import os
 import pathlib
 import stat
@@ -26,7 +26,7 @@ class Archive:
         self._place(path, stat.S_IFLNK | 0o777, os.fsencode(target))
 
     def copy(self, source, path=None):
-        """A file as it is on this machine, links followed, under its own path or another."""
+        """Adds a file of this machine, with links followed, under its own path or another."""
         source = pathlib.Path(source)
         mode = 0o755 if os.access(source, os.X_OK) else 0o644
         self.file(path or source.absolute(), source.read_bytes(), mode)

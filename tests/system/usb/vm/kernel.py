@@ -3,8 +3,8 @@
 
 The package is downloaded and unpacked once for each kernel version, into
 ${XDG_CACHE_HOME:-~/.cache}/vymkit-usb-vm/VERSION: the kernel as QEMU starts it fastest, and the
-modules of a machine with virtual USB controllers, in the order in which they load. Run as a program
-it makes sure that they are there.
+modules of a machine with virtual USB controllers, in loading order. Run as a program, it fetches
+them if they are missing.
 """
 import fcntl
 import gzip
@@ -18,15 +18,15 @@ import sys
 import tempfile
 
 METAPACKAGE = "linux-image-amd64"
-# What the guest needs, dependencies left out: modprobe knows them.
+# The modules that the guest needs; modprobe adds their dependencies.
 MODULES = ["virtio_pci", "virtio_console", "usbcore", "usbmon", "dummy_hcd", "configfs",
            "libcomposite", "usb_f_fs", "usblp"]
 XZ_MAGIC = bytes.fromhex("FD377A585A00")
-FORMAT = "1"  # of a cache folder; raised when what lies in it changes
+FORMAT = "1"  # of a cache folder; raised when its layout changes
 
 
 class Unavailable(Exception):
-    """What is missing, and what to do about it."""
+    """Says what is missing and what to do about it."""
 
 
 def cache_root():
@@ -35,13 +35,13 @@ def cache_root():
 
 
 def run(*command, **more):
-    path = os.environ.get("PATH", "") + ":/usr/sbin:/sbin"  # not in every user's
+    path = os.environ.get("PATH", "") + ":/usr/sbin:/sbin"  # not in every user's PATH
     return subprocess.run([str(word) for word in command], check=True, text=True,
                           capture_output=True, env={**os.environ, "PATH": path}, **more).stdout
 
 
 def package_name(apt_options=()):
-    """The real package behind the metapackage; nothing when apt does not know it."""
+    """The real package behind the metapackage; None if apt does not know it."""
     listed = subprocess.run(["apt-cache", *apt_options, "depends", METAPACKAGE], text=True,
                             capture_output=True, check=False).stdout
     found = re.search(r"Depends: (linux-image-\S+)", listed)
@@ -49,7 +49,7 @@ def package_name(apt_options=()):
 
 
 def private_lists(folder):
-    """apt's options for package lists of our own, which need no root and change nothing else."""
+    """apt's options for private package lists, which need no root and change nothing else."""
     (folder / "lists" / "partial").mkdir(parents=True)
     options = ["-o", f"Dir::State::lists={folder}/lists", "-o", "Dir::Cache::pkgcache=",
                "-o", "Dir::Cache::srcpkgcache="]
@@ -58,7 +58,7 @@ def private_lists(folder):
 
 
 def download(folder):
-    """Puts the kernel's package into the folder; with fresh package lists if the present fail."""
+    """Downloads the kernel's package; with fresh package lists if the present ones fail."""
     problem = f"apt does not know {METAPACKAGE}"
     for fresh in False, True:
         try:
@@ -124,20 +124,20 @@ def unpack(package, folder):
 
 
 def newest(root):
-    """The kernel folder that was made last; nothing when there is none."""
+    """The kernel folder that was made last; None if there is none."""
     folders = [path.parent for path in root.glob("*/format") if path.read_text() == FORMAT]
     return max(folders, key=lambda folder: folder.stat().st_mtime, default=None)
 
 
 def prepare():
-    """The folder with "vmlinux" and "modules/", made first where it is missing."""
+    """The folder with "vmlinux" and "modules/"; makes it if it is missing."""
     root = cache_root()
     root.mkdir(parents=True, exist_ok=True)
     with open(root / "lock", "w", encoding="ascii") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)
         if (folder := newest(root)):
             return folder
-        for left in root.glob("new-*"):  # by a run that was broken off
+        for left in root.glob("new-*"):  # by an interrupted run
             shutil.rmtree(left)
         work = pathlib.Path(tempfile.mkdtemp(dir=root, prefix="new-"))
         version = unpack(download(work), work)

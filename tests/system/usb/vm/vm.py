@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Runs a command in a virtual machine that has a real USB bus: Debian's kernel under QEMU.
 
-The guest has virtual USB controllers that are wired to themselves (dummy_hcd): a program that plays
-a USB device and one that uses it both run inside. Files named with --program bring the libraries
-that they are linked with; both kinds lie at their own paths in the guest. The command runs as root
-in /tmp; what it leaves in /results comes back with --results.
+The guest has virtual USB controllers that are wired to themselves (dummy_hcd): the program that
+plays a USB device and the one that uses it both run inside. --program takes a program and the
+libraries that it is linked with; --file takes a single file. All keep their paths in the guest. The
+command runs as root in /tmp; --results copies its files in /results back.
 
 Exit code: the command's own; 124 when it ran too long; 125 when the machine itself failed.
 """
@@ -19,7 +19,7 @@ import sys
 import tarfile
 import tempfile
 
-sys.dont_write_bytecode = True  # the sources stay as they are
+sys.dont_write_bytecode = True  # leaves the source folder unchanged
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 import kernel  # noqa: E402
 from archive import Archive  # noqa: E402
@@ -28,7 +28,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 RIG_FAILED = 125
 TIMED_OUT = 124
 KILLED = 128 + signal.SIGKILL
-BOOT_ALLOWANCE = 60  # s of real time around the command's own: start, results, a busy machine
+BOOT_ALLOWANCE = 60  # s of real time besides the command's own: start, results, a busy machine
 PORTS = ["out", "err", "results", "code"]
 KERNEL_OPTIONS = ("console=ttyS0 quiet panic=-1 nokaslr mitigations=off tsc=reliable "
                   "no_timer_check cryptomgr.notests random.trust_cpu=on")
@@ -76,8 +76,8 @@ def add_busybox(archive):
 
 
 def add_program(archive, program):
-    """The program and every library that it is linked with, at their own paths."""
-    with tempfile.NamedTemporaryFile() as plain:  # debug information would only be carried about
+    """Adds the program and every library that it is linked with, at their own paths."""
+    with tempfile.NamedTemporaryFile() as plain:  # debug information would only slow down the start
         done = subprocess.run(["strip", "--strip-debug", "-o", plain.name, program], check=False).returncode
         archive.copy(plain.name if done == 0 else program, pathlib.Path(program).absolute())
     listed = subprocess.run(["ldd", program], capture_output=True, text=True, check=False).stdout
@@ -89,7 +89,7 @@ def guest_files(options, kernel_folder):
     archive = Archive()
     for folder in "/proc", "/sys", "/dev", "/tmp", "/root", "/var/tmp", "/usr":
         archive.folder(folder)
-    for merged in "lib", "lib64":  # one tree, whichever way a path is written
+    for merged in "lib", "lib64":  # one tree for both spellings of a path
         archive.folder(f"/{merged}")
         archive.link(f"/usr/{merged}", f"/{merged}")
     archive.copy(HERE / "init", "/init")
