@@ -1,5 +1,5 @@
-// Clocks for tests. ScriptedTime never sleeps: a pause advances its clock and is recorded, and so is
-// the length of every wait for an event.
+// Clocks for tests. ScriptedTime never sleeps: a pause advances its clock. It records the lengths
+// of pauses and of waits for events.
 // ShortPauses uses the real clock and shortens pauses and event waits to a fraction. Its clock may
 // run slower than the real one: a peer that is slow under a sanitizer or on a busy machine then
 // still answers in time.
