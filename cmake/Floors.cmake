@@ -1,16 +1,16 @@
-# How every library and program of this project is compiled: one set of flags, one include root.
-# The root is this project's own folder, so that the build can be taken into another one.
+# Functions for every library and program of this project: one set of flags, one include root. The
+# root is this project's own folder, so that another project can include this build.
 
 find_package(Threads REQUIRED)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 
-# What every source is compiled with, tests too; then what only the product needs.
+# vymkit_warnings is for every source, tests included; vymkit_flags is for the product alone.
 add_library(vymkit_warnings INTERFACE)
 target_compile_features(vymkit_warnings INTERFACE cxx_std_20)
 add_library(vymkit_flags INTERFACE)
 target_link_libraries(vymkit_flags INTERFACE vymkit_warnings)
-# g++ 12 takes "text" + string for overlapping copies when it optimises (GCC bug 105329).
+# When it optimises, g++ 12 mistakes "text" + string for overlapping copies (GCC bug 105329).
 target_compile_options(vymkit_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
   $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
@@ -29,7 +29,7 @@ if(VYMKIT_COVERAGE)
   target_link_options(vymkit_warnings INTERFACE --coverage)
 endif()
 
-# A library of one floor, or a part of one; its includes are written from the project's root.
+# A library of one floor or of a part of it; its includes are relative to the project's root.
 function(vymkit_add_library name)
   add_library(${name} STATIC ${ARGN})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
@@ -38,15 +38,15 @@ function(vymkit_add_library name)
   set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
 endfunction()
 
-# The toolkit's code generator for a library whose headers need it. What it writes is not ours to
-# tidy: its folder asks for one check only, since none at all is an error.
+# Runs the toolkit's code generator for a library whose headers need it. clang-tidy shall skip the
+# generated code; its folder enables one harmless check, since an empty list is an error.
 function(vymkit_use_moc name)
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
   file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/.clang-tidy
     "Checks: '-*,misc-definitions-in-headers'\nInheritParentConfig: false\n")
 endfunction()
 
-# A program; all programs lie in one folder of the build tree, where the demo package lies too.
+# A program; all programs and the demo package lie in the same folder of the build tree.
 function(vymkit_add_program name)
   add_executable(${name} ${ARGN})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})

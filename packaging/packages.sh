@@ -1,6 +1,6 @@
-# Installs what is missing of the packages in packages.txt; sourced by run, test and check.
-# install_packages build        what every build needs
-# install_packages build test   what the tests need as well
+# Installs missing packages of packages.txt; sourced by run, test and check.
+# install_packages build        packages for every build
+# install_packages build test   packages for the tests, too
 
 install_packages() {
   local list missing=() name uses use sudo=()
@@ -22,7 +22,7 @@ install_packages() {
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# build_preset NAME [TARGET...]: configures where that was not done yet, and builds what changed.
+# build_preset NAME [TARGET...]: configures the build tree if it is new, and builds.
 build_preset() {
   local preset=$1
   shift
