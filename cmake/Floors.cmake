@@ -4,6 +4,7 @@
 find_package(Threads REQUIRED)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
+include(CheckCXXCompilerFlag)
 
 # vymkit_warnings is for every source, tests included; vymkit_flags is for the product alone.
 add_library(vymkit_warnings INTERFACE)
@@ -20,9 +21,19 @@ if(VYMKIT_SANITIZE)
     -fsanitize=${VYMKIT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(vymkit_warnings INTERFACE -fsanitize=${VYMKIT_SANITIZE})
 elseif(CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT VYMKIT_COVERAGE)
-  target_compile_definitions(vymkit_flags INTERFACE _FORTIFY_SOURCE=2 _GLIBCXX_ASSERTIONS)
+  target_compile_definitions(vymkit_flags INTERFACE _GLIBCXX_ASSERTIONS
+    _FORTIFY_SOURCE=$<IF:$<CONFIG:Release>,3,2>)
   target_compile_options(vymkit_flags INTERFACE -fstack-protector-strong)
   target_link_options(vymkit_flags INTERFACE -Wl,-z,relro,-z,now)
+  # What users get, where the compiler knows it: indirect jumps land where they may, a large stack
+  # frame is touched page by page, and a local that nobody set is zero.
+  foreach(flag -fcf-protection=full -fstack-clash-protection -ftrivial-auto-var-init=zero)
+    string(MAKE_C_IDENTIFIER "vymkit_knows${flag}" known)
+    check_cxx_compiler_flag(${flag} ${known})
+    if(${known})
+      target_compile_options(vymkit_flags INTERFACE $<$<CONFIG:Release>:${flag}>)
+    endif()
+  endforeach()
 endif()
 if(VYMKIT_COVERAGE)
   target_compile_options(vymkit_warnings INTERFACE --coverage -fprofile-update=atomic)

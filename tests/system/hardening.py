@@ -1,10 +1,19 @@
 #!/usr/bin/env python3
 """Checks that finished programs are hardened, as in every optimised build.
 
-Usage: hardening.py PROGRAM...   (needs readelf, which comes with the compiler)
+Usage: hardening.py [--release] PROGRAM...   (needs readelf and objdump, which come with the compiler)
+
+With --release also for what only the builds for users have: landing marks for indirect jumps, and
+large stack frames that are touched page by page.
 """
+import pathlib
+import platform
+import re
 import subprocess
 import sys
+
+ENDBR64 = bytes.fromhex("f30f1efa")
+PAGE = 4096
 
 
 def readelf(option, program):
@@ -12,7 +21,15 @@ def readelf(option, program):
                           check=True).stdout
 
 
-def faults_of(program):
+def largest_step(program):
+    """The most by which a function moves the stack pointer at once."""
+    listing = subprocess.run(["objdump", "--disassemble", "--no-show-raw-insn", program],
+                             capture_output=True, text=True, check=True).stdout
+    steps = re.findall(r"sub +\$0x([0-9a-f]{4,8}),%rsp", listing)
+    return max((int(step, 16) for step in steps), default=0)
+
+
+def faults_of(program, release):
     header, dynamic = readelf("--file-header", program), readelf("--dynamic", program)
     segments, symbols = readelf("--segments", program), readelf("--dyn-syms", program)
     stack = next(line for line in segments.splitlines() if "GNU_STACK" in line)
@@ -25,11 +42,17 @@ def faults_of(program):
         "fortified copies": "_chk@" in symbols.replace("__stack_chk_fail@", ""),
         "checked containers": "__glibcxx_assert_fail" in symbols,
     }
+    if release and platform.machine() == "x86_64":
+        code = pathlib.Path(program).read_bytes()
+        wanted["landing marks for indirect jumps"] = code.count(ENDBR64) > 100
+        wanted["large stack frames touched page by page"] = largest_step(program) <= PAGE
     return [what for what, held in wanted.items() if not held]
 
 
 def main():
-    faults = [(program, fault) for program in sys.argv[1:] for fault in faults_of(program)]
+    programs = [argument for argument in sys.argv[1:] if argument != "--release"]
+    release = "--release" in sys.argv
+    faults = [(program, fault) for program in programs for fault in faults_of(program, release)]
     for program, fault in faults:
         print(f"{program}: not hardened: {fault}")
     return 1 if faults else 0
