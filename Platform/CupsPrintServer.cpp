@@ -18,14 +18,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// For what is reached only after libcups was found.
+// For code that runs only after libcups was found.
 const Libcups& api()
 {
     return *libcups();
 }
 
-// libcups forgets to free what it unpacks an answer with unless all of the answer was read, so the
-// rest of it is read away; nothing can arrive any more then, and no read waits.
+// libcups leaks the memory of its decompressor unless the whole answer is read, so this reads the
+// rest. The connection is shut down by then, so no read waits.
 struct CloseConnection {
     void operator()(http_t* http) const
     {
@@ -41,7 +41,7 @@ struct DeleteRequest {
 };
 using Request = std::unique_ptr<ipp_t, DeleteRequest>;
 
-// A second number for an open socket, so that closing the first one does no harm.
+// A duplicate descriptor of an open socket, so that closing the first one does no harm.
 class SocketCopy {
 public:
     explicit SocketCopy(int socket) : m_number(fcntl(socket, F_DUPFD_CLOEXEC, 0))
@@ -59,8 +59,8 @@ private:
     int m_number;
 };
 
-// Ends a connection when its time is over, whatever its owner then waits for: a server that sends a
-// byte now and then would pass every limit on a single wait.
+// Ends a connection when its time is over, whatever its owner waits for then: limits on single
+// waits do not stop a server that sends a byte now and then.
 class CutOff {
 public:
     CutOff(int socket, Clock::time_point end) : m_socket(socket), m_end(end) { }
@@ -92,7 +92,7 @@ private:
         m_socket.shutDown();
     }
 
-    SocketCopy m_socket; // libcups may close the other one in the middle
+    SocketCopy m_socket; // libcups may close the other one at any time
     Clock::time_point m_end;
     std::mutex m_mutex;
     std::condition_variable m_over;
@@ -117,7 +117,7 @@ constexpr const char* kNotInTime =
 constexpr const char* kNotUnderstood =
     "The print system's answer is incomplete or cannot be understood.";
 
-// Not blocking while it opens: an encrypted server that says nothing would be waited for for ever.
+// Opens without blocking: otherwise libcups would wait forever for a silent encrypted server.
 Connection connect(std::chrono::milliseconds limit)
 {
     Connection http(api().httpConnect2(api().cupsServer(), api().ippPort(), nullptr, AF_UNSPEC,
@@ -165,14 +165,14 @@ http_status_t awaitStatus(http_t* http, CutOff& cutOff)
     return status;
 }
 
-// All of the body; false for one that is longer than an answer may be.
+// Reads the whole body; false if it exceeds the limit.
 bool readBody(http_t* http, std::string& body)
 {
     std::array<char, 16384> piece{};
     for (;;) {
         const auto count = api().httpRead2(http, piece.data(), piece.size());
         if (count <= 0)
-            return true; // what is missing at its end, the reader of the answer notices
+            return true; // the parser notices if the end is missing
         body.append(piece.data(), static_cast<std::size_t>(count));
         if (body.size() > kLongestAnswer)
             return false;
@@ -197,7 +197,7 @@ bool ask(http_t* http, CutOff& cutOff, IppAnswer& answer, std::string& reason)
     return false;
 }
 
-// A server without any queue says that it found none.
+// A server without queues answers "not found".
 bool isList(std::uint16_t status)
 {
     return status <= IPP_STATUS_OK_EVENTS_COMPLETE || status == IPP_STATUS_ERROR_NOT_FOUND;
@@ -235,7 +235,7 @@ bool CupsPrintServer::queues(std::vector<PrintQueue>& found, std::string& reason
     }
     try {
         return list(m_limit, found, reason);
-    } catch (const std::system_error&) { // no thread, or no descriptor, to watch the time with
+    } catch (const std::system_error&) { // no thread or no descriptor for the watchdog
         reason = "The print system was not asked: the computer is too busy.";
         return false;
     }

@@ -1,12 +1,12 @@
-// The queues of a CUPS print server: the one that CUPS_SERVER or the system's client settings name,
-// or the local one. One request over a connection of its own; never asks for a password, never
-// looks for printers on the network, leaves classes of printers out.
+// The queues of a CUPS print server: the one named by CUPS_SERVER or by the system's client
+// settings, otherwise the local one. Sends one request over a connection of its own; never prompts
+// for a password, never searches the network for printers, leaves out classes of printers.
 //
 // Owns:    nothing between two calls.
-// Threads: one at a time. While it asks, a thread of its own watches the time.
-// Bounds:  an answer takes no longer than the limit and no more than IppAnswer allows, whatever the
-//          server does. Outside the limit: looking up the name of a server on another machine
-//          (the resolver's own), and opening a connection that is encrypted from its start.
+// Threads: one at a time. During a request, a thread of its own watches the time.
+// Bounds:  whatever the server does, an answer takes no longer than the limit and is no larger than
+//          IppAnswer allows. Not limited: the resolver's look-up of another machine's name, and
+//          opening a connection that is encrypted from its start.
 #pragma once
 #include "Platform/PrintServer.h"
 
@@ -14,7 +14,7 @@
 
 class CupsPrintServer : public PrintServer {
 public:
-    // A local server answers within milliseconds, one with 500 queues within tens of them.
+    // A local server answers within milliseconds, with 500 queues within tens of milliseconds.
     static constexpr std::chrono::milliseconds kAnswerLimit{3000};
 
     explicit CupsPrintServer(std::chrono::milliseconds limit = kAnswerLimit) : m_limit(limit) { }

@@ -8,7 +8,7 @@ namespace {
 enum Tag : std::uint8_t {
     kEndOfAttributes = 0x03,
     kPrinterGroup = 0x04,
-    kLastDelimiter = 0x0F, // up to here a tag begins a group and stands alone
+    kLastDelimiter = 0x0F, // tags up to this one begin a group and have no value
     kTextWithLanguage = 0x35,
     kNameWithLanguage = 0x36,
     kText = 0x41,
@@ -16,7 +16,7 @@ enum Tag : std::uint8_t {
     kUri = 0x45,
 };
 
-// Takes the message apart from its front; what is not there any more is a failure for good.
+// Reads the message from its front; after reading past its end, every read fails.
 class Bytes {
 public:
     explicit Bytes(std::string_view bytes) : m_rest(bytes) { }
@@ -50,11 +50,11 @@ private:
 
 struct Attribute {
     std::uint8_t tag;
-    std::string_view name; // empty: a further value, or a part of a collection
+    std::string_view name; // empty: a further value, or part of a collection
     std::string_view value;
 };
 
-// The text of a value, whichever of the kinds of text it is; absent where there is none.
+// The text of a value of any text type; absent for other types.
 std::optional<std::string> textOf(const Attribute& attribute)
 {
     Bytes value(attribute.value);
@@ -97,8 +97,8 @@ void store(const Attribute& attribute, PrintQueue& queue)
     }
 }
 
-// Keeps a queue once all of it is read. One without an identifier is none; one without a
-// description goes by its identifier.
+// Keeps a queue that has been read completely. Drops one without an identifier; names one without
+// a description after its identifier.
 bool keep(PrintQueue& queue, std::vector<PrintQueue>& queues)
 {
     if (!queue.identifier)

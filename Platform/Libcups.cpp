@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr const char* kLibrary = "libcups.so.2"; // the interface's number, the same for years
+constexpr const char* kLibrary = "libcups.so.2"; // the interface version, unchanged for years
 
 template <typename Function> bool find(void* library, const char* name, Function*& function)
 {

@@ -1,10 +1,10 @@
-// The functions of libcups that the print queues need, found when they are first asked for: a
-// program that asks no print server starts without libcups and the twenty libraries that come with
-// it, and runs where it is not installed.
+// The functions of libcups that the print queues need, loaded at their first use. A program that
+// queries no print server starts without libcups and its twenty dependencies, and runs where
+// libcups is not installed.
 //
 // Owns:      the library, which stays open until the program ends.
 // Threads:   any.
-// Invariant: a table that is handed out has every function.
+// Invariant: a returned table has every function.
 #pragma once
 #include <cups/cups.h>
 
@@ -36,5 +36,5 @@ struct Libcups {
     decltype(&::ippWrite) ippWrite = nullptr;
 };
 
-// Null where the library, or a function of it, is not there.
+// Null if the library or one of the functions is missing.
 const Libcups* libcups();

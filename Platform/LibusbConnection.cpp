@@ -9,19 +9,19 @@ namespace libusb {
 
 namespace {
 
-// How long a look lasts. A write that a ready device takes is over within: 64 KiB at full speed are
-// 65 ms, and a busy machine is slow to say so. Of replies there is a look every ten milliseconds.
+// The lengths of a look. A ready device takes a write within the first: 64 KiB at full speed need
+// 65 ms, and a busy machine reports the end late. Replies are looked for every ten milliseconds.
 constexpr std::chrono::milliseconds kWriteLook{250};
 constexpr std::chrono::milliseconds kReadLook{4};
-constexpr unsigned long kLongestWait = 24UL * 60 * 60; // seconds; what a clock can add
+constexpr unsigned long kLongestWait = 24UL * 60 * 60; // seconds; more could overflow the clock
 constexpr std::size_t kOldAnswer = 16384; // whole packets at any speed
-constexpr unsigned kOldAnswerMs = 5; // what a printer holds ready comes within one
-constexpr unsigned kStateMs = 200; // a device that does not tell has no halt that we know of
-constexpr int kMostOldAnswers = 256; // 4 MiB; a printer that never stops is not waited for
-constexpr unsigned long kLongestRequestMs = 5000; // where nobody set a time-out
+constexpr unsigned kOldAnswerMs = 5; // an answer that is ready arrives within 1 ms
+constexpr unsigned kStateMs = 200; // a device that does not answer counts as not halted
+constexpr int kMostOldAnswers = 256; // 4 MiB; bounds the reading from a printer that never stops
+constexpr unsigned long kLongestRequestMs = 5000; // if the caller sets no time-out
 
-// A halt outlives the run that it ended. Clearing one that is not there would put a pipe out of
-// step with some devices, so it is asked for first.
+// A halt outlives the run that it ended. Clearing a pipe that is not halted would put it out of
+// step with some devices, so this queries the state first.
 void endHalt(libusb_device_handle* handle, unsigned char endpoint)
 {
     constexpr std::uint8_t kAskEndpoint = 0x82; // a standard request to an endpoint, to be read
@@ -35,8 +35,7 @@ void endHalt(libusb_device_handle* handle, unsigned char endpoint)
 
 } // namespace
 
-// The kernel's driver is back once the interface is released; a device that was pulled out has
-// none to give it back to.
+// Releasing the interface brings the kernel's driver back, unless the device was pulled out.
 Connection::~Connection()
 {
     for (auto* transfer : {&m_write, &m_read}) {
@@ -48,8 +47,9 @@ Connection::~Connection()
         libusb_release_interface(m_handle.get(), m_facts.number);
 }
 
-// The claim itself sends the kernel's driver away, but no other process. A driver that had to go
-// for a claim that then failed is called back; where somebody has the interface, that does nothing.
+// The claim detaches the kernel's driver, but takes the interface from no other process. If the
+// claim then fails, the driver is attached again; that has no effect while a process holds the
+// interface.
 UsbStatus Connection::claim()
 {
     libusb_set_auto_detach_kernel_driver(m_handle.get(), 1);
@@ -62,8 +62,8 @@ UsbStatus Connection::claim()
     return statusOf(result);
 }
 
-// A bus has no connections: an answer that an earlier run left unread is still due, and would be
-// taken for that to this run's first request.
+// A bus has no connections: an answer that an earlier run left unread is still due, and this run
+// would take it for the answer to its first request.
 void Connection::dropOldAnswers()
 {
     std::array<unsigned char, kOldAnswer> old{};
@@ -98,8 +98,8 @@ const Endpoint* Connection::bulkEndpoint(std::uint8_t pipe, bool in) const
     return fits ? found : nullptr;
 }
 
-// The library has one time-out, for the whole of a request: the shorter one, since a reply of a few
-// packets is either there within milliseconds or has not begun. Without any it would wait for ever.
+// The library has one time-out, for the whole request. It gets the shorter of the two, since a
+// reply of a few packets arrives within milliseconds or not at all. With 0 it would wait forever.
 UsbStatus Connection::controlRequest(const UsbControlRequest& request, unsigned char* buffer,
                                      std::uint32_t& transferred)
 {

@@ -1,4 +1,4 @@
-// One interface that this process has claimed, and its kernel driver's stand-in until it goes.
+// One interface that this process has claimed; replaces its kernel driver until destroyed.
 //
 // Owns:    the device's handle, and one transfer in each direction.
 // Threads: one at a time; other connections of the same view may handle its events.
@@ -62,7 +62,7 @@ private:
 
     ViewPtr m_view;
     Facts m_facts;
-    int m_woken = 0; // the library's and ours, atomically: a transfer has ended
+    int m_woken = 0; // a transfer has ended; the library reads it, too: atomic access
     Transfer m_write{m_woken};
     Transfer m_read{m_woken};
     unsigned long m_asked = 0; // bytes to write
@@ -72,7 +72,7 @@ private:
     void* m_writeReference = nullptr;
     void* m_readReference = nullptr;
     bool m_claimed = false;
-    Handle m_handle; // last, so that it is closed before the transfers go
+    Handle m_handle; // last, so that it is closed before the transfers are freed
 };
 
 } // namespace libusb

@@ -1,7 +1,7 @@
-// What the rooms of the libusb host share: a view of the bus, handles that close themselves, and an
-// interface as its descriptors say.
+// Shared by the rooms of the libusb host: a view of the bus, handles that close themselves, and an
+// interface according to its descriptors.
 //
-// Owns:    what the library hands out, given back when the owner goes.
+// Owns:    the library's objects, freed when their owner is destroyed.
 // Threads: none of its own; a view's context may serve several threads at once.
 #pragma once
 #include "Platform/UsbHost.h"
@@ -11,7 +11,7 @@
 
 namespace libusb {
 
-// One view of the bus, as it was: what is plugged later need not ever be in it.
+// A snapshot of the bus: a device that is plugged in later may never appear in it.
 class View {
 public:
     View() = default;
@@ -42,7 +42,7 @@ struct Close {
 using Handle = std::unique_ptr<libusb_device_handle, Close>;
 
 UsbStatus statusOf(int result);
-// A result of the library; on success handle is open.
+// Returns the library's result; on success handle is open.
 int openDevice(libusb_device& device, Handle& handle);
 
 constexpr unsigned char kTypeMask = 0x03; // of an endpoint's attributes
@@ -58,8 +58,8 @@ struct Endpoint {
     }
 };
 
-// One interface as its descriptors say, in its first setting: what the kernel puts it into for
-// whoever claims it.
+// One interface according to its descriptors, in its first setting, which is the one that the
+// kernel selects for a claim.
 struct Facts {
     std::uint8_t configuration;
     std::uint8_t number;
@@ -68,11 +68,11 @@ struct Facts {
     std::vector<Endpoint> endpoints;
 };
 
-// Every interface of the configuration that the device is in; copied, and bounded.
+// Copies every interface of the device's current configuration, up to a bound.
 std::vector<Facts> factsOf(libusb_device& device);
 
-// The library gives a null pointer beside a count, and half-read descriptors as zeros, where a
-// device's descriptors end too early.
+// If a device's descriptors end too early, the library gives a null pointer with a positive count,
+// and zeros for half-read descriptors.
 template <typename Element> std::span<const Element> counted(const Element* first, int count)
 {
     return {first, first != nullptr && count > 0 ? static_cast<std::size_t>(count) : 0};

@@ -15,7 +15,7 @@ using libusb::Handle;
 using libusb::View;
 using libusb::ViewPtr;
 
-constexpr std::size_t kMostPorts = 7; // hubs in a row, and the root's
+constexpr std::size_t kMostPorts = 7; // a chain of hubs, and the root's port
 constexpr std::size_t kLongestText = 256; // a string descriptor holds 126 characters
 
 class LibusbInterface final : public UsbInterface {
@@ -98,7 +98,7 @@ bool LibusbInterface::read(std::uint8_t index, const char* attribute, std::strin
     return length >= 0;
 }
 
-// What the kernel read when the device was plugged in, for whom may not ask the device.
+// The kernel's record from plugging in, for users who may not open the device.
 bool LibusbInterface::readRecord(const char* attribute, std::string& text)
 {
     std::array<std::uint8_t, kMostPorts> ports{};

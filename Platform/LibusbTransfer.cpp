@@ -54,7 +54,7 @@ void Transfer::cancel(const View& view)
     m_aborted = true;
     if (!m_inFlight)
         return;
-    libusb_cancel_transfer(m_transfer); // fails where it has just ended
+    libusb_cancel_transfer(m_transfer); // fails if it has just ended
     for (const auto end = Clock::now() + kLongestAbort; m_inFlight && Clock::now() < end;) {
         std::atomic_ref(m_woken).store(0);
         if (m_inFlight && !handleEvents(view, end - Clock::now(), m_woken))

@@ -1,10 +1,9 @@
-// One bulk transfer at a time, with a buffer of its own: whatever the kernel still has, no caller's
-// memory is in it.
+// One bulk transfer at a time, with a buffer of its own: the kernel never holds a caller's memory.
 //
 // Owns:      the library's record and the buffer; both outlive the device's handle.
-// Threads:   one at a time, its connection's. The library's callback comes on whichever thread
+// Threads:   one at a time, its connection's. The library's callback runs on the thread that
 //            handles the view's events.
-// Invariant: a record or a buffer that the kernel has is neither used again nor freed.
+// Invariant: a record or buffer that the kernel still has is neither reused nor freed.
 #pragma once
 #include "Platform/LibusbDevice.h"
 
@@ -12,15 +11,15 @@
 
 namespace libusb {
 
-using Clock = std::chrono::steady_clock; // the bus's time: nothing to shorten here
+using Clock = std::chrono::steady_clock; // the bus's time; tests cannot shorten it
 
-// Until woken is set or the time is over. False where the bus can no longer be listened to.
+// Returns when woken is set or the time is over. False if the library can read no more events.
 bool handleEvents(const View& view, Clock::duration longest, int& woken);
 
 class Transfer {
 public:
     explicit Transfer(int& woken) : m_woken(woken), m_transfer(libusb_alloc_transfer(0)) { }
-    // Not before its device is closed: what the kernel still has must not be freed.
+    // Only after its device is closed: the kernel must no longer have the buffer.
     ~Transfer() { libusb_free_transfer(m_transfer); }
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
@@ -28,12 +27,12 @@ public:
     bool start(libusb_device_handle* handle, unsigned char endpoint, const unsigned char* bytes,
                unsigned long length);
     void cancel(const View& view);
-    // Lets the pipe go on after the device has refused it.
+    // Resumes the pipe after the device has halted it.
     void clearHalt();
-    // The end, once somebody is to be told: ok, and how many bytes went.
+    // Takes the result of an ended transfer; on ok, bytes is the number transferred.
     UsbStatus take(std::uint32_t& bytes);
 
-    [[nodiscard]] bool isOwed() const { return m_owed; } // somebody is still to be told
+    [[nodiscard]] bool isOwed() const { return m_owed; } // the caller has not taken its result yet
     [[nodiscard]] bool isOver() const { return m_owed && (m_aborted || !m_inFlight); }
     [[nodiscard]] bool uses(unsigned char endpoint) const
     {
@@ -46,7 +45,7 @@ private:
     {
         auto& self = *static_cast<Transfer*>(transfer->user_data);
         self.m_inFlight = false;
-        std::atomic_ref(self.m_woken).store(1); // last: a look between the two finds the end
+        std::atomic_ref(self.m_woken).store(1); // last: a wait that sees it also finds the end
     }
     bool makeRoom(unsigned long length);
 

@@ -1,4 +1,4 @@
-// Inhibitor locks of the login manager, asked for over the system's message bus.
+// Inhibitor locks of the login manager, requested over the system's message bus.
 #include "Platform/SleepInhibitor.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// For all questions together. The login manager answers within milliseconds or is not well.
+// For all requests together. A healthy login manager answers within milliseconds.
 constexpr std::chrono::milliseconds kLimit(900);
 
 constexpr const char* kEverything = "shutdown:sleep:idle:handle-lid-switch";
@@ -29,7 +29,7 @@ struct Answer {
     std::string refusal;
 };
 
-// The descriptor in the message goes with the message.
+// The message owns its descriptor.
 int takeAnswer(sd_bus_message* message, void* place, sd_bus_error*)
 {
     auto& answer = *static_cast<Answer*>(place);
@@ -49,7 +49,7 @@ std::string errorText(int negative)
     return std::strerror(-negative);
 }
 
-// Questions to the login manager, until one limit for all of them is reached.
+// Requests to the login manager, with one time limit for all of them.
 class LoginManager {
 public:
     LoginManager()
@@ -74,7 +74,7 @@ public:
             answer.refusal = errorText(sent);
         else
             await(answer);
-        sd_bus_slot_unref(slot); // a late answer finds nobody
+        sd_bus_slot_unref(slot); // a late answer is dropped
         return answer;
     }
 
@@ -106,7 +106,7 @@ std::string held(const char* what, const char* mode)
 
 } // namespace
 
-// A user who is not at the machine's own seat is refused everything but the last two.
+// A user who is not at the machine's own seat gets only the last two locks.
 SleepInhibitor::SleepInhibitor(const char* who, const char* why)
 {
     LoginManager manager;

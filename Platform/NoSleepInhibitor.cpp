@@ -1,4 +1,4 @@
-// For a build without the library that speaks to the login manager.
+// For builds without the library that talks to the login manager.
 #include "Platform/SleepInhibitor.h"
 
 SleepInhibitor::SleepInhibitor(const char*, const char*)

@@ -1,4 +1,4 @@
-// Stands in where no library for USB was there to build with.
+// For builds without a USB library.
 #include "Platform/SystemUsbHost.h"
 
 UsbHost* systemUsbHost()

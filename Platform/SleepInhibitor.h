@@ -1,17 +1,17 @@
-// Keeps the computer from sleeping and from being shut down while it lives, as far as the system
-// has somebody to ask and that one agrees. Nobody has to agree: an update runs all the same.
+// Keeps the computer from sleeping and shutting down while it lives, if the system's login manager
+// agrees. An update runs without its consent, too.
 //
-// Owns:    what the system gave for it; given back at the end of its life.
+// Owns:    the system's locks; the destructor gives them back.
 // Threads: one at a time.
-// Errors:  none; note() says what is held or why nothing is. Building one takes a second at most,
-//          whatever the system does.
+// Errors:  none; note() says which locks are held, or why there are none. Construction takes at
+//          most a second, whatever the system does.
 #pragma once
 #include <array>
 #include <string>
 
 class SleepInhibitor {
 public:
-    // who and why: short texts that the system shows to whoever wants to shut it down.
+    // who and why: short texts that the system shows to a user who wants to shut it down.
     SleepInhibitor(const char* who, const char* why);
     ~SleepInhibitor();
     SleepInhibitor(const SleepInhibitor&) = delete;
@@ -24,6 +24,6 @@ public:
 private:
     void add(int lock);
 
-    std::array<int, 2> m_locks{-1, -1}; // descriptors, taken ones first
+    std::array<int, 2> m_locks{-1, -1}; // descriptors; -1 for no lock, held ones first
     std::string m_note;
 };

@@ -1,12 +1,13 @@
-// The seam to USB: what finding, opening and using a printer's interface needs, and no more. One
-// implementation a system; tests put in a scripted one. Without a host there are no USB printers.
+// The seam to USB: only the calls for finding, opening and using a printer's interface. One
+// implementation per system; tests plug in a scripted one. Without a host there are no USB
+// printers.
 //
-// Owns:    a list owns its interfaces, a caller the connection it opened. A connection outlives the
-//          interface it was opened from; both end before their host does.
+// Owns:    a list owns its interfaces, a caller the connection that it opened. A connection may
+//          outlive its interface; both end before their host does.
 // Threads: interfaces() from any; an interface or a connection from one thread at a time.
-// Errors:  answers. Finding and opening may throw std::bad_alloc; a connection throws nothing. A
-//          device that was pulled out fails every call. Lengths and texts that a device reports are
-//          handed on as they came: callers check.
+// Errors:  are results. Finding and opening may throw std::bad_alloc; a connection throws nothing.
+//          After a device was pulled out, every call fails. Lengths and texts that a device reports
+//          are passed on unchecked: callers check them.
 #pragma once
 #include <atomic>
 #include <cstdint>
@@ -16,14 +17,14 @@
 
 enum class UsbStatus : std::uint8_t {
     ok,
-    busy, // somebody else has the interface open; a little later it may be free
+    busy, // another program has the interface open; it may be free a little later
     failed,
     notPermitted, // this user may not open it, now or a little later
 };
 
 struct UsbPipe {
     enum class Type : std::uint8_t { control = 0, isochronous = 1, bulk = 2, interrupt = 3 };
-    bool in; // from the device to us
+    bool in; // from the device to this computer
     Type type;
 };
 
@@ -33,13 +34,13 @@ struct UsbControlRequest {
     std::uint8_t request;
     std::uint16_t value;
     std::uint16_t index;
-    std::uint16_t length; // at most so many bytes come back
-    unsigned long noDataTimeoutMs; // without any byte moving
+    std::uint16_t length; // the most bytes that the device may return
+    unsigned long noDataTimeoutMs; // without any byte transferred
     unsigned long completionTimeoutMs; // for the whole request
 };
 
-// An interface opened exclusively. Destroying it aborts what is outstanding and closes it; nothing
-// is told, and no buffer touched, from then on.
+// An interface opened exclusively. Destroying it aborts outstanding transfers and closes it; after
+// that it reports no result and touches no buffer.
 class UsbConnection {
 public:
     using ReadDone = void (*)(void* reference, UsbStatus result, std::uint32_t bytes);
@@ -59,27 +60,27 @@ public:
     virtual UsbStatus controlRequest(const UsbControlRequest& request, unsigned char* buffer,
                                      std::uint32_t& transferred) = 0;
 
-    // Start one transfer and return; false: it did not start. The buffer stays the host's until
-    // the end is told, which happens inside wait and nowhere else. At most one each at a time.
+    // Start one transfer and return; false: it did not start. The host uses the buffer until it
+    // reports the end, which happens only in wait. At most one of each at a time.
     virtual bool startWrite(std::uint8_t pipe, const unsigned char* bytes, unsigned long length,
                             WriteDone done, void* reference) = 0;
     virtual bool startRead(std::uint8_t pipe, unsigned char* buffer, unsigned long length,
                            ReadDone done, void* reference) = 0;
-    // Runs the calling thread's loop until one transfer has ended (true) or the time is over; at
-    // once false where none is outstanding. 0 seconds looks once: a look lasts as long as a bus
-    // takes to carry a packet to a device that is ready for it, a fraction of a second at most. A
-    // transfer that is not over stays outstanding.
+    // Waits until one transfer has ended (true) or the time is over; returns false at once if no
+    // transfer is outstanding. 0 seconds means one look, which lasts as long as a bus needs to
+    // carry a packet to a ready device, a fraction of a second at most. A transfer that has not
+    // ended stays outstanding.
     virtual bool wait(unsigned long seconds) = 0;
-    // Ends a pipe's transfer. Its buffer is free on return; the end is told as failed by the next
-    // wait. Nothing where none is outstanding.
+    // Aborts a pipe's transfer. The buffer is free on return; the next wait reports the end as
+    // failed. Without an outstanding transfer it does nothing.
     virtual void abort(std::uint8_t pipe) = 0;
 
 protected:
     UsbConnection() = default;
 };
 
-// One interface found on the bus. Texts and numbers come from the system's records; each may be
-// missing (false). Serial, vendor and product name are the device's, so they need its parent.
+// One interface on the bus. Texts and numbers come from the system's records; each may be missing
+// (false). Serial number, vendor and product name belong to the device, so call findParent first.
 class UsbInterface {
 public:
     virtual ~UsbInterface() = default;
@@ -88,13 +89,13 @@ public:
 
     virtual bool vendorId(std::uint16_t& id) = 0;
     virtual bool interfaceClass(std::uint8_t& value) = 0;
-    virtual bool findParent() = 0; // the device that the interface belongs to
+    virtual bool findParent() = 0; // the device of the interface
     virtual bool serialNumber(std::string& text) = 0;
     virtual bool vendorName(std::string& text) = 0;
     virtual bool productName(std::string& text) = 0;
-    // Does the system keep this user from opening it? The device is asked nothing.
+    // Whether the system forbids this user to open it. Sends the device nothing.
     virtual bool isForbidden() = 0;
-    // Exclusively, one attempt.
+    // Opens it exclusively, in one attempt.
     virtual UsbStatus open(std::unique_ptr<UsbConnection>& connection) = 0;
 
 protected:
@@ -112,7 +113,7 @@ public:
     // Every interface on the bus now; false where the bus cannot be read.
     virtual bool interfaces(InterfaceList& found) = 0;
 
-    // The host of this process; stays its caller's and outlives its use. Null: no USB.
+    // Sets the host of this process. The caller keeps it alive during its use. Null: no USB.
     static void plugIn(UsbHost* host) { s_plugged = host; }
     static UsbHost* plugged() { return s_plugged; }
 
