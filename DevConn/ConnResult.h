@@ -4,7 +4,7 @@
 namespace conn {
 
 constexpr long kSuccess = 0;
-constexpr long kNetworkClosed = -1; // what the network transport's Disconnect says when it worked
+constexpr long kNetworkClosed = -1; // the network transport's Disconnect returns this on success
 constexpr long kInvalidArgument = -2;
 constexpr long kNoTransport = -3;
 constexpr long kUnknownHandle = -4;

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Calls use(url) for every interface that is counted; false where the bus cannot be read.
+// Calls use(url) for every interface that counts; false if the bus cannot be read.
 template <typename Use> bool forEachPort(UsbHost& host, Use use)
 {
     UsbHost::InterfaceList found;
@@ -24,8 +24,8 @@ template <typename Use> bool forEachPort(UsbHost& host, Use use)
     return true;
 }
 
-// One block: the records, and the strings packed behind them. It is zero-filled and its last byte
-// stays so: a record without a string points there, and every record has a string from the start.
+// One block: the records, and the strings packed after them. It is zero-filled, and its last byte
+// stays 0: a record without a string points to it, so every record has a string from the start.
 class PortBlock {
 public:
     PortBlock(unsigned long count, unsigned long textSize)
@@ -38,7 +38,7 @@ public:
         for (unsigned long i = 0; i < count; ++i)
             m_ports[i].m_portName = lastByte();
     }
-    // Printers come and go while they are counted: what has no room is left out.
+    // Printers come and go between the two passes; a printer without room is left out.
     void add(const std::string& url)
     {
         if (m_filled == m_count)
@@ -60,7 +60,7 @@ private:
     unsigned long m_count;
     unsigned long m_filled = 0;
     _PORT_INFO_1A* m_ports;
-    char* m_text = nullptr; // where the next string goes
+    char* m_text = nullptr; // the place of the next string
 };
 
 std::string named(bool (UsbInterface::*read)(std::string&), UsbInterface& service, bool& complete)
@@ -80,7 +80,7 @@ long DevConnMgr::EnumUsbPort(_PORT_INFO_1A** ports)
     try {
         return MacEnumUSBPort(ports);
     } catch (const std::bad_alloc&) {
-        FreeUsbPort(*ports); // null, or a block that was not filled to its end
+        FreeUsbPort(*ports); // null, or a partly filled block
         *ports = nullptr;
         return 0;
     }
@@ -104,7 +104,7 @@ long DevConnMgr::MacEnumUSBPort(_PORT_INFO_1A** ports)
     *ports = block.ports();
     if (*ports == nullptr)
         return 0;
-    // The number is the first pass's, whatever became of the bus since.
+    // Returns the first pass's number, even if the bus has changed since.
     forEachPort(*host, [&](const std::string& url) { block.add(url); });
     return static_cast<long>(count);
 }

@@ -26,7 +26,7 @@ char* findKey(char* text, std::initializer_list<std::string_view> wanted)
         char* colon = std::strchr(text, ':');
         if (colon == nullptr)
             break;
-        // Only an upper-case M opens a key; printers that spell it small are passed over.
+        // Only an upper-case M starts a key; lower-case keys are skipped.
         const std::string_view key(text, static_cast<std::size_t>(colon + 1 - text));
         if (*text == 'M' && isOneOf(key, wanted))
             found = colon + 1;

@@ -1,9 +1,9 @@
-// Bytes that arrived from the printer and that no caller has consumed yet, oldest first.
-// A bulk read asks for whole multiples of 512; what its caller did not ask for waits here.
+// Bytes from the printer that no caller has consumed yet, oldest first. A bulk read requests whole
+// multiples of 512; bytes that its caller did not request wait here.
 //
-// Owns:      its bytes, by value; no pointer into them ever leaves the object.
+// Owns:      its bytes, by value; no pointer to them ever leaves the object.
 // Threads:   none of its own; DevConnUSB embeds one and calls it under the transport's lock.
-// Invariant: m_size <= kCapacity; bytes [0, m_size) are valid, the rest are noise.
+// Invariant: m_size <= kCapacity; bytes [0, m_size) are valid, the rest are undefined.
 #pragma once
 #include <array>
 #include <cstdint>

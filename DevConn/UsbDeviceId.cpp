@@ -11,16 +11,16 @@ namespace usbDeviceId {
 
 namespace {
 
-constexpr int kOpenAttempts = 5; // about what a print queue needs to let go
+constexpr int kOpenAttempts = 5; // about the time in which a print queue releases it
 constexpr unsigned long kBusyPauseMs = 1000;
 constexpr std::uint8_t kFromInterface = 0xA1; // class request, device to host, interface
 constexpr std::uint8_t kGetDeviceId = 0;
 constexpr unsigned long kLongestDeviceId = 4096;
-constexpr unsigned long kSearchSize = 256; // enough for the names; a whole one is asked for later
+constexpr unsigned long kSearchSize = 256; // enough for the names; the whole ID is requested later
 constexpr unsigned long kSearchMs = 500; // one mute device must not hold up the list
-constexpr std::size_t kPrefix = 2; // the length that a device announces
+constexpr std::size_t kPrefix = 2; // the announced length
 
-// The text behind the prefix, ended where the transfer ended.
+// The text after the prefix, up to the end of the transfer.
 using SearchText = std::array<char, kSearchSize + 1>;
 
 bool readText(UsbInterface& found, SearchText& text)
@@ -105,8 +105,8 @@ bool readVendorAndProduct(UsbInterface& found, std::string& vendor, std::string&
         return false;
     auto copy = text;
     vendor = valueOrNothing(deviceId::findMfgKey(text.data()));
-    // Two characters too late, so that a device ID that begins with its model has no product:
-    // port strings are stored with queues, and have to stay the same.
+    // Starts two characters too late, so a device ID that begins with its model has no product.
+    // This must stay: queues store port strings that were made this way.
     product = valueOrNothing(deviceId::findModelKey(copy.data() + 2));
     return true;
 }

@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::string_view kScheme = "usb://";
 constexpr std::string_view kSerialKey = "serial=";
-// A product may look like a path or carry a remark in brackets; its vendor keeps them.
+// Slashes and brackets are escaped in a product's name; a vendor's name keeps them.
 constexpr std::string_view kEscapedInProducts = "/()";
 
 bool isLegalInUrls(char c)
@@ -58,7 +58,7 @@ bool serialOf(std::string_view port, std::string& serial)
     const auto scheme = port.find(kScheme);
     if (scheme == npos)
         return false;
-    // A vendor has at least one character, whatever it is.
+    // A vendor has at least one character, which may be any.
     const auto slash = port.find('/', scheme + kScheme.size() + 1);
     if (slash == npos)
         return false;

@@ -27,7 +27,7 @@ bool isWanted(UsbInterface& found, const std::string& serial)
     std::string model;
     if (!usbDeviceId::readModel(found, model) || !isModelOfPackage(model))
         return false;
-    if (!hasParent) // nobody to ask: the model has to do
+    if (!hasParent) // no serial number to compare: the model must suffice
         return true;
     std::string text;
     return found.serialNumber(text) && usbPortName::bounded(text) == serial;
@@ -45,7 +45,7 @@ bool isMakersPrinter(UsbInterface& found)
     std::uint16_t vendor = 0;
     if (!found.vendorId(vendor))
         return false;
-    // Some systems' records hold the ID as it came over the wire.
+    // Some systems record the ID in the wire's byte order.
     if (vendor != makersVendorId() && vendor != swapped(makersVendorId()))
         return false;
     std::uint8_t interfaceClass = 0;

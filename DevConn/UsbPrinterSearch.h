@@ -1,7 +1,7 @@
-// Which interfaces on the bus are printers of the maker, and which of them a port string and the
-// loaded package description mean.
+// Finds the maker's printers among the interfaces on the bus, and the one that a port string and
+// the loaded package description select.
 //
-// Threads: any; asks g_VymInfo, which has its own lock. May throw std::bad_alloc.
+// Threads: any; reads g_VymInfo, which has its own lock. May throw std::bad_alloc.
 #pragma once
 #include "Platform/UsbHost.h"
 
@@ -9,13 +9,13 @@
 
 namespace usbPrinterSearch {
 
-// The vendor ID that this build was made for.
+// The vendor ID of this build's maker.
 std::uint16_t makersVendorId();
-// An interface of the printer class whose vendor is the maker, in either byte order.
+// Whether its class is printer and its vendor the maker, in either byte order.
 bool isMakersPrinter(UsbInterface& found);
-// Is this device-ID model one that the loaded package is for?
+// Whether the loaded package is for this device-ID model.
 bool isModelOfPackage(const std::string& model);
-// The first printer of the package's models with the port string's serial; null: none.
+// The first printer of the package's models with the port string's serial number, or null.
 std::unique_ptr<UsbInterface> findPrinter(UsbHost& host, std::string_view port);
 
 } // namespace usbPrinterSearch

@@ -1,8 +1,8 @@
-// Comparison without case, the one that everything uses: only the 26 ASCII letters have a case. The
-// user's locale has no say: under a Turkish one the C library tells "MINI" from "mini", and a
-// printer would match its package in one language and not in another.
+// Comparison that ignores case, for the whole program: only the 26 ASCII letters have a case. It
+// ignores the user's locale: in a Turkish one the C library distinguishes "MINI" and "mini", and
+// a printer would match its package in one language but not in another.
 //
-// Threads: any. Reads nothing but its arguments.
+// Threads: any. Reads only its arguments.
 #pragma once
 #include <algorithm>
 #include <string_view>
@@ -16,7 +16,7 @@ constexpr char upper(char c)
 
 constexpr bool sameNoCase(char left, char right)
 {
-    return left == right || upper(left) == upper(right); // most bytes that agree are the same
+    return left == right || upper(left) == upper(right); // most matching bytes are identical
 }
 
 constexpr bool equalNoCase(std::string_view left, std::string_view right)
@@ -30,8 +30,8 @@ constexpr bool beginsNoCase(std::string_view text, std::string_view prefix)
         && std::equal(prefix.begin(), prefix.end(), text.begin(), sameNoCase);
 }
 
-// Negative, 0 or positive: the difference of the first pair of characters that differ, both in
-// lower case; the end of a text counts as a NUL.
+// Returns the difference of the first two characters that differ, both in lower case, or 0. The end
+// of a text counts as a NUL.
 constexpr int compareNoCase(std::string_view left, std::string_view right)
 {
     const auto lowerAt = [](std::string_view text, std::size_t at) -> int {

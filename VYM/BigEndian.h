@@ -1,4 +1,4 @@
-// Numbers as they stand on the wire, most significant byte first, inside packed records.
+// Numbers in the byte order of the wire, most significant byte first, inside packed records.
 //
 // Threads: any; plain values.
 #pragma once

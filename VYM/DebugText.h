@@ -1,5 +1,5 @@
-// A debug text of the engine, formatted into a buffer of bounded size: what a printer or a package
-// put into it may be cut, and never grows anything. Without a sink nothing is formatted.
+// A debug text of the engine, formatted into a buffer of fixed size: long texts of a printer or a
+// package are cut. Without a sink it formats nothing.
 //
 // Threads: any. Never throws.
 #pragma once

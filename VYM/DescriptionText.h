@@ -1,6 +1,6 @@
-// The row and token rules of a description text, over views: rows end in CR LF and in nothing
-// else, a row belongs to a key when it begins with it, tokens are parted by spaces and tabs
-// outside double quotes. Every reader of such a text stands on these functions.
+// The row and token rules of a description text, on views: only CR LF ends a row; a row belongs to
+// a key if it begins with it; spaces and tabs outside double quotes separate tokens. Every reader
+// of such a text uses these functions.
 //
 // Owns:    nothing; every view returned lies inside the view that was passed in.
 // Threads: any. Copies nothing, indexes nothing.
@@ -15,11 +15,11 @@
 namespace description {
 
 using ascii::equalNoCase;
-// The position of needle in text from a start position on, or npos.
+// The position of needle in text, searched from a start position, or npos.
 std::size_t findNoCase(std::string_view text, std::string_view needle, std::size_t from);
 
-// Takes the next row off the front of rest; false when there is none left. The part behind the
-// last CR LF is a row too, so a text always holds at least one.
+// Takes the next row off the front of rest; false if rest is used up. The part after the last
+// CR LF is a row, too, so every text has at least one.
 class Rows {
 public:
     explicit Rows(std::string_view text) : m_rest(text) { }
@@ -30,9 +30,9 @@ private:
     bool m_done = false;
 };
 
-// A row belongs to every key that it begins with, whatever the case.
+// Whether the row begins with the key, ignoring case. A row may belong to several keys.
 bool belongsTo(std::string_view row, std::string_view key);
-// Takes the next row that begins with key; false when there is none left.
+// Takes the next row that begins with key; false if there are no more.
 class RowsOfKey {
 public:
     RowsOfKey(std::string_view text, std::string_view key) : m_rows(text), m_key(key) { }
@@ -45,12 +45,12 @@ private:
 
 // The index-th row that begins with key, or empty.
 std::string_view findRow(std::string_view text, std::string_view key, unsigned index);
-// What follows the first token and the blanks behind it; empty when nothing does.
+// The text after the first token and the blanks that follow it; may be empty.
 std::string_view afterToken(std::string_view text);
 // The position of the first blank outside double quotes, or the length.
 std::size_t tokenEnd(std::string_view text);
 
-// Walks the tokens of a value part, the quotes still in them.
+// Walks the tokens of a value part, which keep their quotes.
 class Tokens {
 public:
     explicit Tokens(std::string_view valuePart) : m_rest(valuePart) { }
@@ -60,7 +60,7 @@ private:
     std::string_view m_rest;
 };
 
-// A token written name=value, split at its first "="; no value for a bare token.
+// A token of the form name=value, split at its first "="; a bare token has no value.
 struct NamedToken {
     std::string_view name;
     std::optional<std::string_view> value;
@@ -68,10 +68,10 @@ struct NamedToken {
 NamedToken splitNamed(std::string_view token);
 
 std::string withoutQuotes(std::string_view text);
-// The part before the first digit; the whole text when it has no digit or begins with one.
+// The part before the first digit; the whole text if it has no digit or begins with one.
 std::string_view beforeDigits(std::string_view text);
-// The number at the start, as strtol reads it on a 32-bit system: white space, a sign, for base
-// 16 an optional "0x", then digits; 0 when there are none, cut to the 32-bit range.
+// The number at the start, like strtol on a 32-bit system: white space, a sign, for base 16 an
+// optional "0x", then digits; limited to the 32-bit range, 0 without digits.
 int leadingNumber(std::string_view text, unsigned base);
 
 } // namespace description

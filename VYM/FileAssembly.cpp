@@ -4,7 +4,7 @@
 
 namespace {
 
-// A target information is a text of a few kilobytes; nobody may make us hold gigabytes for one.
+// TargetInfo.txt has a few kilobytes; no printer may make us allocate gigabytes for it.
 constexpr std::uint32_t kLargestText = 16 * 1024 * 1024;
 
 bool isLast(std::uint16_t status)
@@ -39,7 +39,7 @@ FileAssembly::Step FileAssembly::add(const packets::FileBlock& block)
         return Step::tooLarge;
     copy(block);
     m_received += block.data.size();
-    // A block before the last one is not judged by its own sum: the sum of the file decides.
+    // The sum of an earlier block is ignored: only the sum of the whole file counts.
     if (!isLast(block.status))
         return block.data.empty() || m_received > m_size ? Step::badBlock : Step::more;
     return packets::byteSum(bytes()) == block.checkSum ? Step::complete : Step::damaged;

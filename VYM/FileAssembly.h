@@ -1,6 +1,6 @@
-// A file of the printer, put together from the blocks in which it arrives. The first block says
-// how large the file is; a text larger than any printer has reason to send is not put together,
-// and blocks that bring nothing or more than was announced end the reading.
+// A file of the printer, assembled from the blocks in which it arrives. The first block announces
+// its size. Refuses a text larger than any printer has reason to send; a block without data, or
+// with more than was announced, ends the reading.
 //
 // Owns:      the assembled bytes.
 // Threads:   none of its own.
@@ -16,7 +16,7 @@ class FileAssembly {
 public:
     enum class Step { more, complete, damaged, badBlock, tooLarge };
 
-    // complete: the last block came and the sum of the whole file is right; damaged: it is not.
+    // After the last block: complete if the sum of the whole file is right, otherwise damaged.
     Step add(const packets::FileBlock& block);
     [[nodiscard]] std::span<const unsigned char> bytes() const { return {m_bytes.get(), m_size}; }
 

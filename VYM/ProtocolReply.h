@@ -1,5 +1,5 @@
-// What the sources of vymProtocol share: a reply that goes back to its connection by itself, and
-// the small conversions around an exchange. Included by those sources only.
+// Shared by the sources of vymProtocol, and included only by them: a reply that returns its block
+// to the connection by itself, and the small conversions around an exchange.
 //
 // Owns:    a Reply owns the block of one exchange; it must not outlive the connection.
 // Threads: the update worker's.
@@ -37,5 +37,5 @@ template <class Record> std::span<unsigned char> asBytes(Record& record)
     return {reinterpret_cast<unsigned char*>(&record), sizeof(Record)};
 }
 
-// What the status of an answer to a file packet means; nothing: it has none.
+// The result code for the status of an answer to a file packet; empty: kBadReply.
 int fileReplyResult(std::optional<std::uint16_t> status);

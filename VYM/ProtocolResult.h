@@ -1,5 +1,5 @@
-// The protocol's result codes: 1 for success, −1 to −12 for what went wrong. The worker publishes
-// them in the status record; the message that belongs to each is chosen above the engine.
+// The protocol's result codes: 1 for success, −1 to −12 for failures. The worker publishes them in
+// the status record; higher floors choose the message for each.
 #pragma once
 
 namespace result {

@@ -7,7 +7,7 @@ namespace {
 constexpr unsigned long kMaxMajor = 99; // two BCD digits
 constexpr unsigned long kMaxDigit = 9; // one BCD digit
 
-// Takes the number at the front of text and the point behind it; false when there is no digit.
+// Takes the number at the front of text and the point after it; false without a digit.
 bool takeNumber(std::string_view& text, unsigned long greatest, unsigned long& number)
 {
     number = 0;

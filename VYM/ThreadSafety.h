@@ -1,4 +1,5 @@
-// Names for clang's thread-safety attributes: which lock guards what. Empty for other compilers.
+// Macros for clang's thread-safety attributes, which say what each lock guards. Empty for other
+// compilers.
 #pragma once
 
 #if defined(__clang__)

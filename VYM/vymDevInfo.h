@@ -1,8 +1,8 @@
-// The status record of an update, the one way in which the run speaks to whoever watches it.
-// The engine writes it under one lock and copies it out under another, so a copy may mix fields of
-// two moments; every field is stored and loaded atomically, so no access is a data race.
+// The status record of an update, the only way in which a run reports its progress.
+// The engine writes it under one lock and copies it under another, so a copy may mix fields of two
+// moments; every field is stored and loaded atomically, so no access is a data race.
 //
-// Owns:      the record belongs to the worker; a copy to whoever asked for it.
+// Owns:      the worker owns the record, the caller owns a copy.
 // Threads:   the worker thread writes, any thread copies.
 // Invariant: a copied firmware name always ends in a NUL.
 #pragma once
@@ -16,7 +16,7 @@ enum update_state : std::uint32_t {
     state_entered = 1, // download mode entered
     state_checked = 2, // the version check of the current firmware is done
     state_sending = 3,
-    state_writing = 4, // the printer reports that it writes
+    state_writing = 4, // the printer reports that it is writing
     state_finished = 5, // the current firmware is finished
     state_done = 6, // all entries handled
     state_failed = 7, // stopped by an error
@@ -25,17 +25,17 @@ enum update_state : std::uint32_t {
 struct tag_devinfo {
     update_state m_updateState;
     char m_firmwareName[32]; // NUL-padded
-    std::uint32_t m_bytesDone; // of the current firmware: sent, or written as the printer says
+    std::uint32_t m_bytesDone; // of the current firmware: sent, or written according to the printer
     std::uint32_t m_bytesTotal;
     std::int32_t m_result; // a protocol result code; 1 while all is well
     std::uint32_t m_firmwareNumber; // from 1: the entry being handled
     std::uint32_t m_updatedCount; // entries that ended with result 1
-    std::uint8_t m_checkStateSupported; // 1: the printer reports how far it has written
+    std::uint8_t m_checkStateSupported; // 1: the printer reports its writing progress
 };
 static_assert(sizeof(tag_devinfo) == 60);
 
-// The state is stored last and copied first: whoever sees a state also sees the result and the
-// counts that were published with it.
+// The state is stored last and copied first: a reader that sees a state also sees the result and
+// the counts that were published with it.
 inline void storeState(tag_devinfo& info, update_state state)
 {
     std::atomic_ref(info.m_updateState).store(state, std::memory_order_release);

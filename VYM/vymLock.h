@@ -1,7 +1,7 @@
 // The recursive lock that every engine object embeds, and the scope that holds it.
 //
 // Owns:    one POSIX mutex and its attribute object.
-// Threads: any; a thread that holds the lock may take it again, and gives it back as often.
+// Threads: any; a thread that holds the lock may take it again, and must release it as often.
 #pragma once
 #include "VYM/ThreadSafety.h"
 

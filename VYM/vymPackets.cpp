@@ -34,7 +34,7 @@ template <class Record> Record blank(std::uint16_t code, std::uint32_t following
     return record;
 }
 
-// A name that does not fit is refused by the copy, and the field stays empty.
+// The copy refuses a name that does not fit; the field then stays empty.
 void setName(char (&field)[kNameSize], const char* name)
 {
     strcpy_s(field, kNameSize, name);
@@ -44,7 +44,7 @@ void setName(char (&field)[kNameSize], const char* name)
 
 std::uint16_t byteSum(std::span<const unsigned char> data)
 {
-    // In 16 bits from the start: a compiler that works on many bytes at once needs no wider lanes.
+    // Sums in 16 bits, so that vectorised code needs no wider lanes.
     std::uint16_t sum = 0;
     for (const auto byte : data)
         sum = static_cast<std::uint16_t>(sum + byte);
@@ -90,8 +90,8 @@ TAG_CMDQUERYUPDATESTATUS_SP queryStatusShort()
 
 TAG_CMDSENDFILE sendFile(const char* name, const FilePiece& piece)
 {
-    // A last block carries its data's own sum or, without data, the whole file's, which stands
-    // where the length of the data would.
+    // A last block carries the sum of its data or, without data, the sum of the whole file, which
+    // the caller then passes as length.
     assert(!isLast(piece.kind) || piece.data == nullptr || piece.start <= piece.end);
     std::uint32_t length = piece.length;
     if (isLast(piece.kind))

@@ -1,6 +1,6 @@
-// The command packets as values: the request records, their checksum, the check of a reply's
-// header and the reading of its fields. The one place that knows where a field stands. No I/O, no
-// allocation; records belong to the caller, views must not outlive the bytes they look at.
+// The command packets as values: request records, their checksum, the check of a reply's header and
+// the reading of its fields. The only place that knows the offset of a field. No I/O, no
+// allocation; the caller owns records, and a view must not outlive its bytes.
 //
 // Threads: any.
 #pragma once
@@ -17,11 +17,11 @@ constexpr std::uint16_t kGetFile = 0x5001;
 constexpr std::uint16_t kSendFile = 0x5002;
 constexpr std::uint16_t kEnterDownload = 0x5101;
 constexpr std::uint16_t kExitDownload = 0x5102;
-constexpr std::uint16_t kQueryStatus = 0x5103; // also what a printer lists when it supports it
+constexpr std::uint16_t kQueryStatus = 0x5103; // a printer that supports it lists this number
 
 // Block kinds of a file packet.
 constexpr std::uint16_t kData = 0;
-constexpr std::uint16_t kLastUnpolled = 0x80; // the printer is not asked for its status afterwards
+constexpr std::uint16_t kLastUnpolled = 0x80; // the printer's status is not queried afterwards
 constexpr std::uint16_t kLastPolled = 0x81;
 constexpr std::uint16_t kHeadOnly = 0x1FF;
 
@@ -34,8 +34,8 @@ constexpr std::uint16_t kDataRefused = 0x0804;
 constexpr std::uint16_t kEnterBusy = 0x1001;
 constexpr std::uint16_t kEnterFax = 0x1002;
 
-// A packet as large as this gains nothing by being larger; more memory is not held for one,
-// whatever a printer offers.
+// Larger packets than this are no faster; a packet never needs more memory, whatever a printer
+// offers.
 constexpr int kMostPacket = 4 * 1024 * 1024;
 
 constexpr std::size_t kNameSize = 32; // firmware and file names, NUL-padded
@@ -43,7 +43,7 @@ constexpr std::size_t kNameSize = 32; // firmware and file names, NUL-padded
 } // namespace packets
 
 struct TAG_SSTHEADER {
-    BigEndian16 m_reserved; // 0 in requests, not looked at in replies
+    BigEndian16 m_reserved; // 0 in requests, ignored in replies
     BigEndian16 m_code;
     BigEndian32 m_length; // of the body that follows
 };
@@ -104,16 +104,16 @@ namespace packets {
 constexpr std::size_t kFileHeadSize = sizeof(TAG_CMDSENDFILE);
 constexpr std::size_t kHeaderSize = sizeof(TAG_SSTHEADER);
 
-// How many bytes follow a header, as it says.
+// The number of bytes that a header announces.
 std::uint32_t bodyLengthOf(std::span<const unsigned char, kHeaderSize> header);
 
-// The protocol's only checksum: the sum of all bytes, carries beyond 16 bits lost.
+// The protocol's only checksum: the sum of all bytes modulo 65536.
 std::uint16_t byteSum(std::span<const unsigned char> data);
 
 void setHeader(TAG_SSTHEADER& header, std::uint16_t code, std::uint32_t bodyLength);
 
-// Each builder zeroes the record first. Names of 32 characters and more leave their field empty,
-// as do null ones.
+// Each builder zeroes the record first. A null name or one of 32 or more characters leaves its
+// field empty.
 TAG_CMDGETFILE getFile(const char* name);
 TAG_CMDENTERDOWNLOAD enterDownload(bool flag);
 TAG_CMDEXITDOWNLOAD exitDownload();
@@ -126,9 +126,9 @@ struct FilePiece {
     std::uint32_t end;
     const unsigned char* data; // may be null
     std::uint32_t length; // of the data; without data, a last block's running checksum
-    std::optional<std::uint16_t> dataSum{}; // where it is known already
+    std::optional<std::uint16_t> dataSum{}; // if it is known already
 };
-// A last block with data: start must not be after end, for its data lie between them.
+// In a last block with data, start must not exceed end, since the data lie between them.
 TAG_CMDSENDFILE sendFile(const char* name, const FilePiece& piece);
 
 constexpr bool isLast(std::uint16_t kind)
@@ -136,20 +136,20 @@ constexpr bool isLast(std::uint16_t kind)
     return kind == kLastUnpolled || kind == kLastPolled;
 }
 
-// A view of a packet on its way, for those who carry it: is it one of the file command, and what
-// does its head say? A field that the packet is too short for reads as 0.
+// A transport's view of a packet: whether it belongs to the file command, and the fields of its
+// head. A field that the packet is too short for reads as 0.
 class FilePacket {
 public:
     explicit FilePacket(std::span<const unsigned char> packet) : m_packet(packet) { }
-    // Null bytes are an empty packet, whatever length says.
+    // Null bytes mean an empty packet, whatever length says.
     FilePacket(const unsigned char* bytes, std::size_t length)
         : m_packet(bytes, bytes != nullptr ? length : 0)
     {
     }
 
-    // Of the file command, and long enough to say its kind.
+    // Belongs to the file command, and is long enough for its kind.
     [[nodiscard]] bool isFile() const;
-    // Long enough to say how far it brings the file.
+    // Is long enough for the offsets of its data.
     [[nodiscard]] bool showsProgress() const;
     // Head and kind of a data piece, and of the packets that close a file.
     [[nodiscard]] bool isData() const { return isWhole() && kind() == kData; }
@@ -159,7 +159,7 @@ public:
     [[nodiscard]] std::uint32_t start() const;
     [[nodiscard]] std::uint32_t end() const;
     [[nodiscard]] std::uint16_t sum() const;
-    [[nodiscard]] std::uint32_t dataLength() const; // as the head says
+    [[nodiscard]] std::uint32_t dataLength() const; // according to the head
     [[nodiscard]] std::span<const unsigned char> name() const; // NUL-padded
     [[nodiscard]] std::span<const unsigned char> data() const; // what really follows the head
 
@@ -173,10 +173,10 @@ private:
     std::span<const unsigned char> m_packet;
 };
 
-// A whole reply of that command: at least a header, the code as expected, and a body of exactly
-// the announced length.
+// Whether this is a complete reply to that command: at least a header, the expected code, and a
+// body of exactly the announced length.
 bool isReplyTo(std::uint16_t code, std::span<const unsigned char> reply);
-// The fields of a reply; nothing where the reply is too short to hold them.
+// The fields of a reply; empty if the reply is too short to hold them.
 std::optional<std::uint16_t> statusOf(std::span<const unsigned char> reply);
 
 struct Counts {

@@ -1,11 +1,10 @@
-// The packet operations under the interface's names; the packets themselves stand in vymPackets.
+// The packet operations under the interface's names; vymPackets has the packets themselves.
 #include "DevConn/ConnResult.h"
 #include "VYM/vymProtocol.h"
 
 namespace {
 
-constexpr long kLinkFailed =
-    -11; // no transport of ours gives it; it means a lost link all the same
+constexpr long kLinkFailed = -11; // no transport returns it, but it also means a lost link
 
 } // namespace
 
