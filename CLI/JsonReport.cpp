@@ -216,3 +216,8 @@ std::unique_ptr<Report> makeJsonReport(int outputDescriptor)
 {
     return std::make_unique<JsonReport>(outputDescriptor);
 }
+
+std::string resultAsJson(const Outcome& outcome)
+{
+    return resultToJson(outcome).dump(-1, ' ', false, Json::error_handler_t::replace);
+}

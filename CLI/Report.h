@@ -39,3 +39,5 @@ protected:
 std::unique_ptr<Report> makeHumanReport(int outputDescriptor, Display& display,
                                         const Options& options);
 std::unique_ptr<Report> makeJsonReport(int outputDescriptor);
+// The JSON line of a result, without its end.
+std::string resultAsJson(const Outcome& outcome);

@@ -45,17 +45,21 @@ void decideEntries(vymProtocol& protocol, const std::string& model, CheckReport&
     }
 }
 
-int readAndDecide(vymProtocol& protocol, const std::atomic<bool>& stop, CheckReport& report)
+// By the printer's description as it has been read.
+int decideAll(vymProtocol& protocol, CheckReport& report)
 {
-    const int fetched = protocol.GetFileData("TargetInfo.txt");
-    if (fetched != result::kSuccess || stop)
-        return fetched;
     protocol.getTargetModel(report.printerModel);
     std::string model;
     if (!g_VymInfo.getTgmName(model))
         return result::kSystem;
     decideEntries(protocol, model, report);
     return result::kSuccess;
+}
+
+int readAndDecide(vymProtocol& protocol, const std::atomic<bool>& stop, CheckReport& report)
+{
+    const int fetched = protocol.GetFileData("TargetInfo.txt");
+    return fetched != result::kSuccess || stop ? fetched : decideAll(protocol, report);
 }
 
 } // namespace
@@ -71,5 +75,15 @@ CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,
     if (!stop)
         report.result = readAndDecide(protocol, stop, report);
     protocol.ExitDownLoadMode();
+    return report;
+}
+
+CheckReport checkTargetInfo(std::string_view targetInfo)
+{
+    CheckReport report{};
+    vymProtocol protocol;
+    report.result = protocol.TakeTargetInfo(targetInfo);
+    if (report.result == result::kSuccess)
+        report.result = decideAll(protocol, report);
     return report;
 }

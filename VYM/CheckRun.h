@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct CheckedEntry {
@@ -28,3 +29,6 @@ struct CheckReport {
 
 CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,
                          const std::atomic<bool>& stop);
+
+// The same decisions for a printer that would say that of itself, without a printer.
+CheckReport checkTargetInfo(std::string_view targetInfo);

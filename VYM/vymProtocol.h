@@ -19,6 +19,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // What a model-specific version rule says: 0 none applies, 1 refuse as not applicable, 2 refuse.
@@ -50,6 +51,8 @@ public:
     // Reads a file of the printer and loads it as the printer's description.
     int GetFileData(const char* name);
     // A last block with data has its start not after its end: that is the caller's duty.
+    // Loads a text as the printer's description, as GetFileData does once it has it.
+    int TakeTargetInfo(std::string_view text);
     int SendFileData(const char* name, unsigned short kind, unsigned long start, unsigned long end,
                      unsigned char* data, unsigned long length);
     // One firmware entry of the package: the fields of its VERSION row; compatibleVersion and

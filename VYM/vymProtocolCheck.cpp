@@ -67,17 +67,25 @@ int vymProtocol::receiveFile(std::span<unsigned char> request, FileAssembly& fil
     return code;
 }
 
-int vymProtocol::loadTargetInfo(const FileAssembly& file)
+int vymProtocol::TakeTargetInfo(std::string_view text)
 {
-    const auto text = file.bytes();
-    if (!m_target.loadData(reinterpret_cast<const char*>(text.data()), text.size(),
-                           load_targetinfo))
+    if (!m_target.loadData(text.data(), text.size(), load_targetinfo))
         return result::kSystem;
     int maxPacket = 0;
     if (!m_target.getMaxPacket(maxPacket))
         return result::kSystem;
-    if (maxPacket < kLeastPacket)
-        return result::kBadReply;
+    return maxPacket < kLeastPacket ? result::kBadReply : result::kSuccess;
+}
+
+int vymProtocol::loadTargetInfo(const FileAssembly& file)
+{
+    const auto bytes = file.bytes();
+    if (const int taken =
+            TakeTargetInfo({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+        taken != result::kSuccess)
+        return taken;
+    int maxPacket = 0;
+    m_target.getMaxPacket(maxPacket);
     return SetPacketSize(static_cast<unsigned long>(std::min(maxPacket, packets::kMostPacket)));
 }
 

@@ -3,6 +3,8 @@
 #include "Tools/vympack/CheckCommand.h"
 #include "Tools/vympack/Interrupt.h"
 #include "Tools/vympack/MakeCommand.h"
+#include "Tools/vympack/RehearseCommand.h"
+#include "Tools/vympack/SimulateCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <functional>
@@ -22,7 +24,7 @@ same bytes.
 
 Exit codes: 0 done, 1 defects or differences found or something refused, 64 wrong usage, 66 a file
 cannot be read, 70 out of memory or another failure inside, 73 a result cannot be written, 130
-interrupted.)";
+interrupted. simulate ends as vymkit-cli check would with such a printer.)";
 
 using Work = std::function<int(Streams)>;
 
@@ -102,6 +104,40 @@ void addExtract(CLI::App& app, Work& work)
     command->add_option("NAME", order->extraction.names, "Files to unpack; without any, all");
 }
 
+void addSimulate(CLI::App& app, Work& work)
+{
+    const auto [command, order] = addCommand<SimulateOrder>(
+        app, "simulate", "Say what an update would do with a printer, without one", work, simulate);
+    command->add_option("PACKAGE", order->path, "The package, or the folder with VYMBINDDATA")
+        ->required();
+    command
+        ->add_option("--installed", order->installed, "Firmware that the printer has; repeatable")
+        ->type_name("NAME=VERSION")
+        ->allow_extra_args(false);
+    command->add_option("--model", order->model, "The printer's model; without it the package's");
+    command->add_flag("--no-status-query", order->noStatusQuery,
+                      "The printer does not say how far it has written");
+    command->add_flag("--table", order->table,
+                      "Also list installed versions against decisions for every firmware");
+    command->add_flag("--json", order->json, "Write the result as JSON");
+}
+
+void addRehearse(CLI::App& app, Work& work)
+{
+    const auto [command, order] = addCommand<RehearseOrder>(
+        app, "rehearse", "Run a whole update against a virtual printer on this computer", work,
+        rehearsePackage);
+    command->add_option("PACKAGE", order->path, "The package, or the folder with VYMBINDDATA")
+        ->required();
+    command
+        ->add_option("--installed", order->installed,
+                     "Firmware that the printer has; repeatable; without any, what the package"
+                     " updates")
+        ->type_name("NAME=VERSION")
+        ->allow_extra_args(false);
+    command->add_flag("--quick", order->quick, "Without the pauses that a real printer needs");
+}
+
 } // namespace
 
 int runProgram(int argc, const char* const* argv, Streams streams)
@@ -112,7 +148,7 @@ int runProgram(int argc, const char* const* argv, Streams streams)
     app.set_help_all_flag("--help-all", "Print the help of every command");
     app.footer(kFooter);
     Work work;
-    for (const auto add : {addMake, addList, addExtract, addCheck})
+    for (const auto add : {addMake, addCheck, addSimulate, addRehearse, addList, addExtract})
         add(app, work);
     try {
         app.parse(argc, argv);

@@ -1,5 +1,8 @@
 #include "Tools/vympack/InputFile.h"
 
+#include "Tools/vympack/Sha256.h"
+
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -46,6 +49,22 @@ bool InputFile::readText(std::uint64_t offset, std::size_t length, std::string& 
 {
     text.resize(length);
     return readAt(offset, text.data(), length);
+}
+
+std::string InputFile::digest(std::uint64_t offset, std::uint64_t length) const
+{
+    constexpr auto kPiece = std::size_t{256} * 1024; // the disk, not the calls, sets the pace
+    Sha256 digest;
+    std::string piece;
+    while (length > 0) {
+        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(length, kPiece));
+        if (!readText(offset, count, piece))
+            return {};
+        digest.add(piece.data(), count);
+        offset += count;
+        length -= count;
+    }
+    return digest.finish();
 }
 
 bool InputFile::isSameFile(const std::string& path) const

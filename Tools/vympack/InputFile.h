@@ -24,6 +24,8 @@ public:
     [[nodiscard]] bool readText(std::uint64_t offset, std::size_t length, std::string& text) const;
     // True when path names the very file that is open here.
     [[nodiscard]] bool isSameFile(const std::string& path) const;
+    // The SHA-256 of a stretch; empty when it cannot be read to its end.
+    [[nodiscard]] std::string digest(std::uint64_t offset, std::uint64_t length) const;
 
 private:
     UniqueFd m_fd;

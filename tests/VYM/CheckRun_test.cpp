@@ -121,4 +121,28 @@ TEST_F(CheckRun, LeavesDownloadModeWhenItIsStopped)
     EXPECT_EQ(m_script.sent().size(), 2U);
 }
 
+TEST_F(CheckRun, DecidesWithoutAPrinterAsWithOne)
+{
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A",
+             "VERSION BOOT=02.00 main.bin A", "VERSION NONE=02.00 main.bin A"});
+    answer(info("M"));
+    const auto checked = run();
+    const auto thought = checkTargetInfo(info("M"));
+    EXPECT_EQ(thought.result, checked.result);
+    EXPECT_EQ(thought.printerModel, "M");
+    ASSERT_EQ(thought.entries.size(), checked.entries.size());
+    for (std::size_t i = 0; i < thought.entries.size(); ++i) {
+        EXPECT_EQ(thought.entries[i].decision.code, checked.entries[i].decision.code);
+        EXPECT_EQ(thought.entries[i].decision.reason, checked.entries[i].decision.reason);
+        EXPECT_EQ(thought.entries[i].installedVersion, checked.entries[i].installedVersion);
+    }
+}
+
+TEST_F(CheckRun, GivesTheCodeOfATextThatSaysTooLittle)
+{
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A"});
+    EXPECT_EQ(checkTargetInfo("").result, -9);
+    EXPECT_EQ(checkTargetInfo("MAXPACKET 7\r\n").result, -5);
+}
+
 } // namespace

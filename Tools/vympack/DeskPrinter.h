@@ -1,0 +1,75 @@
+// A virtual printer inside this process, on a free port of the loopback: it takes an update as a
+// printer would, keeps the digest of every firmware and what it saw of the conversation.
+//
+// Owns:      its socket and its thread, which end with it.
+// Threads:   made, stopped and read on one thread; serves on another one in between.
+// Invariant: received() and steps() are read after stop() only.
+// Shares nothing with the engine: it reads the wire by itself.
+#pragma once
+#include "Tools/vympack/Sha256.h"
+#include "Tools/vympack/UniqueFd.h"
+#include "Tools/vymprinter/TcpServer.h"
+
+#include <cstdint>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace vympack {
+
+struct ReceivedFirmware {
+    std::string name; // as the updater called it
+    std::uint64_t size = 0;
+    std::string sha256; // empty while it is not complete
+};
+
+// Packets of one kind that came one after the other.
+struct PrinterStep {
+    std::uint16_t command = 0;
+    std::string name; // of a file or firmware; empty where the packet has none
+    std::uint64_t packets = 0;
+    std::uint64_t bytes = 0; // of firmware
+};
+
+class DeskPrinter {
+public:
+    explicit DeskPrinter(vymprinter::PrinterModel model);
+    DeskPrinter(const DeskPrinter&) = delete;
+    DeskPrinter& operator=(const DeskPrinter&) = delete;
+    ~DeskPrinter();
+
+    // Why it cannot serve; empty when it does.
+    [[nodiscard]] const std::string& error() const { return m_error; }
+    [[nodiscard]] std::uint16_t port() const { return m_port; }
+    void stop();
+    // Complete firmware, in the order of arrival.
+    [[nodiscard]] const std::vector<ReceivedFirmware>& received() const
+    {
+        return m_record.received;
+    }
+    [[nodiscard]] const std::vector<PrinterStep>& steps() const { return m_record.steps; }
+
+private:
+    struct Record final : vymprinter::PrinterRecord {
+        void packet(const vymprinter::PacketNote& note) override;
+        void remark(const std::string& sentence) override;
+        [[nodiscard]] bool beginFirmware(const std::string& name) override;
+        [[nodiscard]] bool appendFirmware(vymprinter::ByteView data) override;
+        [[nodiscard]] bool commitFirmware() override;
+        void abandonFirmware() override;
+
+        std::vector<ReceivedFirmware> received;
+        std::vector<PrinterStep> steps;
+        ReceivedFirmware arriving;
+        Sha256 digest;
+    };
+
+    Record m_record;
+    std::string m_error;
+    std::uint16_t m_port = 0;
+    UniqueFd m_stop;
+    vymprinter::TcpServer m_server;
+    std::thread m_thread;
+};
+
+} // namespace vympack
