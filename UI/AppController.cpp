@@ -20,7 +20,7 @@ int AppController::run()
 {
     if (_mainwindowController->hasEnded())
         return 0;
-    // quit() would ask every window to close first, and so put the cancel question again.
+    // quit() would first ask every window to close, which would raise the cancel question again.
     QObject::connect(_mainwindowController.get(), &MainWindowController::ended,
                      QCoreApplication::instance(), [] { QCoreApplication::exit(0); });
     _mainwindowController->show();

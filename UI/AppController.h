@@ -1,4 +1,4 @@
-// The application's delegate: makes the window's controller and, once everything stands, shows it.
+// The application's delegate: makes the window's controller and, when all is ready, shows it.
 //
 // Owns:    the window's controller.
 // Threads: the interface's own.
@@ -7,15 +7,15 @@
 
 class AppController {
 public:
-    // The interface file: that of the installation, else the one beside the program.
+    // The interface file: the installed one, otherwise the one beside the program.
     static QString formFile();
 
-    // Makes the controller; without a usable interface file there is none.
+    // Makes the controller; fails without a usable interface file, see problem.
     explicit AppController(MainWindowSetup setup);
 
-    // Why there is no window; empty where there is one.
+    // Why there is no window; empty if there is one.
     [[nodiscard]] const QString& problem() const { return m_problem; }
-    // Shows the window, and runs the program until it ends; gives its exit code.
+    // Shows the window, and runs the program until it ends; returns its exit code.
     int run();
 
 private:

@@ -1,9 +1,9 @@
-// The firmware that the package carries, as rows of the opening page's table. The table shows; it
-// never selects.
+// The firmware in the package, as rows of the opening page's table. The table's rows cannot be
+// selected.
 //
 // Owns:      its rows, by value.
 // Threads:   one at a time.
-// Invariant: a text that a row does not have is empty, never absent.
+// Invariant: a missing text of a row is empty, never absent.
 #pragma once
 #include <optional>
 #include <string>
@@ -19,7 +19,7 @@ public:
     [[nodiscard]] int numOfFirmware() const { return static_cast<int>(_firmwareList.size()); }
 
     [[nodiscard]] int numberOfRowsInTableView() const { return numOfFirmware(); }
-    // None for a row that is not there; empty for a column that is neither "FirmwareType" nor
+    // Absent for a row that does not exist; empty for a column other than "FirmwareType" and
     // "FirmwareVersion".
     [[nodiscard]] Text objectValueForTableColumn(std::string_view columnIdentifier, int row) const;
     [[nodiscard]] static bool shouldSelectRow(int) { return false; }

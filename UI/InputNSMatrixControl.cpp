@@ -18,7 +18,7 @@ namespace {
 constexpr int kColumns = 4; // the numbers of an IPv4 address
 constexpr int kAddressDigits = 3; // of one number
 constexpr int kAddressMaximum = 255;
-constexpr int kWidestCell = 15; // characters shown of a cell that takes many
+constexpr int kWidestCell = 15; // characters shown of a cell that accepts many
 const QString kDot = QStringLiteral(".");
 
 bool isDigit(QChar c)
@@ -26,7 +26,7 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
-// The number that a text begins with, as far as an int goes; 0 where it begins with none.
+// The number at the beginning of a text, limited to an int; 0 without a number.
 int integerValue(const QString& text)
 {
     const auto bytes = text.trimmed().toStdString();
@@ -40,7 +40,7 @@ int integerValue(const QString& text)
 
 } // namespace
 
-// Asked by a cell's editor about the text that any change would lead to, before anybody sees it.
+// Validates the text that a change would give, before the cell's editor shows it.
 class InputNSMatrixControl::Rule : public QValidator {
 public:
     Rule(InputNSMatrixControl& matrix, int column, QLineEdit* cell)
@@ -59,12 +59,12 @@ public:
     }
 
     void setOff(bool isOff) { m_isOff = isOff; }
-    // The editor takes a refused change back by itself, except where undo or redo made it.
+    // The editor reverts a refused change by itself, except after undo or redo.
     [[nodiscard]] bool isRefused() const { return m_refused; }
     [[nodiscard]] QString kept() const { return m_kept; }
 
 private:
-    // The change is the smallest one that makes the one text out of the other.
+    // The change is the smallest one that turns the kept text into the new one.
     [[nodiscard]] bool allows(const QString& text) const
     {
         const auto shorter = std::min(text.size(), m_kept.size());
@@ -99,7 +99,7 @@ public:
         QObject::connect(this, &QLineEdit::textEdited, this, [this] { textWasEdited(); });
     }
 
-    // Takes any text, and forgets what could be undone.
+    // Accepts any text, and clears the undo history.
     void setTextUnchecked(const QString& text)
     {
         m_rule->setOff(true);
@@ -113,7 +113,7 @@ public:
     {
         const auto characters = std::clamp(m_matrix._maxLength, kAddressDigits, kWidestCell);
         const QFontMetrics metrics(font());
-        // One character more, as room for the cursor and the margins.
+        // One more character gives room for the cursor and the margins.
         const QSize text(metrics.horizontalAdvance(u'0') * (characters + 1), metrics.height());
         QStyleOptionFrame frame;
         initStyleOption(&frame);
@@ -129,8 +129,8 @@ protected:
             QLineEdit::keyPressEvent(event);
     }
 
-    // Where a text was dragged from keeps it: it may have been refused here, and the cell that it
-    // led on to may be the one that it came from.
+    // The drag's source keeps its text: this cell may have refused it, or the text may have moved
+    // the focus on to the source.
     void dropEvent(QDropEvent* event) override
     {
         const auto before = text();
@@ -147,7 +147,7 @@ private:
             m_matrix.textDidChange(m_column);
     }
 
-    // Keys that lead to the neighbour; none of them would have changed this cell's text.
+    // Handles keys that lead to the neighbour; none of them would change this cell's text.
     bool goesElsewhere(const QKeyEvent& event)
     {
         const bool isPlain = (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
@@ -161,7 +161,7 @@ private:
             return goTo(m_column - 1, true);
         if (event.key() == Qt::Key_Right && isAtEnd)
             return goTo(m_column + 1, false);
-        // After three digits the next cell has been reached already, and waits for its own.
+        // After three digits the focus is already in the next cell, where a dot does not apply.
         if (event.text() == kDot && !text().isEmpty() && isAtEnd
             && m_matrix.isInRow(m_column + 1)) {
             m_matrix.selectTextAtColumn(m_column + 1);
@@ -248,7 +248,7 @@ void InputNSMatrixControl::setCellValue(const std::vector<std::string>& values)
 
 bool InputNSMatrixControl::becomeFirstResponder()
 {
-    m_isFirstResponder = true; // so that the focus that follows is not announced twice
+    m_isFirstResponder = true; // so that the coming focus is not announced twice
     if (!hasFocusInside())
         setFocus();
     emit VYMMatrixSelect(this);
@@ -284,7 +284,7 @@ bool InputNSMatrixControl::eventFilter(QObject* watched, QEvent* event)
         if (!m_isFirstResponder)
             becomeFirstResponder();
     } else if (event->type() == QEvent::FocusOut) {
-        // The focus comes back by itself from a menu or another window.
+        // After a menu or another window, the focus returns by itself.
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
             m_isFirstResponder = hasFocusInside();
@@ -335,7 +335,7 @@ void InputNSMatrixControl::textDidChange(int column)
         selectTextAtColumn(column + 1);
 }
 
-// The gap between two cells is as wide as the dot with some air on both sides.
+// The gap between two cells is as wide as the dot with some space on both sides.
 void InputNSMatrixControl::fitSpacing()
 {
     layout()->setSpacing(fontMetrics().horizontalAdvance(QStringLiteral(" . ")));

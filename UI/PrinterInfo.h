@@ -1,5 +1,5 @@
-// One printer that could be updated: a print queue, a USB printer without a queue, or an address
-// that somebody typed.
+// One printer that could be updated: a print queue, a USB printer without a queue, or a typed
+// address.
 //
 // Owns:    its texts, by value; any of them may be absent.
 // Threads: one at a time.
@@ -22,7 +22,7 @@ public:
 
     [[nodiscard]] const Text& printerName() const { return m_name; }
     [[nodiscard]] const Text& printerID() const { return m_identifier; }
-    // The port string that Connect takes, or a queue's device URI that becomes one.
+    // The port string for Connect, or a queue's device URI that can be turned into one.
     [[nodiscard]] const Text& printerURI() const { return m_uri; }
     [[nodiscard]] const Text& printerModel() const { return m_model; }
     void setPrinterURI(const Text& uri) { m_uri = uri; }
@@ -30,7 +30,7 @@ public:
 private:
     Text m_name;
     Text m_identifier;
-    Text m_location; // kept with the record; nobody asks for it
+    Text m_location; // kept with the record; not shown
     Text m_uri;
     Text m_model;
 };

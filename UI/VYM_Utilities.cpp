@@ -4,7 +4,7 @@
 
 namespace {
 
-// A text with a NUL in it would be taken for another, shorter one.
+// A text with a NUL in it would pass for another, shorter one.
 bool isPlain(const VYM_Utilities::Text& text)
 {
     return text.has_value() && text->find('\0') == std::string::npos;
@@ -14,7 +14,7 @@ unsigned columnsOf(Utf8Character character)
 {
     if (character.code >= 0x20 && character.code <= 0x7E)
         return 1;
-    return character.code > 0xFFFF ? 4 : 2; // beyond U+FFFF there are two units
+    return character.code > 0xFFFF ? 4 : 2; // characters beyond U+FFFF have two units
 }
 
 } // namespace

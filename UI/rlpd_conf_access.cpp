@@ -35,7 +35,7 @@ constexpr std::array<ConnectionInfo, 5> CONNECTION_INFO = {{
     {"lpd://", kConnectionNet},
 }};
 
-// All bytes of the text and a NUL; null where memory ends.
+// Copies all bytes of the text and a NUL; null if out of memory.
 HeldText copied(std::string_view text)
 {
     HeldText copy(static_cast<char*>(std::calloc(text.size() + 1, 1)));
@@ -54,7 +54,7 @@ std::string_view viewed(const char* data, const char* end)
     return {data, static_cast<std::size_t>(end - data)};
 }
 
-// A line with the '\n' that ends it; the last one may have none.
+// A line with its '\n', which the last one may lack.
 std::string_view firstLine(std::string_view text)
 {
     return text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
@@ -65,7 +65,7 @@ bool isComment(std::string_view line)
     return line.starts_with('#');
 }
 
-// What stands behind the mark on the line, up to the line's end.
+// The text after the mark, up to the line's end.
 bool findBehind(std::string_view line, std::string_view mark, std::string_view& behind)
 {
     const auto at = isComment(line) ? npos : line.find(mark);
@@ -77,10 +77,10 @@ bool findBehind(std::string_view line, std::string_view mark, std::string_view& 
 
 struct QueueEntry {
     std::string_view name;
-    std::string_view rest; // begins with the line right behind the queue's
+    std::string_view rest; // begins with the line directly after the queue's
 };
 
-// Takes the entry of the next queue off the front of text; false when there is none left.
+// Takes the entry of the next queue off the front of text; false if there are no more.
 bool nextQueue(std::string_view& text, QueueEntry& entry)
 {
     while (!text.empty()) {
@@ -118,7 +118,7 @@ const char* signatureOf(std::string_view path)
     return nullptr;
 }
 
-// A path that nothing ends has no address.
+// A path without an end mark has no address.
 bool findAddress(std::string_view path, std::string_view signature, std::string_view& address)
 {
     path.remove_prefix(signature.size());
@@ -127,7 +127,7 @@ bool findAddress(std::string_view path, std::string_view signature, std::string_
     return end != npos;
 }
 
-// The name as a text of its own; the byte behind it, in the caller's buffer, becomes a NUL.
+// Copies the name; the byte after it in the caller's buffer becomes a NUL.
 bool cutName(char* data, std::string_view name, char** queue)
 {
     *queue = copied(name).release();
@@ -137,7 +137,7 @@ bool cutName(char* data, std::string_view name, char** queue)
     return true;
 }
 
-// Twice the room; false where memory ends or the file is larger than any that makes sense.
+// Doubles the room; false if out of memory or if the file is unreasonably large.
 bool enlarge(HeldText& data, std::uint32_t& capacity)
 {
     if (capacity >= kLargestFile)
@@ -151,7 +151,7 @@ bool enlarge(HeldText& data, std::uint32_t& capacity)
     return true;
 }
 
-// Never waits: a pipe is opened without its other end, and is no plain file.
+// Never waits: even a pipe opens at once, and is then refused because it is no plain file.
 std::FILE* openPlainFile(const char* path)
 {
     const int descriptor = open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);

@@ -4,8 +4,8 @@
 
 namespace {
 
-// Some window managers bring the window to the front before they hand on the click that did it;
-// nobody clicks again within this time, in milliseconds.
+// Some window managers bring the window to the front before they pass on the click that did it; no
+// user clicks twice within this time, in milliseconds.
 constexpr qint64 kSameClick = 50;
 
 } // namespace

@@ -1,5 +1,5 @@
-// A table that leaves alone the click which only brings its window to the front: what was chosen
-// there stays chosen.
+// A table that ignores a click which only brings its window to the front, so that the selection
+// stays.
 //
 // Owns:    nothing beyond its base class.
 // Threads: the interface's own.
@@ -13,7 +13,7 @@ class vymTableView : public QTableView {
 public:
     using QTableView::QTableView;
 
-    // Whether a click into the inactive window acts on the table as well.
+    // Whether a click into the inactive window also acts on the table.
     [[nodiscard]] virtual bool acceptsFirstMouse() const { return false; }
 
 protected:
@@ -27,6 +27,6 @@ private:
     [[nodiscard]] bool isFirstMouse() const;
 
     bool m_wasInactive = false;
-    bool m_ignoresClick = false; // from the press on until the button is let go
-    QElapsedTimer m_reactivated; // since the window came back to the front
+    bool m_ignoresClick = false; // from the press until the release of the button
+    QElapsedTimer m_reactivated; // since the window returned to the front
 };

@@ -1,13 +1,13 @@
-// The flat functions in front of the update worker, of a check without an update, and of a few
-// questions to the system. A worker is an opaque pointer; every function ignores a null one and
-// answers false. Nothing escapes from here: no exception leaves a function.
+// The flat functions for the update worker, for a check without an update, and for a few queries to
+// the system. A worker is an opaque pointer; every function ignores a null one and returns false.
+// No exception leaves a function.
 //
 // Threads: as vymThread and CheckRun say.
 #pragma once
 #include "VYM/CheckRun.h"
 #include "VYM/vymThread.h"
 
-// Null where memory cannot hold a worker. Given back with vym_thread_delete, after StopThread.
+// Null if out of memory. Delete the worker with vym_thread_delete, after StopThread.
 [[nodiscard]] void* vym_thread_create();
 void vym_thread_delete(void* worker);
 bool vymThread_UpdateStart(void* worker, char* queue, char* port, unsigned short portNo);
@@ -17,7 +17,7 @@ bool vymThread_SetVymInfo(void* worker);
 bool vymThread_CheckState(void* worker, tag_devinfo* info);
 bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* outcome);
 
-// A failure to hold the report in memory is its result kSystem.
+// If memory runs out for the report, its result is kSystem.
 CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
                          const std::atomic<bool>& stop);
 

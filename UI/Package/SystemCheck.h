@@ -1,10 +1,10 @@
-// Decides whether a package is meant for the running system, once for window and command line: the
-// window refuses a system that is out of bounds, the command line only warns of it.
+// Decides whether a package is meant for the running system. The window refuses a system out of
+// bounds, the command line only warns.
 //
-// A distribution that counts its versions below 10 (9.4, 5, 3.19), or not at all, cannot be
-// compared with the bounds that packages have (10.4, 22.04): it passes, with a remark for the log.
+// A distribution with version numbers below 10 (9.4, 5, 3.19), or with none, cannot be compared
+// with the bounds of packages (10.4, 22.04): it passes, with a remark for the log.
 //
-// Threads: any. Reads nothing but its arguments.
+// Threads: any. Reads only its arguments.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -12,7 +12,7 @@
 // All versions in the same BCD (0x1058 for 10.5.8), compared as signed numbers.
 struct SystemBounds {
     std::int32_t highest = 0; // negative: no upper bound
-    std::int32_t lowest = 0; // always applies; both are 0 where the package has no such row
+    std::int32_t lowest = 0; // always applies; both are 0 if the package has no such row
 };
 
 enum class SystemVerdict : std::uint8_t {
@@ -21,7 +21,7 @@ enum class SystemVerdict : std::uint8_t {
     unsupported,
 };
 
-// Whether the bounds include the system, without a look at how it counts.
+// Whether the bounds include the system, even if its numbers cannot be compared.
 constexpr bool isSystemSupported(std::int32_t system, std::int32_t maxVersion,
                                  std::int32_t minVersion)
 {

@@ -18,7 +18,7 @@ constexpr std::string_view kUsbScheme = "usb://";
 constexpr int kOnlyKind = 0; // of connections
 constexpr unsigned short kNoTcpPort = 0;
 
-// A connection for the length of one question.
+// A connection for the length of one query.
 class OpenDevice {
 public:
     explicit OpenDevice(const std::string& port) : m_manager(devConnMgr_Instance())

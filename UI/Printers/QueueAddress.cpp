@@ -17,15 +17,15 @@ constexpr std::array<const char*, 2> kDriverFolders = {"/Library/Printers/Morix"
                                                        "/Library/Caches/Morix"};
 constexpr const char* kDaemonEntry = "RLPD";
 
-// Sorted: what a folder lists first must not depend on its file system. A folder that cannot be
-// read has none.
+// The folders in a folder, sorted, since the order must not depend on the file system. Empty if the
+// folder cannot be read.
 std::vector<std::string> foldersWithDaemon(const std::string& parent)
 {
     std::vector<std::string> found;
     std::error_code error;
     for (fs::directory_iterator each(parent, error), end; !error && each != end;
          each.increment(error)) {
-        std::error_code unknown; // an entry that cannot be looked at is no folder
+        std::error_code unknown; // an unreadable entry is no folder
         if (fs::is_directory(each->path(), unknown)
             && fs::exists(fs::symlink_status(each->path() / kDaemonEntry, unknown)))
             found.push_back(each->path().string());

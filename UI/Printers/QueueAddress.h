@@ -1,21 +1,21 @@
-// Where the printer behind a print queue really is. Queues of the maker's own driver name the
-// driver's daemon instead of the printer; its configuration, in one of its folders, knows better.
+// Finds the printer behind a print queue. Queues of the maker's own driver name the driver's daemon
+// instead of the printer; the driver's configuration has the printer's address.
 //
-// Owns:    nothing; folders are read anew for every queue.
-// Threads: any. Reads files and, in driverFolderRoot, the environment, which nobody writes.
+// Owns:    nothing; reads the folders again for every queue.
+// Threads: any. Reads files and, in driverFolderRoot, the environment, which no code writes.
 #pragma once
 #include <optional>
 #include <string>
 
-// Does this device URI name the driver's daemon?
+// Whether this device URI names the driver's daemon.
 bool isDriverUri(const std::string& uri);
 
-// The port string that the driver's configuration has for a queue, or none. Looks below
-// root + "/Library/Printers/Morix", then root + "/Library/Caches/Morix", into every folder that
-// has an entry "RLPD", in the order of their names; the first answer counts.
+// The port string for a queue in the driver's configuration; empty if it has none. Searches
+// root + "/Library/Printers/Morix", then root + "/Library/Caches/Morix": every folder with an
+// entry "RLPD", in the order of their names; the first match counts.
 std::optional<std::string> driverAddressOf(const std::string& queueIdentifier,
                                            const std::string& root);
 
-// "" for the system itself, or what VYMKIT_DRIVER_ROOT in the environment says: the folder below
-// which the driver's folders lie.
+// The folder below which the driver's folders lie: the value of VYMKIT_DRIVER_ROOT in the
+// environment, otherwise "" for the system's own.
 std::string driverFolderRoot();

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The USB printers that the connection manager lists, for as long as this lives.
+// Holds the connection manager's list of USB printers while it lives.
 class UsbPorts {
 public:
     UsbPorts() : m_manager(devConnMgr_Instance())
@@ -46,7 +46,7 @@ bool contains(const std::string& text, const std::string& part)
     return text.find(part) != std::string::npos;
 }
 
-// One making of the list.
+// Makes the list once.
 class ListMaker {
 public:
     ListMaker(const PrinterSearch& search, const std::atomic<bool>& cancel,
@@ -64,7 +64,7 @@ public:
     }
 
 private:
-    bool goesOn(); // false, for good, once somebody cancelled
+    bool goesOn(); // false forever after a cancel
     void addQueues();
     void addUsbPrinters();
     void add(PrinterFinding finding, PrinterReason reason);
@@ -190,7 +190,8 @@ void ListMaker::addUsbPrinters()
     addForbidden();
 }
 
-// Whether the bus's list has them depends on what the system tells of them; they are told once.
+// Adds printers that this user may not open. The bus's list may have them, too, depending on the
+// system's records; each is reported once.
 void ListMaker::addForbidden()
 {
     auto* host = UsbHost::plugged();
@@ -210,7 +211,7 @@ void ListMaker::addForbidden()
     }
 }
 
-// Places of the bus's list that are this device: among the nameless ones, one is like another.
+// Drops the bus list's entries for this device; nameless entries are interchangeable.
 void ListMaker::dropNameless(const usbForbidden::Printer& device)
 {
     auto& all = m_made.findings;
@@ -251,7 +252,7 @@ PrinterReason ListMaker::judgeUsb(PrinterFinding& finding)
 }
 
 // The connection manager opens no device of another model, so such a device seems not to answer.
-// The bus's own list tells what it is, also to the queues that lead to it.
+// The bus's list has its model; this corrects the reason for it and for the queues that lead to it.
 void ListMaker::explainSilence(const std::string& port)
 {
     const auto key = serialKey(port);

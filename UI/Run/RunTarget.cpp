@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kNetScheme = "net:";
 constexpr std::string_view kLpdScheme = "lpd://";
-// Connections read a URI only where a queue led to it; which queue that was, they do not look at.
+// Connections accept a URI only together with a queue's identifier, but ignore which one it is.
 constexpr const char* kWithoutQueue = "uri";
 
 bool fits(const std::string& text, std::size_t size)

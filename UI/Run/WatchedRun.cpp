@@ -8,8 +8,8 @@
 
 namespace {
 
-// Between two status queries to the printer. Half of the interval at which the caller looks, so
-// that no look shows the same answer twice while the printer writes.
+// The time between two status queries to the printer. Half of the caller's interval, so that
+// two looks never show the same answer while the printer writes.
 constexpr unsigned long kPollingMs = 500;
 
 std::vector<std::string> namesOf(const RunLogFacts& facts)
@@ -55,7 +55,7 @@ const RunStep& WatchedRun::look()
 {
     tag_devinfo now{};
     if (!vymThread_CheckState(m_worker, &now))
-        return m_step; // no worker, and nothing new
+        return m_step; // no worker, so no news
     now = withAgreeingName(now, m_names);
     if (!isSameRecord(now, m_record))
         m_changedAt = tickMilliseconds();

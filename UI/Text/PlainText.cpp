@@ -13,7 +13,7 @@ bool isControl(char32_t code)
 
 bool misleads(char32_t code)
 {
-    return code == 0x061C || code == 0x200E || code == 0x200F // marks of direction
+    return code == 0x061C || code == 0x200E || code == 0x200F // direction marks
         || code == 0x2028 || code == 0x2029 // line and paragraph separator
         || (code >= 0x202A && code <= 0x202E) // embeddings and overrides
         || (code >= 0x2066 && code <= 0x2069) // isolates
@@ -42,7 +42,7 @@ std::string shown(std::string_view text, Utf8Character character)
 std::string plainText(std::string_view text, std::size_t limit)
 {
     std::string plain;
-    std::size_t cutAt = 0; // the last end of a unit behind which the mark still fits
+    std::size_t cutAt = 0; // the last end of a unit after which the mark still fits
     while (!text.empty()) {
         const auto character = firstCharacter(text);
         const auto unit = shown(text, character);

@@ -1,13 +1,13 @@
-// Every key of the string tables in Resources/, under the one name that code uses for it. A test
-// fails when a key here has no text in a table, when a table has a key that is not here, and when
-// nobody uses a key. The spellings of the keys are those of the tables, irregular ones included.
+// Every key of the string tables in Resources/, with its name in code. A test fails if a key here
+// has no text in a table, if a table has a key that is not here, or if code does not use a key. The
+// keys have the spelling of the tables, even if irregular.
 //
-// Formats: behind a key, (number) and (text) say which argument formatText is given for its text;
-//          the text then has one directive, %u or %@. Texts of other keys have none.
+// Formats: (number) or (text) after a key is the argument of formatText for its text, which has one
+//          directive, %u or %@. Texts of other keys have no directive.
 // Owns:    nothing.
 #pragma once
 
-// The context that all keys of the string tables stand in.
+// The context of all keys in the string tables.
 constexpr const char* kTextContext = "Localizable";
 
 namespace textkey {
@@ -49,8 +49,8 @@ constexpr const char* kDeviceAlertInputAddressMes = "Device_AlertInputAddressMes
 constexpr const char* kUsbPrinter = "USB Printer"; // the name of a printer without a queue
 constexpr const char* kDeviceAddressName = "Device_AddressName"; // for screen readers
 constexpr const char* kDeviceAddressCell = "Device_AddressCell"; // (number) 1 to 4; as above
-constexpr const char* kDeviceSearching = "Device_Searching"; // while the list is put together
-constexpr const char* kDeviceAsking = "Device_Asking"; // (text) the printer that is asked just now
+constexpr const char* kDeviceSearching = "Device_Searching"; // while the list is being made
+constexpr const char* kDeviceAsking = "Device_Asking"; // (text) the printer that is being queried
 constexpr const char* kDeviceNoPrinters = "Device_NoPrinters"; // the list is empty
 constexpr const char* kDeviceNoPrinters2 = "Device_NoPrinters2"; // the same without address entry
 
@@ -75,7 +75,7 @@ constexpr const char* kUnSupportOSPackage = "VYM_UnSupportOS_Package"; // (text)
 // The run.
 constexpr const char* kUpdateDescription = "Update_Description";
 constexpr const char* kUpdatePrecaution = "Update_Precaution";
-constexpr const char* kUpdateCloseRefused = "Update_CloseRefused"; // closing the window was tried
+constexpr const char* kUpdateCloseRefused = "Update_CloseRefused"; // on closing the window
 constexpr const char* kUpdateProgressName = "Update_ProgressName"; // for screen readers
 constexpr const char* kStateConnection = "State_Connection";
 constexpr const char* kStateCheckVersion = "State_CheckVersion";
@@ -120,7 +120,7 @@ constexpr const char* kDetailsPackage = "Details_Package"; // (text) the package
 constexpr const char* kDetailsResult = "Details_Result"; // (text) the result's name
 constexpr const char* kDetailsLog = "Details_Log"; // (text) the path of the run's log
 
-// Names for screen readers, of what shows no text of its own.
+// Names for screen readers, for controls without a text.
 constexpr const char* kNoteName = "Icon_Note";
 constexpr const char* kCautionName = "Icon_Caution";
 

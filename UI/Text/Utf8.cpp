@@ -10,16 +10,16 @@ std::uint8_t byteAt(std::string_view text, std::size_t index)
     return static_cast<std::uint8_t>(text[index]);
 }
 
-// The length that a lead byte announces; 0 for a byte that leads nothing.
+// The length that a lead byte announces; 0 for any other byte.
 std::size_t announcedLength(std::uint8_t lead)
 {
     if (lead < 0x80)
         return 1;
-    if (lead >= 0xC2 && lead < 0xE0) // 0xC0 and 0xC1 could only lead an overlong form
+    if (lead >= 0xC2 && lead < 0xE0) // 0xC0 and 0xC1 begin only overlong forms
         return 2;
     if (lead >= 0xE0 && lead < 0xF0)
         return 3;
-    return lead >= 0xF0 && lead < 0xF5 ? 4 : 0; // nothing lies beyond U+10FFFF
+    return lead >= 0xF0 && lead < 0xF5 ? 4 : 0; // U+10FFFF is the last character
 }
 
 bool isScalar(char32_t code, std::size_t length)

@@ -1,9 +1,9 @@
-// A question or a message that stops everything else until somebody has answered it: the seam
-// between who asks and what shows it.
+// A question or a message that blocks the windows until the user has answered it: the seam between
+// the code that asks and the code that shows it.
 //
 // Owns:    nothing.
 // Threads: the interface's own.
-// Does not look texts up: whoever asks brings the words.
+// Does not look up texts: the caller supplies the words.
 #pragma once
 #include <string>
 
@@ -12,16 +12,16 @@ enum class AlertStyle { informational, critical };
 // Which button the Return key presses.
 enum class AlertReturn {
     pressesDefault,
-    pressesAlternate, // for a question whose yes cannot be taken back
+    pressesAlternate, // for a question whose yes cannot be undone
 };
 
 struct Alert {
     std::string title;
     std::string message;
-    std::string details; // the reason in technical words, shown below the message; often empty
+    std::string details; // technical details, shown below the message; often empty
     AlertStyle style = AlertStyle::informational;
     std::string defaultButton;
-    std::string alternateButton; // empty: there is one button only
+    std::string alternateButton; // empty: there is only one button
     AlertReturn returnKey = AlertReturn::pressesDefault;
 
     bool operator==(const Alert&) const = default;
@@ -40,6 +40,6 @@ public:
     Alerts(const Alerts&) = delete;
     Alerts& operator=(const Alerts&) = delete;
 
-    // Shows the alert and waits; gives one of the three answers above.
+    // Shows the alert and waits; returns one of the three answers above.
     virtual int run(const Alert& alert) = 0;
 };

@@ -17,6 +17,6 @@ void doAside(const std::function<void()>& work)
         work();
         return;
     }
-    waiting.exec(); // left early where the program is told to quit; the work is waited for still
+    waiting.exec(); // returns early if the program shall quit; the work is still waited for
     thread.join();
 }

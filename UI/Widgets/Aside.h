@@ -1,8 +1,7 @@
-// Work that takes its time, done beside the interface while the windows go on living.
+// Runs slow work on another thread while the windows stay responsive.
 #pragma once
 #include <functional>
 
-// Runs the work on a thread of its own and returns when it is done. Events are handled meanwhile:
-// whatever they may start has to bear that the caller has not returned yet. Where no thread can be
-// had, the work is done in place.
+// Runs the work on a thread of its own and returns when it is done. Handles events meanwhile; their
+// handlers must expect that the caller has not returned yet. Without a thread, runs the work here.
 void doAside(const std::function<void()>& work);

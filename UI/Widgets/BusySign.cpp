@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kStepsOfTurn = 30; // a turn in 1.5 seconds: busy, but not hectic
+constexpr int kStepsOfTurn = 30; // a turn takes 1.5 seconds: busy, but not hectic
 constexpr int kStepMilliseconds = 50;
 constexpr int kWholeTurn = 360 * 16; // QPainter counts sixteenths of a degree
 constexpr int kArc = kWholeTurn / 4;

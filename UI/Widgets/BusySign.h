@@ -1,5 +1,4 @@
-// A small round sign that something is going on and nobody knows for how long. To a screen reader
-// it is a busy progress bar.
+// A small round sign for work of unknown length. To a screen reader it is a busy progress bar.
 //
 // Owns:    its timer, which runs while the sign is shown and started.
 // Threads: the interface's own.

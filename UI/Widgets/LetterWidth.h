@@ -1,7 +1,7 @@
-// How wide a usual letter is, for columns that hold so many of them.
+// The width of a usual letter, for columns that hold a number of them.
 //
-// Not the average that a font tells of itself: in a font for Chinese or Japanese that is a whole
-// square, twice the width of its Latin letters.
+// Not the font's average width: in a font for Chinese or Japanese that is a full square, twice the
+// width of its Latin letters.
 #pragma once
 #include <QFontMetrics>
 #include <algorithm>

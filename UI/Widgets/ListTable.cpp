@@ -60,7 +60,7 @@ QVariant ListTable::data(const QModelIndex& index, int role) const
     if (!value.has_value())
         return {};
     const auto text = QString::fromStdString(plainText(*value));
-    // A tool tip would read markup in a printer's name.
+    // A tool tip would interpret markup in a printer's name.
     return role == Qt::ToolTipRole ? text.toHtmlEscaped() : text;
 }
 
@@ -91,7 +91,7 @@ int selectedRowOf(const QTableView& view)
 
 void selectRowOf(QTableView& view, int row)
 {
-    // Not by the view's own selectRow, which finds no column where texts run from the right.
+    // The view's own selectRow finds no column in right-to-left layouts.
     const auto index = view.model()->index(row, 0);
     auto& selection = *view.selectionModel();
     selection.select(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);

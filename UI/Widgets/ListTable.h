@@ -1,11 +1,11 @@
-// The rows of a plain list as a table view shows them. The list is asked anew for every cell, and
-// what it gives is made fit to be shown.
+// A table view's model of a plain list. It queries the list for every cell, and makes the texts
+// safe to show.
 //
 // Owns:      its columns: identifier and title. The view owns the model.
 // Threads:   the interface's own.
-// Invariant: a row that the list says not to select cannot be selected, whoever tries.
-// The columns stand in the interface file, as the view's properties "columnFields" (the name of
-// the controller's field) and "columnIdentifiers" (what the list is asked for).
+// Invariant: a row that the list forbids to select is never selected.
+// The interface file defines the columns in the view's properties "columnFields" (the name of the
+// controller's field) and "columnIdentifiers" (the list's name for the column).
 #pragma once
 #include <QAbstractTableModel>
 #include <QIcon>
@@ -24,7 +24,7 @@ public:
         std::function<int()> numberOfRows;
         std::function<std::optional<std::string>(std::string_view column, int row)> objectValue;
         std::function<bool(int row)> shouldSelectRow;
-        std::function<QIcon(int row)> picture; // before the first column; may be missing
+        std::function<QIcon(int row)> picture; // before the first column; may be empty
     };
 
     explicit ListTable(QTableView& view);
@@ -32,7 +32,7 @@ public:
     void setDataSource(DataSource source);
     void reloadData(); // no row is selected afterwards
 
-    // -1 for a field that is none of this table's columns.
+    // -1 if no column of this table has this field.
     [[nodiscard]] int columnOfField(const char* field) const;
     void setColumnTitle(int column, const QString& title);
 
@@ -53,7 +53,7 @@ private:
     DataSource m_source;
 };
 
-// A column of a table, as the controller's field that titles it.
+// A column of a table; a field of the controller, which sets its title.
 struct ListColumn {
     ListTable* table = nullptr;
     int column = -1;
@@ -61,5 +61,5 @@ struct ListColumn {
     void setTitle(const QString& title) const { table->setColumnTitle(column, title); }
 };
 
-int selectedRowOf(const QTableView& view); // -1 without one
-void selectRowOf(QTableView& view, int row); // in place of any other; none where it is not there
+int selectedRowOf(const QTableView& view); // -1 if no row is selected
+void selectRowOf(QTableView& view, int row); // no selection if there is no such row

@@ -1,6 +1,6 @@
-// How the windows look: sizes of text, colours of lesser texts, room around things, icons. All of
-// it is derived from the user's own font, palette, style and icon theme; no size and no colour is
-// ours. What a control is to look like stands in the interface file, as its property "look".
+// The look of the windows: text sizes, colours of secondary texts, spacing, icons. All of them are
+// derived from the user's own font, palette, style and icon theme; no size or colour is fixed here.
+// The property "look" in the interface file names the look of a control.
 //
 // Owns:    nothing.
 // Threads: the interface's own.
@@ -12,18 +12,18 @@
 #include <QString>
 #include <QWidget>
 
-// Gives every control below the window its look, anew after a change of font, palette or style.
+// Gives every control in the window its look; call again after a change of font, palette or style.
 void dressWindow(QWidget& window);
-// Whether this event of a window means that it has to be dressed again.
+// Whether this event of a window requires that its controls get their look again.
 bool changesLook(const QEvent& event);
 
-// Lesser text: softer than the text around it, and still readable on light and dark.
+// The colour of secondary text: softer than the text around it, but readable on light and dark.
 QColor mutedColour(const QPalette& palette);
 QColor lineColour(const QPalette& palette);
 
-// From the user's theme, else our own drawing.
+// The user's theme's icon, otherwise our own drawing.
 QIcon namedIcon(const QString& themeName, const QString& ownName);
-// One of our own drawings in the ink of the text around it; size in those of a small icon.
+// One of our own drawings in the colour of the text around it; size counts in small icons.
 QIcon signIcon(const QString& ownName, const QWidget& where, double size);
-// At a size counted in sizes of a message's icon; without an icon the label takes no room.
+// Shows an icon; its size counts in message icons. Without an icon the label takes no room.
 void showPicture(QLabel& label, const QIcon& icon, double size);

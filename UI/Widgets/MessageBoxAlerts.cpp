@@ -16,10 +16,10 @@
 namespace {
 
 constexpr int kLineLength = 48; // characters of the message in one line, which reads well
-constexpr auto kTitleLabel = "qt_msgbox_label"; // as the toolkit names the two texts of a box
+constexpr auto kTitleLabel = "qt_msgbox_label"; // the toolkit's names for the two texts of a box
 constexpr auto kMessageLabel = "qt_msgbox_informativelabel";
 
-// A message box that Escape and its window's close button always leave, with neither answer.
+// A message box that Escape and the close button always end, with neither answer.
 class Box : public QMessageBox {
 public:
     using QMessageBox::QMessageBox;
@@ -73,7 +73,7 @@ struct Sign {
     const char* drawing; // our own
 };
 
-// A question is a warning before something happens, not something that went wrong.
+// A question warns before something happens; nothing has failed.
 Sign signOf(const Alert& asked)
 {
     if (asked.style == AlertStyle::informational)
@@ -83,7 +83,7 @@ Sign signOf(const Alert& asked)
     return {QMessageBox::Critical, "dialog-error", "error"};
 }
 
-// The desktop's sign where it has one, our own drawing elsewhere.
+// The desktop's sign if it has one, otherwise our own drawing.
 void setSign(QMessageBox& box, const Sign& sign)
 {
     box.setIcon(sign.icon);

@@ -1,8 +1,8 @@
 // Alerts as the desktop's own message boxes.
 //
-// Owns:    nothing; a box lives while its question stands.
+// Owns:    nothing; a box lives until it is answered.
 // Threads: the interface's own.
-// Does not let a text act as markup: words of a package or a printer stay words.
+// Never interprets markup in texts of a package or a printer.
 #pragma once
 #include "UI/Widgets/Alerts.h"
 

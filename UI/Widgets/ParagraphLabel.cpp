@@ -14,7 +14,7 @@ namespace {
 const QString kBullet = QStringLiteral("• ");
 constexpr double kLineHeight = 115; // percent
 constexpr double kParagraphGap = 0.45; // of a line
-constexpr int kUsualLetters = 60; // of a line, where nobody says how wide it may be
+constexpr int kUsualLetters = 60; // of a line, if its width is not set
 constexpr int kFewestLetters = 20;
 
 } // namespace

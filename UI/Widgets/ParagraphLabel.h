@@ -1,9 +1,9 @@
-// A text of several paragraphs, set for reading: air between the paragraphs, and what follows a
-// bullet stands beside it, not below. To everybody else it is a label with that text.
+// A label that sets a text of several paragraphs for reading: with space between the paragraphs and
+// hanging bullets. To other code it is a plain label with that text.
 //
 // Owns:    nothing beyond its base class.
 // Threads: the interface's own.
-// Reads no markup: a bullet is a line that begins with one.
+// Interprets no markup: a list item is a line that begins with a bullet.
 #pragma once
 #include <QLabel>
 #include <memory>

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double kDiscShare = 1.45; // a disc's diameter in heights of the text
+constexpr double kDiscShare = 1.45; // a disc's diameter in text heights
 constexpr double kBarLineShare = 0.09; // of a disc's diameter
 constexpr double kNumberShare = 0.85; // of the text's size
 

@@ -1,10 +1,10 @@
-// Where in the wizard the user is: the steps in their order, those behind, the one that is shown
-// and those ahead. Where all names do not fit side by side, only the current one is written out.
-// To a screen reader it is one line of text: the current step's number and name.
+// Shows the wizard's steps in order: those done, the current one and those ahead. If the names do
+// not all fit side by side, only the current one is written out. To a screen reader it is one line
+// of text: the current step's number and name.
 //
 // Owns:      the names of its steps.
 // Threads:   the interface's own.
-// Invariant: takes no focus and no clicks; pages change by their buttons only.
+// Invariant: takes no focus and no clicks; only the pages' buttons change the page.
 #pragma once
 #include <QLabel>
 #include <QStringList>
@@ -34,7 +34,7 @@ private:
     [[nodiscard]] int wholeWidth(bool areAllNamed) const;
     void paintStep(QPainter& painter, int step, int left, bool isNamed) const;
     void paintDisc(QPainter& painter, int step, const QRect& place) const;
-    // A place counted from the side where reading begins.
+    // A place, measured from the side where reading begins.
     [[nodiscard]] QRect visual(const QRect& place) const;
     void describe();
 

@@ -1,9 +1,9 @@
-// A window of the wizard that closes only when the program says so: Escape and the window's close
-// button put a question instead of closing it.
+// A window of the wizard that only the program closes: Escape and the window's close button raise a
+// question instead.
 //
 // Threads: the interface's own.
-// Does not ask the question: whoever made the window says what leaving it means. Without a
-// question the window stays, silently. Code hides it with hide(), not with close().
+// Does not ask the question itself: the window's creator supplies it. Without a question the window
+// stays open, silently. Code hides it with hide(), not with close().
 #pragma once
 #include <QDialog>
 #include <functional>
