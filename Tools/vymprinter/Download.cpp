@@ -55,7 +55,7 @@ std::string_view Download::orderDefect(const Request& piece) const
     return {};
 }
 
-// A last block without data vouches for the whole file, every other block for its own data.
+// A last block without data has the sum of the whole file, every other block that of its own data.
 bool Download::checksumIsRight(const Request& piece) const
 {
     const bool whole = blockKind::isLast(piece.kind) && piece.data.empty();

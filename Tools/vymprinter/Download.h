@@ -1,7 +1,7 @@
-// One firmware on its way into the printer: checks that its pieces follow each other, that they
-// agree with what the first one announced, and that every checksum is right.
+// Receives one firmware: checks that its pieces are in order, that they agree with the first one's
+// announcements, and that every checksum is right.
 //
-// Owns:      the account of the firmware that is arriving; its bytes go to the record at once.
+// Owns:      the state of the arriving firmware; its bytes go to the record at once.
 // Threads:   none of its own; a PrinterSession embeds one.
 // Invariant: while receiving(), m_received <= m_end and the record has a firmware open.
 #pragma once
@@ -18,13 +18,13 @@ class Download {
 public:
     explicit Download(PrinterRecord& record) : m_record(record) { }
 
-    // Takes a well-formed send-file request in; a refusal ends the firmware.
+    // Takes a well-formed send-file request; a refusal ends the firmware.
     Verdict accept(const Request& piece);
-    // Forgets a firmware that is not complete.
+    // Drops an incomplete firmware.
     void abandon();
 
     [[nodiscard]] bool receiving() const { return m_receiving; }
-    // The firmware that was received last, complete and right.
+    // The last firmware that was received completely and correctly.
     struct Finished {
         std::string name;
         std::uint32_t size = 0;

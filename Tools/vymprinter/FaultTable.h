@@ -1,4 +1,4 @@
-// The table of faults: one row per failure that the printer can show.
+// The table of faults: one row for each failure of the printer.
 //
 // Threads:   any; constant.
 // Invariant: one row per FaultKind, in its order; names are unique; a row's usual stage is one of
@@ -10,7 +10,7 @@
 
 namespace vymprinter {
 
-// How long a fault lasts once it has struck: one request, all of its stage, or all that follow.
+// The duration of a fault: one request, all requests of its stage, or all later requests.
 enum class Span { once, stage, connection };
 
 constexpr unsigned stageBit(Stage stage)
@@ -21,13 +21,13 @@ constexpr unsigned stageBit(Stage stage)
 struct FaultRow {
     FaultKind kind;
     std::string_view name;
-    Stage usual; // where it strikes when no stage is named
+    Stage usual; // where it strikes if no stage is named
     unsigned stages; // where it can strike: stageBit() of each
     Span span;
     bool wantsValue;
     std::string_view does;
-    std::string_view seen; // by a person whose updater meets it
-    bool usbOnly = false; // no other carrier can show it
+    std::string_view seen; // by the updater's user
+    bool usbOnly = false; // not possible with other carriers
 };
 
 [[nodiscard]] std::span<const FaultRow> faultTable();

@@ -8,7 +8,7 @@
 namespace vymprinter {
 namespace {
 
-constexpr std::size_t kHugeLine = 1U << 20; // far beyond any buffer that is meant for a row
+constexpr std::size_t kHugeLine = 1U << 20; // far larger than any buffer for a row
 constexpr std::uint32_t kHugeTotal = 0xFFFFFFF0;
 
 ByteView bytesOf(const std::string& text)

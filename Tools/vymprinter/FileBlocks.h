@@ -1,26 +1,25 @@
-// The printer's "TargetInfo.txt" on its way out: one block after the other, made when asked for.
+// Sends the printer's "TargetInfo.txt": makes one block after the other, on request.
 //
-// Owns:      the text and how far it has been handed out.
+// Owns:      the text and the position up to which it has been sent.
 // Threads:   none of its own; a PrinterSession embeds one.
-// Invariant: no block is longer than the limit given; every block of a fault-free file but the
-//            last carries data.
+// Invariant: no block exceeds the given limit; without faults every block but the last has data.
 #pragma once
 #include "Tools/vymprinter/Faults.h"
 #include "Tools/vymprinter/PrinterWire.h"
 
 namespace vymprinter {
 
-// The text as the faults let the updater see it.
+// The text as changed by the faults.
 [[nodiscard]] std::string faultyTargetInfo(std::string text, const FaultSet& faults,
                                            const std::string& maxPacket);
 
 class FileBlocks {
 public:
-    // `limit` is the longest reply, its head included; at least kSmallestBlock.
+    // `limit` is the longest reply, including its head; at least kSmallestBlock.
     FileBlocks(std::string text, std::size_t limit, const FaultSet& faults);
 
     [[nodiscard]] bool done() const { return m_done; }
-    // The next block; its data is a view into this object. Asked only while not done().
+    // The next block; its data is a view into this object. Must not be called when done().
     FileBlock next();
 
 private:

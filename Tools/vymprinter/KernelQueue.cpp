@@ -22,7 +22,7 @@ KernelQueue::KernelQueue(std::size_t tags)
 KernelQueue::~KernelQueue()
 {
     if (m_context != 0)
-        ::syscall(SYS_io_destroy, m_context); // cancels what is outstanding
+        ::syscall(SYS_io_destroy, m_context); // cancels outstanding transfers
 }
 
 bool KernelQueue::read(int file, std::span<std::uint8_t> buffer, std::size_t tag)
@@ -61,7 +61,7 @@ std::vector<KernelQueue::Ended> KernelQueue::ended()
 {
     std::uint64_t count = 0;
     static_cast<void>(
-        !::read(m_event.get(), &count, sizeof count)); // the list below is what counts
+        !::read(m_event.get(), &count, sizeof count)); // the list below has the results
     std::vector<Ended> list;
     std::array<io_event, kEventsAtOnce> events{};
     timespec atOnce{};

@@ -1,10 +1,10 @@
-// Reads and writes that the kernel carries out while the program does something else: its
-// asynchronous I/O, which is how more than one transfer of a USB pipe can be outstanding.
+// The kernel's asynchronous I/O: reads and writes that run while the program does other work. It
+// allows more than one outstanding transfer of a USB pipe.
 //
-// Owns:      the queue and the descriptor that becomes readable when something has ended.
+// Owns:      the queue and the descriptor that becomes readable when a transfer has ended.
 // Threads:   one.
-// Invariant: a buffer that was handed in stays untouched until its end is told, or until the
-//            object is gone.
+// Invariant: the kernel uses a buffer until ended() reports its transfer, or until the object is
+//            destroyed.
 #pragma once
 #include "Tools/vymprinter/TcpListen.h"
 
@@ -21,7 +21,7 @@ public:
         std::int64_t result; // bytes, or a negative error number
     };
 
-    // Tags are numbers below `tags`, each for one transfer at a time.
+    // Tags are numbers below `tags`; each identifies one transfer at a time.
     explicit KernelQueue(std::size_t tags);
     ~KernelQueue();
     KernelQueue(const KernelQueue&) = delete;
@@ -29,12 +29,12 @@ public:
 
     [[nodiscard]] bool valid() const { return m_context != 0 && m_event.valid(); }
     [[nodiscard]] int event() const { return m_event.get(); }
-    // False when the file takes nothing now.
+    // False if the file accepts no transfer now.
     [[nodiscard]] bool read(int file, std::span<std::uint8_t> buffer, std::size_t tag);
     [[nodiscard]] bool write(int file, std::span<const std::uint8_t> bytes, std::size_t tag);
-    // Its end is told like any other.
+    // ended() reports it like any other transfer.
     void cancel(std::size_t tag);
-    // What has ended, in that order; never waits.
+    // The ended transfers, in the order in which they ended; never waits.
     [[nodiscard]] std::vector<Ended> ended();
 
 private:

@@ -1,6 +1,6 @@
-// What a printer leaves behind: a line for every packet, and the firmware that it received.
+// The record of a printer: a line for every packet, and the received firmware.
 //
-// Threads:   one; everything of one printer happens on the thread that drives it.
+// Threads:   one, which drives everything of one printer.
 // Invariant: at most one firmware is open at a time: begin, any number of appends, then commit or
 //            abandon.
 #pragma once
@@ -11,7 +11,7 @@ namespace vymprinter {
 
 enum class Direction { in, out };
 
-// One packet as the transcript shows it.
+// One packet in the transcript.
 struct PacketNote {
     Millis at{0};
     std::uint64_t connection = 0;
@@ -30,10 +30,10 @@ public:
     virtual ~PrinterRecord() = default;
 
     virtual void packet(const PacketNote& note) = 0;
-    // Something that a person at the desk wants to know, in one sentence.
+    // A remark for the user, in one sentence.
     virtual void remark(const std::string& sentence) = 0;
 
-    // The truth values say whether the firmware could be kept so far.
+    // Return whether the firmware could be stored so far.
     [[nodiscard]] virtual bool beginFirmware(const std::string& name) = 0;
     [[nodiscard]] virtual bool appendFirmware(ByteView data) = 0;
     [[nodiscard]] virtual bool commitFirmware() = 0;

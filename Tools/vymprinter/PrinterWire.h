@@ -1,11 +1,11 @@
-// The printer's reading of the update protocol: requests are taken apart, replies are put together.
-// Every integer on the wire is big-endian; every packet begins with an 8-byte header whose last
-// four bytes say how many bytes follow it.
+// The printer's side of the update protocol: parses requests and builds replies. Every integer on
+// the wire is big-endian; every packet begins with an 8-byte header whose last four bytes give the
+// number of bytes after it.
 //
-// Owns:      what it returns; a Request's data is a view into the bytes it was read from.
-// Threads:   any; nothing here keeps state.
-// Invariant: no function reads beyond the bytes that it was given.
-// Does no I/O and judges nothing but the form of one packet; the order of packets is Download's.
+// Owns:      its results; a Request's data is a view into the bytes that it was parsed from.
+// Threads:   any; stateless.
+// Invariant: no function reads beyond the given bytes.
+// Does no I/O and checks only the form of one packet; Download checks the order of packets.
 #pragma once
 #include <cstddef>
 #include <cstdint>
@@ -41,7 +41,7 @@ constexpr std::uint16_t kNotInDownloadMode = 0x0802;
 constexpr std::uint16_t kRefused = 0x0803; // malformed, out of order or not supported
 constexpr std::uint16_t kChecksum = 0x0804;
 constexpr std::uint16_t kBusy = 0x1001; // another updater holds the printer
-constexpr std::uint16_t kFax = 0x1002; // the printer is doing something it may not interrupt
+constexpr std::uint16_t kFax = 0x1002; // the printer is doing something that it may not interrupt
 inline bool isSuccess(std::uint16_t value)
 {
     return value == kDone || value == kWriting;
@@ -59,7 +59,7 @@ inline bool isLast(std::uint16_t kind)
 }
 } // namespace blockKind
 
-// One request, taken apart. Fields that the command does not have are 0 or empty.
+// A parsed request. Fields that the command does not have are 0 or empty.
 struct Request {
     std::uint16_t command = 0;
     std::string name; // the 32-byte field up to its first NUL
@@ -69,10 +69,10 @@ struct Request {
     std::uint16_t checksum = 0;
     std::uint32_t count = 0; // the number of data bytes that the record announces
     ByteView data;
-    std::string_view defect; // what is wrong with the packet's form; empty when nothing is
+    std::string_view defect; // what is wrong with the packet's form; empty if it is right
 };
 
-// One piece of a file that the printer hands out.
+// One block of a file that the printer sends.
 struct FileBlock {
     std::uint16_t status = status::kMoreBlocks;
     std::uint32_t offset = 0;
@@ -89,12 +89,12 @@ void put32(Bytes& bytes, std::size_t offset, std::uint32_t value);
 // The protocol's only checksum: the 16-bit sum of the bytes, continued from `sum`.
 [[nodiscard]] std::uint16_t byteSum(ByteView bytes, std::uint16_t sum = 0);
 
-// Takes one whole packet apart, header included.
+// Parses one whole packet, including its header.
 [[nodiscard]] Request decodeRequest(ByteView packet);
-// How many firmware bytes have arrived of the packet whose first bytes are given.
+// The number of firmware bytes that have arrived of a packet with these first bytes.
 [[nodiscard]] std::size_t firmwareBytesIn(ByteView packetSoFar);
 
-// A name from the wire as it can be shown on a terminal or in a column: one word, no surprises.
+// A name from the wire, made safe for a terminal or a column: one word, printable characters.
 [[nodiscard]] std::string printable(std::string_view name);
 
 [[nodiscard]] Bytes encodeSimpleReply(std::uint16_t code, std::uint16_t status);

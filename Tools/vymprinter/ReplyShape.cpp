@@ -59,7 +59,8 @@ Bytes spoilt(Bytes reply, const FaultSet& faults, std::uint32_t packetLimit)
     return reply;
 }
 
-// Cuts the bytes into parts of `size`, the first at `due` and each later one `gap` after it.
+// Cuts the bytes into parts of `size`, the first due at `due`, each later one `gap` after the
+// previous.
 void cut(std::vector<Outgoing>& parts, ByteView bytes, std::size_t size, Millis due, Millis gap)
 {
     for (std::size_t at = 0; at < bytes.size(); at += size, due += gap) {

@@ -1,7 +1,7 @@
-// Turns a reply into what really goes over the wire: whole and at once, or spoilt, cut up and
-// slowed down by the faults that strike it.
+// Turns a reply into the parts that are really sent: the whole at once, or corrupted, cut up and
+// slowed down by faults.
 //
-// Threads:   any; keeps no state.
+// Threads:   any; stateless.
 // Invariant: the same reply and faults always give the same bytes and times.
 #pragma once
 #include "Tools/vymprinter/Faults.h"
@@ -13,9 +13,9 @@ namespace vymprinter {
 // `packetLimit` is the longest packet of this printer.
 [[nodiscard]] std::vector<Outgoing> shapeReply(Bytes reply, const FaultSet& faults, Millis due,
                                                std::uint32_t packetLimit);
-// Whether one of the faults changes a reply, so that there has to be one to change.
+// Whether one of the faults changes a reply, so that a reply is needed.
 [[nodiscard]] bool changesReply(const FaultSet& faults);
-// The status that a fault makes the printer answer, or nothing.
+// The status with which a fault makes the printer answer; empty without such a fault.
 [[nodiscard]] std::optional<std::uint16_t> forcedStatus(const FaultSet& faults);
 
 } // namespace vymprinter

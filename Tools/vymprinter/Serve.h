@@ -1,6 +1,6 @@
-// Opens the printers that the command line asks for, and serves them until asked to end.
+// Opens the printers of the command line, and serves them until it is stopped.
 //
-// Threads:   the caller's, which it keeps.
+// Threads:   blocks the caller's.
 #pragma once
 #include "Tools/vymprinter/Options.h"
 
@@ -8,7 +8,7 @@ namespace vymprinter {
 
 constexpr int kExitCannotServe = 1; // an address, a controller or a folder cannot be used
 
-// The exit code. Ends when `stop` becomes readable, or after so many sessions as asked.
+// Returns the exit code when `stop` becomes readable or after the requested number of sessions.
 [[nodiscard]] int serveTcp(const Options& options, int stop);
 [[nodiscard]] int serveUsb(const Options& options, int stop);
 

@@ -127,7 +127,7 @@ void Store::abandonFirmware()
     if (m_partPath.empty())
         return;
     m_part.close();
-    std::error_code ignored; // nothing better can be done about a part that stays
+    std::error_code ignored; // a part that cannot be removed stays
     std::filesystem::remove(m_partPath, ignored);
     m_partPath.clear();
 }

@@ -1,11 +1,11 @@
-// Keeps in a folder what one printer received: each complete firmware under its name, and
-// "transcript.txt" with a line for every packet. Without a folder nothing is kept. What a person
-// at the desk wants to know goes to standard error, unless asked to be quiet.
+// Stores the data of one printer in a folder: each complete firmware under its name, and
+// "transcript.txt" with a line for every packet. Without a folder it stores nothing. Remarks for
+// the user go to standard error, except in quiet mode.
 //
-// Owns:      the transcript's stream and the file of the firmware that is arriving.
+// Owns:      the transcript's stream and the file of the arriving firmware.
 // Threads:   one.
-// Invariant: a file under a firmware's name is complete; a part lies under a name that begins
-//            with a dot and disappears when the firmware is abandoned.
+// Invariant: a file with a firmware's name is complete; a partial file has a name that begins with
+//            a dot, and is removed when the firmware is abandoned.
 #pragma once
 #include "Tools/vymprinter/PrinterRecord.h"
 
@@ -14,8 +14,8 @@
 
 namespace vymprinter {
 
-// A name from the wire as a file name: letters, digits, '.', '_' and '-', never hidden, never
-// empty, never that of the transcript.
+// Turns a name from the wire into a file name: letters, digits, '.', '_' and '-', never hidden,
+// never empty, never that of the transcript.
 [[nodiscard]] std::string safeFileName(const std::string& name);
 
 class Store final : public PrinterRecord {
@@ -26,7 +26,7 @@ public:
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
 
-    // Why the folder cannot be written to; empty when it can, or when there is none.
+    // Why the folder cannot be written to; empty if it can, or if there is no folder.
     [[nodiscard]] const std::string& error() const { return m_error; }
 
     [[nodiscard]] const std::string& label() const { return m_label; }

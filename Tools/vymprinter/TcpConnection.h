@@ -1,9 +1,9 @@
-// One updater's TCP connection: moves bytes between the socket and the session behind it.
+// One updater's TCP connection: moves bytes between the socket and its session.
 //
 // Owns:      the socket and the session.
 // Threads:   one, the server's.
-// Invariant: once over(), the socket is not touched again until it is closed.
-// Does not understand a byte of what it moves.
+// Invariant: once over(), the socket is only closed.
+// Does not interpret the bytes.
 #pragma once
 #include "Tools/vymprinter/PrinterSession.h"
 #include "Tools/vymprinter/TcpListen.h"
@@ -15,11 +15,11 @@ public:
     TcpConnection(FileHandle socket, Printer& printer, Millis now);
 
     [[nodiscard]] int socket() const { return m_socket.get(); }
-    // What to poll the socket for.
+    // The poll events to wait for.
     [[nodiscard]] short events() const;
-    // Moves what can be moved, given what poll said.
+    // Moves as many bytes as poll's result allows.
     void serve(short ready, Millis now);
-    // When there is something to do though the socket stays quiet.
+    // The time of the next work if the socket stays quiet.
     [[nodiscard]] std::optional<Millis> nextDue() const;
     [[nodiscard]] bool over() const { return m_over; }
 
@@ -30,7 +30,7 @@ private:
 
     FileHandle m_socket;
     PrinterSession m_session;
-    bool m_sendBlocked = false; // the socket takes no more for now
+    bool m_sendBlocked = false; // the socket accepts no more for now
     bool m_peerDone = false; // it has sent its last byte
     bool m_over = false;
 };

@@ -8,8 +8,8 @@
 namespace vymprinter {
 namespace {
 
-constexpr std::size_t kMostConnections = 4096; // far more than a desk has updaters
-constexpr Millis kAcceptPause{100}; // when the system has no descriptor to give
+constexpr std::size_t kMostConnections = 4096; // far more than one test needs
+constexpr Millis kAcceptPause{100}; // after the system ran out of descriptors
 constexpr Millis kLongestWait{60000};
 
 Millis sinceStart(std::chrono::steady_clock::time_point start)

@@ -1,7 +1,7 @@
 // Serves any number of printers over TCP on one thread: a poll loop over their listening sockets
-// and their connections.
+// and connections.
 //
-// Owns:      the sockets and the printers; the records belong to the caller and outlive it.
+// Owns:      the sockets and the printers; the caller owns the records, which outlive it.
 // Threads:   one; run() blocks the caller's.
 // Invariant: a connection's printer lives as long as the connection.
 #pragma once
@@ -36,7 +36,7 @@ private:
 
     std::vector<Desk> m_desks;
     std::list<TcpConnection> m_connections;
-    Millis m_acceptAgain{0}; // no connection is taken before that
+    Millis m_acceptAgain{0}; // accepts no connection before that
 };
 
 } // namespace vymprinter

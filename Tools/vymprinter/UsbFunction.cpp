@@ -12,8 +12,8 @@
 namespace vymprinter {
 namespace {
 
-constexpr std::size_t kSlots = 32; // packets that may arrive while the program looks elsewhere
-constexpr std::size_t kWriteTag = kSlots; // behind those of the slots
+constexpr std::size_t kSlots = 32; // packets that may arrive while the program is busy
+constexpr std::size_t kWriteTag = kSlots; // after those of the slots
 
 // Requests of the printer class to its interface.
 constexpr std::uint8_t kFromInterface = USB_DIR_IN | USB_TYPE_CLASS | USB_RECIP_INTERFACE;
@@ -30,13 +30,13 @@ std::uint16_t fromLittleEndian(__le16 value)
     return static_cast<std::uint16_t>(bytes[0] | bytes[1] << 8);
 }
 
-// A host that has gone in the meantime is told by the next event; nothing is to be done here.
+// Ignores the result: if the host has gone, the next event reports that.
 void answer(int control, ByteView bytes)
 {
     static_cast<void>(!::write(control, bytes.data(), bytes.size()));
 }
 
-// The opposite of what the request asks for makes the kernel refuse it.
+// A transfer in the opposite direction of the request makes the kernel refuse it.
 void refuse(int control, bool in)
 {
     char nothing = 0;
@@ -140,7 +140,7 @@ void UsbFunction::start()
     queueFreeSlots();
 }
 
-// In turn, so that packets are taken in the order in which they arrive.
+// Uses the slots in turn, so that packets keep their order.
 void UsbFunction::queueFreeSlots()
 {
     while (m_configured) {
@@ -194,7 +194,7 @@ void UsbFunction::dropWrite()
         m_queue.cancel(kWriteTag);
 }
 
-// Moving bytes the wrong way is how the kernel is told to halt a pipe.
+// A transfer in the wrong direction makes the kernel halt a pipe.
 void UsbFunction::haltIn()
 {
     char nothing = 0;

@@ -1,11 +1,11 @@
-// The printer's side of its USB interface: answers control requests, takes packets from the
-// bulk-out pipe and puts packets into the bulk-in pipe, through the files of FunctionFS.
+// The printer's side of its USB interface: answers control requests, reads packets from the
+// bulk-out pipe and writes packets to the bulk-in pipe, through the files of FunctionFS.
 //
 // Owns:      the files and the buffers of outstanding transfers.
 // Threads:   one.
-// Invariant: taken bytes are told in the order in which they arrived; at most one transfer of the
+// Invariant: take() returns bytes in the order of their arrival; at most one transfer of the
 //            bulk-in pipe is outstanding.
-// Does not understand a byte of what it moves.
+// Does not interpret the bytes.
 #pragma once
 #include "Tools/vymprinter/KernelQueue.h"
 #include "Tools/vymprinter/UsbIdentity.h"
@@ -22,28 +22,28 @@ public:
 
     UsbFunction(std::filesystem::path files, UsbIdentity identity);
 
-    // Why the interface cannot be served; empty when it can.
+    // Why the interface cannot be served; empty if it can.
     [[nodiscard]] const std::string& error() const { return m_error; }
     [[nodiscard]] int controlFile() const { return m_control.get(); }
     [[nodiscard]] int transferEvent() const { return m_queue.event(); }
 
-    // The next event of the control pipe. A device ID that is asked for waits for one of the
-    // answers below; all other requests are answered here.
+    // The next event of the control pipe. A request for the device ID waits for one of the answers
+    // below; all other requests are answered here.
     [[nodiscard]] Happened nextEvent();
     void answerDeviceId();
     void refuseDeviceId();
 
-    // Sees which transfers have ended.
+    // Collects ended transfers.
     void collect();
-    // What has arrived next; empty when nothing has. Gives its room back to the bus.
+    // The next bytes that have arrived, possibly empty. Returns their room to the bus.
     [[nodiscard]] Bytes take();
     // Whether a packet of the bulk-in pipe has not left yet.
     [[nodiscard]] bool writing() const { return m_writing; }
-    // Starts one transfer, an empty one too; false when the host is not there.
+    // Starts one transfer, which may be empty; false if there is no host.
     [[nodiscard]] bool write(ByteView bytes);
-    // Takes back what nobody has read.
+    // Cancels a transfer that the host has not read.
     void dropWrite();
-    // Makes the pipe refuse until the host clears it.
+    // Halts the pipe until the host clears it.
     void haltIn();
     void haltOut();
 
@@ -74,7 +74,7 @@ private:
     std::size_t m_deviceIdAsked = 0; // how many bytes of it
     bool m_configured = false;
     bool m_writing = false;
-    KernelQueue m_queue; // goes first: until then the buffers are the kernel's
+    KernelQueue m_queue; // destroyed first: until then the kernel has the buffers
 };
 
 } // namespace vymprinter

@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 constexpr const char* kGadgets = "/sys/kernel/config/usb_gadget";
 constexpr const char* kControllers = "/sys/class/udc";
 constexpr const char* kConfiguration = "configs/c.1";
-constexpr const char* kTexts = "strings/0x409"; // English, which every host asks for
+constexpr const char* kTexts = "strings/0x409"; // English, which every host requests
 constexpr const char* kUsbVersion = "0x0200";
 constexpr const char* kDeviceVersion = "0x0100";
 
@@ -79,7 +79,8 @@ UsbGadget::UsbGadget(std::string controller, unsigned number, const UsbIdentity&
         mountFunction();
 }
 
-// Folders of the kernel go one by one, the inner ones first; what is not there is no loss.
+// The kernel's folders must be removed one by one, the inner ones first; missing ones do not
+// matter.
 UsbGadget::~UsbGadget()
 {
     pullOut();

@@ -1,10 +1,10 @@
-// A USB device made of software: the kernel's gadget with one function whose files a program
-// serves, attached to a controller. Plugging in and pulling out is a matter of one line.
+// A USB device in software: the kernel's gadget with one function whose files a program serves,
+// attached to a controller.
 //
-// Owns:      the gadget's folders, the function's mount and the folder below it; all of it goes
-//            with the object.
+// Owns:      the gadget's folders, the function's mount and its folder; the destructor removes
+//            them.
 // Threads:   one.
-// Invariant: plugged in only between plugIn() and pullOut(); nothing of other gadgets is touched.
+// Invariant: plugged in only between plugIn() and pullOut(); never touches other gadgets.
 // Does not serve the function: UsbFunction does, between mounting and plugging in.
 #pragma once
 #include "Tools/vymprinter/UsbIdentity.h"
@@ -15,21 +15,21 @@ namespace vymprinter {
 
 constexpr std::string_view kAnyController = "any";
 
-// The controllers of this machine that carry no device yet, by name.
+// The names of this machine's controllers without a device.
 [[nodiscard]] std::vector<std::string> freeControllers();
 
 class UsbGadget {
 public:
-    // `number` tells this program's gadgets apart.
+    // `number` distinguishes this program's gadgets.
     UsbGadget(std::string controller, unsigned number, const UsbIdentity& identity);
     ~UsbGadget();
     UsbGadget(const UsbGadget&) = delete;
     UsbGadget& operator=(const UsbGadget&) = delete;
 
-    // Why there is no device, and what to do about it; empty when there is.
+    // Why there is no device, and what to do about it; empty if there is one.
     [[nodiscard]] const std::string& error() const { return m_error; }
     [[nodiscard]] const std::string& controller() const { return m_controller; }
-    // Where the function's files are.
+    // The folder of the function's files.
     [[nodiscard]] const std::filesystem::path& files() const { return m_mount; }
 
     [[nodiscard]] bool plugIn();
@@ -44,7 +44,7 @@ private:
     std::string m_controller;
     std::string m_name;
     std::filesystem::path m_gadget;
-    std::filesystem::path m_mount; // empty while nothing is mounted
+    std::filesystem::path m_mount; // empty while not mounted
     std::string m_error;
 };
 

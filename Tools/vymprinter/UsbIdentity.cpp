@@ -12,13 +12,13 @@ namespace {
 constexpr std::uint8_t kPrinterClass = USB_CLASS_PRINTER;
 constexpr std::uint8_t kPrinterSubclass = 1;
 constexpr std::uint8_t kBidirectional = 2;
-constexpr std::uint8_t kBulkOut = 1; // numbers that the controller replaces by its own
+constexpr std::uint8_t kBulkOut = 1; // the controller replaces these numbers by its own
 constexpr std::uint8_t kBulkIn = 2 | USB_DIR_IN;
 constexpr std::uint8_t kInterruptIn = 3 | USB_DIR_IN;
 constexpr std::uint8_t kPipes = 3;
 constexpr std::uint16_t kFullSpeedPacket = 64;
 constexpr std::uint16_t kInterruptPacket = 8;
-constexpr std::uint8_t kInterruptInterval = 9; // as long as either speed allows and then some
+constexpr std::uint8_t kInterruptInterval = 9; // long enough at both speeds
 constexpr std::uint32_t kDescriptors = 1 + kPipes; // at each speed
 constexpr std::size_t kLengthPrefix = 2;
 
@@ -47,7 +47,7 @@ void appendInterface(Bytes& bytes, std::uint16_t bulkPacket)
     appendPipe(bytes, kInterruptIn, USB_ENDPOINT_XFER_INT, kInterruptPacket, kInterruptInterval);
 }
 
-// A head of magic number and whole length, then the rest.
+// A head with magic number and total length, then the rest.
 Bytes headed(std::uint32_t magic, const Bytes& rest)
 {
     Bytes bytes;

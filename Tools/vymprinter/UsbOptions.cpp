@@ -9,7 +9,7 @@ namespace vymprinter {
 namespace {
 
 constexpr const char* kGroup = "USB";
-constexpr std::size_t kLongestText = 126; // that a string descriptor holds
+constexpr std::size_t kLongestText = 126; // in a string descriptor
 constexpr std::int64_t kLongestQuiet = 3'600'000; // an hour, in ms
 
 std::optional<std::uint16_t> readHex(std::string_view digits)

@@ -1,7 +1,7 @@
-// What the command line asks for a printer on the USB bus.
+// The command line's options for printers on the USB bus.
 //
 // Threads:   any.
-// Does not look for controllers: which of them are free is known when the printer is plugged in.
+// Does not look for controllers: a free one is chosen when the printer is plugged in.
 #pragma once
 #include "Tools/vymprinter/UsbIdentity.h"
 
@@ -18,9 +18,9 @@ struct UsbOptions {
 
 // The options write into `usb`, which outlives the parsing.
 void addUsbOptions(CLI::App& app, UsbOptions& usb);
-// Fills in what follows from other options. Throws CLI::ValidationError.
+// Sets defaults that depend on other options. Throws CLI::ValidationError.
 void completeUsbOptions(UsbOptions& usb, std::uint32_t count, const std::string& model);
-// The identity of the printer with that number, from 0: serial numbers differ.
+// The identity of the printer with that number, from 0; each has its own serial number.
 [[nodiscard]] UsbIdentity identityOf(const UsbOptions& usb, std::size_t number);
 
 } // namespace vymprinter

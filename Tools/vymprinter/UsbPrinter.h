@@ -1,13 +1,12 @@
-// One printer on the USB bus: moves bytes between its interface and the session behind it.
+// One printer on the USB bus: moves bytes between its interface and its session.
 //
-// The bus has no connections, so a session is made of what there is: it begins with the first byte
-// that arrives, and ends when the printer is pulled out or reset, breaks off by a fault, or when
-// nothing has moved for a while.
+// The bus has no connections, so a session begins with the first byte that arrives, and ends when
+// the printer is pulled out or reset, when a fault breaks it off, or after a while without traffic.
 //
 // Owns:      the gadget, its function, the printer and its session.
 // Threads:   one, the server's.
 // Invariant: no session while the printer is not plugged in.
-// Does not understand a byte of what it moves.
+// Does not interpret the bytes.
 #pragma once
 #include "Tools/vymprinter/PrinterSession.h"
 #include "Tools/vymprinter/UsbFunction.h"
@@ -19,17 +18,17 @@ namespace vymprinter {
 
 class UsbPrinter {
 public:
-    // The record belongs to the caller and outlives it.
+    // The caller owns the record, which must outlive this.
     UsbPrinter(std::unique_ptr<UsbGadget> gadget, UsbIdentity identity, Printer printer);
 
-    // Plugs it in; what went wrong, or empty.
+    // Plugs it in; returns what went wrong, or empty.
     [[nodiscard]] std::string begin();
-    // What to poll for reading.
+    // The descriptors to poll for reading.
     [[nodiscard]] int controlFile() const { return m_silentUntil ? -1 : m_function.controlFile(); }
     [[nodiscard]] int transferEvent() const { return m_function.transferEvent(); }
-    // Moves what can be moved.
+    // Moves as many bytes as possible.
     void serve(Millis now);
-    // When there is something to do though the bus stays quiet.
+    // The time of the next work if the bus stays quiet.
     [[nodiscard]] std::optional<Millis> nextDue() const;
     [[nodiscard]] std::uint64_t sessionsEnded() const { return m_sessionsEnded; }
 
@@ -46,7 +45,7 @@ private:
 
     std::unique_ptr<UsbGadget> m_gadget;
     const UsbIdentity m_identity;
-    UsbFunction m_function; // before the gadget's folders go
+    UsbFunction m_function; // destroyed before the gadget's folders are removed
     Printer m_printer;
     FaultPlan m_identifying; // faults of the device ID, counted over all sessions
     std::optional<PrinterSession> m_session;

@@ -1,4 +1,4 @@
-// Serves any number of printers on the USB bus on one thread: a poll loop over their files.
+// Serves any number of printers on the USB bus with one thread: a poll loop over their files.
 //
 // Owns:      the printers.
 // Threads:   one; run() blocks the caller's.

@@ -1,5 +1,5 @@
-// The virtual printer's entry: reads the command line, opens the printers, serves until asked to
-// end.
+// The virtual printer's entry: reads the command line, opens the printers, serves until it is
+// stopped.
 #include "Tools/vymprinter/Serve.h"
 
 #include <csignal>
