@@ -1,5 +1,6 @@
 #include "CLI/CommandLine.h"
 
+#include "CLI/Conclusion.h"
 #include "CLI/Destination.h"
 #include "CLI/HelpText.h"
 #include "UI/Text/PlainText.h"
@@ -77,7 +78,18 @@ bool cannotAsk(const Options& options, const Console& console)
 Outcome runOnPackage(Workplace& place)
 {
     const auto& options = place.options;
-    auto [package, problem] = openPackage(options.packageFolder);
+    auto stop = StopCause::none;
+    PackageRequest request;
+    request.folder = options.packageFolder;
+    request.shouldStop = [&] {
+        const auto wake = place.session.check();
+        if (wake == Wake::signal || wake == Wake::deadline)
+            stop = wake == Wake::signal ? StopCause::user : StopCause::deadline;
+        return stop != StopCause::none;
+    };
+    auto [package, problem, state] = openPackage(request);
+    if (state == PackageState::stopped)
+        return concludeReadingStopped(options.command, stop);
     if (!package.has_value())
         return packageOutcome(options, problem);
     if (options.command == Command::info)

@@ -330,3 +330,14 @@ Outcome concludeLookupStopped(Command command, StopCause stop)
     concludeStopped(outcome, stop, false, words);
     return outcome;
 }
+
+Outcome concludeReadingStopped(Command command, StopCause stop)
+{
+    Outcome outcome;
+    outcome.command = command;
+    MessageFacts words;
+    words.place = command == Command::update ? "before any firmware was sent"
+                                             : "while the package was being read";
+    concludeStopped(outcome, stop, false, words);
+    return outcome;
+}

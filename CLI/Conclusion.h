@@ -33,3 +33,5 @@ Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts);
 // A list of printers; and a stop before it was there, whatever it was wanted for.
 Outcome concludePrinters(PrinterFacts facts);
 Outcome concludeLookupStopped(Command command, StopCause stop);
+// A stop while the package was being read.
+Outcome concludeReadingStopped(Command command, StopCause stop);

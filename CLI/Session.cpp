@@ -40,7 +40,7 @@ std::optional<std::string> Session::readLine(int descriptor)
 {
     std::string line;
     for (;;) {
-        const auto wake = waitFor(descriptor);
+        const auto wake = waitFor(descriptor, waitMilliseconds());
         if (wake == Wake::signal || wake == Wake::deadline)
             return std::nullopt;
         if (wake != Wake::readable)
@@ -59,13 +59,13 @@ void Session::notify() const
     [[maybe_unused]] const auto written = write(m_notified, &once, sizeof once);
 }
 
-Wake Session::waitFor(int readable)
+Wake Session::waitFor(int readable, int milliseconds)
 {
     if (takeDeadline())
         return Wake::deadline;
     std::array<pollfd, 3> entries = {
         {{m_signals.descriptor(), POLLIN, 0}, {m_notified, POLLIN, 0}, {readable, POLLIN, 0}}};
-    poll(entries.data(), entries.size(), waitMilliseconds());
+    poll(entries.data(), entries.size(), milliseconds);
     if (entries[0].revents != 0) {
         m_signals.take();
         return Wake::signal;

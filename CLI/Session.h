@@ -25,7 +25,9 @@ public:
     void setDeadline(double seconds); // counted from the session's start
     [[nodiscard]] double seconds() const; // since the session's start
     // Waits for one interval between two looks at a run, or until something happens.
-    Wake wait() { return waitFor(-1); }
+    Wake wait() { return waitFor(-1, waitMilliseconds()); }
+    // A signal or the limit of time that is there already, without waiting: another value for none.
+    Wake check() { return waitFor(-1, 0); }
     // Reads one line, without its end; what arrived of it when the stream ends. No line when a
     // signal or the limit of time came first.
     std::optional<std::string> readLine(int descriptor);
@@ -33,7 +35,7 @@ public:
     [[nodiscard]] bool isOverdue() const { return m_overdue; }
 
 private:
-    Wake waitFor(int readable);
+    Wake waitFor(int readable, int milliseconds);
     [[nodiscard]] int waitMilliseconds() const;
     bool takeDeadline();
 

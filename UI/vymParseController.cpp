@@ -10,8 +10,6 @@ namespace {
 
 constexpr const char* kDescription = "VYMINFO.txt";
 constexpr int kThisPlatform = 4;
-// Descriptions are a few dozen rows; a table that promises gigabytes is no reason to hold them.
-constexpr unsigned long kLargestDescription = 16UL * 1024 * 1024;
 
 using Block = std::unique_ptr<unsigned char, decltype(&FreeMem)>;
 

@@ -1,5 +1,5 @@
 // The package description for the interface: loads it out of the container, and forwards every
-// question to the one description of the process. The class gives the same answers as values.
+// question to the description of the process. The class gives the same answers as values.
 //
 // Threads: loading on one thread, before any question; questions from any thread.
 #pragma once
@@ -8,8 +8,11 @@
 #include <string>
 #include <vector>
 
+// Descriptions are a few dozen rows; a table that promises gigabytes is no reason to hold them.
+constexpr unsigned long kLargestDescription = 16UL * 1024 * 1024;
 // Reads "VYMINFO.txt" out of the container. 0 also where there is no usable container (the
-// description is then empty and every key answers its default); -1 out of memory.
+// description is then empty and every key answers its default); -1 where memory is short or the
+// description is larger than that.
 int vyminfo_loadfile();
 
 bool vyminfo_getTgmName(std::string& name);

@@ -4,6 +4,7 @@
 #include "VYM/vymBindInfo.h"
 
 #include <algorithm>
+#include <cassert>
 #include <exception>
 #include <utility>
 
@@ -15,10 +16,10 @@ constexpr unsigned long kHeadSize = sizeof(TAG_CMDSENDFILE);
 
 int ImageReader::open(const char* fileName, unsigned long pieceSize)
 {
-    const auto* container = vymBindInfo::Instance();
+    auto* container = vymBindInfo::Instance();
     // A package that is cut short is refused before a printer gets a part of it.
     if (!container->getBindFileSize(fileName, m_size) || !container->holdsEveryByte(fileName)
-        || !container->getBindMngData(fileName, m_place, m_size))
+        || !container->getBindMngData(fileName, m_place, m_size) || !container->seal())
         return result::kFirmwareUnreadable;
     m_pieceSize = std::min(pieceSize, std::max(m_size, 1UL));
     try {
@@ -34,12 +35,13 @@ void ImageReader::read(Piece& piece, unsigned long offset) const
 {
     piece.length = std::min(m_size - offset, m_pieceSize);
     auto* data = piece.bytes.data() + kHeadSize;
-    piece.isRead = vymBindInfo::Instance()->readBytes(m_place + offset, data, piece.length);
+    piece.isRead = vymBindInfo::Instance()->readSealed(m_place + offset, data, piece.length);
     piece.sum = packets::byteSum({data, piece.length});
 }
 
 bool ImageReader::next()
 {
+    assert(end() < m_size);
     m_offset = end();
     if (m_ahead.length == 0)
         read(m_ahead, m_offset);

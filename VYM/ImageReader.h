@@ -1,10 +1,11 @@
-// The pieces of one firmware image, in order. Each stands behind room for its packet's head, so
-// that head and piece leave in one write without a copy; and the next one is read and summed while
-// the printer takes the one before.
+// The pieces of one firmware image, in order. Each has room for its packet's head in front of it,
+// so that head and piece leave in one write without a copy; and the next one is read and summed
+// while the printer takes the one before.
 //
 // Owns:      two pieces and the room in front of them.
 // Threads:   the update worker's; the reading ahead happens inside its exchanges.
-// Invariant: no byte is given out that was not really read from the container.
+// Invariant: no byte is given out that was not really read from the container, or that is not the
+//            one that stood there when the container was sealed.
 #pragma once
 #include "DevConn/ReplyExchange.h"
 #include "VYM/vymPackets.h"
@@ -17,10 +18,10 @@ public:
     // kFirmwareUnreadable where the container does not hold all of the image.
     int open(const char* fileName, unsigned long pieceSize);
 
-    // Takes the next piece, which is packet() from its 60th byte on; false: it cannot be read. Not
-    // to be called behind the end.
+    // Takes the next piece, which is packet() from its 60th byte on. False where it cannot be read
+    // or has changed since the container was sealed. Only while end() < size().
     bool next();
-    // Reads the piece behind the one taken, where there is one.
+    // Reads the piece after the one taken, where there is one.
     void run() override;
 
     [[nodiscard]] unsigned long size() const { return m_size; }

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <unordered_set>
 
 namespace {
 
@@ -17,8 +18,10 @@ constexpr std::array<char, 8> kMagic = {'V', 'Y', 'M', 'B', 'I', 'N', 'D', '\0'}
 constexpr std::size_t kTrailerSize = 16;
 constexpr std::size_t kNameSize = 32;
 constexpr std::size_t kEntrySize = kNameSize + 8;
-// Entries read in one go: every package in use has fewer, so one look-up is one read.
-constexpr std::size_t kEntriesAtOnce = 16;
+// Entries read first: every package in use has fewer, so one look-up is one read. A longer table is
+// read in larger parts.
+constexpr std::size_t kEntriesAtFirst = 16;
+constexpr std::size_t kEntriesAtOnce = 1024;
 constexpr std::size_t kFolderSize = 1024;
 // Support tells broken callers apart by this place; it stays, wherever the line moves to.
 constexpr unsigned kLookupPlace = 440;
@@ -29,10 +32,10 @@ std::uint32_t littleEndian(const unsigned char* bytes)
         | static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
 }
 
-bool nameMatches(const unsigned char* entry, std::string_view name)
+std::string_view nameOf(const unsigned char* entry)
 {
     const auto* text = reinterpret_cast<const char*>(entry);
-    return std::string_view(text, strnlen(text, kNameSize)) == name;
+    return {text, strnlen(text, kNameSize)};
 }
 
 } // namespace
@@ -115,33 +118,74 @@ bool vymBindInfo::readAt(std::uint64_t offset, void* buffer, std::size_t length,
     return true;
 }
 
+template <class Visitor> bool vymBindInfo::visitEntries(const Visitor& visit) const
+{
+    const std::uint64_t end = m_trailer.entryCount > 0
+        ? static_cast<std::uint64_t>(m_trailer.entryCount) * kEntrySize
+        : 0;
+    unsigned char entries[kEntriesAtOnce * kEntrySize];
+    std::uint64_t atOnce = kEntriesAtFirst * kEntrySize;
+    for (std::uint64_t at = 0; at < end;) {
+        std::size_t got = 0;
+        const auto wanted = std::min(end - at, atOnce);
+        if (!readAt(m_trailer.tableOffset + at, entries, wanted, got))
+            return false;
+        for (std::size_t i = 0; i + kEntrySize <= got; i += kEntrySize) {
+            if (visit(entries + i))
+                return true;
+        }
+        if (got < wanted)
+            return false;
+        at += wanted;
+        atOnce = sizeof entries;
+    }
+    return false;
+}
+
+unsigned long vymBindInfo::containerSize() const
+{
+    struct stat status { };
+    return m_fp != nullptr && fstat(fileno(m_fp), &status) == 0
+        ? static_cast<unsigned long>(status.st_size)
+        : 0;
+}
+
 bool vymBindInfo::getBindMngData(const char* name, unsigned long& offset, unsigned long& size) const
 {
     if (m_fp == nullptr)
         assertionFailed("VYM/vymBindInfo", kLookupPlace, "m_fp != NULL");
     if (name == nullptr)
         return false;
-    const std::uint64_t end = m_trailer.entryCount > 0
-        ? static_cast<std::uint64_t>(m_trailer.entryCount) * kEntrySize
-        : 0;
-    unsigned char entries[kEntriesAtOnce * kEntrySize];
-    for (std::uint64_t at = 0; at < end; at += sizeof entries) {
-        std::size_t got = 0;
-        const auto wanted = std::min<std::uint64_t>(end - at, sizeof entries);
-        if (!readAt(m_trailer.tableOffset + at, entries, wanted, got))
-            return false;
-        for (std::size_t i = 0; i + kEntrySize <= got; i += kEntrySize) {
-            const auto* entry = entries + i;
-            if (!nameMatches(entry, name))
-                continue;
-            offset = littleEndian(entry + kNameSize);
-            size = littleEndian(entry + kNameSize + 4);
-            return true;
+    if (const auto known = m_places.find(name); known != m_places.end()) {
+        if (known->second) {
+            offset = known->second->offset;
+            size = known->second->size;
         }
-        if (got < wanted)
-            return false;
+        return known->second.has_value();
     }
-    return false;
+    return visitEntries([&, wanted = std::string_view(name)](const unsigned char* entry) {
+        if (nameOf(entry) != wanted)
+            return false;
+        offset = littleEndian(entry + kNameSize);
+        size = littleEndian(entry + kNameSize + 4);
+        return true;
+    });
+}
+
+void vymBindInfo::lookUp(std::span<const std::string> names)
+{
+    if (m_fp == nullptr)
+        return;
+    std::unordered_set<std::string_view> missing(names.begin(), names.end());
+    for (const auto& name : names)
+        m_places[name] = std::nullopt;
+    visitEntries([&](const unsigned char* entry) {
+        const auto name = nameOf(entry);
+        if (missing.erase(name) != 0)
+            m_places[std::string(name)] =
+                Place{littleEndian(entry + kNameSize), littleEndian(entry + kNameSize + 4)};
+        return missing.empty();
+    });
 }
 
 bool vymBindInfo::getBindFileSize(const char* name, unsigned long& size) const
@@ -181,8 +225,18 @@ bool vymBindInfo::holdsEveryByte(const char* name) const
 {
     unsigned long offset = 0;
     unsigned long size = 0;
-    struct stat status { };
     return m_fp != nullptr && getBindMngData(name, offset, size)
-        && fstat(fileno(m_fp), &status) == 0
-        && offset + size <= static_cast<unsigned long>(status.st_size);
+        && offset + size <= containerSize();
+}
+
+bool vymBindInfo::seal(const ContainerSeal::Watch& watch)
+{
+    if (m_fp == nullptr)
+        return false;
+    return (m_seal.isTaken() && !watch) || m_seal.take(*this, watch);
+}
+
+bool vymBindInfo::readSealed(std::uint64_t offset, unsigned char* buffer, unsigned long length)
+{
+    return buffer != nullptr && seal() && m_seal.read(*this, offset, buffer, length);
 }

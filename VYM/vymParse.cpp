@@ -37,6 +37,7 @@ bool vymParse::loadData(const char* data, unsigned long length, loadFile_type ty
     if (data == nullptr)
         return false;
     m_text.assign(data, length);
+    m_index.forget();
     m_type = type;
     return true;
 }
@@ -87,7 +88,7 @@ int vymParse::getArraySize(const std::vector<int>& values)
 
 std::string_view vymParse::row(const char* key, unsigned index) const
 {
-    return key != nullptr ? description::findRow(m_text, key, index) : std::string_view();
+    return key != nullptr ? m_index.find(m_text, key, index) : std::string_view();
 }
 
 std::string vymParse::getTargetKeyRowData(const char* key, unsigned index) const

@@ -3,12 +3,14 @@
 // DescriptionText; this class knows the keys, their types and their defaults.
 //
 // A getter returns whether it found an answer; a missing row leaves its output untouched unless
-// the key has a default. Nothing is indexed or cached: each question walks the text once.
+// the key has a default. The text is walked once for the first rows of all keys, and once more for
+// the rows of a key that are asked for in their order.
 //
 // Owns:    the text, by value.
 // Threads: any; every getter and loader holds the object's lock for its whole run. The readers at
 //          the end take no lock and run only under it (or on an object that nobody shares).
 #pragma once
+#include "VYM/RowIndex.h"
 #include "VYM/vymLock.h"
 
 #include <cstdint>
@@ -78,6 +80,8 @@ public:
 
     // How many VERSION rows there are, in one walk.
     unsigned countVersionRows() const;
+    // The bytes of the longest row that belongs to a known key; 0 without such a row.
+    std::size_t longestKnownRow() const;
     // The installed version of a firmware that a printer lists, its name compared without case;
     // target information only, in one walk however many rows a printer sends.
     bool findTargetInfoVersion(std::string_view firmName, std::string& version) const;
@@ -114,6 +118,7 @@ private:
     bool defaultedInt(const char* key, int& value, int missing) const VYM_REQUIRES(m_lock);
 
     std::string m_text VYM_GUARDED_BY(m_lock);
+    mutable RowIndex m_index VYM_GUARDED_BY(m_lock);
     mutable CRITSECT m_lock;
     loadFile_type m_type VYM_GUARDED_BY(m_lock) = load_vyminfo;
 };

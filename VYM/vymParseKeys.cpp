@@ -3,6 +3,9 @@
 #include "VYM/vymParse.h"
 #include "VYM/vymUtil.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 using description::equalNoCase;
@@ -22,6 +25,12 @@ std::string_view baseName(std::string_view path)
     return path.substr(path.find_last_of("/\\") + 1);
 }
 
+void keepUnlessEmpty(std::string& kept, std::string&& value)
+{
+    if (!value.empty())
+        kept = std::move(value);
+}
+
 // Fills name and version from a display row's tokens; DISPFIRM and DISPVER win wherever they are.
 void readDisplay(description::Tokens tokens, std::string& dispFirm, std::string& dispVer)
 {
@@ -31,20 +40,20 @@ void readDisplay(description::Tokens tokens, std::string& dispFirm, std::string&
     while (tokens.next(token)) {
         const auto [name, value] = description::splitNamed(token);
         if (value && equalNoCase(name, "DISPVER")) {
-            shownVersion = description::withoutQuotes(*value);
+            keepUnlessEmpty(shownVersion, description::withoutQuotes(*value));
         } else if (value && equalNoCase(name, "DISPFIRM")) {
-            shownName = description::withoutQuotes(*value);
+            keepUnlessEmpty(shownName, description::withoutQuotes(*value));
         } else if (value && !equalNoCase(name, "COMPATIBLE") && !equalNoCase(name, "HEADER")) {
             if (dispFirm.empty())
                 dispFirm = name;
             if (dispVer.empty())
                 dispVer = *value;
         }
-        if (!shownVersion.empty())
-            dispVer = shownVersion;
-        if (!shownName.empty())
-            dispFirm = shownName;
     }
+    if (!shownVersion.empty())
+        dispVer = shownVersion;
+    if (!shownName.empty())
+        dispFirm = shownName;
 }
 
 // The name and version of a printer's VERSION row; both empty where its token has no "=".
@@ -275,6 +284,23 @@ unsigned vymParse::countVersionRows() const
     while (rows.next(row))
         ++count;
     return count;
+}
+
+std::size_t vymParse::longestKnownRow() const
+{
+    const HoldLock hold(m_lock);
+    description::Rows rows(m_text);
+    std::string_view row;
+    std::size_t longest = 0;
+    while (rows.next(row)) {
+        const auto begins = [row](std::string_view key) {
+            return description::belongsTo(row, key);
+        };
+        if (row.size() > longest
+            && std::any_of(RowIndex::kKeys.begin(), RowIndex::kKeys.end(), begins))
+            longest = row.size();
+    }
+    return longest;
 }
 
 bool vymParse::findTargetInfoVersion(std::string_view firmName, std::string& version) const

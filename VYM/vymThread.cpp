@@ -1,6 +1,7 @@
 #include "VYM/vymThread.h"
 
 #include "VYM/DebugText.h"
+#include "VYM/vymBindInfo.h"
 #include "VYM/vymProtocol.h"
 
 #include <exception>
@@ -131,7 +132,20 @@ void vymThread::RunThread(char* queue, char* port, unsigned short portNo)
     if (protocol == nullptr)
         return;
     pauseMilliseconds(vymProtocol::kSettleMs);
+    sealPackage();
     runUpdate(*protocol, queue, port, portNo);
+}
+
+// From here on only these very bytes of the package are sent. A package that cannot be read is
+// reported by the first image that is read from it.
+void vymThread::sealPackage()
+{
+    guarded([this] {
+        if (auto* container = vymBindInfo::Instance();
+            container != nullptr && !container->isSealed())
+            container->seal([this](auto /*part*/) { return !m_stopRequested; });
+        return result::kSuccess;
+    });
 }
 
 void vymThread::runUpdate(vymProtocol& protocol, char* queue, char* port, unsigned short portNo)

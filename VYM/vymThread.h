@@ -51,6 +51,7 @@ public:
 private:
     struct Entry; // the fields of one VERSION row
     void RunThread(char* queue, char* port, unsigned short portNo);
+    void sealPackage();
     void runUpdate(vymProtocol& protocol, char* queue, char* port, unsigned short portNo);
     int updateUntilStopped(vymProtocol& protocol);
     int updateAllEntries(vymProtocol& protocol, const std::string& model, int& overall);

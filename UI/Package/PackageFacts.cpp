@@ -1,6 +1,7 @@
 #include "UI/Package/PackageFacts.h"
 
 #include "UI/Text/PlainText.h"
+#include "VYM/vymBindInfo.h"
 #include "VYM/vymMac.h"
 
 #include <algorithm>
@@ -13,13 +14,14 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kContainerName = "VYMBINDDATA";
-// Far above any printer family; each row costs a walk through the whole description.
+constexpr const char* kDescription = "VYMINFO.txt";
+// Far above any printer family.
 constexpr unsigned kMostFirmware = 1000;
 constexpr int kThisPlatform = 4; // the description's number for the system it names
 constexpr std::size_t kLongestFolder = 1024; // as long as the engine keeps a location
 constexpr int kHighestPort = 65535;
 
-// A path is shown whole: cut short, nobody could use it.
+// A path is shown whole: one that is cut short is of no use.
 std::string plainPath(const std::string& path)
 {
     constexpr std::size_t kPathLimit = 4 * kLongestFolder; // each byte of it may become an escape
@@ -61,21 +63,20 @@ int numberOf(IntGetter getter)
     return number;
 }
 
-std::optional<PackagedFirmware> readFirmware(unsigned index)
+// Everything of the row but the size of its image.
+std::optional<PackagedFirmware> readFirmware(unsigned index, std::string& file)
 {
     std::string name;
     std::string version;
-    std::string file;
     std::string nameInPrinter;
     std::string compatible;
     std::string header;
+    file.clear();
     if (!vyminfo_getVersion(index, name, version, file, nameInPrinter, compatible, header))
         return std::nullopt;
     std::string displayName;
     std::string displayVersion;
     vyminfo_getDispFirmVersion(index, displayName, displayVersion);
-    unsigned long size = 0;
-    const bool complete = vymbind_getFileSize(file.c_str(), size);
     return PackagedFirmware{index + 1,
                             plainText(name),
                             plainText(version),
@@ -84,17 +85,27 @@ std::optional<PackagedFirmware> readFirmware(unsigned index)
                             plainText(nameInPrinter),
                             plainText(compatible),
                             plainText(file),
-                            complete ? std::optional(size) : std::nullopt};
+                            std::nullopt};
 }
 
 std::vector<PackagedFirmware> readAllFirmware()
 {
     std::vector<PackagedFirmware> all;
+    std::vector<std::string> files;
+    std::string file;
     while (all.size() <= kMostFirmware) {
-        auto firmware = readFirmware(static_cast<unsigned>(all.size()));
+        auto firmware = readFirmware(static_cast<unsigned>(all.size()), file);
         if (!firmware.has_value())
             break;
         all.push_back(std::move(*firmware));
+        files.emplace_back(file.c_str()); // a name ends at a NUL
+    }
+    if (auto* container = vymBindInfo::Instance(); container != nullptr)
+        container->lookUp(files);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        unsigned long size = 0;
+        if (vymbind_getFileSize(files[i].c_str(), size))
+            all[i].bytes = size;
     }
     return all;
 }
@@ -164,14 +175,28 @@ std::string unreachable(const std::string& folder, const std::string& file)
     return {};
 }
 
-std::string problemOf(const PackageFacts& package, const std::string& file)
+// Why the container's description cannot be read; empty when it can. It is loaded then.
+std::string loadDescription(const std::string& file)
 {
     unsigned long size = 0;
     if (!vymbind_isContainer())
         return withAdvice("'" + plainPath(file) + "' is not an update package, or is damaged.",
                           file);
-    if (!vymbind_getFileSize("VYMINFO.txt", size))
+    if (!vymbind_getFileSize(kDescription, size))
         return withAdvice("The package holds no description (VYMINFO.txt).", file);
+    if (size > kLargestDescription)
+        return withAdvice("The package's description is larger than 16 MiB.", file);
+    if (vyminfo_loadfile() != 0)
+        return "There is not enough memory to read the package.";
+    if (g_VymInfo.longestKnownRow() > kLongestRow)
+        return withAdvice("The package's description has a row of more than "
+                              + std::to_string(kLongestRow) + " bytes.",
+                          file);
+    return {};
+}
+
+std::string problemOf(const PackageFacts& package, const std::string& file)
+{
     if (package.firmware.empty())
         return withAdvice("The package's description lists no firmware.", file);
     if (package.firmware.size() > kMostFirmware)
@@ -182,22 +207,44 @@ std::string problemOf(const PackageFacts& package, const std::string& file)
     return {};
 }
 
+OpenedPackage unusable(std::string problem)
+{
+    return {std::nullopt, std::move(problem), PackageState::unusable};
+}
+
+OpenedPackage stopped()
+{
+    return {std::nullopt, "Stopped while the package was being read.", PackageState::stopped};
+}
+
 } // namespace
 
 OpenedPackage openPackage(const std::optional<std::string>& folder)
 {
-    if (folder.has_value() && !setBundleLocation(folder->c_str()))
-        return {std::nullopt, "The package's folder has too long a name."};
-    const auto where = folder.value_or(currentFolder());
+    PackageRequest request;
+    request.folder = folder;
+    return openPackage(request);
+}
+
+OpenedPackage openPackage(const PackageRequest& request)
+{
+    const auto shouldStop = [&request] { return request.shouldStop && request.shouldStop(); };
+    if (request.folder.has_value() && !setBundleLocation(request.folder->c_str()))
+        return unusable("The package's folder has too long a name.");
+    const auto where = request.folder.value_or(currentFolder());
     const auto file = where + "/" + kContainerName;
     if (auto problem = unreachable(where, file); !problem.empty())
-        return {std::nullopt, std::move(problem)};
-    if (vyminfo_loadfile() != 0)
-        return {std::nullopt, "There is not enough memory to read the package."};
+        return unusable(std::move(problem));
+    if (shouldStop())
+        return stopped();
+    if (auto problem = loadDescription(file); !problem.empty())
+        return unusable(std::move(problem));
+    if (shouldStop())
+        return stopped();
     auto package = readPackage(where);
     if (auto problem = problemOf(package, file); !problem.empty())
-        return {std::nullopt, std::move(problem)};
-    return {std::move(package), {}};
+        return unusable(std::move(problem));
+    return {std::move(package), {}, PackageState::usable};
 }
 
 std::string unfitForUpdate(const PackageFacts& package)

@@ -1,11 +1,15 @@
 // The update package as values: everything that is shown of it or decided from it before a
-// printer is asked. All of its texts are fit to be shown.
+// connection is made. All of its texts are fit to be shown.
+//
+// Opening takes a time in proportion to the size of the file, whatever the file holds, and checks
+// every fraction of a second whether it should stop.
 //
 // Owns:    its texts, by value.
 // Threads: opened on one thread, once in a process, before any worker starts; read by any.
 #pragma once
 #include "UI/vymParseController.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,7 +23,7 @@ struct PackagedFirmware {
     std::string nameInPrinter; // what the printer calls it, and the status record
     std::string compatibleVersion; // may be empty
     std::string file;
-    std::optional<unsigned long> bytes; // none: the image is not wholly in the package
+    std::optional<unsigned long> bytes; // empty where the image is not wholly in the package
 };
 
 struct PackageFacts {
@@ -43,11 +47,23 @@ struct PackageFacts {
     std::vector<PackagedFirmware> firmware;
 };
 
-struct OpenedPackage {
-    std::optional<PackageFacts> package;
-    std::string problem; // why there is none, and what to do
+// Bytes of one row of the description: far above what a printer family needs.
+constexpr std::size_t kLongestRow = 65536;
+
+struct PackageRequest {
+    std::optional<std::string> folder; // that holds the container; empty: the program's own
+    std::function<bool()> shouldStop; // whether the user has had enough; may be empty
 };
 
+enum class PackageState : std::uint8_t { usable, unusable, stopped };
+
+struct OpenedPackage {
+    std::optional<PackageFacts> package; // where it is usable
+    std::string problem; // else why it is not, and what to do
+    PackageState state = PackageState::usable;
+};
+
+OpenedPackage openPackage(const PackageRequest& request);
 OpenedPackage openPackage(const std::optional<std::string>& folder);
 // Why a printer cannot be updated from this package, and what to do; empty when it can be.
 std::string unfitForUpdate(const PackageFacts& package);

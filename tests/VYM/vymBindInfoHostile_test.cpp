@@ -102,6 +102,26 @@ TEST_F(Container, IsNotSearchedBehindItsEndForEntriesThatItNeverHad)
     EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC / 2);
 }
 
+TEST_F(Container, LooksUpManyFilesInOneWalk)
+{
+    Package package;
+    package.file("a", "12345").file("b", "xy").entry("a", 0, 1).entry("far", 0xFFFFFFFF, 9);
+    openBytes(m_folder, package.bytes());
+    const std::vector<std::string> names = {"far", "missing", "a", "a", "", "b"};
+    container().lookUp(names);
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(sizeOf("a"), 5U) << "the first entry of the name";
+        EXPECT_EQ(sizeOf("b"), 2U);
+        EXPECT_EQ(sizeOf("far"), 9U);
+        EXPECT_EQ(sizeOf("missing"), kUntouched);
+        EXPECT_FALSE(container().holdsEveryByte("far"));
+        EXPECT_TRUE(container().holdsEveryByte("b"));
+    }
+    container().CloseVymFile();
+    EXPECT_EQ(sizeOf("a"), kUntouched);
+    container().lookUp(names); // a closed one has nothing to look up
+}
+
 TEST_F(Container, IsSafeWithAnyTableOffset)
 {
     for (const auto offset : kEdges) {

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -27,6 +28,32 @@ OpenedPackage opened(Package& package)
 {
     package.open();
     return openPackage(package.folder().path().string());
+}
+
+// Ends this program where opening a package takes more than a hundred times as long as it should.
+class Watchdog {
+public:
+    Watchdog() { alarm(60); }
+    ~Watchdog() { alarm(0); }
+    Watchdog(const Watchdog&) = delete;
+    Watchdog& operator=(const Watchdog&) = delete;
+};
+
+constexpr std::size_t kMiB = 1024 * 1024;
+
+std::string repeated(std::string_view text, std::size_t times)
+{
+    std::string all;
+    all.reserve(text.size() * times);
+    for (std::size_t i = 0; i < times; ++i)
+        all += text;
+    return all;
+}
+
+const std::string& thousandRows()
+{
+    static const auto text = repeated("VERSION M=1 missing.bin\r\n", 1000);
+    return text;
 }
 
 } // namespace
@@ -172,6 +199,110 @@ TEST(OpenPackage, RefusesMoreFirmwareThanAnyPrinterHas)
     Package package;
     package.file("VYMINFO.txt", text).file("main.bin", "x");
     EXPECT_NE(opened(package).problem.find("more than 1000 firmware"), std::string::npos);
+}
+
+TEST(OpenPackage, WalksADescriptionOnceHoweverManyRowsItEndsWith)
+{
+    const Watchdog watchdog;
+    const struct {
+        const char* why;
+        std::string text;
+    } rows[] = {
+        {"blank rows", repeated("\r\n", 7 * kMiB)},
+        {"carriage returns", std::string(15 * kMiB, '\r') + "\r\n"},
+        {"one row of blanks", std::string(15 * kMiB, ' ') + "\r\n"},
+        {"rows that begin as keys do", repeated("T\r\nP\r\nV\r\n", kMiB)},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        Package package;
+        package.file("VYMINFO.txt", row.text + thousandRows()).file("main.bin", "x");
+        const auto facts = opened(package).package;
+        ASSERT_TRUE(facts.has_value());
+        EXPECT_EQ(facts->firmware.size(), 1000U);
+    }
+}
+
+TEST(OpenPackage, WalksATableOnceThatPromisesMoreThanTheFileHolds)
+{
+    const Watchdog watchdog;
+    Package package;
+    package.file("VYMINFO.txt", thousandRows()).file("filler", std::string(64 * kMiB, 'x'));
+    package.entry("VYMINFO.txt", 0, static_cast<std::uint32_t>(thousandRows().size()));
+    package.tableOffset(0).count(0x7FFFFFFF);
+    // The first 40 bytes of the file are the table's first entry, and rows that no key owns.
+    auto bytes = package.bytes();
+    std::string name = "VYMINFO.txt";
+    name.resize(32, '\0');
+    bytes.replace(0, 32, name);
+    bytes.replace(32, 8, std::string("\0\0\0\0\0\x40\0\0", 8)); // 16 KiB from the start on
+    package.folder().write("VYMBINDDATA", bytes);
+    Package::openFolder(package.folder().path().string());
+    const auto facts = openPackage(package.folder().path().string()).package;
+    ASSERT_TRUE(facts.has_value());
+    EXPECT_GT(facts->firmware.size(), 600U);
+    for (const auto& firmware : facts->firmware)
+        EXPECT_FALSE(firmware.bytes.has_value());
+}
+
+TEST(OpenPackage, ReadsARowOfManyShownNamesOnce)
+{
+    const Watchdog watchdog;
+    Package package;
+    package
+        .file("VYMINFO.txt",
+              "VERSION M=1 a.bin DISPVER=" + std::string(20000, '1') + repeated(" A=1", 10000)
+                  + "\r\n")
+        .file("a.bin", "x");
+    const auto facts = opened(package).package;
+    ASSERT_TRUE(facts.has_value());
+    EXPECT_EQ(facts->firmware[0].displayVersion.substr(0, 5), "11111");
+}
+
+TEST(OpenPackage, HasItsOwnWordsForADescriptionThatIsTooLarge)
+{
+    Package package;
+    package.file("VYMINFO.txt", std::string(16 * kMiB + 1, ' ')).file("main.bin", "x");
+    const auto problem = opened(package).problem;
+    EXPECT_NE(problem.find("larger than 16 MiB"), std::string::npos) << problem;
+    EXPECT_EQ(problem.find("memory"), std::string::npos) << problem;
+}
+
+TEST(OpenPackage, RefusesARowThatIsTooLong)
+{
+    const std::string key = "MODELNAME ";
+    const struct {
+        std::size_t length;
+        bool isUsable;
+    } rows[] = {{kLongestRow, true}, {kLongestRow + 1, false}};
+    for (const auto& row : rows) {
+        Package package;
+        package
+            .file("VYMINFO.txt",
+                  "VERSION M=1 a.bin\r\n" + key + std::string(row.length - key.size(), 'x') + "\r\n"
+                      + "#" + std::string(2 * kLongestRow, 'x'))
+            .file("a.bin", "x");
+        const auto result = opened(package);
+        EXPECT_EQ(result.package.has_value(), row.isUsable) << row.length;
+        EXPECT_EQ(result.problem.find("more than 65536 bytes") == std::string::npos, row.isUsable);
+    }
+}
+
+TEST(OpenPackage, StopsWhereTheUserHasHadEnough)
+{
+    WholePackage package;
+    package.open();
+    for (int allowed = 0; allowed < 3; ++allowed) {
+        int checks = 0;
+        PackageRequest request;
+        request.folder = package.folder().path().string();
+        request.shouldStop = [&] { return ++checks > allowed; };
+        const auto result = openPackage(request);
+        if (checks <= allowed)
+            break;
+        EXPECT_EQ(result.state, PackageState::stopped) << allowed;
+        EXPECT_FALSE(result.package.has_value());
+    }
 }
 
 TEST(UnfitForUpdate, IsAPackageWithoutItsModelOrWithoutAnImage)

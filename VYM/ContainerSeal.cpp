@@ -1,0 +1,60 @@
+#include "VYM/ContainerSeal.h"
+
+#include "VYM/vymBindInfo.h"
+
+#include <algorithm>
+#include <cassert>
+#include <new>
+
+bool ContainerSeal::take(const vymBindInfo& container, const Watch& watch)
+{
+    m_isTaken = false;
+    m_size = container.containerSize();
+    try {
+        m_digests.clear();
+        m_digests.reserve(m_size / kPart + 1);
+        m_bytes.resize(kPart);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    for (std::uint64_t at = 0; at < m_size; at += kPart) {
+        const auto length = std::min<std::uint64_t>(kPart, m_size - at);
+        if (!container.readBytes(at, m_bytes.data(), length))
+            return false;
+        const auto part = std::span(m_bytes).first(length);
+        m_digests.push_back(Sha256::of(part));
+        if (watch && !watch(part))
+            return false;
+    }
+    m_isTaken = true;
+    return true;
+}
+
+// Reads a part, and says whether it still is what was sealed. It is read from the file each time: a
+// package that has changed ends the run, also where the old bytes would still be at hand.
+bool ContainerSeal::check(const vymBindInfo& container, std::size_t part)
+{
+    const auto at = static_cast<std::uint64_t>(part) * kPart;
+    const auto length = std::min<std::uint64_t>(kPart, m_size - at);
+    return container.readBytes(at, m_bytes.data(), length)
+        && Sha256::of(std::span(m_bytes).first(length)) == m_digests[part];
+}
+
+bool ContainerSeal::read(const vymBindInfo& container, std::uint64_t offset, unsigned char* buffer,
+                         unsigned long length)
+{
+    assert(m_isTaken);
+    if (offset > m_size || length > m_size - offset)
+        return false;
+    while (length != 0) {
+        if (!check(container, static_cast<std::size_t>(offset / kPart)))
+            return false;
+        const auto from = static_cast<std::size_t>(offset % kPart);
+        const auto taken = std::min<std::uint64_t>(length, kPart - from);
+        std::copy_n(m_bytes.begin() + static_cast<std::ptrdiff_t>(from), taken, buffer);
+        buffer += taken;
+        offset += taken;
+        length -= taken;
+    }
+    return true;
+}
