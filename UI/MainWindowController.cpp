@@ -1,57 +1,51 @@
 #include "UI/MainWindowController.h"
 
 #include "UI/Package/SystemCheck.h"
-#include "UI/Text/PlainText.h"
-#include "UI/Text/TextFormat.h"
+#include "UI/Pages/Questions.h"
+#include "UI/Pages/Words.h"
 #include "UI/Text/TextKeys.h"
-#include "UI/VYM_Utilities.h"
-#include "UI/Widgets/LetterWidth.h"
 #include "UI/Widgets/Look.h"
 #include "UI/vymParseController.h"
 #include "UI/vym_etc.h"
+#include "VYM/ProtocolResult.h"
 
 #include <QApplication>
-#include <QHeaderView>
-#include <QScreen>
-#include <QScrollArea>
 
 namespace {
 
 // Far above any printer family; each row costs a walk through the whole description.
 constexpr unsigned kMostFirmware = 1000;
-// The window at first, in letters and lines of the user's font.
-constexpr int kLettersWide = 108;
-constexpr int kLinesHigh = 35;
-
-template <typename List>
-ListTable::DataSource sourceOf(const List& list, std::function<bool(int)> shouldSelectRow)
-{
-    return {[&list] { return list.numberOfRowsInTableView(); },
-            [&list](std::string_view column, int row) {
-                return list.objectValueForTableColumn(column, row);
-            },
-            std::move(shouldSelectRow),
-            {}};
-}
-
+// The steps as the step bar counts them; both device pages are the same one.
+enum Step : int { opening, preparation, device, confirmation };
 } // namespace
 
 std::unique_ptr<MainWindowController> MainWindowController::create(MainWindowSetup setup,
                                                                    QString& problem)
 {
-    std::unique_ptr<MainWindowController> controller(new MainWindowController(std::move(setup)));
-    problem = controller->loadForm(controller->m_setup.formFile);
+    auto form = std::make_unique<Form>();
+    problem = form->load(setup.formFile);
+    if (!problem.isEmpty())
+        return nullptr;
+    std::unique_ptr<MainWindowController> controller(
+        new MainWindowController(std::move(setup), std::move(form)));
+    problem = controller->m_form->finish();
     if (!problem.isEmpty())
         return nullptr;
     controller->awakeFromNib();
     return controller;
 }
 
-MainWindowController::MainWindowController(MainWindowSetup setup)
-    : m_setup(std::move(setup)), _isUseDriverOnly(m_setup.isUseDriverOnly),
-      m_search(m_setup.findPrinters)
+MainWindowController::MainWindowController(MainWindowSetup setup, std::unique_ptr<Form> form)
+    : m_setup(std::move(setup)), m_form(std::move(form)), _isUseDriverOnly(m_setup.isUseDriverOnly),
+      m_frame(*m_form), m_opening(*m_form, _firmware_list, m_setup.version), m_preparation(*m_form),
+      m_device1(*m_form, DevicePage::Variant::withAddress, m_setup.findPrinters),
+      m_device2(*m_form, DevicePage::Variant::queuesOnly, m_setup.findPrinters),
+      m_confirmation(*m_form), m_progress(*m_form),
+      m_run(m_progress, _firmware_list, m_setup.version)
 {
 }
+
+MainWindowController::~MainWindowController() = default;
 
 void MainWindowController::awakeFromNib()
 {
@@ -59,20 +53,18 @@ void MainWindowController::awakeFromNib()
                      [this](const std::string& what) { return endUnlessRunning(what); });
     vymParseController::loadData();
     if (!m_setup.packageProblem.empty())
-        logPackageProblem();
+        m_run.logPackageProblem(m_setup.packageProblem);
     if (!checkOSVersion()) {
-        tellUnsupportedSystem();
+        ask(unsupportedSystemMessage(m_setup.packageProblem));
+        end();
         return;
     }
-    _IPAddressMatrix->setInputMode(InputNSMatrixControl::kAddressMode);
-    connectTables();
-    connectActions();
+    connectControls();
     _setLocalizedStrings();
-    _targetDeviceTxt->setText(
-        QString::fromStdString(plainText(vymParseController::getModelName())));
     _makeFirmWareList();
+    m_opening.showPackage(vymParseController::getModelName());
     dressAll();
-    for (auto* window : {_mainwindow, _updateWindow})
+    for (auto* window : {&m_frame.window(), &m_progress.window()})
         window->installEventFilter(this);
     showOpeningPage();
 }
@@ -87,84 +79,35 @@ bool MainWindowController::checkOSVersion()
                              static_cast<std::int32_t>(minVersion));
 }
 
-void MainWindowController::tellUnsupportedSystem()
-{
-    Alert told;
-    told.title = plain(textkey::kUnSupportOSTitle);
-    told.message = plain(textkey::kUnSupportOSMes);
-    if (!m_setup.packageProblem.empty())
-        told.details = formatText(plain(textkey::kUnSupportOSPackage), m_setup.packageProblem);
-    told.style = AlertStyle::critical;
-    told.defaultButton = plain(textkey::kOk);
-    ask(told);
-    end();
-}
-
-void MainWindowController::connectTables()
-{
-    m_firmwareTable->setDataSource(sourceOf(_firmware_list, &FirmwareList::shouldSelectRow));
-    _firmInfoTblView->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    const auto anyRow = [](int) { return true; };
-    auto* table = _isUseDriverOnly ? m_printerTable2 : m_printerTable;
-    auto source = sourceOf(_printer_list, anyRow);
-    source.picture = [this](int row) {
-        const auto printer = _printer_list.printerInfoAtIndex(row);
-        const bool isUsb = printer->printerURI().value_or("").starts_with("usb:");
-        return signIcon(isUsb ? QStringLiteral("usb") : QStringLiteral("network"), printerTable(),
-                        1);
-    };
-    table->setDataSource(std::move(source));
-    connect(table, &QAbstractItemModel::modelReset, this, &MainWindowController::updateNextButton);
-    connect(printerTable().selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &MainWindowController::keepOneRowSelected);
-    connect(&m_search, &PrinterSearchThread::asking, this, [this](const QString& printer) {
-        const auto named = formatText(plain(textkey::kDeviceAsking), printer.toStdString());
-        showSearch(printer.isEmpty() ? text(textkey::kDeviceSearching)
-                                     : QString::fromStdString(named),
-                   true);
-    });
-    connect(&m_search, &PrinterSearchThread::finished, this,
-            &MainWindowController::takeTargetPrinterList);
-}
-
-void MainWindowController::connectActions()
+void MainWindowController::connectControls()
 {
     using Action = void (MainWindowController::*)();
-    const std::pair<QPushButton*, Action> actions[] = {
-        {_openingNextBtn, &MainWindowController::showPreferencePage},
-        {_prefBackBtn, &MainWindowController::showOpeningPage},
-        {_prefNextBtn, &MainWindowController::showSelectDevicePage},
-        {_selDev1BackBtn, &MainWindowController::showPreferencePage},
-        {_selDev1NextBtn, &MainWindowController::inputCheckAndShowPrepPage},
-        {_selDev2BackBtn, &MainWindowController::showPreferencePage},
-        {_selDev2NextBtn, &MainWindowController::showPrepPage2},
-        {_prepBackBtn, &MainWindowController::showSelectDevicePage},
-        {_prepStartBtn, &MainWindowController::startUpdateAction},
-        {_openingCancelBtn, &MainWindowController::cancelUpdate},
-        {_prefCancelBtn, &MainWindowController::cancelUpdate},
-        {_selDev1CancelBtn, &MainWindowController::cancelUpdate},
-        {_selDev2CancelBtn, &MainWindowController::cancelUpdate},
-        {_prepCancelBtn, &MainWindowController::cancelUpdate},
+    const struct {
+        const Page& page;
+        Action back;
+        Action forward;
+    } rows[] = {
+        {m_opening, nullptr, &MainWindowController::showPreferencePage},
+        {m_preparation, &MainWindowController::showOpeningPage,
+         &MainWindowController::showSelectDevicePage},
+        {m_device1, &MainWindowController::showPreferencePage,
+         &MainWindowController::inputCheckAndShowPrepPage},
+        {m_device2, &MainWindowController::showPreferencePage,
+         &MainWindowController::showPrepPage2},
+        {m_confirmation, &MainWindowController::showSelectDevicePage,
+         &MainWindowController::startUpdateAction},
     };
-    for (const auto& [button, action] : actions)
-        connect(button, &QPushButton::clicked, this, action);
-    // A screen reader switches a radio button without a click.
-    connect(_assignPrtNameBtnCell, &QRadioButton::toggled, this,
-            &MainWindowController::assignPrtNameBtnCellAction);
-    connect(_assignIPAddressBtnCell, &QRadioButton::toggled, this,
-            &MainWindowController::assignIPAddressBtnCellAction);
-    connect(_IPAddressMatrix, &InputNSMatrixControl::VYMMatrixSelect, this,
-            &MainWindowController::selectIPAddressTextEvent);
-    if (!_isUseDriverOnly) // a click into the table chooses its mode, as one into the address does
-        connect(_prtListTblView, &QTableView::pressed, this,
-                &MainWindowController::assignPrtNameBtnCellAction);
-    _mainwindow->setLeaveAction([this] { cancelUpdate(); });
-    // The toolkit scrolls to what the Tab key reaches, but not to what gets the focus otherwise.
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        auto* page = qobject_cast<QScrollArea*>(_mainTabView->currentWidget());
-        if (page != nullptr && page->isAncestorOf(now))
-            page->ensureWidgetVisible(now);
-    });
+    for (const auto& [page, back, forward] : rows) {
+        if (back != nullptr)
+            connect(page.backButton(), &QPushButton::clicked, this, back);
+        connect(page.forwardButton(), &QPushButton::clicked, this, forward);
+        connect(page.cancelButton(), &QPushButton::clicked, this,
+                &MainWindowController::cancelUpdate);
+    }
+    m_device1.connectControls();
+    m_device2.connectControls();
+    m_frame.connectControls();
+    m_frame.window().setLeaveAction([this] { cancelUpdate(); });
 }
 
 void MainWindowController::_makeFirmWareList()
@@ -178,22 +121,113 @@ void MainWindowController::_makeFirmWareList()
             break;
         _firmware_list.addFirmwareList(type, version);
     }
-    m_firmwareTable->reloadData();
+}
+
+void MainWindowController::_setLocalizedStrings()
+{
+    m_frame.setTexts();
+    for (Page* page : std::initializer_list<Page*>{&m_opening, &m_preparation, &m_device1,
+                                                   &m_device2, &m_confirmation})
+        page->setTexts();
+    m_progress.setTexts();
+}
+
+void MainWindowController::dressAll()
+{
+    if (m_isDressing) // a control's new font or colours come to its window as well
+        return;
+    m_isDressing = true;
+    dressWindow(m_frame.window());
+    m_progress.dress();
+    for (Page* page : std::initializer_list<Page*>{&m_opening, &m_preparation, &m_confirmation})
+        page->dress();
+    m_isDressing = false;
+}
+
+bool MainWindowController::eventFilter(QObject* watched, QEvent* event)
+{
+    if (changesLook(*event))
+        dressAll();
+    return QObject::eventFilter(watched, event);
 }
 
 void MainWindowController::show()
 {
-    const QFontMetrics metrics(QApplication::font());
-    const auto screen = _mainwindow->screen()->availableGeometry();
-    // Room for the title bar, which is not known yet; as much below keeps the window in the middle.
-    const int bar = _mainwindow->style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const auto most = screen.size() - QSize(0, 2 * bar);
-    const QSize wanted(letterWidth(metrics) * kLettersWide, metrics.height() * kLinesHigh);
-    _mainwindow->resize(wanted.expandedTo(_mainwindow->minimumSizeHint()).boundedTo(most));
-    _mainwindow->move(screen.center() - _mainwindow->rect().center());
-    _mainwindow->show();
-    _mainwindow->raise();
-    _mainwindow->activateWindow();
+    m_frame.open();
+}
+
+DevicePage& MainWindowController::devicePage()
+{
+    return _isUseDriverOnly ? m_device2 : m_device1;
+}
+
+void MainWindowController::showOpeningPage()
+{
+    m_frame.showPage(m_opening, Step::opening);
+}
+
+void MainWindowController::showPreferencePage()
+{
+    m_frame.showPage(m_preparation, Step::preparation);
+}
+
+void MainWindowController::showSelectDevicePage()
+{
+    m_frame.showPage(devicePage(), Step::device);
+}
+
+void MainWindowController::inputCheckAndShowPrepPage()
+{
+    if (!m_device1.hasGoodAddress()) {
+        ask(addressMessage());
+        m_device1.selectFirstNumber();
+        return;
+    }
+    showTarget(m_device1.chosenPrinter());
+}
+
+void MainWindowController::showPrepPage2()
+{
+    showTarget(m_device2.chosenPrinter());
+}
+
+void MainWindowController::showTarget(std::shared_ptr<PrinterInfo> printer)
+{
+    _targetPrinterInfo = std::move(printer);
+    if (_targetPrinterInfo == nullptr) // no row was chosen
+        return;
+    m_confirmation.showTarget(*_targetPrinterInfo);
+    m_frame.showPage(m_confirmation, Step::confirmation);
+}
+
+void MainWindowController::assignPrtNameBtnCellAction()
+{
+    m_device1.choosePrinter();
+}
+
+void MainWindowController::assignIPAddressBtnCellAction()
+{
+    m_device1.chooseAddress();
+}
+
+void MainWindowController::selectIPAddressTextEvent()
+{
+    assignIPAddressBtnCellAction();
+}
+
+void MainWindowController::startUpdateAction()
+{
+    const int answer = ask(startQuestion(vymParseController::getAllowVersionDown() == yesno_yes));
+    if (answer == alert::kDefault)
+        startUpdate();
+    else if (answer == alert::kAlternate)
+        cancelUpdate();
+}
+
+void MainWindowController::cancelUpdate()
+{
+    if (ask(cancelQuestion()) == alert::kDefault)
+        end();
 }
 
 int MainWindowController::ask(const Alert& question)
@@ -217,10 +251,8 @@ void MainWindowController::end()
 // A question needs no answer any more; an event loop of its own would go on for it.
 bool MainWindowController::endUnlessRunning(const std::string& what)
 {
-    if (_updateWindow->isVisible()) {
-        refuseClosing();
-        if (m_log.has_value())
-            m_log->note(what + " asked the program to end; an update is never cut, so it goes on");
+    if (m_progress.isOpen()) {
+        m_run.refuseEnd(what);
         return false;
     }
     end();
@@ -229,9 +261,34 @@ bool MainWindowController::endUnlessRunning(const std::string& what)
     return true;
 }
 
-bool MainWindowController::eventFilter(QObject* watched, QEvent* event)
+void MainWindowController::startUpdate()
 {
-    if (changesLook(*event))
-        dressAll();
-    return QObject::eventFilter(watched, event);
+    if (m_progress.isOpen()) // one run a process
+        return;
+    m_frame.window().hide();
+    if (!m_run.begin(_targetPrinterInfo)) {
+        endUpdate(result::kSystem);
+        return;
+    }
+    _updateStatusTimer = new QTimer(this);
+    connect(_updateStatusTimer, &QTimer::timeout, this,
+            &MainWindowController::updateStatusTimerFunc);
+    _updateStatusTimer->start(WatchedRun::kLookInterval);
+}
+
+void MainWindowController::updateStatusTimerFunc()
+{
+    if (const auto code = m_run.look(); code.has_value())
+        endUpdate(*code);
+}
+
+void MainWindowController::endUpdate(std::int32_t code)
+{
+    if (_updateStatusTimer != nullptr) {
+        _updateStatusTimer->stop();
+        _updateStatusTimer->deleteLater();
+        _updateStatusTimer = nullptr;
+    }
+    ask(m_run.end(code));
+    end();
 }

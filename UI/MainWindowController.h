@@ -1,27 +1,23 @@
-// The wizard: one window with five pages, the questions that it puts, and the run that follows it
-// in a window of its own. Which printers there are, which page comes next and what a result means
-// is decided on the floors below; here it is shown.
+// The wizard: one window with five pages, the questions between them, and the run that follows in a
+// window of its own. A page shows and keeps what is chosen on it; here is their order.
 //
-// Owns:      both windows, the lists that their tables show, the chosen printer and the search for
-//            printers.
-// Threads:   the interface's own. Printers are asked on the search's thread.
-// Invariant: content and button row always show the same page. While the page with printers shows
-//            a list that is being made, the list is empty.
-// Rooms:     start-up and the fields' first values in MainWindowController.cpp, then one source a
-//            concern: Texts, Pages, Devices, Run.
+// Owns:    both windows, the pages, the chosen printer and the run.
+// Threads: the interface's own.
 #pragma once
-#include "Platform/SleepInhibitor.h"
 #include "UI/FirmwareList.h"
-#include "UI/Pages/DevicePageRule.h"
+#include "UI/Pages/ConfirmationPage.h"
+#include "UI/Pages/DevicePage.h"
 #include "UI/Pages/EndRequests.h"
-#include "UI/Pages/Form.h"
-#include "UI/Pages/PrinterSearchThread.h"
-#include "UI/PrinterList.h"
-#include "UI/Run/RunLog.h"
+#include "UI/Pages/OpeningPage.h"
+#include "UI/Pages/PreparationPage.h"
+#include "UI/Pages/ProgressWindow.h"
+#include "UI/Pages/RunOnScreen.h"
+#include "UI/Pages/WizardFrame.h"
 #include "UI/Widgets/Alerts.h"
 
 #include <QTimer>
 #include <functional>
+#include <optional>
 #include <string>
 
 // What the window needs of the world around it.
@@ -35,13 +31,14 @@ struct MainWindowSetup {
     const EndingSignals* endings = nullptr; // outlive the window
 };
 
-class MainWindowController final : public QObject, private Form {
+class MainWindowController final : public QObject {
     Q_OBJECT
 
 public:
-    // Null where the interface file cannot be used; problem says why. A system that the package is
-    // not for is told by an alert, and leaves a controller that has ended.
+    // Null where the interface file cannot be used; problem says why. On an unsupported system an
+    // alert is shown, and the returned controller has already ended.
     static std::unique_ptr<MainWindowController> create(MainWindowSetup setup, QString& problem);
+    // A run that still goes on is stopped and waited for: a transfer is never cut.
     ~MainWindowController() override;
 
     void show();
@@ -70,84 +67,37 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    explicit MainWindowController(MainWindowSetup setup);
+    MainWindowController(MainWindowSetup setup, std::unique_ptr<Form> form);
 
-    // Start-up.
     void awakeFromNib();
     [[nodiscard]] static bool checkOSVersion();
-    void tellUnsupportedSystem();
-    void connectTables();
-    void connectActions();
+    void connectControls();
     void _makeFirmWareList();
+    void _setLocalizedStrings();
+    void dressAll();
+    void showTarget(std::shared_ptr<PrinterInfo> printer);
+    [[nodiscard]] DevicePage& devicePage();
     int ask(const Alert& question); // as Alerts answers; neither button while a question stands
     void end();
     bool endUnlessRunning(const std::string& what); // that asks for it, in words for the log
 
-    // Texts and look.
-    static QString text(const char* key); // the key's text, as a format without arguments
-    static std::string plain(const char* key); // the same for an alert
-    void _setLocalizedStrings();
-    void setOpeningTexts();
-    void setPreferenceTexts();
-    void setSelectDevice1Texts();
-    void setSelectDevice2Texts();
-    void setConfirmationTexts();
-    void setUpdateTexts();
-    void nameControls();
-    void showIcon(QLabel& label, std::uint32_t type);
-    void showTargetSign();
-    void dressAll();
-
-    // Pages.
-    void selectPage(const char* identifier);
-    void didSelectTabViewItem(const QString& identifier);
-    QPushButton* forwardButtonOf(const QString& identifier) const;
-    void showTarget();
-
-    // Device pages.
-    void _makeTargetPrinterList();
-    void takeTargetPrinterList(const TargetPrinters& found);
-    void applyDevicePageRule();
-    void applyDevicePage2Rule();
-    void leaveDevicePage();
-    void rememberSelectedRow();
-    void keepOneRowSelected();
-    void showSearch(const QString& words, bool isSearching);
-    void showMode(DeviceMode mode);
-    void updateNextButton();
-    void setTabOrderForIPAddressSelect();
-    void setTabOrderForPrinterSelect();
-    [[nodiscard]] vymTableView& printerTable() const;
-    [[nodiscard]] bool isTypingAddress() const;
-
-    // The run.
-    void fitProgressLine();
-    void fitUpdateWindow();
-    void showUpdateWindow();
-    void refuseClosing();
-    void keepAwake();
-    void beginLog();
-    void logPackageProblem() const;
-    void endLog(int code);
-    void showStage(const char* key, std::optional<std::uint32_t> number);
-    void showProgress(double percent);
-    [[nodiscard]] std::string detailsOf(int code) const;
-    [[nodiscard]] Alert resultAlert(int code) const;
-
     MainWindowSetup m_setup;
+    std::unique_ptr<Form> m_form;
     FirmwareList _firmware_list;
-    PrinterList _printer_list;
     std::shared_ptr<PrinterInfo> _targetPrinterInfo;
-    std::int32_t _selectedRowPrtList = 0;
     QTimer* _updateStatusTimer = nullptr;
     bool _isUseDriverOnly = false;
 
+    WizardFrame m_frame;
+    OpeningPage m_opening;
+    PreparationPage m_preparation;
+    DevicePage m_device1;
+    DevicePage m_device2;
+    ConfirmationPage m_confirmation;
+    ProgressWindow m_progress;
+    RunOnScreen m_run;
+
     std::optional<EndRequests> m_ending;
-    PrinterSearchThread m_search;
-    PrinterList::Records m_formerPrinters; // what the list held before it was made anew
-    bool m_allowsEmptySelection = true; // of the first page's table
-    std::optional<RunLog> m_log; // of the run
-    std::optional<SleepInhibitor> m_inhibitor; // while a run goes on
     bool m_isDressing = false;
     bool m_isAsking = false;
     bool m_hasEnded = false;

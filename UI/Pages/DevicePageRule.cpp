@@ -11,8 +11,9 @@ constexpr std::size_t kNumbersOfAddress = 4;
 DevicePageRule devicePageRule(bool hasPrinters, bool printerChosen, bool addressChosen)
 {
     if (!hasPrinters)
-        return {false, true, true, DeviceMode::address};
-    return {true, false, printerChosen == addressChosen, DeviceMode::printer};
+        return {false, true, DeviceMode::address};
+    return {true, false,
+            addressChosen && !printerChosen ? DeviceMode::address : DeviceMode::printer};
 }
 
 bool inputCheckForIPAddress(const std::vector<std::string>& values)

@@ -1,5 +1,5 @@
-// What the device page decides: which of its two modes a new list of printers leads to, and
-// whether a typed address is one.
+// What the device page decides: what a new list of printers does to it, and whether a typed address
+// is one.
 //
 // Owns:    nothing.
 // Threads: any. Pure functions of their arguments.
@@ -15,14 +15,13 @@ enum class DeviceMode : std::uint8_t { printer, address };
 struct DevicePageRule {
     bool acceptsPrinter; // the table takes the focus, and its mode can be chosen
     bool forgetsRow; // there is no row to come back to
-    bool clicks; // a mode is chosen on the user's behalf:
-    DeviceMode clicked;
+    DeviceMode mode;
 
     bool operator==(const DevicePageRule&) const = default;
 };
 // A mode that the user has already chosen stays, unless there is nothing left to choose in it.
 DevicePageRule devicePageRule(bool hasPrinters, bool printerChosen, bool addressChosen);
 
-// Four numbers that are not all zero. Their range is the entry's business.
+// Four numbers that are not all zero. Their range is checked by the entry.
 bool inputCheckForIPAddress(const std::vector<std::string>& values);
 std::string joinedAddress(const std::vector<std::string>& values);

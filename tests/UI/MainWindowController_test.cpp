@@ -1,9 +1,8 @@
-// Start-up: what the window shows of a package, and what it does without a usable one.
+// Start-up with and without a usable package, the order of the pages, and the questions in between.
 #include "UI/vym_etc.h"
 #include "tests/UI/Wizard.h"
+#include "tests/support/ScriptedWorker.h"
 
-#include <QHeaderView>
-#include <QScreen>
 #include <gmock/gmock.h>
 #include <iomanip>
 #include <sstream>
@@ -22,12 +21,6 @@ std::string boundsRow(unsigned long lowest, unsigned long highest)
     return "PLATFORMVERSION MACOS=" + hex(lowest) + ' ' + hex(highest);
 }
 
-QString cell(const Wizard& wizard, int row, int column)
-{
-    const auto* model = wizard.find<QTableView>("_firmInfoTblView").model();
-    return model->index(row, column).data().toString();
-}
-
 void expectUnsupported(const Wizard& wizard, const std::string& details)
 {
     ASSERT_NE(wizard.controller, nullptr);
@@ -42,65 +35,29 @@ void expectUnsupported(const Wizard& wizard, const std::string& details)
     EXPECT_EQ(wizard.alerts.asked(), std::vector{told});
 }
 
+std::vector<std::string> titles(const Wizard& wizard)
+{
+    std::vector<std::string> all;
+    for (const auto& each : wizard.alerts.asked())
+        all.push_back(each.title);
+    return all;
+}
+
+using Titles = std::vector<std::string>;
+
+class PagesOfTheWizard : public ::testing::Test {
+protected:
+    void toConfirmation()
+    {
+        wizard.printers({{"A", "net:192.0.2.1"}}).open().toPrinters();
+        wizard.press("_selDev1NextBtn");
+        ASSERT_EQ(wizard.page(), "ConfirmationScreen");
+    }
+    ScriptedWorker worker;
+    Wizard wizard;
+};
+
 } // namespace
-
-TEST(MainWindowController, OpensWithTheModelAndTheFirmwareOfThePackage)
-{
-    Wizard wizard;
-    wizard.open();
-    EXPECT_EQ(wizard.page(), "OpeningPage");
-    EXPECT_EQ(wizard.text("_targetDeviceTxt"), "Vymprint 200");
-    const auto& table = wizard.find<QTableView>("_firmInfoTblView");
-    ASSERT_EQ(table.model()->rowCount(), 2);
-    EXPECT_EQ(cell(wizard, 0, 0), "Main controller");
-    EXPECT_EQ(cell(wizard, 0, 1), "1.2.10");
-    EXPECT_EQ(cell(wizard, 1, 0), "Print engine");
-    EXPECT_EQ(cell(wizard, 1, 1), "1.1.5");
-    EXPECT_TRUE(wizard.alerts.asked().empty());
-}
-
-TEST(MainWindowController, ShowsTheWindowInFrontAndInTheMiddle)
-{
-    Wizard wizard;
-    wizard.open();
-    EXPECT_TRUE(wizard.window().isActiveWindow());
-    const auto middle = wizard.window().screen()->availableGeometry().center();
-    EXPECT_LE((wizard.window().geometry().center() - middle).manhattanLength(), 4);
-}
-
-TEST(MainWindowController, LetsNobodySelectAFirmware)
-{
-    Wizard wizard;
-    wizard.open();
-    auto& table = wizard.find<QTableView>("_firmInfoTblView");
-    QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
-                      table.visualRect(table.model()->index(1, 0)).center());
-    EXPECT_EQ(selectedRowOf(table), -1);
-    QTest::keyClick(&table, Qt::Key_Down);
-    QTest::keyClick(&table, Qt::Key_Space);
-    QTest::keyClick(&table, Qt::Key_A, Qt::ControlModifier);
-    table.selectRow(0);
-    table.selectAll();
-    EXPECT_EQ(selectedRowOf(table), -1);
-    EXPECT_FALSE(table.selectionModel()->hasSelection());
-}
-
-TEST(MainWindowController, GoesOnWithAPackageThatShowsNoFirmware)
-{
-    Wizard wizard;
-    wizard.description({"MODELNAME \"Vymprint 200\"", "PLATFORMVERSION MACOS=0"}).open();
-    EXPECT_EQ(wizard.find<QTableView>("_firmInfoTblView").model()->rowCount(), 0);
-    wizard.press("_openingNextBtn");
-    EXPECT_EQ(wizard.page(), "PreferencePage");
-}
-
-TEST(MainWindowController, ShowsMarkupAndControlCharactersOfAPackageAsTheyStand)
-{
-    Wizard wizard;
-    wizard.description({"MODELNAME \"<b>A\x1B[2J</b>\"", "PLATFORMVERSION MACOS=0"}).open();
-    EXPECT_EQ(wizard.text("_targetDeviceTxt"), "<b>A\\x1b[2J</b>");
-    EXPECT_EQ(wizard.find<QLabel>("_targetDeviceTxt").textFormat(), Qt::PlainText);
-}
 
 TEST(MainWindowController, HoldsTheSystemAgainstTheBoundsOfThePackage)
 {
@@ -152,19 +109,171 @@ TEST(MainWindowController, LeavesNoLogOfAGoodPackageThatIsNotForThisSystem)
     EXPECT_TRUE(std::filesystem::is_empty(state.path()));
 }
 
-TEST(MainWindowController, ShowsTheHintOnTheDownloadModeOnlyWhereItIsNeeded)
+TEST_F(PagesOfTheWizard, FollowEachOtherAndGoBack)
 {
-    for (const auto* answer : {"YES", "NO", "BOTH", ""}) {
-        SCOPED_TRACE(answer);
-        Wizard wizard;
-        wizard.description({"PLATFORMVERSION MACOS=0", std::string("NEEDENTEROPERATION ") + answer})
-            .open();
-        const bool isNeeded = std::string_view(answer) == "YES";
-        EXPECT_EQ(wizard.text("_updatePrepModeTxt"), isNeeded ? "Preference_DownLoadMode" : "");
+    wizard.printers({{"A", "net:192.0.2.1"}}).open();
+    const struct {
+        const char* button;
+        const char* page;
+        int step;
+    } presses[] = {
+        {"_openingNextBtn", "PreferencePage", 1},     {"_prefBackBtn", "OpeningPage", 0},
+        {"_openingNextBtn", "PreferencePage", 1},     {"_prefNextBtn", "SelectDevice1", 2},
+        {"_selDev1BackBtn", "PreferencePage", 1},     {"_prefNextBtn", "SelectDevice1", 2},
+        {"_selDev1NextBtn", "ConfirmationScreen", 3}, {"_prepBackBtn", "SelectDevice1", 2},
+    };
+    for (const auto& each : presses) {
+        SCOPED_TRACE(each.button);
+        wizard.press(each.button);
+        EXPECT_EQ(wizard.page(), each.page);
+        EXPECT_EQ(wizard.find<StepBar>("_stepBar").currentStep(), each.step);
+        if (wizard.page() == "SelectDevice1")
+            wizard.waitForPrinters();
     }
 }
 
-TEST(MainWindowController, IsDressedAnewWhenTheDesktopsFontOrColoursChange)
+TEST_F(PagesOfTheWizard, GoOnWithTheReturnKey)
+{
+    wizard.printers({{"A", "net:192.0.2.1"}}).open();
+    for (const auto* page : {"PreferencePage", "SelectDevice1", "ConfirmationScreen"}) {
+        wizard.key(Qt::Key_Return);
+        EXPECT_EQ(wizard.page(), page);
+        wizard.waitForPrinters();
+    }
+    wizard.key(Qt::Key_Return); // starts nothing by itself
+    EXPECT_EQ(titles(wizard), Titles{"Confirmation_Normal_Title"});
+    EXPECT_TRUE(wizard.window().isVisible());
+}
+
+TEST_F(PagesOfTheWizard, AskBeforeTheyAreCancelledAndStayOtherwise)
+{
+    wizard.printers({{"A", "net:192.0.2.1"}}).open();
+    const std::pair<const char*, const char*> buttons[] = {
+        {"_openingCancelBtn", "_openingNextBtn"},
+        {"_prefCancelBtn", "_prefNextBtn"},
+        {"_selDev1CancelBtn", "_selDev1NextBtn"},
+        {"_prepCancelBtn", nullptr},
+    };
+    Alert question;
+    question.title = "Cancel_MesTitle";
+    question.message = "Cancel_Message";
+    question.style = AlertStyle::critical;
+    question.defaultButton = "YES";
+    question.alternateButton = "NO";
+    question.returnKey = AlertReturn::pressesAlternate;
+    for (const auto& [cancel, next] : buttons) {
+        SCOPED_TRACE(cancel);
+        const auto page = wizard.page();
+        for (const int answer : {alert::kAlternate, alert::kOther}) {
+            wizard.alerts.queueAnswer(answer);
+            wizard.press(cancel);
+            EXPECT_EQ(wizard.alerts.asked().back(), question);
+            EXPECT_EQ(wizard.page(), page);
+            EXPECT_FALSE(wizard.controller->hasEnded());
+        }
+        if (next != nullptr)
+            wizard.press(next);
+        wizard.waitForPrinters();
+    }
+    EXPECT_EQ(wizard.alerts.asked().size(), 8U);
+}
+
+TEST_F(PagesOfTheWizard, EndWithTheAnswerYes)
+{
+    wizard.open();
+    int ends = 0;
+    QObject::connect(wizard.controller.get(), &MainWindowController::ended, [&ends] { ++ends; });
+    wizard.alerts.queueAnswer(alert::kDefault);
+    wizard.press("_openingCancelBtn");
+    EXPECT_TRUE(wizard.controller->hasEnded());
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(PagesOfTheWizard, AskWhereTheEscapeKeyIsPressedOrTheWindowIsClosed)
+{
+    wizard.open();
+    wizard.key(Qt::Key_Escape);
+    EXPECT_EQ(titles(wizard), Titles{"Cancel_MesTitle"});
+    EXPECT_FALSE(wizard.window().close());
+    EXPECT_EQ(titles(wizard), (Titles{"Cancel_MesTitle", "Cancel_MesTitle"}));
+    EXPECT_TRUE(wizard.window().isVisible());
+    EXPECT_FALSE(wizard.controller->hasEnded());
+}
+
+TEST_F(PagesOfTheWizard, StartTheRunWithTheAnswerYesOnly)
+{
+    toConfirmation();
+    wizard.alerts.queueAnswer(alert::kOther);
+    wizard.press("_prepStartBtn");
+    EXPECT_EQ(titles(wizard), Titles{"Confirmation_Normal_Title"});
+    EXPECT_TRUE(worker.calls().empty());
+    wizard.alerts.queueAnswer(alert::kDefault);
+    wizard.press("_prepStartBtn");
+    EXPECT_FALSE(wizard.window().isVisible());
+    EXPECT_FALSE(worker.calls().empty());
+}
+
+TEST_F(PagesOfTheWizard, AskTheCancelQuestionAfterTheAnswerNo)
+{
+    toConfirmation();
+    wizard.alerts.queueAnswer(alert::kAlternate);
+    wizard.alerts.queueAnswer(alert::kAlternate);
+    wizard.press("_prepStartBtn");
+    EXPECT_EQ(titles(wizard), (Titles{"Confirmation_Normal_Title", "Cancel_MesTitle"}));
+    EXPECT_EQ(wizard.page(), "ConfirmationScreen");
+    EXPECT_FALSE(wizard.controller->hasEnded());
+    wizard.alerts.queueAnswer(alert::kAlternate);
+    wizard.alerts.queueAnswer(alert::kDefault);
+    wizard.press("_prepStartBtn");
+    EXPECT_TRUE(wizard.controller->hasEnded());
+    EXPECT_TRUE(worker.calls().empty());
+}
+
+TEST_F(PagesOfTheWizard, WarnWhereAnOlderFirmwareMayBeWritten)
+{
+    for (const auto* rule : {"YES", "NO", "BOTH"}) {
+        SCOPED_TRACE(rule);
+        Wizard each;
+        each.description({"PLATFORMVERSION MACOS=0", std::string("ALLOWVERSIONDOWN ") + rule});
+        each.printers({{"A", "net:192.0.2.1"}}).open().toPrinters();
+        each.press("_selDev1NextBtn");
+        each.press("_prepStartBtn");
+        const bool isOlder = std::string_view(rule) == "YES";
+        Alert question;
+        question.title = isOlder ? "Confirmation_VerDown_Title" : "Confirmation_Normal_Title";
+        question.message =
+            isOlder ? "Confirmation_VerDown_Description" : "Confirmation_Normal_Description";
+        question.style = AlertStyle::critical;
+        question.defaultButton = "YES";
+        question.alternateButton = "NO";
+        question.returnKey = AlertReturn::pressesAlternate;
+        EXPECT_EQ(each.alerts.asked(), std::vector{question});
+    }
+}
+
+TEST_F(PagesOfTheWizard, PutNoSecondQuestionWhileOneStands)
+{
+    class Meddler : public Alerts {
+    public:
+        int run(const Alert&) override
+        {
+            ++asked;
+            controller->cancelUpdate();
+            return alert::kAlternate;
+        }
+        MainWindowController* controller = nullptr;
+        int asked = 0;
+    };
+    Meddler meddler;
+    wizard.setup.alerts = &meddler;
+    wizard.open();
+    meddler.controller = wizard.controller.get();
+    wizard.press("_openingCancelBtn");
+    EXPECT_EQ(meddler.asked, 1);
+    EXPECT_FALSE(wizard.controller->hasEnded());
+}
+
+TEST(MainWindowController, IsDressedAgainWhenTheDesktopsFontOrColoursChange)
 {
     Wizard wizard;
     wizard.open();

@@ -11,13 +11,13 @@ TEST(DevicePageRule, LeadsANewListToAMode)
         bool hasPrinters, printerChosen, addressChosen;
         DevicePageRule rule;
     } rows[] = {
-        {"first time, printers", true, false, false, {true, false, true, kPrinter}},
-        {"both chosen, which nobody can", true, true, true, {true, false, true, kPrinter}},
-        {"printer mode stays", true, true, false, {true, false, false, kPrinter}},
-        {"address mode stays", true, false, true, {true, false, false, kPrinter}},
-        {"first time, none", false, false, false, {false, true, true, kAddress}},
-        {"no printers any more", false, true, false, {false, true, true, kAddress}},
-        {"none, address mode anyway", false, false, true, {false, true, true, kAddress}},
+        {"first time, printers", true, false, false, {true, false, kPrinter}},
+        {"both chosen, which nobody can", true, true, true, {true, false, kPrinter}},
+        {"printer mode stays", true, true, false, {true, false, kPrinter}},
+        {"address mode stays", true, false, true, {true, false, kAddress}},
+        {"first time, no printers", false, false, false, {false, true, kAddress}},
+        {"no printers any more", false, true, false, {false, true, kAddress}},
+        {"no printers, address mode", false, false, true, {false, true, kAddress}},
     };
     for (const auto& row : rows)
         EXPECT_EQ(devicePageRule(row.hasPrinters, row.printerChosen, row.addressChosen), row.rule)

@@ -16,7 +16,7 @@ TargetPrinters onePrinter(const char* name)
     return found;
 }
 
-class MainWindowControllerSearchTest : public ::testing::Test {
+class PrinterSearches : public ::testing::Test {
 protected:
     // Hears what a search tells; a test sees it in told.
     void listen(PrinterSearchThread& search)
@@ -40,7 +40,7 @@ private:
 
 } // namespace
 
-TEST_F(MainWindowControllerSearchTest, TellsWhoIsAskedAndWhatWasFoundOnTheInterfacesThread)
+TEST_F(PrinterSearches, TellsWhoIsAskedAndWhatWasFoundOnTheInterfacesThread)
 {
     PrinterSearchThread search([](bool, const std::atomic<bool>&, PrinterSearchObserver& observer) {
         EXPECT_NE(QThread::currentThread(), QCoreApplication::instance()->thread());
@@ -58,7 +58,7 @@ TEST_F(MainWindowControllerSearchTest, TellsWhoIsAskedAndWhatWasFoundOnTheInterf
     EXPECT_FALSE(search.isSearching());
 }
 
-TEST_F(MainWindowControllerSearchTest, FindsTheServersQueuesByThePackagesRule)
+TEST_F(PrinterSearches, FindsTheServersQueuesByThePackagesRule)
 {
     Package package;
     package.file("main.bin", "image").description({"DRIVERNAME Vymprint"}).open();
@@ -71,7 +71,7 @@ TEST_F(MainWindowControllerSearchTest, FindsTheServersQueuesByThePackagesRule)
     EXPECT_TRUE(waitFor("found 1"));
 }
 
-TEST_F(MainWindowControllerSearchTest, PassesOnWhetherOnlyQueuesCount)
+TEST_F(PrinterSearches, PassesOnWhetherOnlyQueuesCount)
 {
     for (const bool driverOnly : {false, true}) {
         std::atomic<bool> seen = !driverOnly;
@@ -88,7 +88,7 @@ TEST_F(MainWindowControllerSearchTest, PassesOnWhetherOnlyQueuesCount)
     }
 }
 
-TEST_F(MainWindowControllerSearchTest, TellsNothingAfterItWasCancelled)
+TEST_F(PrinterSearches, TellsNothingAfterItWasCancelled)
 {
     std::atomic<bool> hasEnded = false;
     PrinterSearchThread search(
@@ -108,7 +108,7 @@ TEST_F(MainWindowControllerSearchTest, TellsNothingAfterItWasCancelled)
     EXPECT_TRUE(told.isEmpty());
 }
 
-TEST_F(MainWindowControllerSearchTest, TellsOnlyTheNewestOfSeveral)
+TEST_F(PrinterSearches, TellsOnlyTheNewestOfSeveral)
 {
     std::atomic<int> searches = 0;
     PrinterSearchThread search(
@@ -129,7 +129,7 @@ TEST_F(MainWindowControllerSearchTest, TellsOnlyTheNewestOfSeveral)
     EXPECT_EQ(searches, 2);
 }
 
-TEST_F(MainWindowControllerSearchTest, FindsNothingWithoutMemory)
+TEST_F(PrinterSearches, FindsNothingWithoutMemory)
 {
     PrinterSearchThread search(
         [](bool, const std::atomic<bool>&, PrinterSearchObserver&) -> TargetPrinters {
@@ -140,7 +140,7 @@ TEST_F(MainWindowControllerSearchTest, FindsNothingWithoutMemory)
     EXPECT_TRUE(waitFor("found 0"));
 }
 
-TEST_F(MainWindowControllerSearchTest, IsWaitedForWhenItsOwnerGoes)
+TEST_F(PrinterSearches, IsWaitedForWhenItsOwnerGoes)
 {
     std::atomic<bool> hasEnded = false;
     {

@@ -6,9 +6,9 @@
 
 namespace {
 
-class MainWindowControllerTableTest : public ::testing::Test {
+class ListTables : public ::testing::Test {
 protected:
-    MainWindowControllerTableTest()
+    ListTables()
     {
         view.setProperty("columnFields", QStringList{"_one_col", "_two_col"});
         view.setProperty("columnIdentifiers", QStringList{"one", "two"});
@@ -36,14 +36,14 @@ protected:
 
 } // namespace
 
-TEST_F(MainWindowControllerTableTest, HasNoRowsWithoutAList)
+TEST_F(ListTables, HasNoRowsWithoutAList)
 {
     EXPECT_EQ(table->rowCount(), 0);
     EXPECT_EQ(table->columnCount(), 2);
     EXPECT_EQ(selectedRowOf(view), -1);
 }
 
-TEST_F(MainWindowControllerTableTest, ShowsWhatTheListSays)
+TEST_F(ListTables, ShowsWhatTheListSays)
 {
     showRows(3);
     EXPECT_EQ(at(0, 0), "one0");
@@ -54,7 +54,7 @@ TEST_F(MainWindowControllerTableTest, ShowsWhatTheListSays)
     EXPECT_FALSE(table->index(0, 0).flags().testFlag(Qt::ItemIsEditable));
 }
 
-TEST_F(MainWindowControllerTableTest, ObeysTheRulesOfAModel)
+TEST_F(ListTables, ObeysTheRulesOfAModel)
 {
     showRows(3);
     const QAbstractItemModelTester tester(table,
@@ -62,7 +62,7 @@ TEST_F(MainWindowControllerTableTest, ObeysTheRulesOfAModel)
     table->reloadData();
 }
 
-TEST_F(MainWindowControllerTableTest, MakesTextsFitToBeShown)
+TEST_F(ListTables, MakesTextsFitToBeShown)
 {
     table->setDataSource({[] { return 1; },
                           [](std::string_view, int) { return std::string("<b>\x1B</b>"); },
@@ -72,7 +72,7 @@ TEST_F(MainWindowControllerTableTest, MakesTextsFitToBeShown)
     EXPECT_EQ(at(0, 0, Qt::ToolTipRole), "&lt;b&gt;\\x1b&lt;/b&gt;");
 }
 
-TEST_F(MainWindowControllerTableTest, LetsNobodySelectWhatTheListDoesNot)
+TEST_F(ListTables, LetsNobodySelectWhatTheListDoesNot)
 {
     showRows(3);
     selectRowOf(view, 0);
@@ -87,7 +87,7 @@ TEST_F(MainWindowControllerTableTest, LetsNobodySelectWhatTheListDoesNot)
     }
 }
 
-TEST_F(MainWindowControllerTableTest, SelectsNothingAfterReloading)
+TEST_F(ListTables, SelectsNothingAfterReloading)
 {
     showRows(3);
     selectRowOf(view, 2);
@@ -95,7 +95,7 @@ TEST_F(MainWindowControllerTableTest, SelectsNothingAfterReloading)
     EXPECT_EQ(selectedRowOf(view), -1);
 }
 
-TEST_F(MainWindowControllerTableTest, TitlesItsColumnsByTheirFields)
+TEST_F(ListTables, TitlesItsColumnsByTheirFields)
 {
     EXPECT_EQ(table->columnOfField("_two_col"), 1);
     EXPECT_EQ(table->columnOfField("_three_col"), -1);

@@ -43,7 +43,7 @@ template <typename Visit> void visitPages(Wizard& wizard, Visit visit)
 
 } // namespace
 
-TEST(MainWindowControllerTexts, HaveTheirKeys)
+TEST(TextsOfTheWindow, HaveTheirKeys)
 {
     Wizard wizard;
     wizard.open();
@@ -95,7 +95,7 @@ TEST(MainWindowControllerTexts, HaveTheirKeys)
     }
 }
 
-TEST(MainWindowControllerTexts, TellTheProgramsVersion)
+TEST(TextsOfTheWindow, TellTheProgramsVersion)
 {
     const Language english("en");
     Wizard wizard;
@@ -103,7 +103,7 @@ TEST(MainWindowControllerTexts, TellTheProgramsVersion)
     EXPECT_TRUE(wizard.text("_openingVersionTxt").contains("1.2.3"));
 }
 
-TEST(MainWindowControllerTexts, AreFormatsThatNoStrayPercentSignBreaks)
+TEST(TextsOfTheWindow, AreFormatsThatNoStrayPercentSignBreaks)
 {
     class Percent : public QTranslator {
     public:
@@ -121,7 +121,7 @@ TEST(MainWindowControllerTexts, AreFormatsThatNoStrayPercentSignBreaks)
     EXPECT_EQ(wizard.text("_openingVersionTxt"), "1.2.3%n1.2.3 100% % 1.2.3");
 }
 
-TEST(MainWindowControllerTexts, AreNotCutInAnyLanguageOnASmallOrALargeScreen)
+TEST(TextsOfTheWindow, AreNotCutInAnyLanguageOnASmallOrALargeScreen)
 {
     for (const auto* language : kLanguages) {
         const Language table(language);
@@ -139,7 +139,7 @@ TEST(MainWindowControllerTexts, AreNotCutInAnyLanguageOnASmallOrALargeScreen)
     }
 }
 
-TEST(MainWindowControllerTexts, LetTheWindowBeSmallInAnyLanguage)
+TEST(TextsOfTheWindow, LetTheWindowBeSmallInAnyLanguage)
 {
     constexpr QSize kSmallScreen(800, 480);
     for (const auto* language : kLanguages) {
@@ -152,7 +152,7 @@ TEST(MainWindowControllerTexts, LetTheWindowBeSmallInAnyLanguage)
     }
 }
 
-TEST(MainWindowControllerTexts, GiveEveryControlANameAndARole)
+TEST(TextsOfTheWindow, GiveEveryControlANameAndARole)
 {
     const Language english("en");
     for (const bool isDriverOnly : {false, true}) {
@@ -171,7 +171,7 @@ TEST(MainWindowControllerTexts, GiveEveryControlANameAndARole)
     }
 }
 
-TEST(MainWindowControllerTexts, HaveTheirOwnMnemonicOnEveryPage)
+TEST(TextsOfTheWindow, HaveTheirOwnMnemonicOnEveryPage)
 {
     for (const auto* language : kLanguages) {
         const Language table(language);
@@ -190,7 +190,7 @@ TEST(MainWindowControllerTexts, HaveTheirOwnMnemonicOnEveryPage)
     }
 }
 
-TEST(MainWindowControllerTexts, ReadFromTheRightWhereTheLanguageDoes)
+TEST(TextsOfTheWindow, ReadFromTheRightWhereTheLanguageDoes)
 {
     QApplication::setLayoutDirection(Qt::RightToLeft);
     Wizard wizard;

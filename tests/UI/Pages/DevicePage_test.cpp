@@ -1,11 +1,11 @@
-// The pages on which the printer is chosen.
+// The page on which the printer is chosen, in both of its variants.
 #include "tests/UI/Wizard.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-class MainWindowControllerDevices : public ::testing::Test {
+class DevicePages : public ::testing::Test {
 protected:
     Wizard& threePrinters()
     {
@@ -42,7 +42,7 @@ protected:
 
 } // namespace
 
-TEST_F(MainWindowControllerDevices, OfferThePrintersThatWereFound)
+TEST_F(DevicePages, OfferThePrintersThatWereFound)
 {
     threePrinters().open().toPrinters();
     EXPECT_EQ(wizard.page(), "SelectDevice1");
@@ -55,7 +55,7 @@ TEST_F(MainWindowControllerDevices, OfferThePrintersThatWereFound)
     EXPECT_EQ(wizard.text("_searchTxt"), "");
 }
 
-TEST_F(MainWindowControllerDevices, LeaveOnlyTheAddressWhereNoPrinterWasFound)
+TEST_F(DevicePages, LeaveOnlyTheAddressWhereNoPrinterWasFound)
 {
     wizard.open().toPrinters();
     EXPECT_TRUE(isAddressMode());
@@ -69,7 +69,7 @@ TEST_F(MainWindowControllerDevices, LeaveOnlyTheAddressWhereNoPrinterWasFound)
     EXPECT_FALSE(isPrinterMode());
 }
 
-TEST_F(MainWindowControllerDevices, OfferPrintersAgainOnceThereAreSome)
+TEST_F(DevicePages, OfferPrintersAgainOnceThereAreSome)
 {
     wizard.open().toPrinters();
     threePrinters();
@@ -83,7 +83,7 @@ TEST_F(MainWindowControllerDevices, OfferPrintersAgainOnceThereAreSome)
     EXPECT_EQ(wizard.focus(), "_prtListTblView");
 }
 
-TEST_F(MainWindowControllerDevices, SwitchTheirModeByTheChoices)
+TEST_F(DevicePages, SwitchTheirModeByTheChoices)
 {
     threePrinters().open().toPrinters();
     wizard.chooseRow(1);
@@ -99,7 +99,7 @@ TEST_F(MainWindowControllerDevices, SwitchTheirModeByTheChoices)
     EXPECT_EQ(wizard.focus(), "_prtListTblView");
 }
 
-TEST_F(MainWindowControllerDevices, KeepAChoiceThatIsPressedAgain)
+TEST_F(DevicePages, KeepAChoiceThatIsPressedAgain)
 {
     threePrinters().open().toPrinters();
     wizard.press("_assignPrtNameBtnCell");
@@ -109,7 +109,7 @@ TEST_F(MainWindowControllerDevices, KeepAChoiceThatIsPressedAgain)
     EXPECT_TRUE(isAddressMode());
 }
 
-TEST_F(MainWindowControllerDevices, SwitchTheirModeForAScreenReaderWhichDoesNotClick)
+TEST_F(DevicePages, SwitchTheirModeForAScreenReaderWhichDoesNotClick)
 {
     threePrinters().open().toPrinters();
     wizard.find<QRadioButton>("_assignIPAddressBtnCell").toggle();
@@ -123,7 +123,7 @@ TEST_F(MainWindowControllerDevices, SwitchTheirModeForAScreenReaderWhichDoesNotC
     EXPECT_FALSE(isAddressMode());
 }
 
-TEST_F(MainWindowControllerDevices, SwitchTheirModeByAClickIntoTheInput)
+TEST_F(DevicePages, SwitchTheirModeByAClickIntoTheInput)
 {
     threePrinters().open().toPrinters();
     auto* number = wizard.find<InputNSMatrixControl>("_IPAddressMatrix").cellAtColumn(2);
@@ -136,19 +136,7 @@ TEST_F(MainWindowControllerDevices, SwitchTheirModeByAClickIntoTheInput)
     EXPECT_EQ(wizard.row(), 2);
 }
 
-TEST_F(MainWindowControllerDevices, KeepARowSelectedInPrinterMode)
-{
-    threePrinters().open().toPrinters();
-    wizard.chooseRow(1);
-    const auto place = wizard.table().visualRect(wizard.table().model()->index(1, 0)).center();
-    QTest::mouseClick(wizard.table().viewport(), Qt::LeftButton, Qt::ControlModifier, place);
-    EXPECT_EQ(wizard.row(), 1);
-    wizard.table().clearSelection();
-    EXPECT_EQ(wizard.row(), 1);
-    EXPECT_TRUE(isEnabled("_selDev1NextBtn"));
-}
-
-TEST_F(MainWindowControllerDevices, AreWalkedByTheTabKeyInPrinterMode)
+TEST_F(DevicePages, AreWalkedByTheTabKeyInPrinterMode)
 {
     threePrinters().open().toPrinters();
     EXPECT_EQ(order("_assignPrtNameBtnCell"),
@@ -157,7 +145,7 @@ TEST_F(MainWindowControllerDevices, AreWalkedByTheTabKeyInPrinterMode)
     EXPECT_TRUE(isPrinterMode()) << "walking past a choice does not take it";
 }
 
-TEST_F(MainWindowControllerDevices, AreWalkedByTheTabKeyInAddressMode)
+TEST_F(DevicePages, AreWalkedByTheTabKeyInAddressMode)
 {
     threePrinters().open().toPrinters();
     wizard.press("_assignIPAddressBtnCell");
@@ -166,7 +154,7 @@ TEST_F(MainWindowControllerDevices, AreWalkedByTheTabKeyInAddressMode)
               "cell 4 _selDev1CancelBtn _selDev1BackBtn _selDev1NextBtn");
 }
 
-TEST_F(MainWindowControllerDevices, AreWalkedByTheTabKeyWithoutPrinters)
+TEST_F(DevicePages, AreWalkedByTheTabKeyWithoutPrinters)
 {
     wizard.open().toPrinters();
     EXPECT_EQ(order("_assignIPAddressBtnCell"),
@@ -174,49 +162,7 @@ TEST_F(MainWindowControllerDevices, AreWalkedByTheTabKeyWithoutPrinters)
               "_selDev1BackBtn _selDev1NextBtn");
 }
 
-TEST_F(MainWindowControllerDevices, SelectTheSamePrinterAgainWhereverItsRowIsNow)
-{
-    threePrinters().open().toPrinters();
-    wizard.chooseRow(1);
-    wizard.printers({{"C", "usb://m/p?serial=3"}, {"A", "net:192.0.2.1"}, {"B", "net:192.0.2.2"}});
-    backAndForth();
-    EXPECT_EQ(wizard.row(), 2);
-    wizard.press("_selDev1NextBtn");
-    threePrinters();
-    wizard.press("_prepBackBtn");
-    wizard.waitForPrinters();
-    EXPECT_EQ(wizard.row(), 1);
-    EXPECT_TRUE(isPrinterMode());
-}
-
-TEST_F(MainWindowControllerDevices, SelectTheFirstRowWhereThePrinterIsGoneOrWasTheFirst)
-{
-    threePrinters().open().toPrinters();
-    wizard.printers({{"B", "net:192.0.2.2"}, {"A", "net:192.0.2.1"}});
-    backAndForth();
-    EXPECT_EQ(wizard.row(), 0) << "the first row is the default, whoever stands there";
-    wizard.chooseRow(1);
-    wizard.printers({{"B", "net:192.0.2.2"}, {"D", "net:192.0.2.4"}});
-    backAndForth();
-    EXPECT_EQ(wizard.row(), 0);
-}
-
-TEST_F(MainWindowControllerDevices, RememberTheRowOverAListThatWasNotFinished)
-{
-    threePrinters().open().toPrinters();
-    wizard.chooseRow(2);
-    wizard.holdSearch("slow");
-    wizard.press("_selDev1BackBtn");
-    wizard.press("_prefNextBtn");
-    EXPECT_EQ(wizard.row(), -1);
-    wizard.press("_selDev1BackBtn");
-    wizard.letSearchGo();
-    wizard.press("_prefNextBtn");
-    wizard.waitForPrinters();
-    EXPECT_EQ(wizard.row(), 2);
-}
-
-TEST_F(MainWindowControllerDevices, KeepTheAddressAndItsModeWhenThePageIsLeft)
+TEST_F(DevicePages, KeepTheAddressAndItsModeWhenThePageIsLeft)
 {
     threePrinters().open().toPrinters();
     wizard.press("_assignIPAddressBtnCell");
@@ -228,7 +174,7 @@ TEST_F(MainWindowControllerDevices, KeepTheAddressAndItsModeWhenThePageIsLeft)
     EXPECT_EQ(wizard.row(), -1);
 }
 
-TEST_F(MainWindowControllerDevices, TakeATypedAddressWithoutItsZeros)
+TEST_F(DevicePages, TakeATypedAddressWithoutItsZeros)
 {
     wizard.open().toPrinters();
     wizard.typeAddress({"010", "", "002", "7"});
@@ -239,7 +185,7 @@ TEST_F(MainWindowControllerDevices, TakeATypedAddressWithoutItsZeros)
     EXPECT_EQ(cell(0) + '.' + cell(1) + '.' + cell(2) + '.' + cell(3), "10.0.2.7");
 }
 
-TEST_F(MainWindowControllerDevices, RefuseTheAddressOfZeros)
+TEST_F(DevicePages, RefuseTheAddressOfZeros)
 {
     wizard.open().toPrinters();
     wizard.press("_selDev1NextBtn");
@@ -257,7 +203,7 @@ TEST_F(MainWindowControllerDevices, RefuseTheAddressOfZeros)
     EXPECT_EQ(wizard.alerts.asked(), std::vector(2, told));
 }
 
-TEST_F(MainWindowControllerDevices, TakeTheChosenRow)
+TEST_F(DevicePages, TakeTheChosenRow)
 {
     threePrinters().open().toPrinters();
     wizard.typeAddress({"192", "0", "2", "9"});
@@ -267,43 +213,7 @@ TEST_F(MainWindowControllerDevices, TakeTheChosenRow)
     EXPECT_EQ(wizard.text("_portNameTxt"), "usb://m/p?serial=3");
 }
 
-TEST_F(MainWindowControllerDevices, SayWhichPrinterIsAskedAndCanBeLeftMeanwhile)
-{
-    threePrinters().holdSearch("Slow one");
-    wizard.open();
-    wizard.press("_openingNextBtn");
-    wizard.press("_prefNextBtn");
-    EXPECT_EQ(wizard.text("_searchTxt"), "Device_Searching");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return wizard.text("_searchTxt") == "Device_Asking"; }));
-    EXPECT_FALSE(isEnabled("_selDev1NextBtn"));
-    wizard.press("_selDev1CancelBtn");
-    EXPECT_EQ(wizard.alerts.asked().size(), 1U);
-    wizard.press("_selDev1BackBtn");
-    EXPECT_EQ(wizard.page(), "PreferencePage");
-    QTest::qWait(30); // the search that was cancelled tells nothing
-    EXPECT_EQ(wizard.table().model()->rowCount(), 0);
-    EXPECT_EQ(wizard.page(), "PreferencePage");
-}
-
-TEST_F(MainWindowControllerDevices, SearchAnewOneAtATimeWheneverTheyAreEntered)
-{
-    threePrinters().holdSearch("Slow one");
-    wizard.open();
-    wizard.press("_openingNextBtn");
-    for (int i = 0; i < 3; ++i) {
-        wizard.press("_prefNextBtn");
-        wizard.press("_selDev1BackBtn");
-    }
-    wizard.press("_prefNextBtn");
-    wizard.letSearchGo();
-    wizard.waitForPrinters();
-    EXPECT_EQ(wizard.table().model()->rowCount(), 3);
-    EXPECT_EQ(wizard.row(), 0);
-    EXPECT_GE(wizard.searches(), 2);
-    EXPECT_EQ(wizard.searchesAtOnce(), 1);
-}
-
-TEST_F(MainWindowControllerDevices, TakeAnAddressWhilePrintersAreStillAsked)
+TEST_F(DevicePages, TakeAnAddressWhilePrintersAreStillAsked)
 {
     threePrinters().holdSearch("Slow one");
     wizard.open();
@@ -317,7 +227,7 @@ TEST_F(MainWindowControllerDevices, TakeAnAddressWhilePrintersAreStillAsked)
     EXPECT_EQ(wizard.text("_portNameTxt"), "192.0.2.7");
 }
 
-TEST_F(MainWindowControllerDevices, LeaveWhoeverTypesAloneWhenTheListArrives)
+TEST_F(DevicePages, LeaveWhoeverTypesAloneWhenTheListArrives)
 {
     for (const bool hasPrinters : {true, false}) {
         SCOPED_TRACE(hasPrinters);
@@ -341,7 +251,7 @@ TEST_F(MainWindowControllerDevices, LeaveWhoeverTypesAloneWhenTheListArrives)
     }
 }
 
-TEST_F(MainWindowControllerDevices, LeaveTheFocusOnAButtonWhenTheListArrives)
+TEST_F(DevicePages, LeaveTheFocusOnAButtonWhenTheListArrives)
 {
     threePrinters().holdSearch("Slow one");
     wizard.open();
@@ -354,17 +264,46 @@ TEST_F(MainWindowControllerDevices, LeaveTheFocusOnAButtonWhenTheListArrives)
     EXPECT_EQ(wizard.row(), 0);
 }
 
-TEST_F(MainWindowControllerDevices, EndWhileASearchStillRuns)
+// A second visit: the mode has been chosen on the first.
+TEST_F(DevicePages, DoTheSameWithANewListWhereverTheFocusIs)
 {
-    wizard.holdSearch("Slow one");
-    wizard.open();
-    wizard.press("_openingNextBtn");
-    wizard.press("_prefNextBtn");
-    wizard.controller.reset(); // cancels, and waits for the search
-    EXPECT_EQ(wizard.searches(), 1);
+    for (const auto* button : {"_selDev1CancelBtn", "_selDev1BackBtn", ""}) {
+        SCOPED_TRACE(button);
+        Wizard each;
+        each.printers({{"A", "net:192.0.2.1"}, {"B", "net:192.0.2.2"}}).open().toPrinters();
+        each.chooseRow(1);
+        each.press("_selDev1BackBtn");
+        each.holdSearch("Slow one");
+        each.press("_prefNextBtn");
+        if (*button != '\0')
+            each.find(button).setFocus();
+        each.letSearchGo();
+        each.waitForPrinters();
+        EXPECT_EQ(each.focus(), *button != '\0' ? button : "_prtListTblView");
+        EXPECT_EQ(each.row(), 1);
+        EXPECT_TRUE(each.find("_selDev1NextBtn").isEnabled());
+        each.table().clearSelection();
+        EXPECT_EQ(each.row(), 1) << "a row stays selected";
+        EXPECT_EQ(each.tabOrder("_assignPrtNameBtnCell").value(1), "_prtListTblView");
+    }
 }
 
-TEST_F(MainWindowControllerDevices, ArePrintQueuesOnlyWhereTheFlagSaysSo)
+TEST_F(DevicePages, SelectTheRowAgainAfterTheCancelQuestionWasAnsweredWithNo)
+{
+    threePrinters().open().toPrinters();
+    wizard.chooseRow(2);
+    wizard.press("_selDev1BackBtn");
+    wizard.holdSearch("Slow one");
+    wizard.press("_prefNextBtn");
+    wizard.alerts.queueAnswer(alert::kAlternate);
+    wizard.press("_selDev1CancelBtn"); // a click into the button gives it the focus
+    wizard.letSearchGo();
+    wizard.waitForPrinters();
+    EXPECT_EQ(wizard.row(), 2);
+    EXPECT_TRUE(isEnabled("_selDev1NextBtn"));
+}
+
+TEST_F(DevicePages, ArePrintQueuesOnlyWhereTheFlagSaysSo)
 {
     threePrinters().driverOnly().open().toPrinters();
     EXPECT_EQ(wizard.page(), "SelectDevice2");
@@ -379,21 +318,7 @@ TEST_F(MainWindowControllerDevices, ArePrintQueuesOnlyWhereTheFlagSaysSo)
     EXPECT_EQ(wizard.text("_portNameTxt"), "net:192.0.2.2");
 }
 
-TEST_F(MainWindowControllerDevices, RememberTheQueueOnTheSecondPageAsWell)
-{
-    threePrinters().driverOnly().open().toPrinters();
-    wizard.chooseRow(2);
-    wizard.press("_selDev2NextBtn");
-    wizard.printers({{"A", "net:192.0.2.1"}, {"C", "usb://m/p?serial=3"}});
-    wizard.press("_prepBackBtn");
-    wizard.waitForPrinters();
-    EXPECT_EQ(wizard.page(), "SelectDevice2");
-    EXPECT_EQ(wizard.row(), 1);
-    wizard.press("_selDev2BackBtn");
-    EXPECT_EQ(wizard.page(), "PreferencePage");
-}
-
-TEST_F(MainWindowControllerDevices, OfferNothingOnTheSecondPageWithoutQueues)
+TEST_F(DevicePages, OfferNothingOnTheSecondPageWithoutQueues)
 {
     wizard.driverOnly().open().toPrinters();
     EXPECT_EQ(wizard.page(), "SelectDevice2");

@@ -1,12 +1,7 @@
 // The run as the window shows it, over a worker that is played by a script.
-#include "tests/UI/Wizard.h"
-#include "tests/support/ScriptedWorker.h"
+#include "tests/UI/WizardRun.h"
 
-#include <QProgressBar>
 #include <QSessionManager>
-#include <QTranslator>
-#include <cmath>
-#include <gmock/gmock.h>
 
 namespace {
 
@@ -14,99 +9,9 @@ using ::testing::_;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-// Every text has a directive, so that a test sees which argument it was given.
-class NumberedTexts : public QTranslator {
-public:
-    [[nodiscard]] QString translate(const char*, const char* key, const char*, int) const override
-    {
-        return QLatin1String(key) + QStringLiteral(" <%u>");
-    }
-    [[nodiscard]] bool isEmpty() const override { return false; }
-};
+class RunOnScreens : public RunInTheWizard { };
 
-class MainWindowControllerRun : public ::testing::Test {
-protected:
-    MainWindowControllerRun()
-    {
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere");
-        qputenv("XDG_STATE_HOME", stateFolder.path().c_str());
-    }
-    std::string log()
-    {
-        std::string all;
-        for (const auto& file : std::filesystem::recursive_directory_iterator(stateFolder.path())) {
-            if (file.is_regular_file())
-                all += readFile(file.path());
-        }
-        return all;
-    }
-
-    // Up to the question, which is answered with yes: the run has begun.
-    void begin()
-    {
-        wizard.open().toPrinters();
-        wizard.typeAddress({"127", "0", "0", "1"});
-        wizard.press("_selDev1NextBtn");
-        wizard.alerts.queueAnswer(alert::kDefault);
-        wizard.controller->startUpdateAction();
-    }
-    void beginWithOneFirmware()
-    {
-        wizard.description({"MODELNAME Vymprint", "PLATFORMVERSION MACOS=0", "PORTNO 5001",
-                            "VERSION MAIN=1 main.bin MAIN.BIN HEADER=1 DISPVER=1 DISPFIRM=Main"});
-        begin();
-    }
-    void look(update_state state, std::uint32_t done = 0, std::uint32_t total = 0)
-    {
-        worker.record.m_updateState = state;
-        worker.record.m_bytesDone = done;
-        worker.record.m_bytesTotal = total;
-        wizard.controller->updateStatusTimerFunc();
-    }
-    std::string line() { return wizard.text("_progressCmtTxt").toStdString(); }
-    int bar() { return wizard.find<QProgressBar>("_updatePrg").value(); }
-    // The message at the end; the first alert was the question.
-    Alert message()
-    {
-        EXPECT_EQ(wizard.alerts.asked().size(), 2U);
-        return wizard.alerts.asked().back();
-    }
-
-    TempFolder stateFolder;
-    ScriptedWorker worker;
-    Wizard wizard;
-};
-
-TEST_F(MainWindowControllerRun, BeginsWithTheProgressWindowInPlaceOfTheWizard)
-{
-    beginWithOneFirmware();
-    EXPECT_FALSE(wizard.window().isVisible());
-    EXPECT_TRUE(wizard.window("_updateWindow").isVisible());
-    EXPECT_EQ(line(), "State_Connection");
-    EXPECT_EQ(bar(), 0);
-    EXPECT_TRUE(wizard.find<BusySign>("_progressAnimation").isAnimated());
-    EXPECT_FALSE(wizard.find<QLabel>("_updateWdwWarningImgView").pixmap().isNull());
-    EXPECT_FALSE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
-    EXPECT_THAT(worker.calls(), ElementsAre("create", "start none 127.0.0.1 5001", "polling 500"));
-}
-
-class MainWindowControllerRunIn : public MainWindowControllerRun,
-                                  public ::testing::WithParamInterface<const char*> { };
-
-TEST_P(MainWindowControllerRunIn, CutsNoTextOff)
-{
-    const Language table(GetParam());
-    begin();
-    expectNothingCut(wizard.window("_updateWindow"));
-    look(state_writing, 1, 2);
-    wizard.window("_updateWindow").close(); // refused, with the reason
-    EXPECT_TRUE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
-    expectNothingCut(wizard.window("_updateWindow"));
-}
-
-INSTANTIATE_TEST_SUITE_P(EveryLanguage, MainWindowControllerRunIn, ::testing::ValuesIn(kLanguages));
-
-TEST_F(MainWindowControllerRun, LooksAtTheWorkerOnceASecond)
+TEST_F(RunOnScreens, LooksAtTheWorkerOnceASecond)
 {
     begin();
     const auto* timer = wizard.controller->findChild<QTimer*>();
@@ -117,7 +22,7 @@ TEST_F(MainWindowControllerRun, LooksAtTheWorkerOnceASecond)
     EXPECT_TRUE(QTest::qWaitFor([this] { return line() != "State_Connection"; }, 3000));
 }
 
-TEST_F(MainWindowControllerRun, APrinterWithAQueueIsReachedByItsConnectableAddress)
+TEST_F(RunOnScreens, APrinterWithAQueueIsReachedByItsConnectableAddress)
 {
     const struct {
         const char* why;
@@ -142,7 +47,7 @@ TEST_F(MainWindowControllerRun, APrinterWithAQueueIsReachedByItsConnectableAddre
     }
 }
 
-TEST_F(MainWindowControllerRun, AnAddressThatIsTooLongForTheWorkerIsNotCut)
+TEST_F(RunOnScreens, AnAddressThatIsTooLongForTheWorkerIsNotCut)
 {
     const auto uri = "lpd://" + std::string(250, 'a') + '/';
     wizard.printers({{"office", uri.c_str()}}).open().toPrinters();
@@ -184,7 +89,7 @@ const StateRow kStates[] = {
     {"a state that does not exist", static_cast<update_state>(8), 0, 0, false, nullptr, 7},
 };
 
-TEST_F(MainWindowControllerRun, EachStateHasItsLineAndItsProgress)
+TEST_F(RunOnScreens, EachStateHasItsLineAndItsProgress)
 {
     beginWithOneFirmware();
     for (const auto& row : kStates) {
@@ -198,7 +103,7 @@ TEST_F(MainWindowControllerRun, EachStateHasItsLineAndItsProgress)
     }
 }
 
-TEST_F(MainWindowControllerRun, WithSeveralFirmwareTheLineTellsWhichOneItIs)
+TEST_F(RunOnScreens, WithSeveralFirmwareTheLineTellsWhichOneItIs)
 {
     begin(); // with two
     NumberedTexts texts;
@@ -217,7 +122,7 @@ TEST_F(MainWindowControllerRun, WithSeveralFirmwareTheLineTellsWhichOneItIs)
     EXPECT_EQ(line(), "State_Updated <%u>"); // has no plural form, and no argument
 }
 
-TEST_F(MainWindowControllerRun, WithOneFirmwareALineHasNoArgument)
+TEST_F(RunOnScreens, WithOneFirmwareALineHasNoArgument)
 {
     beginWithOneFirmware();
     NumberedTexts texts;
@@ -227,61 +132,7 @@ TEST_F(MainWindowControllerRun, WithOneFirmwareALineHasNoArgument)
     EXPECT_EQ(line(), "State_CheckVersion <%u>");
 }
 
-struct ResultRow {
-    std::int32_t code;
-    const char* key; // of the title without "Title"
-    const char* message;
-    AlertStyle style;
-};
-const ResultRow kResults[] = {
-    {1, "NormalEnd", "NormalEnd_ManualMes", AlertStyle::informational},
-    {-11, "NoUpdateEnd", "NoUpdateEnd_ManualMes", AlertStyle::informational},
-    {-1, "Error_DeviceError", "Error_DeviceErrorMes", AlertStyle::critical},
-    {-2, "Error_ConnectError", "Error_ConnectErrorMes", AlertStyle::critical},
-    {-3, "Error_DeviceBusy", "Error_DeviceBusyMes", AlertStyle::critical},
-    {-4, "Error_Fax", "Error_FaxMes", AlertStyle::critical},
-    {-6, "Error_PoweredOff", "Error_PoweredOffMes", AlertStyle::critical},
-    {-7, "Error_ModelMismatch", "Error_ModelMismatchMes", AlertStyle::critical},
-    {-8, "Error_FirmRead", "Error_FirmReadMes", AlertStyle::critical},
-    {-9, "Error_System", "Error_SystemMes", AlertStyle::critical},
-    {-12, "Error_Compatible", "Error_CompatibleMes", AlertStyle::critical},
-    {0, "Error_Other", "Error_OtherMes", AlertStyle::critical},
-    {-5, "Error_Other", "Error_OtherMes", AlertStyle::critical},
-    {-10, "Error_Other", "Error_OtherMes", AlertStyle::critical},
-    {2, "Error_Other", "Error_OtherMes", AlertStyle::critical},
-    {-2147483647 - 1, "Error_Other", "Error_OtherMes", AlertStyle::critical},
-};
-
-TEST_F(MainWindowControllerRun, EachResultEndsTheProgramWithItsMessage)
-{
-    for (const auto& row : kResults) {
-        SCOPED_TRACE(row.code);
-        Wizard own;
-        own.description({"MODELNAME V", "PLATFORMVERSION MACOS=0", "NEEDEXITOPERATION YES"}).open();
-        own.controller->endUpdate(row.code);
-        const auto& told = own.alerts.asked().back();
-        EXPECT_EQ(told.title, std::string(row.key) + "Title");
-        EXPECT_EQ(told.message, row.message);
-        EXPECT_EQ(told.style, row.style);
-        EXPECT_EQ(told.defaultButton, "OK");
-        EXPECT_EQ(told.alternateButton, "");
-        EXPECT_TRUE(own.controller->hasEnded());
-        EXPECT_FALSE(own.window("_updateWindow").isVisible());
-    }
-}
-
-TEST_F(MainWindowControllerRun, APrinterThatLeavesUpdateModeByItselfHasEndsOfItsOwn)
-{
-    for (const auto& [code, key] :
-         {std::pair(1, "NormalEnd_AutoMes"), std::pair(-11, "NoUpdateEnd_AutoMes")}) {
-        Wizard own;
-        own.description({"MODELNAME V", "PLATFORMVERSION MACOS=0", "NEEDEXITOPERATION NO"}).open();
-        own.controller->endUpdate(code);
-        EXPECT_EQ(own.alerts.asked().back().message, key);
-    }
-}
-
-TEST_F(MainWindowControllerRun, EndsAsTheRecordSays)
+TEST_F(RunOnScreens, EndsAsTheRecordSays)
 {
     const struct {
         const char* why;
@@ -318,7 +169,7 @@ TEST_F(MainWindowControllerRun, EndsAsTheRecordSays)
     }
 }
 
-TEST_F(MainWindowControllerRun, WithoutAWorkerItEndsAtOnceAndOnce)
+TEST_F(RunOnScreens, WithoutAWorkerItEndsAtOnceAndOnce)
 {
     worker.canBeCreated = false;
     begin();
@@ -329,7 +180,7 @@ TEST_F(MainWindowControllerRun, WithoutAWorkerItEndsAtOnceAndOnce)
     EXPECT_TRUE(wizard.controller->hasEnded());
 }
 
-TEST_F(MainWindowControllerRun, AWorkerThatCannotStartEndsItToo)
+TEST_F(RunOnScreens, AWorkerThatCannotStartEndsItToo)
 {
     worker.canStart = false;
     begin();
@@ -337,7 +188,7 @@ TEST_F(MainWindowControllerRun, AWorkerThatCannotStartEndsItToo)
     EXPECT_EQ(worker.calls().back(), "delete");
 }
 
-TEST_F(MainWindowControllerRun, TheEndStopsTheTimerThenTheWorkerThenAsks)
+TEST_F(RunOnScreens, TheEndStopsTheTimerThenTheWorkerThenAsks)
 {
     begin();
     look(state_done);
@@ -348,7 +199,7 @@ TEST_F(MainWindowControllerRun, TheEndStopsTheTimerThenTheWorkerThenAsks)
     EXPECT_EQ(message().details, "");
 }
 
-TEST_F(MainWindowControllerRun, WhatWentWrongHasDetailsForWhoeverIsAskedForHelp)
+TEST_F(RunOnScreens, WhatWentWrongHasDetailsForWhoeverIsAskedForHelp)
 {
     begin();
     NumberedTexts texts;
@@ -360,7 +211,7 @@ TEST_F(MainWindowControllerRun, WhatWentWrongHasDetailsForWhoeverIsAskedForHelp)
     EXPECT_THAT(message().details, HasSubstr("Details_Log <" + stateFolder.path().string()));
 }
 
-TEST_F(MainWindowControllerRun, ARunLeavesALog)
+TEST_F(RunOnScreens, ARunLeavesALog)
 {
     begin();
     look(state_sending);
@@ -372,7 +223,7 @@ TEST_F(MainWindowControllerRun, ARunLeavesALog)
     EXPECT_THAT(log(), HasSubstr("connection-lost"));
 }
 
-TEST_F(MainWindowControllerRun, ALogThatCannotBeMadeDoesNotKeepARunFromEnding)
+TEST_F(RunOnScreens, ALogThatCannotBeMadeDoesNotKeepARunFromEnding)
 {
     qputenv("XDG_STATE_HOME", "/proc/no/such/place");
     begin();
@@ -382,7 +233,7 @@ TEST_F(MainWindowControllerRun, ALogThatCannotBeMadeDoesNotKeepARunFromEnding)
     EXPECT_EQ(message().details, "Details_Printer\nDetails_Package\nDetails_Result");
 }
 
-TEST_F(MainWindowControllerRun, AWorkerThatTakesItsTimeToStopDoesNotFreezeTheWindow)
+TEST_F(RunOnScreens, AWorkerThatTakesItsTimeToStopDoesNotFreezeTheWindow)
 {
     begin();
     worker.stopTakes = std::chrono::milliseconds(200);
@@ -400,20 +251,7 @@ TEST_F(MainWindowControllerRun, AWorkerThatTakesItsTimeToStopDoesNotFreezeTheWin
     EXPECT_TRUE(wizard.controller->hasEnded());
 }
 
-TEST_F(MainWindowControllerRun, ClosingTheWindowIsRefusedWithTheReasonOnIt)
-{
-    begin();
-    auto& window = wizard.window("_updateWindow");
-    EXPECT_FALSE(window.close());
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(wizard.text("_closeRefusedTxt"), "Update_CloseRefused");
-    EXPECT_TRUE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
-    EXPECT_FALSE(window.close());
-    EXPECT_EQ(wizard.alerts.asked().size(), 1U);
-    EXPECT_FALSE(wizard.controller->hasEnded());
-}
-
-TEST_F(MainWindowControllerRun, ASignalIsRefusedLikeClosingAndNotedInTheLog)
+TEST_F(RunOnScreens, ASignalIsRefusedLikeClosingAndNotedInTheLog)
 {
     const EndingSignals endings;
     wizard.setup.endings = &endings;
@@ -428,7 +266,7 @@ TEST_F(MainWindowControllerRun, ASignalIsRefusedLikeClosingAndNotedInTheLog)
     EXPECT_EQ(message().title, "NoUpdateEndTitle");
 }
 
-TEST_F(MainWindowControllerRun, TheEndOfTheSessionIsRefusedToo)
+TEST_F(RunOnScreens, TheEndOfTheSessionIsRefusedToo)
 {
     begin();
     emit qGuiApp->commitDataRequest(*qGuiApp->findChild<QSessionManager*>());
@@ -437,31 +275,7 @@ TEST_F(MainWindowControllerRun, TheEndOfTheSessionIsRefusedToo)
     EXPECT_FALSE(wizard.controller->hasEnded());
 }
 
-TEST_F(MainWindowControllerRun, EscapeDoesNothingDuringTheRun)
-{
-    begin();
-    auto& window = wizard.window("_updateWindow");
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    QTest::keyClick(&window, Qt::Key_Escape);
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_FALSE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
-    EXPECT_EQ(wizard.alerts.asked().size(), 1U);
-}
-
-TEST_F(MainWindowControllerRun, TheWindowIsWideEnoughForItsWidestLineFromTheStartOn)
-{
-    begin();
-    const auto& progress = wizard.find<QLabel>("_progressCmtTxt");
-    QTest::qWait(1);
-    const auto metrics = progress.fontMetrics();
-    for (const auto* key : {"State_Connection", "State_CheckVersion_Plural",
-                            "State_PrepUpdate_Plural", "State_WriteUpdate_Plural", "State_Updated"})
-        EXPECT_GE(progress.width(), metrics.horizontalAdvance(QLatin1String(key))) << key;
-    const auto& attention = wizard.find<QLabel>("_attentionCmtTxt");
-    EXPECT_GE(attention.height(), attention.heightForWidth(attention.width()));
-}
-
-TEST_F(MainWindowControllerRun, AControllerThatGoesInMidRunStopsItsWorker)
+TEST_F(RunOnScreens, AControllerThatGoesInMidRunStopsItsWorker)
 {
     begin();
     wizard.controller.reset();

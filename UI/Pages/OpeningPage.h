@@ -1,0 +1,35 @@
+// The first page: which model the package is for, and which firmware it carries.
+//
+// Owns:    nothing; the list of firmware is the controller's and outlives the page.
+// Threads: the interface's own.
+#pragma once
+#include "UI/FirmwareList.h"
+#include "UI/Pages/Page.h"
+
+#include <QLabel>
+#include <string>
+
+class OpeningPage final : public Page {
+public:
+    // version: of the program.
+    OpeningPage(Form& form, const FirmwareList& firmware, std::string version);
+
+    void setTexts() override;
+    void dress() override;
+    void showPackage(const std::string& model); // and the rows of the list, as they now are
+
+private:
+    const FirmwareList& m_firmware;
+    std::string m_version;
+
+    QLabel* _openingImgView = nullptr;
+    QLabel* _AppCommentTxtField = nullptr;
+    QLabel* _targetDeviceTitle = nullptr;
+    QLabel* _targetDeviceTxt = nullptr;
+    QLabel* _firmInfoTxt = nullptr;
+    QTableView* _firmInfoTblView = nullptr;
+    ListTable* m_table = nullptr; // the view's rows
+    ListColumn _firmList_type_col;
+    ListColumn _firmList_version_col;
+    QLabel* _openingVersionTxt = nullptr;
+};

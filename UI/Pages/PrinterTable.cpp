@@ -1,0 +1,135 @@
+#include "UI/Pages/PrinterTable.h"
+
+#include "UI/Pages/Words.h"
+#include "UI/Text/TextKeys.h"
+#include "UI/Widgets/Look.h"
+
+#include <algorithm>
+
+namespace {
+
+// The name may take this share of the table before the port's column gets the rest.
+constexpr double kWidestName = 0.6;
+
+void fitColumns(QTableView& table)
+{
+    table.resizeColumnToContents(0);
+    const int widest = qRound(table.viewport()->width() * kWidestName);
+    const int half = table.viewport()->width() / 2;
+    table.setColumnWidth(0, std::clamp(table.columnWidth(0), std::min(half, widest), widest));
+}
+
+} // namespace
+
+PrinterTable::PrinterTable(Form& form, const std::string& suffix, PrinterSearchThread::Find find)
+    : m_search(std::move(find))
+{
+    form.require<QFrame>(("_prtListScrView" + suffix).c_str());
+    form.findTable(_prtListTblView, m_table, ("_prtListTblView" + suffix).c_str());
+    form.findColumn(_printerList_name_col, m_table, ("_printerList_name_col" + suffix).c_str());
+    form.findColumn(_printerList_port_col, m_table, ("_printerList_port_col" + suffix).c_str());
+    form.find(_searchAnimation, ("_searchAnimation" + suffix).c_str());
+    form.find(_searchTxt, ("_searchTxt" + suffix).c_str());
+}
+
+void PrinterTable::connectControls()
+{
+    m_table->setDataSource(
+        {[this] { return m_printers.numberOfRowsInTableView(); },
+         [this](std::string_view column, int row) {
+             return m_printers.objectValueForTableColumn(column, row);
+         },
+         [](int) { return true; },
+         [this](int row) {
+             const auto printer = m_printers.printerInfoAtIndex(row);
+             const bool isUsb = printer->printerURI().value_or("").starts_with("usb:");
+             return signIcon(isUsb ? QStringLiteral("usb") : QStringLiteral("network"),
+                             *_prtListTblView, 1);
+         }});
+    connect(m_table, &QAbstractItemModel::modelReset, this, &PrinterTable::selectionChanged);
+    connect(_prtListTblView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &PrinterTable::keepOneRowSelected);
+    connect(&m_search, &PrinterSearchThread::asking, this, [this](const QString& printer) {
+        showSearch(printer.isEmpty() ? words::text(textkey::kDeviceSearching)
+                                     : words::text(textkey::kDeviceAsking, printer.toStdString()),
+                   true);
+    });
+    connect(&m_search, &PrinterSearchThread::finished, this, &PrinterTable::takeList);
+}
+
+void PrinterTable::setTexts()
+{
+    _printerList_name_col.setTitle(words::text(textkey::kDeviceListPrinterName));
+    _printerList_port_col.setTitle(words::text(textkey::kDeviceListPortName));
+    _prtListTblView->setAccessibleName(
+        words::text(textkey::kDeviceSpecifyPrinterName).remove(u'&'));
+    _searchAnimation->setAccessibleName(words::text(textkey::kDeviceSearching));
+}
+
+void PrinterTable::makeList(bool driverOnly)
+{
+    if (!isEmpty()) // else a list that was not finished
+        m_formerPrinters = m_printers.printerList();
+    m_printers.setPrinterList(std::nullopt);
+    m_allowsEmptySelection = true;
+    m_table->reloadData();
+    showSearch(words::text(textkey::kDeviceSearching), true);
+    m_search.start(driverOnly);
+}
+
+void PrinterTable::takeList(const TargetPrinters& found)
+{
+    m_printers.setPrinterList(found.candidates);
+    _selectedRowPrtList = rememberedRow(_selectedRowPrtList, m_formerPrinters, found.candidates);
+    m_table->reloadData();
+    fitColumns(*_prtListTblView);
+    showSearch({}, false);
+    emit listed();
+}
+
+void PrinterTable::showSearch(const QString& words, bool isSearching)
+{
+    showNote(words);
+    if (isSearching)
+        _searchAnimation->startAnimation();
+    else
+        _searchAnimation->stopAnimation();
+    _searchAnimation->setVisible(isSearching);
+}
+
+void PrinterTable::rememberSelectedRow()
+{
+    if (hasSelectedRow())
+        _selectedRowPrtList = selectedRowOf(*_prtListTblView);
+}
+
+void PrinterTable::selectRememberedRow(bool allowsEmptySelection)
+{
+    m_allowsEmptySelection = true;
+    selectRowOf(*_prtListTblView, _selectedRowPrtList);
+    m_allowsEmptySelection = allowsEmptySelection;
+}
+
+void PrinterTable::deselect()
+{
+    m_allowsEmptySelection = true;
+    selectRowOf(*_prtListTblView, -1);
+}
+
+bool PrinterTable::hasSelectedRow() const
+{
+    return selectedRowOf(*_prtListTblView) >= 0;
+}
+
+std::shared_ptr<PrinterInfo> PrinterTable::selectedPrinter() const
+{
+    return m_printers.printerInfoAtIndex(selectedRowOf(*_prtListTblView));
+}
+
+// Where no empty selection is allowed, a click that takes the selection away gives it back.
+void PrinterTable::keepOneRowSelected()
+{
+    if (!m_allowsEmptySelection && !hasSelectedRow())
+        selectRowOf(*_prtListTblView, std::max(_prtListTblView->currentIndex().row(), 0));
+    emit selectionChanged();
+}

@@ -1,0 +1,61 @@
+// The list of printers on a device page: the table, the search that fills it, and the row that is
+// selected again in the next list.
+//
+// Owns:      the list, the search and the remembered row. The form owns the controls.
+// Threads:   the interface's own; devices are queried on the search's thread.
+// Invariant: while a list is being made, the list is empty. Where no empty selection is allowed, a
+//            list with rows has a selected one.
+#pragma once
+#include "UI/Pages/Form.h"
+#include "UI/Pages/PrinterSearchThread.h"
+#include "UI/PrinterList.h"
+#include "UI/Widgets/BusySign.h"
+#include "UI/vymTableView.h"
+
+#include <QLabel>
+
+class PrinterTable final : public QObject {
+    Q_OBJECT
+
+public:
+    // suffix: how the names of its controls end.
+    PrinterTable(Form& form, const std::string& suffix, PrinterSearchThread::Find find);
+
+    void connectControls(); // once the form says that none is missing
+    void setTexts();
+
+    void makeList(bool driverOnly); // listed follows, unless it is cancelled
+    void cancel() { m_search.cancel(); }
+    [[nodiscard]] bool isEmpty() const { return m_printers.numberOfRowsInTableView() == 0; }
+    void showNote(const QString& words) { _searchTxt->setText(words); } // beside the list
+
+    void rememberSelectedRow();
+    void forgetRow() { _selectedRowPrtList = 0; }
+    void selectRememberedRow(bool allowsEmptySelection);
+    void deselect();
+    [[nodiscard]] bool hasSelectedRow() const;
+    [[nodiscard]] std::shared_ptr<PrinterInfo> selectedPrinter() const; // null without a row
+    [[nodiscard]] vymTableView& view() const { return *_prtListTblView; }
+
+signals:
+    void listed(); // a new list stands; no row is selected yet
+    void selectionChanged();
+
+private:
+    void takeList(const TargetPrinters& found);
+    void keepOneRowSelected();
+    void showSearch(const QString& words, bool isSearching);
+
+    PrinterList m_printers;
+    PrinterList::Records m_formerPrinters; // what the list held before it was made again
+    PrinterSearchThread m_search;
+    int _selectedRowPrtList = 0;
+    bool m_allowsEmptySelection = true;
+
+    vymTableView* _prtListTblView = nullptr;
+    ListTable* m_table = nullptr; // the view's rows
+    ListColumn _printerList_name_col;
+    ListColumn _printerList_port_col;
+    BusySign* _searchAnimation = nullptr;
+    QLabel* _searchTxt = nullptr;
+};

@@ -1,0 +1,45 @@
+// The window that takes the wizard's place during a run: what is going on, what not to do
+// meanwhile, and how far it is.
+//
+// Owns:    nothing; the form owns the window and its controls.
+// Threads: the interface's own.
+// Does not watch the run: the controller says what there is to show.
+#pragma once
+#include "UI/Pages/Form.h"
+#include "UI/Widgets/BusySign.h"
+#include "UI/Widgets/WizardWindow.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <optional>
+
+class ProgressWindow {
+public:
+    explicit ProgressWindow(Form& form);
+
+    [[nodiscard]] WizardWindow& window() const { return *_updateWindow; }
+    void setTexts();
+    void dress(); // for the user's font, palette and style; again when they change
+
+    void open(); // in the middle and in front, with nothing done yet
+    void close();
+    [[nodiscard]] bool isOpen() const { return _updateWindow->isVisible(); }
+    void refuseClosing(); // says why
+
+    void showStage(const char* key, std::optional<std::uint32_t> number); // of the firmware
+    // Not a number: the printer reports progress without a total, and the bar stays where it is.
+    void showProgress(double percent);
+
+private:
+    void fitProgressLine();
+    void fitWindow();
+
+    WizardWindow* _updateWindow = nullptr;
+    BusySign* _progressAnimation = nullptr;
+    QLabel* _updateWdwWarningImgView = nullptr;
+    QLabel* _updateCmtTxt = nullptr;
+    QLabel* _attentionCmtTxt = nullptr;
+    QLabel* _progressCmtTxt = nullptr;
+    QProgressBar* _updatePrg = nullptr;
+    QLabel* _closeRefusedTxt = nullptr;
+};

@@ -1,0 +1,43 @@
+#include "UI/Pages/ResultMessage.h"
+
+#include "UI/Pages/Words.h"
+#include "UI/Run/UpdateRun.h"
+#include "UI/Text/PlainText.h"
+#include "UI/Text/TextFormat.h"
+#include "UI/Text/TextKeys.h"
+
+namespace {
+
+constexpr std::size_t kLongestFolder = 1024; // as long as the engine keeps one
+
+std::string detailsOf(int code, const ResultFacts& facts)
+{
+    const auto name = plainText(facts.printer.printerName().value_or("")) + ", "
+        + plainText(facts.printer.printerURI().value_or(""));
+    const auto folder = plainText(facts.packageFolder, kLongestFolder);
+    auto details = words::filled(textkey::kDetailsPrinter, name) + '\n'
+        + words::filled(textkey::kDetailsPackage, folder) + '\n'
+        + words::filled(textkey::kDetailsResult, std::string(resultName(code)));
+    if (!facts.log.empty())
+        details += '\n' + words::filled(textkey::kDetailsLog, facts.log);
+    return details;
+}
+
+} // namespace
+
+Alert resultMessage(int code, bool automaticEnd, const ResultFacts& facts)
+{
+    const auto texts = resultText(code, automaticEnd);
+    const auto shown = [&texts](std::string_view key) {
+        const auto found = words::plain(std::string(key).c_str());
+        return texts.isError ? found : formatText(found);
+    };
+    Alert told;
+    told.title = shown(texts.titleKey);
+    told.message = shown(texts.messageKey);
+    told.style = texts.isError ? AlertStyle::critical : AlertStyle::informational;
+    told.defaultButton = words::plain(textkey::kOk);
+    if (texts.isError)
+        told.details = detailsOf(code, facts);
+    return told;
+}

@@ -1,0 +1,17 @@
+// The message at the end of a run.
+//
+// Owns:    nothing.
+// Threads: the interface's own.
+#pragma once
+#include "UI/PrinterInfo.h"
+#include "UI/Widgets/Alerts.h"
+
+// What a person who is asked for help wants to know beside the result.
+struct ResultFacts {
+    PrinterInfo printer;
+    std::string packageFolder;
+    std::string log; // its path; empty: there is none
+};
+
+// automaticEnd: the printer leaves its update mode without anybody's help.
+Alert resultMessage(int code, bool automaticEnd, const ResultFacts& facts);

@@ -1,0 +1,76 @@
+#include "UI/Pages/WizardFrame.h"
+
+#include "UI/Pages/Words.h"
+#include "UI/Text/TextKeys.h"
+#include "UI/Widgets/LetterWidth.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
+
+namespace {
+
+// The window at first, in letters and lines of the user's font.
+constexpr int kWizardLettersWide = 108;
+constexpr int kWizardLinesHigh = 35;
+
+} // namespace
+
+WizardFrame::WizardFrame(Form& form)
+{
+    form.find(_mainwindow, "_mainwindow");
+    form.find(_mainTabView, "_mainTabView");
+    form.find(_buttonTabView, "_buttonTabView");
+    form.find(_stepBar, "_stepBar");
+}
+
+void WizardFrame::connectControls()
+{
+    // The toolkit scrolls to what the Tab key reaches, but not to what gets the focus otherwise.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        auto* page = qobject_cast<QScrollArea*>(_mainTabView->currentWidget());
+        if (page != nullptr && page->isAncestorOf(now))
+            page->ensureWidgetVisible(now);
+    });
+}
+
+void WizardFrame::setTexts()
+{
+    _mainwindow->setWindowTitle(words::text(textkey::kApplication));
+    _stepBar->setSteps({words::text(textkey::kStepOpening), words::text(textkey::kStepPreparation),
+                        words::text(textkey::kStepDevice), words::text(textkey::kStepConfirmation),
+                        words::text(textkey::kStepUpdate)});
+}
+
+void WizardFrame::open()
+{
+    const QFontMetrics metrics(QApplication::font());
+    const auto screen = _mainwindow->screen()->availableGeometry();
+    // Room for the title bar, which is not known yet; as much below keeps the window in the middle.
+    const int bar = _mainwindow->style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const auto most = screen.size() - QSize(0, 2 * bar);
+    const QSize wanted(letterWidth(metrics) * kWizardLettersWide,
+                       metrics.height() * kWizardLinesHigh);
+    _mainwindow->resize(wanted.expandedTo(_mainwindow->minimumSizeHint()).boundedTo(most));
+    _mainwindow->move(screen.center() - _mainwindow->rect().center());
+    _mainwindow->show();
+    _mainwindow->raise();
+    _mainwindow->activateWindow();
+}
+
+void WizardFrame::showPage(Page& page, int step)
+{
+    if (m_page != nullptr)
+        m_page->leave();
+    m_page = &page;
+    page.enter();
+    if (auto* area = qobject_cast<QScrollArea*>(page.content()))
+        area->setWidgetResizable(true); // not in the form: a page that nobody sees needs no layout
+    _mainTabView->setCurrentWidget(page.content());
+    _buttonTabView->setCurrentWidget(page.buttonRow());
+    _stepBar->setCurrentStep(step);
+    page.forwardButton()->setDefault(true);
+    page.forwardButton()->setFocus();
+    page.takeFocus();
+}

@@ -1,0 +1,63 @@
+// What the first page shows of a package.
+#include "tests/UI/Wizard.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QString cell(const Wizard& wizard, int row, int column)
+{
+    const auto* model = wizard.find<QTableView>("_firmInfoTblView").model();
+    return model->index(row, column).data().toString();
+}
+
+} // namespace
+
+TEST(OpeningPage, ShowsTheModelAndTheFirmwareOfThePackage)
+{
+    Wizard wizard;
+    wizard.open();
+    EXPECT_EQ(wizard.page(), "OpeningPage");
+    EXPECT_EQ(wizard.text("_targetDeviceTxt"), "Vymprint 200");
+    const auto& table = wizard.find<QTableView>("_firmInfoTblView");
+    ASSERT_EQ(table.model()->rowCount(), 2);
+    EXPECT_EQ(cell(wizard, 0, 0), "Main controller");
+    EXPECT_EQ(cell(wizard, 0, 1), "1.2.10");
+    EXPECT_EQ(cell(wizard, 1, 0), "Print engine");
+    EXPECT_EQ(cell(wizard, 1, 1), "1.1.5");
+    EXPECT_TRUE(wizard.alerts.asked().empty());
+}
+
+TEST(OpeningPage, HasNoFirmwareThatCanBeSelected)
+{
+    Wizard wizard;
+    wizard.open();
+    auto& table = wizard.find<QTableView>("_firmInfoTblView");
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
+                      table.visualRect(table.model()->index(1, 0)).center());
+    EXPECT_EQ(selectedRowOf(table), -1);
+    QTest::keyClick(&table, Qt::Key_Down);
+    QTest::keyClick(&table, Qt::Key_Space);
+    QTest::keyClick(&table, Qt::Key_A, Qt::ControlModifier);
+    table.selectRow(0);
+    table.selectAll();
+    EXPECT_EQ(selectedRowOf(table), -1);
+    EXPECT_FALSE(table.selectionModel()->hasSelection());
+}
+
+TEST(OpeningPage, GoesOnWithAPackageThatShowsNoFirmware)
+{
+    Wizard wizard;
+    wizard.description({"MODELNAME \"Vymprint 200\"", "PLATFORMVERSION MACOS=0"}).open();
+    EXPECT_EQ(wizard.find<QTableView>("_firmInfoTblView").model()->rowCount(), 0);
+    wizard.press("_openingNextBtn");
+    EXPECT_EQ(wizard.page(), "PreferencePage");
+}
+
+TEST(OpeningPage, ShowsMarkupAndControlCharactersOfAPackageAsTheyStand)
+{
+    Wizard wizard;
+    wizard.description({"MODELNAME \"<b>A\x1B[2J</b>\"", "PLATFORMVERSION MACOS=0"}).open();
+    EXPECT_EQ(wizard.text("_targetDeviceTxt"), "<b>A\\x1b[2J</b>");
+    EXPECT_EQ(wizard.find<QLabel>("_targetDeviceTxt").textFormat(), Qt::PlainText);
+}

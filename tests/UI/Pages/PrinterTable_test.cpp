@@ -1,0 +1,141 @@
+// The list of printers on a device page: how it is made, and which row is selected again.
+#include "tests/UI/Wizard.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class PrinterTables : public ::testing::Test {
+protected:
+    Wizard& threePrinters()
+    {
+        return wizard.printers(
+            {{"A", "net:192.0.2.1"}, {"B", "net:192.0.2.2"}, {"C", "usb://m/p?serial=3"}});
+    }
+    [[nodiscard]] bool isEnabled(const char* control) const
+    {
+        return wizard.find(control).isEnabled();
+    }
+    void backAndForth()
+    {
+        wizard.press("_selDev1BackBtn");
+        wizard.press("_prefNextBtn");
+        wizard.waitForPrinters();
+    }
+    Wizard wizard;
+};
+
+} // namespace
+
+TEST_F(PrinterTables, KeepARowSelectedInPrinterMode)
+{
+    threePrinters().open().toPrinters();
+    wizard.chooseRow(1);
+    const auto place = wizard.table().visualRect(wizard.table().model()->index(1, 0)).center();
+    QTest::mouseClick(wizard.table().viewport(), Qt::LeftButton, Qt::ControlModifier, place);
+    EXPECT_EQ(wizard.row(), 1);
+    wizard.table().clearSelection();
+    EXPECT_EQ(wizard.row(), 1);
+    EXPECT_TRUE(isEnabled("_selDev1NextBtn"));
+}
+
+TEST_F(PrinterTables, SelectTheSamePrinterAgainWhereverItsRowIsNow)
+{
+    threePrinters().open().toPrinters();
+    wizard.chooseRow(1);
+    wizard.printers({{"C", "usb://m/p?serial=3"}, {"A", "net:192.0.2.1"}, {"B", "net:192.0.2.2"}});
+    backAndForth();
+    EXPECT_EQ(wizard.row(), 2);
+    wizard.press("_selDev1NextBtn");
+    threePrinters();
+    wizard.press("_prepBackBtn");
+    wizard.waitForPrinters();
+    EXPECT_EQ(wizard.row(), 1);
+}
+
+TEST_F(PrinterTables, SelectTheFirstRowWhereThePrinterIsGoneOrWasTheFirst)
+{
+    threePrinters().open().toPrinters();
+    wizard.printers({{"B", "net:192.0.2.2"}, {"A", "net:192.0.2.1"}});
+    backAndForth();
+    EXPECT_EQ(wizard.row(), 0) << "the first row is the default, whatever stands there";
+    wizard.chooseRow(1);
+    wizard.printers({{"B", "net:192.0.2.2"}, {"D", "net:192.0.2.4"}});
+    backAndForth();
+    EXPECT_EQ(wizard.row(), 0);
+}
+
+TEST_F(PrinterTables, RememberTheRowOverAListThatWasNotFinished)
+{
+    threePrinters().open().toPrinters();
+    wizard.chooseRow(2);
+    wizard.holdSearch("slow");
+    wizard.press("_selDev1BackBtn");
+    wizard.press("_prefNextBtn");
+    EXPECT_EQ(wizard.row(), -1);
+    wizard.press("_selDev1BackBtn");
+    wizard.letSearchGo();
+    wizard.press("_prefNextBtn");
+    wizard.waitForPrinters();
+    EXPECT_EQ(wizard.row(), 2);
+}
+
+TEST_F(PrinterTables, SayWhichPrinterIsAskedAndCanBeLeftMeanwhile)
+{
+    threePrinters().holdSearch("Slow one");
+    wizard.open();
+    wizard.press("_openingNextBtn");
+    wizard.press("_prefNextBtn");
+    EXPECT_EQ(wizard.text("_searchTxt"), "Device_Searching");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return wizard.text("_searchTxt") == "Device_Asking"; }));
+    EXPECT_FALSE(isEnabled("_selDev1NextBtn"));
+    wizard.press("_selDev1CancelBtn");
+    EXPECT_EQ(wizard.alerts.asked().size(), 1U);
+    wizard.press("_selDev1BackBtn");
+    EXPECT_EQ(wizard.page(), "PreferencePage");
+    QTest::qWait(30); // the search that was cancelled tells nothing
+    EXPECT_EQ(wizard.table().model()->rowCount(), 0);
+    EXPECT_EQ(wizard.page(), "PreferencePage");
+}
+
+TEST_F(PrinterTables, SearchAgainOneAtATimeWheneverThePageIsEntered)
+{
+    threePrinters().holdSearch("Slow one");
+    wizard.open();
+    wizard.press("_openingNextBtn");
+    for (int i = 0; i < 3; ++i) {
+        wizard.press("_prefNextBtn");
+        wizard.press("_selDev1BackBtn");
+    }
+    wizard.press("_prefNextBtn");
+    wizard.letSearchGo();
+    wizard.waitForPrinters();
+    EXPECT_EQ(wizard.table().model()->rowCount(), 3);
+    EXPECT_EQ(wizard.row(), 0);
+    EXPECT_GE(wizard.searches(), 2);
+    EXPECT_EQ(wizard.searchesAtOnce(), 1);
+}
+
+TEST_F(PrinterTables, EndWhileASearchStillRuns)
+{
+    wizard.holdSearch("Slow one");
+    wizard.open();
+    wizard.press("_openingNextBtn");
+    wizard.press("_prefNextBtn");
+    wizard.controller.reset(); // cancels, and waits for the search
+    EXPECT_EQ(wizard.searches(), 1);
+}
+
+TEST_F(PrinterTables, RememberTheQueueOnTheSecondPageAsWell)
+{
+    threePrinters().driverOnly().open().toPrinters();
+    wizard.chooseRow(2);
+    wizard.press("_selDev2NextBtn");
+    wizard.printers({{"A", "net:192.0.2.1"}, {"C", "usb://m/p?serial=3"}});
+    wizard.press("_prepBackBtn");
+    wizard.waitForPrinters();
+    EXPECT_EQ(wizard.page(), "SelectDevice2");
+    EXPECT_EQ(wizard.row(), 1);
+    wizard.press("_selDev2BackBtn");
+    EXPECT_EQ(wizard.page(), "PreferencePage");
+}

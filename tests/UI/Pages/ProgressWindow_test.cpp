@@ -1,0 +1,75 @@
+// The window that takes the wizard's place during a run.
+#include "tests/UI/WizardRun.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+
+class ProgressWindows : public RunInTheWizard { };
+
+TEST_F(ProgressWindows, BeginsWithTheProgressWindowInPlaceOfTheWizard)
+{
+    beginWithOneFirmware();
+    EXPECT_FALSE(wizard.window().isVisible());
+    EXPECT_TRUE(wizard.window("_updateWindow").isVisible());
+    EXPECT_EQ(line(), "State_Connection");
+    EXPECT_EQ(bar(), 0);
+    EXPECT_TRUE(wizard.find<BusySign>("_progressAnimation").isAnimated());
+    EXPECT_FALSE(wizard.find<QLabel>("_updateWdwWarningImgView").pixmap().isNull());
+    EXPECT_FALSE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
+    EXPECT_THAT(worker.calls(), ElementsAre("create", "start none 127.0.0.1 5001", "polling 500"));
+}
+
+TEST_F(ProgressWindows, ClosingTheWindowIsRefusedWithTheReasonOnIt)
+{
+    begin();
+    auto& window = wizard.window("_updateWindow");
+    EXPECT_FALSE(window.close());
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(wizard.text("_closeRefusedTxt"), "Update_CloseRefused");
+    EXPECT_TRUE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(wizard.alerts.asked().size(), 1U);
+    EXPECT_FALSE(wizard.controller->hasEnded());
+}
+
+TEST_F(ProgressWindows, EscapeDoesNothingDuringTheRun)
+{
+    begin();
+    auto& window = wizard.window("_updateWindow");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
+    EXPECT_EQ(wizard.alerts.asked().size(), 1U);
+}
+
+TEST_F(ProgressWindows, TheWindowIsWideEnoughForItsWidestLineFromTheStartOn)
+{
+    begin();
+    const auto& progress = wizard.find<QLabel>("_progressCmtTxt");
+    QTest::qWait(1);
+    const auto metrics = progress.fontMetrics();
+    for (const auto* key : {"State_Connection", "State_CheckVersion_Plural",
+                            "State_PrepUpdate_Plural", "State_WriteUpdate_Plural", "State_Updated"})
+        EXPECT_GE(progress.width(), metrics.horizontalAdvance(QLatin1String(key))) << key;
+    const auto& attention = wizard.find<QLabel>("_attentionCmtTxt");
+    EXPECT_GE(attention.height(), attention.heightForWidth(attention.width()));
+}
+class ProgressWindowIn : public ProgressWindows,
+                         public ::testing::WithParamInterface<const char*> { };
+
+TEST_P(ProgressWindowIn, CutsNoTextOff)
+{
+    const Language table(GetParam());
+    begin();
+    expectNothingCut(wizard.window("_updateWindow"));
+    look(state_writing, 1, 2);
+    wizard.window("_updateWindow").close(); // refused, with the reason
+    EXPECT_TRUE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
+    expectNothingCut(wizard.window("_updateWindow"));
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryLanguage, ProgressWindowIn, ::testing::ValuesIn(kLanguages));
+
+} // namespace
