@@ -1,8 +1,8 @@
-// Something that waits on another thread, so that the program can go on noticing signals and
-// showing progress meanwhile.
+// Runs blocking work on another thread, so that the program can handle signals and show progress
+// meanwhile.
 //
 // Owns:    its thread; the destructor joins it.
-// Threads: started and asked by one thread. Where no thread can be had, the work is done at once.
+// Threads: one thread starts and queries it. If no thread can be created, start does the work.
 #pragma once
 #include "CLI/Session.h"
 
@@ -13,7 +13,7 @@
 
 class BackgroundTask {
 public:
-    // The session is notified when the work is done.
+    // Notifies the session when the work is done.
     void start(Session& session, std::function<void()> work)
     {
         const auto whole = [this, &session, job = std::move(work)] {

@@ -1,10 +1,10 @@
-// From the words that name a printer to what the engine connects to.
+// Turns the words that name a printer into a destination for the engine.
 //
-// Threads: called on the command's.
+// Threads: the command's.
 #pragma once
 #include "CLI/Commands.h"
 
-// The destination, or how the command ended without one.
+// The destination, or the command's outcome without one.
 struct DestinationResult {
     std::optional<Destination> destination;
     Outcome outcome;

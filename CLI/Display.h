@@ -1,9 +1,9 @@
-// The error stream as a person sees it: whole lines, and below them at most one live line that is
-// redrawn in place.
+// The error stream for people: whole lines, and below them at most one live line, which is redrawn
+// in place.
 //
 // Owns:      its output stream.
-// Threads:   any; one lock is held for the whole of each call.
-// Invariant: a whole line never stands in the middle of the live line.
+// Threads:   any; each call holds one lock throughout.
+// Invariant: a whole line never appears inside the live line.
 #pragma once
 #include "CLI/Output.h"
 #include "VYM/vymLock.h"
@@ -17,13 +17,13 @@ public:
 
     [[nodiscard]] bool hasLiveLine() const { return m_canRedraw; }
     [[nodiscard]] bool hasColours() const { return m_canColour; }
-    // Asked anew each time: windows change their size.
+    // Queried each time, since windows change their size.
     [[nodiscard]] std::size_t columns() const;
     [[nodiscard]] std::size_t textColumns() const;
 
     void line(std::string_view text);
     void prompt(std::string_view text); // without a line end
-    void live(std::string_view text); // only where there is a live line
+    void live(std::string_view text); // only if the stream supports a live line
     void clearLive();
     void drain();
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-// A reader that takes nothing for so long, at the end of the program, will not come back.
+// A reader that takes nothing for this long at the end of the program has gone for good.
 constexpr int kReaderPatience = 10000; // milliseconds
 
 bool isWritable(int descriptor, int waitMilliseconds)
@@ -46,7 +46,7 @@ bool Output::flush(int waitMilliseconds)
 {
     if (!isWritable(m_descriptor, waitMilliseconds))
         return false;
-    // A pipe that is ready has room for so much; a longer write to it could block.
+    // A ready pipe has room for this many bytes; a longer write could block.
     const auto length = std::min<std::size_t>(m_waiting.size(), PIPE_BUF);
     const auto written = ::write(m_descriptor, m_waiting.data(), length);
     if (written > 0) {

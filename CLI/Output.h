@@ -1,9 +1,9 @@
-// One output stream that never stops its program: what the reader does not take yet waits in
-// memory, and a reader that is gone, or a full disk, ends the writing silently.
+// An output stream that never blocks its program: texts for a slow reader wait in memory; after a
+// reader has gone or a disk is full, it silently writes no more.
 //
-// Owns:      the texts that wait; the descriptor stays the caller's.
+// Owns:      the waiting texts; the caller owns the descriptor.
 // Threads:   one at a time.
-// Invariant: no call but drain waits, and drain waits only while its reader takes something.
+// Invariant: only drain waits, and only while its reader still takes something.
 #pragma once
 #include <cstddef>
 #include <string>
@@ -11,19 +11,19 @@
 
 class Output {
 public:
-    // What may wait for a slow reader; progress beyond it is dropped whole.
+    // The most bytes that wait for a slow reader; further progress texts are dropped.
     static constexpr std::size_t kBacklogLimit = 1024UL * 1024;
 
     explicit Output(int descriptor) : m_descriptor(descriptor), m_broken(descriptor < 0) { }
 
-    void write(std::string_view text); // kept whatever waits already
-    void writeProgress(std::string_view text); // dropped when too much waits
-    void drain(); // hands out what waits, before the program ends
+    void write(std::string_view text); // kept, however much is waiting
+    void writeProgress(std::string_view text); // dropped if too much is waiting
+    void drain(); // writes the waiting texts, before the program ends
 
 private:
-    bool flush(int waitMilliseconds); // false when the reader took nothing
+    bool flush(int waitMilliseconds); // false if the reader took nothing
 
     int m_descriptor;
-    bool m_broken; // nothing is written any more
+    bool m_broken; // writes no more
     std::string m_waiting;
 };

@@ -1,4 +1,4 @@
-// Which of the printers that were found a name on the command line means.
+// Finds the printer that a name on the command line means.
 //
 // Threads: any. Pure functions.
 #pragma once
@@ -9,10 +9,10 @@
 
 struct PrinterChoice {
     enum class Problem : std::uint8_t { none, unknown, several, unsuitable };
-    std::shared_ptr<PrinterInfo> printer; // null where there is a problem
+    std::shared_ptr<PrinterInfo> printer; // null if there is a problem
     Problem problem = Problem::none;
-    std::string message; // what the problem is and how to go on, fit to be shown
+    std::string message; // the problem and the next step, safe to show
 };
 
-// A queue's identifier comes first; names that people read are looked at where none is the same.
+// Compares queues' identifiers first; only if none is equal, their names for people.
 PrinterChoice choosePrinter(const TargetPrinters& made, const std::string& name);

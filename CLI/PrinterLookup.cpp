@@ -9,10 +9,10 @@
 
 namespace {
 
-// For so many seconds a question that is no longer wanted may go on: most have ended by then.
+// The time for an unwanted query to end by itself; most do within it.
 constexpr double kGrace = 1;
 
-// What is being asked, told by one thread and shown by another.
+// The current query: one thread sets it, another shows it.
 class Whereabouts : public PrinterSearchObserver {
 public:
     explicit Whereabouts(Session& session) : m_session(session) { }
@@ -43,7 +43,7 @@ private:
     std::string m_stage VYM_GUARDED_BY(m_lock);
 };
 
-// All that the looking thread works with, so that it can outlive the wait for it.
+// All data of the search thread, so that the thread can outlive the wait for it.
 struct Lookup {
     explicit Lookup(Session& session) : whereabouts(session) { }
     PrinterSearch search;
@@ -51,12 +51,12 @@ struct Lookup {
     Whereabouts whereabouts;
     TargetPrinters made;
     bool isOutOfMemory = false;
-    BackgroundTask task; // last: ends before what it works with
+    BackgroundTask task; // last, so that it ends before its data
 };
 
 void start(Lookup& lookup, Workplace& place)
 {
-    devConnMgr_Instance(); // made on this thread, before another one asks for it
+    devConnMgr_Instance(); // makes it before another thread uses it
     lookup.search = packagedPrinterSearch(place.printServer);
     lookup.task.start(place.session, [&lookup] {
         try {
@@ -67,7 +67,7 @@ void start(Lookup& lookup, Workplace& place)
     });
 }
 
-// Why the wait ended before the looking did, or none.
+// Why the wait ended before the search; StopCause::none if it did not.
 StopCause watch(Lookup& lookup, Workplace& place)
 {
     auto stop = StopCause::none;
@@ -95,7 +95,7 @@ LookupResult lookUpPrinters(Workplace& place)
     const auto stop = watch(*lookup, place);
     if (!lookup->task.isDone()) {
         place.isThreadLeft = true;
-        static_cast<void>(lookup.release()); // its thread's, until the process ends
+        static_cast<void>(lookup.release()); // its thread keeps using it until the process ends
         return {{}, stop};
     }
     if (lookup->isOutOfMemory)

@@ -1,15 +1,15 @@
-// Looks for printers on a thread of its own, and shows meanwhile what is being asked. A signal or
-// the time limit ends it at once: what is being asked may take seconds to answer, but nothing that
-// it could answer is wanted any more.
+// Searches for printers on a thread of its own, and shows meanwhile which device or server is being
+// queried. A signal or the time limit ends it at once, without waiting for the current answer,
+// which may take seconds and is no longer needed.
 //
-// Threads: called on the command's.
+// Threads: the command's.
 #pragma once
 #include "CLI/Commands.h"
 #include "UI/Printers/TargetPrinters.h"
 
 struct LookupResult {
     TargetPrinters made;
-    StopCause stop = StopCause::none; // other than none: nobody knows what there is
+    StopCause stop = StopCause::none; // other than none: the result is unknown
 };
 
 LookupResult lookUpPrinters(Workplace& place);

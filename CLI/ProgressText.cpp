@@ -9,9 +9,9 @@
 
 namespace {
 
-constexpr std::size_t kWidestBar = 40; // more tells nobody more
+constexpr std::size_t kWidestBar = 40; // a wider one shows no more
 constexpr std::size_t kNarrowestBar = 8; // a narrower one is left out
-constexpr double kQuiet = 5; // a wait of so many seconds is worth a word
+constexpr double kQuiet = 5; // a wait of this many seconds is worth mentioning
 constexpr double kKibi = 1024;
 constexpr double kMebi = kKibi * kKibi;
 
@@ -39,7 +39,7 @@ std::string wholeSeconds(double seconds)
 
 std::string bar(double percent, std::size_t columns)
 {
-    if (columns < kNarrowestBar + 3) // the blank before it and its two ends
+    if (columns < kNarrowestBar + 3) // for the blank before it and its two ends
         return {};
     const auto width = std::min(columns - 3, kWidestBar);
     const auto filled = static_cast<std::size_t>(percent / 100 * static_cast<double>(width));

@@ -8,8 +8,8 @@
 namespace {
 
 constexpr std::size_t kUsualColumns = 80;
-// Without the user's locale nobody can tell narrow from wide: counted as wide, a line is at worst
-// shorter than it might be, and never wraps.
+// Without the user's locale, narrow and wide characters look the same. Counting all as wide makes a
+// line at worst shorter than necessary, but it never wraps.
 constexpr std::size_t kWideColumns = 2;
 
 std::string_view environment(const char* name)

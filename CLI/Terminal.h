@@ -1,8 +1,8 @@
-// What stands at the far end of a stream: whether a person may look at it, whether it knows
-// colours and cursor movements, and how wide it is.
+// The properties of a stream's terminal: whether a person may be watching, whether it supports
+// colours and cursor movements, and its width.
 //
 // Owns:    nothing.
-// Threads: any; reads the environment, which nobody writes.
+// Threads: any; reads the environment, which no code writes.
 #pragma once
 #include <cstddef>
 #include <string>
@@ -16,18 +16,18 @@ struct Console {
 };
 
 bool isTerminal(int descriptor);
-// A terminal that can go back to the start of a line and clear it.
+// The terminal can return to the start of a line and clear it.
 bool canRedraw(int descriptor);
-// canRedraw, and nobody refused colours.
+// canRedraw, and the user has not disabled colours.
 bool canColour(int descriptor, bool refused);
-// In columns; 80 where the stream does not tell.
+// In columns; 80 if unknown.
 std::size_t columnsOf(int descriptor);
-// How wide whole sentences may be: no limit where no terminal would break them.
+// The width for whole sentences: unlimited if no terminal would wrap them.
 std::size_t textColumnsOf(int descriptor);
 
-// How many columns a text may need: one for each ASCII character, two for any other.
+// The most columns that a text may need: one for each ASCII character, two for any other.
 std::size_t columnsNeeded(std::string_view text);
-// The longest front of text that needs no more than so many columns.
+// The longest prefix of text that fits into these columns.
 std::string_view fitColumns(std::string_view text, std::size_t columns);
-// The text in lines of so many columns, broken at blanks; a longer word gets a line of its own.
+// The text in lines of this width, broken at blanks; a longer word gets a line of its own.
 std::string wrapped(std::string_view text, std::size_t columns);

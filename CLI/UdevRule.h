@@ -1,11 +1,11 @@
-// What lets people who sit at this computer open the maker's USB printers: one line in one file.
+// The udev rule that lets users at this computer open the maker's USB printers: one line in a file.
 //
 // Threads: any. Pure functions.
 #pragma once
 #include <string>
 
-// Its number is below those of the rules that turn the tag into a permission.
+// Its number is lower than those of the rules that turn the tag into a permission.
 std::string udevRuleFile();
 std::string udevRuleLine(); // without its end
-// How to put it there, as whole sentences; the line is shown beside them.
+// How to install it, as whole sentences; the line is shown beside them.
 std::string udevAdvice();

@@ -50,7 +50,7 @@ void AtomicFile::discard()
     m_temporary.clear();
 }
 
-// Whether the name is free; anything but a file cannot be replaced with force either.
+// Whether the name is free; only a file can be replaced, even with force.
 bool AtomicFile::isFree()
 {
     switch (takenBy(m_path)) {
@@ -83,7 +83,7 @@ bool AtomicFile::open()
     return failWithErrno();
 }
 
-// A file that is replaced keeps its permissions.
+// A replaced file keeps its permissions.
 bool AtomicFile::keepModeOfExisting()
 {
     struct stat status { };
@@ -94,7 +94,7 @@ bool AtomicFile::keepModeOfExisting()
     return ::fchmod(m_fd.get(), status.st_mode & kPermissions) == 0 || failWithErrno();
 }
 
-// Where the file system cannot refuse a taken name by itself, a look just before has to do.
+// If the file system cannot refuse a taken name by itself, a check just before must suffice.
 bool AtomicFile::takeName()
 {
     if (m_existing == Existing::kept) {
@@ -119,8 +119,8 @@ bool AtomicFile::commit()
         return false;
     m_temporary.clear();
     m_fd.reset();
-    // The new name itself reaches the disk with its folder; where that cannot be asked for, the
-    // file is complete all the same.
+    // Flushing the folder brings the new name to the disk; if that fails, the file is complete
+    // nevertheless.
     const UniqueFd folder(::open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.isOpen())
         ::fsync(folder.get());

@@ -1,6 +1,6 @@
-// A file that appears under its name whole or not at all: written beside its place under a
-// temporary name, flushed to the disk, then renamed. Without commit() no file is left and
-// an existing file of that name stays as it was.
+// A file that appears under its name completely or not at all: written in the same folder under a
+// temporary name, flushed to the disk, then renamed. Without commit() no new file remains, and an
+// existing file of that name stays unchanged.
 //
 // Owns:    the temporary file until commit() succeeds.
 // Threads: none of its own.
@@ -14,13 +14,13 @@ namespace vympack {
 
 class AtomicFile final : public ByteSink {
 public:
-    // Existing::kept refuses (exit code 1) where the name is taken, even by a link that leads
-    // nowhere; Existing::replaced replaces what has the name, a link too.
+    // Existing::kept refuses (exit code 1) if the name is taken, even by a dangling link;
+    // Existing::replaced replaces a file or link of that name.
     enum class Existing { replaced, kept };
     AtomicFile(std::string path, Existing existing);
     ~AtomicFile() override;
 
-    // Each is false with a reason() when it fails; open() comes first, commit() last.
+    // On failure each returns false, and reason() says why. open() comes first, commit() last.
     [[nodiscard]] bool open();
     [[nodiscard]] bool commit();
 
@@ -34,7 +34,7 @@ private:
     Existing m_existing;
     std::string m_path;
     std::string m_folder;
-    std::string m_temporary; // empty when there is none to remove
+    std::string m_temporary; // empty if there is none to remove
     UniqueFd m_fd;
 };
 

@@ -1,5 +1,5 @@
-// Where the bytes of a package go: a file or the standard output. Counts and digests what was
-// written; a person's wish to stop is heard before each piece.
+// The destination of a package's bytes: a file or the standard output. Counts and digests the
+// written bytes; checks before each piece whether the user wants to stop.
 //
 // Owns:    the counts and the digest.
 // Threads: none of its own.
@@ -20,21 +20,21 @@ public:
     ByteSink& operator=(const ByteSink&) = delete;
     virtual ~ByteSink() = default;
 
-    // False with a reason() and an exitCode() when it fails.
+    // On failure returns false, and sets reason() and exitCode().
     [[nodiscard]] bool write(const void* data, std::size_t length);
-    // Appends a stretch of another file, piece by piece; adds it to the digest, if there is one.
+    // Appends a range of another file, piece by piece; adds it to the digest, if given.
     [[nodiscard]] bool copy(const InputFile& from, std::uint64_t offset, std::uint64_t length,
                             Sha256* digest = nullptr);
     [[nodiscard]] const std::string& reason() const { return m_reason; }
     [[nodiscard]] int exitCode() const { return m_exitCode; }
     [[nodiscard]] std::uint64_t written() const { return m_written; }
-    // The digest of all that was written; called once, after the last byte.
+    // The digest of all written bytes; must be called once, after the last byte.
     [[nodiscard]] std::string digest() { return m_digest.finish(); }
 
 protected:
     ByteSink() = default;
     bool fail(std::string reason, int exitCode);
-    bool failWithErrno(); // the system's word for it
+    bool failWithErrno(); // with the system's message
     virtual int descriptor() const = 0;
 
 private:
@@ -46,7 +46,7 @@ private:
     Sha256 m_digest;
 };
 
-// The standard output, which stays open; what was written before a failure has gone out.
+// The standard output, which stays open; bytes written before a failure cannot be taken back.
 class StandardOutput final : public ByteSink {
 private:
     [[nodiscard]] int descriptor() const override;

@@ -9,7 +9,7 @@ namespace vympack {
 
 namespace {
 
-// False with a complaint when what is to be checked cannot be read.
+// False with a complaint if the file or folder cannot be read.
 bool findDefects(const std::string& path, Defects& defects, Streams streams)
 {
     std::error_code error;

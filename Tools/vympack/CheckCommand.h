@@ -1,4 +1,4 @@
-// Names everything that is wrong in a package, a description or a folder.
+// Names every defect of a package, a description or a folder.
 //
 // Threads: one.
 #pragma once

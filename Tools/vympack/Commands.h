@@ -1,5 +1,5 @@
-// What the commands share: where their words go, the files they open, and the reading commands
-// that need no room of their own.
+// Shared by the commands: their output streams, opening files, and the reading commands that need
+// no room of their own.
 //
 // Threads: one.
 #pragma once
@@ -14,20 +14,20 @@
 
 namespace vympack {
 
-// Results go to one stream, reasons of a failure to the other.
+// Results go to one stream, reasons of failures to the other.
 struct Streams {
     std::ostream& results;
     std::ostream& errors;
 };
 
 void complain(Streams streams, const std::string& what, const std::string& reason);
-// False with a complaint when the file cannot be read.
+// False with a complaint if the file cannot be read.
 bool openInput(const std::string& path, InputFile& file, Streams streams);
-// Opens a package and reads its table; an exit code when that fails.
+// Opens a package and reads its table; returns an exit code if that fails.
 std::optional<int> openTable(const std::string& path, InputFile& file, Table& table,
                              Streams streams);
 
-// Each command gives the program's exit code.
+// Each command returns the program's exit code.
 int listPackage(const std::string& path, bool json, Streams streams);
 int extractPackage(const std::string& path, const ExtractionOrder& order, Streams streams);
 

@@ -84,7 +84,7 @@ Entry decode(const EntryBytes& bytes, std::uint64_t place)
     return entry;
 }
 
-// A stretch of the container that belongs to one owner; entry is none for table and trailer.
+// A range of the container with one owner; entry is null for table and trailer.
 struct Stretch {
     std::uint64_t begin;
     std::uint64_t end;

@@ -1,5 +1,5 @@
 // The layout of a package container: file data, a table of 40-byte entries, and a trailer in the
-// last 16 bytes that says where the table is. Integers are 32 bits, little-endian.
+// last 16 bytes with the table's offset. Integers are 32 bits, little-endian.
 //
 // Threads: any. Values only; reads and writes no file.
 #pragma once
@@ -10,7 +10,7 @@
 
 namespace vympack {
 
-inline constexpr std::string_view kMagic{"VYMBIND\0", 8}; // its NUL belongs to it
+inline constexpr std::string_view kMagic{"VYMBIND\0", 8}; // including its NUL
 inline constexpr std::size_t kTrailerSize = 16;
 inline constexpr std::size_t kCountInTrailer = 4;
 inline constexpr std::size_t kMagicInTrailer = 8;
@@ -20,14 +20,14 @@ inline constexpr std::size_t kNameSize = 32; // the last byte is the closing NUL
 inline constexpr std::size_t kOffsetInEntry = 32;
 inline constexpr std::size_t kSizeInEntry = 36;
 
-// A package holds a handful of files, looked up one after the other; a greater table is damage.
+// A package has a handful of files, looked up one after the other; a larger table is damaged.
 inline constexpr std::uint32_t kMostEntries = 4096;
 // Every position in the file has to fit the 32-bit fields.
 inline constexpr std::uint64_t kMostBytes = 0xFFFFFFFF;
 
-inline constexpr std::string_view kPackageName = "VYMBINDDATA"; // as the programs look for it
+inline constexpr std::string_view kPackageName = "VYMBINDDATA"; // the programs look for this name
 inline constexpr std::string_view kDescriptionName = "VYMINFO.txt";
-// A description is a few dozen rows; what is larger than this is another file by mistake.
+// A description has a few dozen rows; a larger file is another one, taken by mistake.
 inline constexpr std::uint64_t kMostDescription = std::uint64_t{16} * 1024 * 1024;
 
 using TrailerBytes = std::array<unsigned char, kTrailerSize>;

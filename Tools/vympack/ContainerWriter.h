@@ -12,17 +12,17 @@
 
 namespace vympack {
 
-// A file that is to go into a package, opened.
+// An open file that is to go into a package.
 struct Input {
     std::string path;
-    std::string name; // as embedded: the file's name without its folders
+    std::string name; // in the package: the file's name without folders
     InputFile file;
-    std::optional<std::string> text; // goes in instead of the file's bytes
+    std::optional<std::string> text; // replaces the file's bytes
 
     [[nodiscard]] std::uint64_t size() const { return text ? text->size() : file.size(); }
 };
 
-// A file as it went into a package.
+// A file that was written into a package.
 struct PackedFile {
     std::string name;
     std::uint64_t offset = 0;
@@ -31,8 +31,8 @@ struct PackedFile {
 };
 
 std::uint64_t containerSize(const std::vector<Input>& inputs);
-// The inputs have passed every check. Appends what went in to packed; false when writing fails, and
-// then out has the reason.
+// The inputs must have passed every check. Appends the written files to packed; false if writing
+// fails, and then out has the reason.
 [[nodiscard]] bool writeContainer(const std::vector<Input>& inputs, ByteSink& out,
                                   std::vector<PackedFile>& packed);
 

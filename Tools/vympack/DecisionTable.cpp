@@ -12,10 +12,10 @@ namespace vympack {
 
 namespace {
 
-// Wide enough for the longest form of a version and of a sample's name.
+// Wide enough for the longest version form and sample name.
 constexpr int kVersionWidth = 20;
 
-// A printer that lists each firmware at its n-th sample: all rows are decided in one go.
+// A printer that lists each firmware with its n-th sample, so that one pass decides all rows.
 std::vector<TableRow> decideSample(const PackageFacts& package, SimulatedPrinter& printer,
                                    std::size_t n)
 {

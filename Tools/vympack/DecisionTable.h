@@ -1,6 +1,7 @@
-// Installed versions against decisions, for every firmware of the package that the engine has open.
+// A table of installed versions and their decisions, for every firmware of the engine's open
+// package.
 //
-// Owns:    its texts, by value; all of them fit to be shown.
+// Owns:    its texts, by value; all are safe to show.
 // Threads: one, the one that opened the package.
 #pragma once
 #include "Tools/vympack/SimulatedPrinter.h"

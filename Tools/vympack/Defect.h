@@ -1,9 +1,9 @@
-// What the checks say about a package: a kind of defect, where it is and what to do about it.
-// Texts are kept as the package has them; whoever prints them makes them printable.
+// A result of the checks: the kind of defect, its place and the remedy. Texts are the package's
+// own; the code that prints them makes them printable.
 //
 // Owns:      its texts, by value.
 // Threads:   none of its own.
-// Invariant: of each kind at most kKeptPerKind defects are kept; the counts know of all of them.
+// Invariant: at most kKeptPerKind defects of each kind are kept; the counts include all of them.
 #pragma once
 #include <cstddef>
 #include <cstdint>
@@ -21,11 +21,11 @@ enum class Severity { warning, error };
 struct DefectKind {
     std::string_view name;
     Severity severity;
-    std::string_view why; // it matters: which program does what with such a package
+    std::string_view why; // it matters: the effect on a program
 };
 
-// A file, perhaps a file embedded in it, and the byte or the row and column; rows and columns
-// count from 1, and 0 means that the defect belongs to no single row.
+// A file, perhaps a file embedded in it, and the byte or the row and column. Rows and columns
+// count from 1; 0 means that the defect belongs to no single row.
 struct Place {
     std::string file;
     std::string member;
@@ -38,12 +38,12 @@ struct Defect {
     DefectKind kind;
     Place place;
     std::string message;
-    std::string instead; // the row to write instead; empty where no single row is the remedy
+    std::string instead; // the row to write instead; empty if no single row is the remedy
 };
 
 class Defects {
 public:
-    // A broken text can hold millions of the same defect; a person reads the first few.
+    // A broken text can have millions of the same defect; a person reads the first few.
     static constexpr std::size_t kKeptPerKind = 100;
 
     void add(DefectKind kind, Place place, std::string message, std::string instead = {});

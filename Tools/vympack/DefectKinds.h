@@ -1,6 +1,5 @@
-// Every kind of defect that a package can have. An error is what makes an update fail, end early
-// or pass a firmware over; a warning is what most likely was meant otherwise. Each kind says why it
-// matters: which program does what with such a package.
+// Every kind of defect of a package. An error makes an update fail, end early or skip a firmware; a
+// warning is probably a mistake. Each kind says why it matters: the effect on a program.
 //
 // Threads: any; constants.
 #pragma once

@@ -10,7 +10,7 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kUtf16LittleMark = "\xFF\xFE";
 constexpr std::string_view kUtf16BigMark = "\xFE\xFF";
 
-// A kind of bad byte: the first one is reported, with the number of them all.
+// A kind of bad byte: only the first is reported, with the number of all.
 struct Finding {
     DefectKind kind;
     const char* what;
@@ -37,7 +37,7 @@ void report(const Finding& finding, Defects& defects)
                 number + std::string(finding.what) + ": " + finding.advice);
 }
 
-// Walks the bytes, copies them with whole row ends and notes what it met.
+// Copies the bytes, completes row ends and records defects.
 class Repair {
 public:
     Repair(std::string_view text, Place place) : m_text(text), m_place(std::move(place))

@@ -16,15 +16,15 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t";
 
-// A row that came without a blank may have the equals sign of "KEY=value".
+// A row without a blank may have the equals sign of "KEY=value".
 std::string withoutEquals(std::string_view value)
 {
     const auto begin = value.find_first_not_of("= \t");
     return std::string(begin == value.npos ? std::string_view() : value.substr(begin));
 }
 
-// What could not be shown as it is: control characters, bytes that are no UTF-8, signs that turn
-// the direction of reading. A tab parts words, and a NUL has a defect of its own.
+// Reports text that is not safe to show: control characters, invalid UTF-8, characters that change
+// the reading direction. A tab separates words, and a NUL has a defect of its own.
 void checkPrintable(const KeyedRow& row, const RowReport& report)
 {
     std::string shown(row.text);
@@ -39,7 +39,7 @@ void checkPrintable(const KeyedRow& row, const RowReport& report)
               "the text holds a sign that cannot be shown: write it in printable UTF-8");
 }
 
-// Without DEVICEIDMODELNAME a USB printer's model is compared up to its first blank or "(".
+// Without DEVICEIDMODELNAME, a USB printer's model is compared up to its first blank or "(".
 void checkUsbModel(vymParse& parsed, const RowReport& report)
 {
     std::vector<std::string> names;
@@ -70,7 +70,7 @@ void checkKeyed(const KeyedRow& row, const RowReport& report)
     checkPrintable(row, report);
 }
 
-// A row of no key is ignored; that is fine for blank rows and comments.
+// A row without a key is ignored; that is fine for blank rows and comments.
 void checkUnkeyed(std::string_view row, std::size_t number, const RowReport& report)
 {
     const auto blanks = row.find_first_not_of(kBlanks);
@@ -134,7 +134,7 @@ void checkDuplicates(const std::vector<KeyedRow>& own, const RowReport& report)
     }
 }
 
-// Readers take the first row that begins with the key, be it a row of a longer word.
+// Readers take the first row that begins with the key, even if its word is longer.
 void checkSingle(const KeyRule& rule, const std::vector<KeyedRow>& rows, const RowReport& report)
 {
     const auto own = rowsOf(rule, rows);
@@ -171,7 +171,7 @@ void checkDescription(std::string_view text, const Place& place,
         return;
     const RowReport report(place, defects);
     const auto rows = keyedRows(*meant, report);
-    vymParse parsed; // the text as the updater reads it
+    vymParse parsed; // the updater's reading of the text
     yesno_type versionRule = yesno_none;
     if (parsed.loadData(meant->data(), meant->size(), load_vyminfo))
         parsed.getAllowVersionDown(versionRule);

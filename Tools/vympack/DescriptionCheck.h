@@ -1,6 +1,6 @@
-// Checks a description text whole: its bytes, which rows belong to which key, and what they say.
+// Checks a whole description text: its bytes, the keys of its rows, and their values.
 //
-// Threads: any. Keeps nothing but the defects.
+// Threads: any. Keeps only the defects.
 #pragma once
 #include "Tools/vympack/FileNames.h"
 
@@ -9,8 +9,8 @@
 
 namespace vympack {
 
-// The place names the description; files are all that the package holds, or null where images are
-// not to be looked for.
+// The place names the description; files are all files of the package, or null if images are not to
+// be looked for.
 void checkDescription(std::string_view text, const Place& place,
                       const std::vector<EmbeddedFile>* files, Defects& defects);
 

@@ -14,8 +14,8 @@ namespace vympack {
 namespace {
 
 constexpr int kMostSeconds = std::numeric_limits<int>::max() / 1000; // as milliseconds in 32 bits
-constexpr std::size_t kMostSlips = 2; // more, and it is another word
-constexpr std::size_t kLettersPerSlip = 3; // a short word with two slips is another word, too
+constexpr std::size_t kMostSlips = 2; // with more it is another word
+constexpr std::size_t kLettersPerSlip = 3; // a short word with two slips is also another word
 
 constexpr std::array<KeyRule, 19> kRules{{
     {"TGMNAME", "\"Model 100\"", ValueType::text, 0, 0, &defect::kMissingKey,
@@ -44,10 +44,10 @@ constexpr std::array<KeyRule, 19> kRules{{
      "the package updates nothing; add a row for each firmware"},
 }};
 
-// The keys of the text that a printer sends about itself.
+// The keys of a printer's TargetInfo.txt.
 constexpr std::string_view kPrinterKeys[] = {"MAXPACKET", "SUPPORT_COMMAND"};
 
-// How many letters have to be put in, left out, changed or swapped with their neighbour.
+// The number of letters to insert, delete, change or swap with their neighbour.
 std::size_t slipsBetween(std::string_view left, std::string_view right)
 {
     const auto width = right.size() + 1;

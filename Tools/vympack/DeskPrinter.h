@@ -1,10 +1,10 @@
-// A virtual printer inside this process, on a free port of the loopback: it takes an update as a
-// printer would, keeps the digest of every firmware and what it saw of the conversation.
+// A virtual printer inside this process, on a free loopback port: takes an update like a real one,
+// keeps the digest of every firmware and a record of the conversation.
 //
 // Owns:      its socket and its thread, which end with it.
-// Threads:   made, stopped and read on one thread; serves on another one in between.
-// Invariant: received() and steps() are read after stop() only.
-// Shares nothing with the engine: it reads the wire by itself.
+// Threads:   made, stopped and read on one thread; in between serves on another.
+// Invariant: received() and steps() are read only after stop().
+// Shares no code with the engine: it decodes the wire itself.
 #pragma once
 #include "Tools/vympack/Sha256.h"
 #include "Tools/vympack/UniqueFd.h"
@@ -18,15 +18,15 @@
 namespace vympack {
 
 struct ReceivedFirmware {
-    std::string name; // as the updater called it
+    std::string name; // the updater's name for it
     std::uint64_t size = 0;
-    std::string sha256; // empty while it is not complete
+    std::string sha256; // empty until it is complete
 };
 
-// Packets of one kind that came one after the other.
+// Consecutive packets of one kind.
 struct PrinterStep {
     std::uint16_t command = 0;
-    std::string name; // of a file or firmware; empty where the packet has none
+    std::string name; // of a file or firmware; empty if the packet has none
     std::uint64_t packets = 0;
     std::uint64_t bytes = 0; // of firmware
 };
@@ -38,7 +38,7 @@ public:
     DeskPrinter& operator=(const DeskPrinter&) = delete;
     ~DeskPrinter();
 
-    // Why it cannot serve; empty when it does.
+    // Why it cannot serve; empty if it does.
     [[nodiscard]] const std::string& error() const { return m_error; }
     [[nodiscard]] std::uint16_t port() const { return m_port; }
     void stop();

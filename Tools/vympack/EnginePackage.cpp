@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A folder in which the file has the name that the engine looks for; empty when none can be made.
+// A folder in which the file has the name that the engine expects; empty if it cannot be made.
 std::string linkedFolder(const fs::path& file)
 {
     std::error_code error;
@@ -24,7 +24,7 @@ std::string linkedFolder(const fs::path& file)
     return folder;
 }
 
-// People are told of the file that they named, not of the link to it.
+// Messages name the user's file, not the link to it.
 void replaceAll(std::string& text, const std::string& from, const std::string& to)
 {
     for (auto at = text.find(from); at != text.npos; at = text.find(from, at + to.size()))

@@ -1,7 +1,8 @@
-// A package opened for the engine: as the programs open it, whatever its file is called. The engine
-// keeps one package for the length of the process.
+// Opens a package for the engine in the same way as the programs, whatever the file's name. The
+// engine keeps one package until the process ends.
 //
-// Owns:    a folder with a link, where the file's own name or place would not do; gone with it.
+// Owns:    a folder with a link, if the file's own name or place does not suffice; the destructor
+//          removes it.
 // Threads: one, before any worker starts.
 #pragma once
 #include "UI/Package/PackageFacts.h"
@@ -19,12 +20,12 @@ public:
     EnginePackage& operator=(const EnginePackage&) = delete;
     ~EnginePackage();
 
-    // Null where an update would be refused before a printer is looked for; problem() says why.
+    // Null if an update would be refused before a search for printers; problem() says why.
     [[nodiscard]] const PackageFacts* facts() const { return m_facts ? &*m_facts : nullptr; }
     [[nodiscard]] const std::string& problem() const { return m_problem; }
 
 private:
-    std::string m_folder; // ours; empty when there is none
+    std::string m_folder; // the folder with the link, or empty
     std::optional<PackageFacts> m_facts;
     std::string m_problem;
 };

@@ -11,7 +11,7 @@ namespace vympack {
 
 namespace {
 
-// Why an entry's data may not be written to a path, or empty.
+// Why an entry's data must not be written to a path, or empty.
 std::string whyRefused(const InputFile& file, const Entry& entry, const std::string& path,
                        bool force)
 {
@@ -51,7 +51,7 @@ ExtractionResult extract(const InputFile& file, const Table& table, const Extrac
     for (const auto& entry : table.entries) {
         if (!order.names.empty() && !wanted.contains(entry.name))
             continue;
-        // Of two files with one name only the first is ever read.
+        // Of two files with the same name, readers see only the first.
         const auto reason = taken.insert(entry.name).second
             ? unpack(file, entry, order, result.exitCode)
             : "an earlier file of the package has that name";

@@ -1,5 +1,5 @@
-// Unpacks embedded files into one folder and nowhere else. Names and positions come from the
-// package and are not trusted; what cannot be unpacked safely is refused with a message.
+// Unpacks embedded files into one folder and never outside it. Names and positions come from the
+// package and are not trusted; an unsafe file is refused with a message.
 //
 // Threads: none of its own.
 #pragma once
@@ -14,7 +14,7 @@ namespace vympack {
 struct ExtractionOrder {
     std::string folder = ".";
     std::vector<std::string> names; // empty: every file
-    bool force = false; // replace what is there
+    bool force = false; // replace existing files
 };
 
 struct ExtractionResult {

@@ -1,5 +1,5 @@
-// The rules for the names of embedded files and for the list of files that makes a package.
-// Names come from whoever made the package: none may lead out of the folder it is unpacked into.
+// The rules for the names of embedded files and for the list of a package's files. Names come from
+// the package's maker; none may lead out of the folder that it is unpacked to.
 //
 // Threads: any.
 #pragma once
@@ -18,9 +18,9 @@ struct EmbeddedFile {
     Place place;
 };
 
-// Why a name must not become a file's name, or empty when it may.
+// Why a name must not become a file's name; empty if it may.
 std::string_view whyUnsafe(std::string_view name);
-// The list as a whole, then each name in it; whole is the place of what belongs to no single file.
+// Checks the list as a whole, then each name; whole is the place of defects of no single file.
 void checkFiles(const std::vector<EmbeddedFile>& files, const Place& whole, Defects& defects);
 
 } // namespace vympack

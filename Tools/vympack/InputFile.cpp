@@ -12,7 +12,7 @@ namespace vympack {
 
 bool InputFile::open(const std::string& path, std::string& reason)
 {
-    // Without O_NONBLOCK the opening of a pipe would wait for its writer.
+    // Without O_NONBLOCK, opening a pipe would wait for its writer.
     m_fd = UniqueFd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status { };
     if (!m_fd.isOpen() || ::fstat(m_fd.get(), &status) != 0) {

@@ -1,4 +1,4 @@
-// A regular file opened for reading at any position. Pipes, folders and devices are refused: a
+// A regular file, open for reading at any position. Refuses pipes, folders and devices, since a
 // package and its inputs are read more than once.
 //
 // Owns:    its descriptor.
@@ -15,16 +15,16 @@ namespace vympack {
 
 class InputFile {
 public:
-    // False with a reason when the file cannot be read.
+    // False with a reason if the file cannot be read.
     [[nodiscard]] bool open(const std::string& path, std::string& reason);
     [[nodiscard]] std::uint64_t size() const { return m_size; }
-    // True when all of the length bytes were read.
+    // Whether all length bytes were read.
     [[nodiscard]] bool readAt(std::uint64_t offset, void* buffer, std::size_t length) const;
-    // Reads a stretch into text, which the caller has bounded.
+    // Reads a range into text; the caller bounds its length.
     [[nodiscard]] bool readText(std::uint64_t offset, std::size_t length, std::string& text) const;
-    // True when path names the very file that is open here.
+    // Whether path names the same file as this.
     [[nodiscard]] bool isSameFile(const std::string& path) const;
-    // The SHA-256 of a stretch; empty when it cannot be read to its end.
+    // The SHA-256 of a range; empty if it cannot be read completely.
     [[nodiscard]] std::string digest(std::uint64_t offset, std::uint64_t length) const;
 
 private:

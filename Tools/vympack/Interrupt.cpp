@@ -22,11 +22,11 @@ void catchInterrupts()
     action.sa_handler = raiseFlag;
     for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU}) {
         struct sigaction before { };
-        // Who started the program may have had it ignore a signal, as nohup does.
+        // The program's starter, such as nohup, may have set a signal to be ignored.
         if (::sigaction(number, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
             ::sigaction(number, &action, nullptr);
     }
-    // A limit of file size and a reader that went away are failures of a write, not the end.
+    // A file size limit and a closed pipe are failures of a write; they do not end the program.
     action.sa_handler = SIG_IGN;
     for (const int number : {SIGXFSZ, SIGPIPE})
         ::sigaction(number, &action, nullptr);

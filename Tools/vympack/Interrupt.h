@@ -1,6 +1,6 @@
-// Lets a person or a limit stop a long write without leaving half a file: the signals that ask the
-// program to end only raise a flag, and the writing of files ends when it is up. A write beyond the
-// limit of file size, or to a closed pipe, fails like any other.
+// Lets a user or a limit stop a long write without leaving a partial file: ending signals only set
+// a flag, which stops the writing. A write beyond the file size limit or to a closed pipe fails
+// like any other.
 //
 // Threads: any; the flag is the only state.
 #pragma once

@@ -40,7 +40,7 @@ std::string withRowEnds(std::string_view text)
     return out;
 }
 
-// A description too large to read is left to the checks.
+// The checks report a description that is too large to read.
 void mendRowEnds(std::vector<Input>& inputs)
 {
     for (auto& input : inputs) {
@@ -51,7 +51,7 @@ void mendRowEnds(std::vector<Input>& inputs)
     }
 }
 
-// A link is followed, so that the file it leads to is what is replaced.
+// Follows a link, so that the file behind it is replaced.
 std::string outputPath(const std::string& path)
 {
     std::error_code error;
@@ -76,7 +76,7 @@ int fail(const MakeOrder& order, const ByteSink& out, Streams streams)
     return out.exitCode();
 }
 
-// The package itself takes the results' place, so what is said about it goes beside.
+// The package goes to the results' stream, so the report goes to the other one.
 int writeToOutput(const MakeOrder& order, const std::vector<Input>& inputs, Streams streams)
 {
     if (::isatty(STDOUT_FILENO) == 1) {

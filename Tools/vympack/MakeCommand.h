@@ -1,4 +1,4 @@
-// Makes a package out of files that pass all checks, and says what it wrote.
+// Makes a package from files that pass all checks, and reports what it wrote.
 //
 // Threads: one.
 #pragma once
@@ -6,13 +6,13 @@
 
 namespace vympack {
 
-inline constexpr const char* kStandardOutput = "-"; // as the name of an output
+inline constexpr const char* kStandardOutput = "-"; // this output name means the standard output
 
 struct MakeOrder {
-    std::string path; // of the package; kStandardOutput writes it there
+    std::string path; // of the package, or kStandardOutput
     std::vector<std::string> inputs;
     bool force = false; // replace a file that exists
-    bool crlf = false; // end the description's rows in CR LF, whatever they end in
+    bool crlf = false; // end the description's rows with CR LF, whatever their own ends
     bool sort = false; // by name, so that the order of the inputs does not matter
     bool json = false;
 };

@@ -34,7 +34,7 @@ bool isDescription(const std::string& name)
     return name == kDescriptionName;
 }
 
-// Of a file that is no package only its name can tell.
+// A file that is no package is recognised by its name only.
 bool isLoneDescription(const InputFile& file, const std::string& path)
 {
     constexpr std::string_view kEnding = ".txt";
@@ -46,7 +46,7 @@ bool isLoneDescription(const InputFile& file, const std::string& path)
     return isText && !isPackage;
 }
 
-// The images that the description's rows name and that lie beside it, each once.
+// The images that the description's rows name and that are in the folder, each once.
 std::vector<Input> inputsBeside(const std::string& folder, Input description)
 {
     std::vector<Input> inputs;

@@ -1,7 +1,7 @@
-// All checks of a package: of a container that exists, of the inputs of one that does not yet, of a
+// All checks of a package: of an existing container, of the inputs of a future one, of a
 // description alone, and of a folder.
 //
-// Threads: none of its own; the files stay the caller's.
+// Threads: none of its own; the caller owns the files.
 #pragma once
 #include "Tools/vympack/ContainerWriter.h"
 #include "Tools/vympack/Defect.h"
@@ -11,16 +11,16 @@
 
 namespace vympack {
 
-// The path is for the places of the defects.
+// path is for the places of the defects.
 void checkContainer(const InputFile& file, const std::string& path, Defects& defects);
-// Whatever would be a defect of the container that is made of these inputs.
+// Finds every defect that a container made from these inputs would have.
 void checkInputs(const std::vector<Input>& inputs, const std::string& path, Defects& defects);
-// A description without its images, which are not looked for.
+// A description alone; does not look for its images.
 void checkLoneDescription(const InputFile& file, const std::string& path, Defects& defects);
-// A package, or a description: a file without a package's end whose name ends in ".txt".
+// A package or a description, which is a file named *.txt without a package's trailer.
 void checkFile(const InputFile& file, const std::string& path, Defects& defects);
-// The description in a folder with the images that it names, and the package in it: what is there.
-// False with a reason when neither is there, or one of them cannot be read.
+// The description in a folder with its images, and the package in the folder, if they exist. False
+// with a reason if both are missing or one cannot be read.
 bool checkFolder(const std::string& folder, Defects& defects, std::string& reason);
 
 } // namespace vympack

@@ -1,6 +1,6 @@
-// Texts of unknown origin made fit for a terminal and for JSON, however long they are.
+// Makes texts of unknown origin and any length safe for a terminal and for JSON.
 //
-// Threads: any. Reads nothing but its argument.
+// Threads: any. Reads only its argument.
 #pragma once
 #include "UI/Text/PlainText.h"
 

@@ -16,7 +16,7 @@ constexpr const char* kAddress = "127.0.0.1";
 constexpr unsigned long kPolling = 500; // milliseconds between two queries, as in a real run
 constexpr auto kLook = std::chrono::milliseconds(5); // between two looks at the record
 
-// Looks at the worker until it has come to an end of its own, or a person wants to stop.
+// Looks at the worker until it has ended by itself or the user wants to stop.
 void watch(void* worker, std::size_t firmwareCount, UpdateFacts& facts)
 {
     for (;;) {
@@ -45,7 +45,7 @@ void WithoutPauses::sleepMilliseconds(unsigned long /*milliseconds*/) { }
 
 unsigned long WithoutPauses::waitLimit(unsigned long milliseconds) const
 {
-    return std::min(milliseconds, 1UL); // a poll without a pause would take a whole processor
+    return std::min(milliseconds, 1UL); // polling without a pause would use a whole processor
 }
 
 Outcome rehearse(const PackageFacts& package, std::uint16_t port)
@@ -53,7 +53,7 @@ Outcome rehearse(const PackageFacts& package, std::uint16_t port)
     UpdateFacts facts;
     facts.address = kAddress;
     facts.lastRecord.m_result = result::kSuccess;
-    std::string address = kAddress; // the worker's, until it has ended
+    std::string address = kAddress; // the worker uses it until it has ended
     void* worker = vym_thread_create();
     if (vymThread_UpdateStart(worker, nullptr, address.data(), port)) {
         vymThread_SetPolling(worker, kPolling);

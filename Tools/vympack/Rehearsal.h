@@ -1,7 +1,7 @@
-// One whole update of a printer on this computer by the engine's own worker.
+// One whole update of a printer on this computer, run by the engine's worker.
 //
 // Owns:    the worker, for the length of the call.
-// Threads: blocks its caller's; the worker runs on a thread of its own.
+// Threads: blocks the caller's; the worker runs on its own.
 #pragma once
 #include "CLI/Conclusion.h"
 
@@ -9,7 +9,7 @@
 
 namespace vympack {
 
-// Takes every pause out of the engine while it lives. For a printer that needs none.
+// While it lives, the engine makes no pauses. For a printer that needs none.
 class WithoutPauses final : public TimeSource {
 public:
     WithoutPauses() { setTimeSource(this); }
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] unsigned long waitLimit(unsigned long milliseconds) const override;
 };
 
-// Runs to its end; a signal that ends the program stops it early, as the command line would.
+// Runs to its end; an ending signal stops it early, as in the command line.
 Outcome rehearse(const PackageFacts& package, std::uint16_t port);
 
 } // namespace vympack

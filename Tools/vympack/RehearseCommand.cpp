@@ -16,7 +16,7 @@ namespace vympack {
 
 namespace {
 
-// For each firmware the first version that the package would replace.
+// For each firmware, the first version that the package would replace.
 std::vector<InstalledFirmware> olderOfEach(const PackageFacts& package)
 {
     std::vector<InstalledFirmware> installed;
@@ -71,7 +71,7 @@ void writeSteps(std::ostream& out, const DeskPrinter& printer)
     }
 }
 
-// The digest of an image as the package has it; empty when it cannot be read.
+// The digest of an image in the package; empty if it cannot be read.
 std::string digestOf(const std::string& image, const std::string& path)
 {
     InputFile file;
@@ -88,7 +88,7 @@ std::string digestOf(const std::string& image, const std::string& path)
     return entry == all.end() ? std::string() : file.digest(entry->offset, entry->size);
 }
 
-// What was sent against what arrived, one line each; false where anything differs.
+// Compares the sent firmware with the received, one line each; false if any differs.
 bool compare(const Outcome& outcome, const DeskPrinter& printer, const std::string& path,
              std::ostream& out)
 {

@@ -1,4 +1,4 @@
-// Runs a whole update against a virtual printer on this computer and says what the printer saw.
+// Runs a whole update of a virtual printer on this computer, and reports what the printer saw.
 //
 // Threads: one; the printer and the update run on two more until the return.
 #pragma once
@@ -8,11 +8,11 @@ namespace vympack {
 
 struct RehearseOrder {
     std::string path;
-    std::vector<std::string> installed; // NAME=VERSION each; empty: what the package updates
+    std::vector<std::string> installed; // NAME=VERSION each; empty: ones to update
     bool quick = false; // without the pauses that a real printer needs
 };
 
-// kExitDone only where the update ended well and every byte arrived as the package has it.
+// kExitDone only if the update succeeded and every byte arrived unchanged.
 int rehearsePackage(const RehearseOrder& order, Streams streams);
 
 } // namespace vympack

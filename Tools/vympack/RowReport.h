@@ -1,6 +1,6 @@
-// Places the defects of a description: a spot is a view into the row it belongs to.
+// Reports defects of a description with their places: a spot is a view into its row.
 //
-// Owns:    a copy of the description's place; the defects stay the caller's.
+// Owns:    a copy of the description's place; the caller owns the defects.
 // Threads: none of its own.
 #pragma once
 #include "Tools/vympack/Defect.h"
@@ -14,7 +14,7 @@
 
 namespace vympack {
 
-// Where in the row the spot begins; none when it is no part of the row.
+// The spot's position in the row; empty if it is no part of the row.
 inline std::optional<std::size_t> placeIn(std::string_view row, std::string_view spot)
 {
     const auto* begin = row.data();
@@ -23,7 +23,7 @@ inline std::optional<std::size_t> placeIn(std::string_view row, std::string_view
     return within ? std::optional(static_cast<std::size_t>(spot.data() - begin)) : std::nullopt;
 }
 
-// The row with other text at the spot; empty when the spot is no part of the row.
+// The row with other text at the spot; empty if the spot is no part of the row.
 inline std::string withSpot(std::string_view row, std::string_view spot, std::string_view text)
 {
     const auto place = placeIn(row, spot);
@@ -62,8 +62,8 @@ public:
         place.column = column;
         m_defects.add(kind, std::move(place), std::move(message), std::move(instead));
     }
-    // At a spot of the row; a spot that is no part of the row, such as an empty value, is its
-    // first column.
+    // A defect at a spot of the row; a spot that is no part of the row, such as an empty value,
+    // means its first column.
     void at(const KeyedRow& row, std::string_view spot, const DefectKind& kind, std::string message,
             std::string instead = {}) const
     {

@@ -1,5 +1,5 @@
-// What an update would do with a printer, firmware by firmware, without a printer. The rooms that
-// decide and conclude are those of a check and of an update.
+// Shows what an update would do with each firmware of a printer, without a printer. Uses the rooms
+// that decide and conclude in a real check and update.
 //
 // Threads: one.
 #pragma once
@@ -12,11 +12,11 @@ struct SimulateOrder {
     std::vector<std::string> installed; // NAME=VERSION each
     std::string model; // empty: the package's own
     bool noStatusQuery = false;
-    bool table = false; // also installed against decision for every row of the package
+    bool table = false; // also a table of installed versions and decisions for every row
     bool json = false;
 };
 
-// Ends as a check of such a printer would.
+// Returns the exit code of a check of such a printer.
 int simulate(const SimulateOrder& order, Streams streams);
 
 } // namespace vympack

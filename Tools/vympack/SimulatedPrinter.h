@@ -1,4 +1,4 @@
-// A printer that is only thought of: what it has installed and what it would say of itself.
+// An imaginary printer: its installed firmware and its TargetInfo.txt.
 //
 // Owns:    its texts, by value.
 // Threads: any.
@@ -17,15 +17,15 @@ struct InstalledFirmware {
 struct SimulatedPrinter {
     std::string model;
     std::vector<InstalledFirmware> installed;
-    bool statusQuery = true; // it can be queried for how far it has written
+    bool statusQuery = true; // it supports the status query
 };
 
-// The printer that a command line describes, with NAME=VERSION for each firmware; none, with what
-// is wrong, where the words do not fit into the printer's text about itself.
+// The printer that a command line describes, with NAME=VERSION for each firmware. Empty, with an
+// error message, if the words do not fit into a TargetInfo.txt.
 std::optional<SimulatedPrinter> readPrinter(const std::string& model,
                                             const std::vector<std::string>& installed,
                                             std::string& wrong);
-// The text in which a printer describes itself.
+// The printer's TargetInfo.txt.
 std::string targetInfoOf(const SimulatedPrinter& printer);
 
 } // namespace vympack

@@ -11,7 +11,7 @@ namespace vympack {
 
 namespace {
 
-constexpr std::string_view kPlatform = "MACOS"; // the platform name that descriptions use for us
+constexpr std::string_view kPlatform = "MACOS"; // this platform's name in descriptions
 constexpr std::size_t kMostHexDigits = 8; // of a 32-bit bound
 
 std::string_view firstToken(std::string_view value)
@@ -75,7 +75,7 @@ void checkNumber(const KeyedRow& row, std::string_view value, const RowReport& r
     checkNothingFollows(row, value, report);
 }
 
-// The words count wherever they stand after the key, inside longer words too.
+// The words count anywhere after the key, even inside longer words.
 void checkYesNo(const KeyedRow& row, std::string_view value, const RowReport& report)
 {
     const auto answer = row.text.substr(row.rule->key.size());
@@ -93,7 +93,7 @@ void checkAddress(const KeyedRow& row, std::string_view value, const RowReport& 
 {
     in_addr parsed{};
     const auto address = description::withoutQuotes(firstToken(value));
-    // The platform's reader would stop at a NUL inside.
+    // inet_pton would stop at a NUL.
     if (address.find('\0') != std::string::npos
         || ::inet_pton(AF_INET, address.c_str(), &parsed) != 1)
         report.at(row, value, defect::kBadDefaultAddress,
@@ -103,7 +103,8 @@ void checkAddress(const KeyedRow& row, std::string_view value, const RowReport& 
     checkNothingFollows(row, value, report);
 }
 
-// A bound of the system version: hexadecimal digits that fit 31 bits, a sign only where allowed.
+// Whether the text is a bound of the system version: hexadecimal digits that fit 31 bits, with a
+// sign only if allowed.
 bool isBound(std::string_view text, bool signAllowed)
 {
     if (signAllowed && text.starts_with('-'))
@@ -160,7 +161,7 @@ void checkValue(const KeyedRow& row, const RowReport& report)
         return checkAddress(row, value, report);
     case ValueType::platform:
     case ValueType::version:
-        return; // looked at as a group
+        return; // checked as a group
     }
 }
 

@@ -1,4 +1,4 @@
-// Checks the value of one row against what its key asks for, read as the updater reads it.
+// Checks that the value of a row suits its key, reading it in the same way as the updater.
 //
 // Threads: any.
 #pragma once
@@ -11,7 +11,7 @@ namespace vympack {
 
 // For every key but VERSION and PLATFORMVERSION.
 void checkValue(const KeyedRow& row, const RowReport& report);
-// All PLATFORMVERSION rows together: the first one for this platform counts.
+// Checks all PLATFORMVERSION rows together: the first one for this platform counts.
 void checkPlatformRows(std::span<const KeyedRow> rows, const RowReport& report);
 
 } // namespace vympack

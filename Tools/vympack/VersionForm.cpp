@@ -6,10 +6,10 @@ namespace vympack {
 
 namespace {
 
-constexpr std::size_t kLeading = 4; // characters that have to be the same in both versions
+constexpr std::size_t kLeading = 4; // characters that must be equal in both versions
 constexpr std::size_t kField = 2; // digits of a major or minor number
 constexpr std::size_t kDateDigits = 8;
-constexpr std::size_t kMostDigits = 9; // what a 32-bit number surely holds
+constexpr std::size_t kMostDigits = 9; // that always fit a 32-bit number
 constexpr auto kNone = std::string_view::npos;
 
 bool digitsAt(std::string_view text, std::size_t from, std::size_t count)

@@ -1,5 +1,5 @@
-// The forms of a firmware version text that can be compared with a printer's. Which form a text
-// has depends on where its first point stands:
+// The forms of a firmware version that can be compared with a printer's. The position of the first
+// point decides the form:
 //
 //   none        four leading characters, then digits    AB010203
 //   at 2        two digits, two digits                   01.10
@@ -7,7 +7,7 @@
 //   at 8        around the third point: as at 2          ABCDEFGH.01.02.03
 //   at 12       four leading characters, eight digits    AB0120240131.
 //
-// Threads: any. Reads nothing but its argument.
+// Threads: any. Reads only its argument.
 #pragma once
 #include <cstddef>
 #include <optional>
@@ -16,12 +16,12 @@
 namespace vympack {
 
 struct VersionForm {
-    bool pointed = false; // COMPATIBLE is compared in the form without a point only
+    bool pointed = false; // COMPATIBLE is compared only in the form without a point
     bool numbered = true; // there are digits to compare
-    std::size_t compared = 0; // characters that a comparison looks at; what follows does not count
+    std::size_t compared = 0; // the number of characters that a comparison uses
 };
 
-// None when a comparison would refuse the text.
+// Empty if a comparison would refuse the text.
 std::optional<VersionForm> versionForm(std::string_view text);
 
 } // namespace vympack

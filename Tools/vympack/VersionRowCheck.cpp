@@ -17,7 +17,7 @@ namespace vympack {
 
 namespace {
 
-constexpr std::size_t kMostSubFileName = 31; // of the packets' 32-byte field, one is the NUL
+constexpr std::size_t kMostSubFileName = 31; // the packets' 32-byte field includes a NUL
 std::string upperCase(std::string_view text)
 {
     std::string upper(text);
@@ -36,7 +36,7 @@ public:
         }
     }
     [[nodiscard]] bool has(std::string_view name) const { return m_exact.contains(name); }
-    // The image's name in another case, where the package holds that; empty when it does not.
+    // The name of a file in the package that differs from the image's only in case, or empty.
     [[nodiscard]] std::string_view inOtherCase(std::string_view name) const
     {
         const auto found = m_anyCase.find(upperCase(name));
@@ -55,7 +55,7 @@ std::string withoutQuotes(std::string_view text)
     return out;
 }
 
-// Names and versions are compared and sent with the quotes they are written in.
+// Quotes around names and versions are compared and sent as part of them.
 void checkQuotes(const KeyedRow& row, std::string_view text, const RowReport& report)
 {
     if (text.find('"') != std::string_view::npos)
@@ -106,7 +106,7 @@ void checkCompatible(const KeyedRow& row, const VersionRow& version, const RowRe
                   withoutSpot(row.text, compatibleToken(row, version)));
 }
 
-// The version with every digit from a place on as 0: the oldest of its form and series.
+// The version with every digit from a place on replaced by 0: the oldest of its form and series.
 std::string oldestOf(std::string_view version, std::size_t from)
 {
     std::string oldest(version);
@@ -115,8 +115,8 @@ std::string oldestOf(std::string_view version, std::size_t from)
     return oldest;
 }
 
-// Whether the rule sends the version to any printer: to the oldest, to one that has the same, or
-// to the oldest that COMPATIBLE allows. Printers in between decide as one of these.
+// Whether the rule sends the version to any printer: to the oldest, to one with the same version,
+// or to the oldest that COMPATIBLE allows. Versions in between get the decision of one of these.
 bool isEverSent(std::string_view update, std::string_view compatible, yesno_type rule)
 {
     if (rule == yesno_yes && compatible.empty())
@@ -251,7 +251,7 @@ void checkImage(const KeyedRow& row, const VersionRow& version, const Images* im
     checkQuotes(row, version.image, report);
 }
 
-// Firmware names compare without regard to case.
+// The case of firmware names is ignored.
 void checkTwice(const KeyedRow& row, const VersionRow& version,
                 std::map<std::string, std::size_t>& seen, const RowReport& report)
 {

@@ -1,5 +1,5 @@
-// Checks the VERSION rows of a description against each other and against the files in the
-// package: each row names a firmware, its version, its image and what the printer calls it.
+// Checks that the VERSION rows of a description agree with each other and with the files in the
+// package: each row has a firmware, its version, its image and the printer's name for it.
 //
 // Threads: any.
 #pragma once
@@ -16,8 +16,8 @@ namespace vympack {
 // The programs refuse a package with more firmware.
 inline constexpr std::size_t kMostVersions = 1000;
 
-// Unused images are reported at their own place, the rest in the rows. Without files images are not
-// looked for. The rule is the description's ALLOWVERSIONDOWN.
+// Reports unused images at their own places, other defects at their rows. Without files, does not
+// look for images. The rule is the description's ALLOWVERSIONDOWN.
 void checkVersionRows(std::span<const KeyedRow> rows, const std::vector<EmbeddedFile>* files,
                       yesno_type rule, const RowReport& report, Defects& defects);
 

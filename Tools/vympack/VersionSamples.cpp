@@ -13,7 +13,7 @@ constexpr std::size_t kSeriesLength = 4; // leading characters of the forms that
 constexpr std::size_t kDigits = 2; // digits on either side of a point
 constexpr const char* kUnreadable = "?"; // of no form
 
-// A stretch of digits in a version.
+// A range of digits in a version.
 struct Field {
     std::size_t begin;
     std::size_t size;
@@ -21,7 +21,7 @@ struct Field {
 
 struct Fields {
     bool series = false;
-    Field major{0, 0}; // size 0: the form has one number only
+    Field major{0, 0}; // size 0: the form has only one number
     Field minor{0, 0};
 };
 
@@ -40,7 +40,7 @@ Fields fieldsOf(std::string_view version)
     return {point == kSeriesLength + kDigits, {parting - kDigits, kDigits}, {parting + 1, kDigits}};
 }
 
-// The version with the number in a field one higher or lower; none where it has no such neighbour.
+// The version with the number in a field one higher or lower; empty if that is impossible.
 std::optional<std::string> stepped(std::string_view version, Field field, bool up)
 {
     std::string text(version);

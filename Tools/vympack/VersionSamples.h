@@ -1,5 +1,5 @@
-// Installed versions that show what a package's version rule does: older, the same, newer, and what
-// its form and COMPATIBLE make of others.
+// Installed versions that show the effect of a package's version rule: older, the same, newer, and
+// cases of its form and of COMPATIBLE.
 //
 // Owns:    its texts, by value.
 // Threads: any.
@@ -15,7 +15,7 @@ struct VersionSample {
     std::string version;
 };
 
-// How many samples each version has; a sample that the form does not have has an empty version.
+// The number of samples of each version; one that does not suit the form has an empty version.
 inline constexpr std::size_t kSamples = 8;
 // For an update's version and its compatible version, which may be empty.
 std::vector<VersionSample> versionSamples(std::string_view update, std::string_view compatible);
