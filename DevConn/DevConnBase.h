@@ -11,6 +11,14 @@
 
 #include <vector>
 
+// What a transport knows of its link without waiting.
+struct LinkState {
+    unsigned long unsent =
+        0; // bytes that have not reached the printer: it cannot have answered them
+    bool arrived = false; // bytes from the printer, or the link's end, are there to be received
+    bool closed = false; // the printer has ended its side, and everything that it sent was received
+};
+
 class DevConnBase {
 public:
     virtual ~DevConnBase();
@@ -26,6 +34,8 @@ public:
     virtual long GetModelName(char** model, unsigned long* length) = 0;
     virtual long SetTimeout(unsigned long milliseconds) = 0;
     virtual long Disconnect() = 0;
+    // A transport that knows nothing says so with the initial values.
+    virtual LinkState LookAtLink() { return {}; }
 
     long SetRecvPacketSize(unsigned long size); // any size; a reply is kept up to it
     // What to do in every exchange from now on while its reply is awaited; null: nothing. The work

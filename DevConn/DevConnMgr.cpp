@@ -209,6 +209,12 @@ long DevConnMgr::SetIdleWork(void* handle, IdleWork* work)
     return device != nullptr ? device->SetIdleWork(work) : conn::kUnknownHandle;
 }
 
+LinkState DevConnMgr::LookAtLink(void* handle)
+{
+    auto* device = deviceOf(handle);
+    return device != nullptr ? device->LookAtLink() : LinkState();
+}
+
 long DevConnMgr::DisposeData(void* handle, void* block)
 {
     auto* device = deviceOf(handle);

@@ -60,6 +60,7 @@ public:
     long SetTimeout(void* handle, unsigned long milliseconds);
     long SetRecvPacketSize(void* handle, unsigned long size);
     long SetIdleWork(void* handle, IdleWork* work);
+    LinkState LookAtLink(void* handle); // the initial values for an unknown handle
     long DisposeData(void* handle, void* block);
 
     // The printers attached by USB in one block, given back with FreeUsbPort; their number. 0 and

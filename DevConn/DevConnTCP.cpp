@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
+#include <linux/sockios.h>
 #include <memory>
 #include <netdb.h>
 #include <netinet/in.h>
@@ -16,6 +17,7 @@
 #include <poll.h>
 #include <string>
 #include <string_view>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -25,6 +27,14 @@ constexpr std::size_t kLongestPortString = 1023;
 constexpr unsigned long kLeastTcpWriteMs = 5000; // a printer that stores a packet first needs time
 // A printer that is switched off must not hold the run for the minutes that the system would wait.
 constexpr unsigned long kConnectMs = 10000;
+// What we hand to the system and the printer has not: little, so that a slow printer slows us down
+// at once. As much as a fast one takes within a millisecond or two.
+constexpr int kSendBuffer = 128 * 1024;
+// A write may go on for as long as some of it leaves within each time-out; but a printer that takes
+// less than this many bytes a second is not waited for.
+constexpr std::uint64_t kSlowestBytesPerSecond = 256;
+// A printer that never stops talking is not listened to for ever when the connection ends.
+constexpr unsigned long kMostDropped = 1024 * 1024;
 
 enum class Ready { yes, timedOut, failed };
 
@@ -109,6 +119,8 @@ long DevConnTCP::Connect(const char* queue, const char* port, unsigned short tcp
     }
     m_peerClosed = false;
     m_moreIsLikely = false;
+    m_carriedFirmware = false;
+    m_replyIsDue = false;
     m_connected = true;
     return conn::kSuccess;
 }
@@ -122,6 +134,7 @@ bool DevConnTCP::openSocket(const sockaddr_in& address)
     // firmware would stand still for 40 ms.
     const int on = 1;
     setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    setsockopt(m_socket, SOL_SOCKET, SO_SNDBUF, &kSendBuffer, sizeof kSendBuffer);
     if (connect(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
         return true;
     if (errno != EINPROGRESS || waitFor(m_socket, POLLOUT, kConnectMs) != Ready::yes)
@@ -179,17 +192,34 @@ bool DevConnTCP::WritePort(const unsigned char* buffer, unsigned long length, un
     if (buffer == nullptr || sent == nullptr)
         return false;
     *sent = 0;
+    return write(buffer, length, *sent, timeoutMs, tickMilliseconds() + timeoutMs);
+}
+
+bool DevConnTCP::WritePacket(const unsigned char* buffer, unsigned long length, unsigned long* sent,
+                             unsigned long timeoutMs)
+{
+    if (buffer == nullptr || sent == nullptr)
+        return false;
+    *sent = 0;
+    return write(buffer, length, *sent, timeoutMs,
+                 tickMilliseconds() + timeoutMs + length * 1000 / kSlowestBytesPerSecond);
+}
+
+// Until all has left, none of it has for the time-out, or the last moment has come.
+bool DevConnTCP::write(const unsigned char* buffer, unsigned long length, unsigned long& sent,
+                       unsigned long timeoutMs, std::uint64_t last)
+{
     m_moreIsLikely = false; // an answer takes its time
-    const auto deadline = tickMilliseconds() + timeoutMs;
-    while (*sent < length) {
-        const auto count = send(m_socket, buffer + *sent, length - *sent, MSG_NOSIGNAL);
-        if (count >= 0) {
-            *sent += static_cast<unsigned long>(count);
-            continue;
-        }
-        if (!wouldBlock(errno))
+    for (auto deadline = tickMilliseconds() + timeoutMs; sent < length;) {
+        const auto count = send(m_socket, buffer + sent, length - sent, MSG_NOSIGNAL);
+        if (count < 0 && !wouldBlock(errno))
             return false;
         const auto now = tickMilliseconds();
+        if (count > 0) {
+            sent += static_cast<unsigned long>(count);
+            deadline = std::min(now + timeoutMs, last);
+            continue;
+        }
         if (now >= deadline)
             return true;
         const auto ready = waitFor(m_socket, POLLOUT, deadline - now);
@@ -240,7 +270,12 @@ long DevConnTCP::SendRecvData(unsigned char* send, unsigned long sendLength, uns
                               unsigned long* replyLength)
 {
     const HoldLock hold(m_lock);
-    return exchange(*this, kLeastTcpWriteMs, send, sendLength, reply, replyLength);
+    const auto result = exchange(*this, kLeastTcpWriteMs, send, sendLength, reply, replyLength);
+    if (send != nullptr && packets::FilePacket(send, sendLength).isFile())
+        m_carriedFirmware = true;
+    if (result == conn::kSuccess)
+        m_replyIsDue = *reply == nullptr && (m_replyIsDue || send != nullptr);
+    return result;
 }
 
 long DevConnTCP::GetModelName(char** /*model*/, unsigned long* /*length*/)
@@ -259,8 +294,46 @@ long DevConnTCP::Disconnect()
     const HoldLock hold(m_lock);
     if (!m_connected)
         return conn::kNotConnected;
+    takeLeave();
     closeSocket();
     m_connecting = false;
     m_connected = false;
     return conn::kNetworkClosed;
+}
+
+unsigned long DevConnTCP::unsentBytes() const
+{
+    int bytes = 0;
+    return ioctl(m_socket, SIOCOUTQ, &bytes) == 0 && bytes > 0 ? static_cast<unsigned long>(bytes)
+                                                               : 0;
+}
+
+LinkState DevConnTCP::LookAtLink()
+{
+    const HoldLock hold(m_lock);
+    if (!m_connected)
+        return {};
+    const bool arrived = !m_peerClosed && waitFor(m_socket, POLLIN, 0) == Ready::yes;
+    return {unsentBytes(), arrived, m_peerClosed};
+}
+
+// A socket that is closed with bytes unread, or to which bytes come after it was closed, resets the
+// connection, and the printer loses what it has not read. So our side ends first, and what comes is
+// read until the printer has ended its own, or its time is over.
+void DevConnTCP::takeLeave()
+{
+    const bool waits = m_carriedFirmware && (m_replyIsDue || unsentBytes() != 0);
+    if (m_socket < 0 || shutdown(m_socket, SHUT_WR) != 0)
+        return;
+    const auto deadline = tickMilliseconds() + (waits ? m_timeout : 0);
+    unsigned char dropped[4096];
+    m_moreIsLikely = false;
+    for (unsigned long late = 0; !m_peerClosed && late < kMostDropped;) {
+        const auto now = tickMilliseconds();
+        unsigned long received = 0;
+        if (!ReadPort(dropped, sizeof dropped, &received, deadline > now ? deadline - now : 0)
+            || (received == 0 && tickMilliseconds() >= deadline))
+            break;
+        late += now >= deadline ? received : 0;
+    }
 }

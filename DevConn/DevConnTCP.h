@@ -22,10 +22,15 @@ public:
                       unsigned long* replyLength) override;
     long GetModelName(char** model, unsigned long* length) override; // no device ID here
     long SetTimeout(unsigned long milliseconds) override;
-    long Disconnect() override; // kNetworkClosed when it worked, as its callers know it
+    // kNetworkClosed when it worked, as its callers know it. Leaves so that the printer keeps what
+    // it has not read yet: where firmware went out, up to the time-out is waited for its end.
+    long Disconnect() override;
+    LinkState LookAtLink() override;
 
     bool WritePort(const unsigned char* buffer, unsigned long length, unsigned long* sent,
                    unsigned long timeoutMs) override;
+    bool WritePacket(const unsigned char* buffer, unsigned long length, unsigned long* sent,
+                     unsigned long timeoutMs) override;
     bool ReadPort(unsigned char* buffer, unsigned long length, unsigned long* received,
                   unsigned long timeoutMs) override;
     [[nodiscard]] bool peerClosed() const override { return m_peerClosed; }
@@ -41,12 +46,18 @@ public:
                              sockaddr_in* address);
 
 private:
+    bool write(const unsigned char* buffer, unsigned long length, unsigned long& sent,
+               unsigned long timeoutMs, std::uint64_t last);
     bool receive(unsigned char* buffer, unsigned long length, unsigned long* received);
     bool openSocket(const sockaddr_in& address);
     void closeSocket();
+    [[nodiscard]] unsigned long unsentBytes() const;
+    void takeLeave();
 
     bool m_connecting = false;
     int m_socket = -1;
     bool m_peerClosed = false;
     bool m_moreIsLikely = false; // the last read took all it wanted and found it at once
+    bool m_carriedFirmware = false;
+    bool m_replyIsDue = false; // the last packet found none
 };

@@ -172,6 +172,13 @@ long DevConnUSB::Disconnect()
     return conn::kSuccess;
 }
 
+// A write has ended when it returns, so nothing is unsent; the bus itself tells of no end.
+LinkState DevConnUSB::LookAtLink()
+{
+    const HoldLock hold(m_lock);
+    return {0, GetCacheDataSize() != 0 || (m_readPending && m_readDone), false};
+}
+
 void DevConnUSB::close()
 {
     CacheBuffClear();

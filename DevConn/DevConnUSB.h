@@ -36,6 +36,7 @@ public:
     long GetModelName(char** model, unsigned long* length) override;
     long SetTimeout(unsigned long milliseconds) override;
     long Disconnect() override;
+    LinkState LookAtLink() override;
 
     std::unique_ptr<UsbInterfaceRecord> StdUsbOpen(const char* port); // null on failure
     std::unique_ptr<UsbInterface> searchDevice(const char* port); // null: no such printer

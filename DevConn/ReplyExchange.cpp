@@ -90,7 +90,7 @@ long exchangePacket(PacketStream& stream, const ExchangeLimits& limits, const un
     if (packet != nullptr) {
         unsigned long sent = 0;
         const auto writeMs = std::max(limits.timeoutMs, limits.leastWriteMs);
-        if (!stream.WritePort(packet, length, &sent, writeMs) || sent < length)
+        if (!stream.WritePacket(packet, length, &sent, writeMs) || sent < length)
             return conn::kSendFailed;
     }
     const auto now = tickMilliseconds();

@@ -16,6 +16,13 @@ class PacketStream {
 public:
     virtual bool WritePort(const unsigned char* buffer, unsigned long length, unsigned long* sent,
                            unsigned long timeoutMs) = 0;
+    // Writes on for as long as some of the packet leaves within each time-out, where a transport
+    // can see that; otherwise a single attempt as well.
+    virtual bool WritePacket(const unsigned char* buffer, unsigned long length, unsigned long* sent,
+                             unsigned long timeoutMs)
+    {
+        return WritePort(buffer, length, sent, timeoutMs);
+    }
     virtual bool ReadPort(unsigned char* buffer, unsigned long length, unsigned long* received,
                           unsigned long timeoutMs) = 0;
     // The peer has closed its side: empty reads come back at once and will not change.

@@ -27,13 +27,6 @@ int enterResult(std::uint16_t status)
     }
 }
 
-// What an answer that comes later than it was waited for ends the run with; kSuccess: nothing.
-int lateRefusal(std::span<const unsigned char> answer)
-{
-    const int late = fileReplyResult(packets::statusOf(answer));
-    return late == result::kDeviceError || late == result::kDamaged ? late : result::kSuccess;
-}
-
 } // namespace
 
 vymProtocol::vymProtocol() : m_manager(DevConnMgr::Instance()) { }
@@ -55,7 +48,7 @@ int vymProtocol::OpenDevice(char* queue, char* port, unsigned short portNo)
     if (m_manager == nullptr)
         return result::kSystem;
     CloseDevice();
-    m_unanswered = 0;
+    m_answers = {};
     return CheckDevConnErr(static_cast<int>(m_manager->Connect(queue, port, 0, portNo, &m_handle)));
 }
 
@@ -127,39 +120,24 @@ int vymProtocol::exchangeOnce(std::span<unsigned char> packet, Reply& reply)
 }
 
 // An exchange whose reply is not a file packet's. Answers to pieces may come later than they were
-// waited for: as many as are still due are passed over, unless one of them is a refusal.
+// waited for: as many as are still due are passed over, unless one of them is a refusal. Each of
+// them shows that the printer is at work, and gives the next one the whole time-out again.
 int vymProtocol::exchange(std::span<unsigned char> packet, Reply& reply)
 {
-    const auto deadline = tickMilliseconds() + m_timeout;
+    if (!packet.empty()) {
+        if (const int heard = hearArrived(); heard != result::kSuccess)
+            return heard;
+    }
     int code = exchangeOnce(packet, reply);
-    while (code == result::kSuccess && m_unanswered > 0
+    while (code == result::kSuccess && m_answers.due() > 0
            && packets::isReplyTo(packets::kSendFile, reply.bytes())) {
-        --m_unanswered;
-        if (const int refused = lateRefusal(reply.bytes()); refused != result::kSuccess)
-            return refused;
-        if (tickMilliseconds() >= deadline)
-            return result::kBadReply;
+        if (const int taken = takeAnswer(reply); taken != result::kSuccess)
+            return taken;
+        if (tickMilliseconds() >= m_sendingEnds)
+            return result::kConnectionLost;
         code = exchangeOnce({}, reply);
     }
     return code;
-}
-
-// The first answer after a last block may be that to an earlier piece, and the refusal of the last
-// block still under way. Where the printer cannot be asked for its state, nothing else would tell:
-// so what is due is heard for a moment. Silence is no failure here.
-int vymProtocol::hearLateAnswers()
-{
-    const auto deadline = tickMilliseconds() + kLeastMs;
-    setTimeout(kLeastMs);
-    Reply reply(*this);
-    while (m_unanswered > 0 && tickMilliseconds() < deadline
-           && exchangeOnce({}, reply) == result::kSuccess
-           && packets::isReplyTo(packets::kSendFile, reply.bytes())) {
-        --m_unanswered;
-        if (const int refused = lateRefusal(reply.bytes()); refused != result::kSuccess)
-            return refused;
-    }
-    return result::kSuccess;
 }
 
 int vymProtocol::EnterDownLoadMode(char* queue, char* port, unsigned short portNo, bool flag)
@@ -199,6 +177,8 @@ int vymProtocol::CheckState(tag_devinfo& info)
         exchange(shortForm == yesno_yes ? asBytes(shortQuery) : asBytes(longQuery), reply);
     if (sent != result::kSuccess)
         return sent;
+    if (const int newest = hearNewest(reply); newest != result::kSuccess)
+        return newest;
     const auto status = packets::statusOf(reply.bytes());
     if (!packets::isReplyTo(packets::kQueryStatus, reply.bytes()) || !status)
         return result::kBadReply;
@@ -207,11 +187,27 @@ int vymProtocol::CheckState(tag_devinfo& info)
     const auto counts = packets::countsOf(reply.bytes());
     if ((*status != packets::kWriting && *status != packets::kFinished) || !counts)
         return result::kBadReply;
+    m_answers.settle();
     const HoldLock hold(m_lock);
     storeFirmwareName(info, m_firmwareName);
     setUpdateState(info, *status == packets::kWriting ? state_writing : state_finished,
                    result::kSuccess, counts->done, counts->total);
     return result::kSuccess;
+}
+
+// Whatever is answered, it is read and dropped. Answers to pieces may come first: the printer is
+// not left before it has had its time to say that it has heard us.
+int vymProtocol::leave(std::span<unsigned char> packet, Reply& reply)
+{
+    const auto deadline = tickMilliseconds() + m_timeout;
+    int sent = exchangeOnce(packet, reply);
+    while (sent == result::kSuccess && m_answers.due() > 0
+           && packets::isReplyTo(packets::kSendFile, reply.bytes())
+           && tickMilliseconds() < deadline) {
+        m_answers.heard(tickMilliseconds());
+        sent = exchangeOnce({}, reply);
+    }
+    return sent;
 }
 
 int vymProtocol::ExitDownLoadMode()
@@ -224,7 +220,7 @@ int vymProtocol::ExitDownLoadMode()
     setTimeoutSeconds(seconds); // the printer is left in any case
     auto packet = packets::exitDownload();
     Reply reply(*this);
-    if (const int sent = exchangeOnce(asBytes(packet), reply); sent != result::kSuccess)
+    if (const int sent = leave(asBytes(packet), reply); sent != result::kSuccess)
         return sent;
     reply.giveBack();
     return CloseDevice();

@@ -10,6 +10,7 @@
 //          record's reader holds another lock, so the fields are stored atomically as well.
 #pragma once
 #include "DevConn/DevConnMgr.h"
+#include "VYM/AnswerAccount.h"
 #include "VYM/FileAssembly.h"
 #include "VYM/ModelDependCheckVer.h"
 #include "VYM/vymDevInfo.h"
@@ -62,6 +63,12 @@ public:
                        const char* fileName, const char* subFileName, const char* compatibleVersion,
                        tag_devinfo& info);
     int CheckState(tag_devinfo& info);
+    // Whether the answer that counted for the last firmware is the last block's own; waits for as
+    // long as the printer may still answer. UpdateFirmware does so by itself where the printer
+    // cannot be queried for its status.
+    int ConcludeFirmware();
+    // Every packet of the last firmware has found its answer, or a later request has.
+    [[nodiscard]] bool FirmwareIsAnswered() const { return m_answers.isComplete(); }
     // A transport failure leaves the connection open; otherwise it is closed.
     int ExitDownLoadMode();
 
@@ -112,15 +119,22 @@ private:
     int setTimeoutSeconds(int seconds);
     int exchangeOnce(std::span<unsigned char> packet, Reply& reply);
     int exchange(std::span<unsigned char> packet, Reply& reply);
-    int hearLateAnswers();
+    int listen(unsigned long milliseconds, Reply& reply);
+    int takeAnswer(const Reply& reply, bool early = false);
+    int hearArrived();
+    int leave(std::span<unsigned char> packet, Reply& reply);
+    int hearNewest(Reply& reply);
+    int hearAnswer(Reply& reply);
+    int proveLife();
+    [[nodiscard]] LinkState link() const { return m_manager->LookAtLink(m_handle); }
     int receiveFile(std::span<unsigned char> request, FileAssembly& file);
     int loadTargetInfo(const FileAssembly& file);
-    int pieceResult(const Reply& reply, unsigned short kind);
     int prepareSending(Image& image);
     int sendImage(Image& image, tag_devinfo& info);
     int sendPieces(Image& image, tag_devinfo& info);
     int sendPiece(Image& image, unsigned short kind);
-    int sendFilePacket(std::span<unsigned char> packet, unsigned short kind);
+    int sendFilePacket(std::span<unsigned char> packet);
+    int sendLastBlock(std::span<unsigned char> packet, Reply& reply);
     void publishDecision(tag_devinfo& info, int code, const char* subFileName);
     void publishSent(tag_devinfo& info, int code, unsigned long done);
 
@@ -132,7 +146,8 @@ private:
     CRITSECT m_lock;
 
     unsigned long m_timeout = 0; // milliseconds, as last set on the connection
-    unsigned long m_unanswered = 0; // pieces without a reply so far: it may still come
+    AnswerAccount m_answers; // to file packets
+    std::uint64_t m_sendingEnds = UINT64_MAX; // no transfer goes on beyond this
     std::vector<unsigned char> m_sendBuffer; // head and data of a file packet, kept between calls
     VersionReason m_reason = VersionReason::undecided;
     bool m_bytesWentOut = false;

@@ -50,9 +50,9 @@ int vymProtocol::GetFileData(const char* name)
 // One request, then one block after the other until the last.
 int vymProtocol::receiveFile(std::span<unsigned char> request, FileAssembly& file)
 {
-    const auto deadline = tickMilliseconds() + kWholeFileMs;
     Reply reply(*this);
     int code = exchange(request, reply);
+    const auto deadline = tickMilliseconds() + kWholeFileMs;
     while (code == result::kSuccess) {
         const auto block = packets::isReplyTo(packets::kGetFile, reply.bytes())
             ? packets::fileBlockOf(reply.bytes())

@@ -12,6 +12,12 @@
 namespace {
 
 constexpr unsigned long kHeadSize = packets::kFileHeadSize;
+constexpr std::uint64_t kWhole = 100; // per cent
+
+// What a transfer may take as a whole, beside the time-out of a packet: far more than any printer
+// needs, so that one that takes a byte a second is not waited for for days.
+constexpr std::uint64_t kLongestTransferMs = 600000;
+constexpr std::uint64_t kMsPerByte = 4; // 256 bytes a second
 
 unsigned long dataLengthOf(const TAG_CMDSENDFILE& head)
 {
@@ -19,23 +25,6 @@ unsigned long dataLengthOf(const TAG_CMDSENDFILE& head)
 }
 
 } // namespace
-
-int fileReplyResult(std::optional<std::uint16_t> status)
-{
-    if (!status)
-        return result::kBadReply;
-    switch (*status) {
-    case packets::kFinished:
-    case packets::kWriting:
-        return result::kSuccess;
-    case packets::kDeviceRefused:
-        return result::kDeviceError;
-    case packets::kDataRefused:
-        return result::kDamaged;
-    default:
-        return result::kBadReply;
-    }
-}
 
 struct vymProtocol::Image {
     const char* fileName; // in the container
@@ -67,26 +56,36 @@ int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned lo
     }
     std::memcpy(m_sendBuffer.data(), &head, kHeadSize);
     std::copy_n(data, following, m_sendBuffer.data() + kHeadSize);
-    return sendFilePacket(m_sendBuffer, kind);
-}
-
-int vymProtocol::sendFilePacket(std::span<unsigned char> packet, unsigned short kind)
-{
-    Reply reply(*this);
-    const int sent = exchangeOnce(packet, reply);
-    return sent == result::kSuccess ? pieceResult(reply, kind) : sent;
+    return sendFilePacket(m_sendBuffer);
 }
 
 // Printers need not answer a data piece; any other file packet they have to.
-int vymProtocol::pieceResult(const Reply& reply, unsigned short kind)
+int vymProtocol::sendFilePacket(std::span<unsigned char> packet)
 {
-    const auto status = packets::statusOf(reply.bytes());
-    if (packets::isReplyTo(packets::kSendFile, reply.bytes()) && status)
-        return fileReplyResult(status);
-    if (kind != packets::kData)
-        return result::kBadReply;
-    ++m_unanswered;
-    return result::kSuccess;
+    const packets::FilePacket sent(packet);
+    Reply reply(*this);
+    if (!sent.isData()) {
+        if (const int ended = sendLastBlock(packet, reply); ended != result::kSuccess)
+            return ended;
+    } else {
+        const auto percent = std::uint64_t{sent.start()} * kWhole / std::max(sent.end(), 1U);
+        m_answers.sent(tickMilliseconds(), static_cast<unsigned>(std::min(percent, kWhole - 1)));
+        if (const int code = exchangeOnce(packet, reply); code != result::kSuccess)
+            return code;
+        if (!packets::isReplyTo(packets::kSendFile, reply.bytes())
+            || !packets::statusOf(reply.bytes()))
+            return result::kSuccess;
+    }
+    return takeAnswer(reply, !sent.isData() && link().unsent != 0);
+}
+
+int vymProtocol::sendLastBlock(std::span<unsigned char> packet, Reply& reply)
+{
+    if (const int heard = hearArrived(); heard != result::kSuccess)
+        return heard;
+    m_answers.sent(tickMilliseconds(), kWhole);
+    const int code = exchangeOnce(packet, reply);
+    return code == result::kSuccess ? hearAnswer(reply) : code;
 }
 
 int vymProtocol::UpdateFirmware(const char* model, const char* firmName, const char* updateVersion,
@@ -119,7 +118,7 @@ int vymProtocol::UpdateFirmware(const char* model, const char* firmName, const c
     if (opened != result::kSuccess)
         return opened;
     const int sent = sendImage(image, info);
-    return sent == result::kSuccess && !IsSupportCheckState() ? hearLateAnswers() : sent;
+    return sent == result::kSuccess && !IsSupportCheckState() ? ConcludeFirmware() : sent;
 }
 
 void vymProtocol::publishDecision(tag_devinfo& info, int code, const char* subFileName)
@@ -169,6 +168,8 @@ int vymProtocol::sendImage(Image& image, tag_devinfo& info)
     const auto size = image.pieces.size();
     setUpdateState(info, state_sending, result::kSuccess, 0, size);
     pauseMilliseconds(kSettleMs);
+    m_answers.beginFile();
+    m_sendingEnds = tickMilliseconds() + m_timeout + kLongestTransferMs + size * kMsPerByte;
     m_manager->SetIdleWork(m_handle, &image.pieces);
     const int sent = sendPieces(image, info);
     m_manager->SetIdleWork(m_handle, nullptr);
@@ -188,7 +189,10 @@ int vymProtocol::sendPieces(Image& image, tag_devinfo& info)
             return result::kFirmwareUnreadable;
         const bool isLast = pieces.end() == pieces.size();
         const auto kind = isLast && image.lastCarriesData ? image.lastKind : packets::kData;
-        if (const int sent = sendPiece(image, kind); sent != result::kSuccess) {
+        int sent = sendPiece(image, kind);
+        if (sent == result::kSuccess && tickMilliseconds() >= m_sendingEnds)
+            sent = result::kConnectionLost;
+        if (sent != result::kSuccess) {
             publishSent(info, sent, pieces.offset());
             return sent;
         }
@@ -209,7 +213,7 @@ int vymProtocol::sendPiece(Image& image, unsigned short kind)
                            static_cast<std::uint32_t>(pieces.size()), packet.data() + kHeadSize,
                            static_cast<std::uint32_t>(packet.size() - kHeadSize), pieces.sum()});
     std::memcpy(packet.data(), &head, kHeadSize);
-    return sendFilePacket(packet, kind);
+    return sendFilePacket(packet);
 }
 
 void vymProtocol::publishSent(tag_devinfo& info, int code, unsigned long done)

@@ -244,8 +244,13 @@ int vymThread::finishEntry(vymProtocol& protocol)
     }
     if (!polled)
         publishState(state_finished);
-    else if (const int code = pollUntilWritten(protocol); code != result::kSuccess)
+    else if (const int code = pollUntilWritten(protocol); code != result::kSuccess) {
+        // That all of it arrived was never said.
+        const HoldLock hold(m_lock);
+        if (!protocol.FirmwareIsAnswered())
+            m_outcomes.back().m_result = code;
         return code;
+    }
     if (!polled || m_info.m_updateState == state_finished)
         pauseMilliseconds(vymProtocol::kSettleMs);
     return result::kSuccess;
@@ -254,17 +259,20 @@ int vymThread::finishEntry(vymProtocol& protocol)
 // Until the printer reports that it is done. A stop ends the asking at once; the printer goes on.
 int vymThread::pollUntilWritten(vymProtocol& protocol)
 {
+    bool reported = !protocol.FirmwareBytesWentOut();
     while (!m_stopRequested) {
         WaitForSingleObjectEvent(m_stopEvent, pollingInterval());
         if (const int code = protocol.CheckState(m_info); code != result::kSuccess)
             return code;
+        reported = true;
         if (m_info.m_updateState == state_finished) {
             const HoldLock hold(m_lock);
             m_outcomes.back().m_confirmed = m_outcomes.back().m_bytesWentOut;
             break;
         }
     }
-    return result::kSuccess;
+    // Without a status, the answer to the last block has to do.
+    return reported ? result::kSuccess : protocol.ConcludeFirmware();
 }
 
 void vymThread::keepOutcome(const vymProtocol& protocol, std::uint32_t number, int code)

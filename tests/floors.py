@@ -22,7 +22,7 @@ FLOORS = [
          "VYM/ContainerSeal.*",
          "VYM/vymPackets.*",
          "Platform/*.cpp"]),
-    (3, ["VYM/vymProtocol*", "VYM/ProtocolRe*", "VYM/ModelDependCheckVer.*",
+    (3, ["VYM/vymProtocol*", "VYM/ProtocolRe*", "VYM/ModelDependCheckVer.*", "VYM/AnswerAccount.*",
          "VYM/ImageReader.*", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
     (4, ["VYM/vymThread.*", "VYM/CheckRun.*"]),
     (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",

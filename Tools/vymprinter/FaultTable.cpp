@@ -32,6 +32,10 @@ constexpr std::array<FaultRow, static_cast<std::size_t>(FaultKind::count)> kFaul
     {FaultKind::stall, "stall", Stage::piece, kAny, Span::once, false,
      "reads no more but keeps the connection open, like a printer that hangs",
      "no progress, then a time-out"},
+    {FaultKind::die, "die", Stage::piece, kAny, Span::once, false,
+     "loses its power with everything that it has not handled yet; 4 s later its network is back "
+     "and knows of no connection",
+     "no progress, then a time-out, or the connection was lost"},
     {FaultKind::silent, "silent", Stage::enter, kAny, Span::connection, false,
      "goes on reading but never replies again",
      "no progress, then a time-out"},

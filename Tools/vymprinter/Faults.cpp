@@ -190,7 +190,8 @@ FaultSet FaultPlan::breakAt(std::uint64_t bytes) const
     FaultSet now;
     for (const auto& fault : m_faults) {
         const bool breaks = fault.kind == FaultKind::close || fault.kind == FaultKind::reset
-            || fault.kind == FaultKind::stall || fault.kind == FaultKind::haltOut;
+            || fault.kind == FaultKind::stall || fault.kind == FaultKind::die
+            || fault.kind == FaultKind::haltOut;
         if (breaks && fault.stage == Stage::piece && bytes >= fault.at.value_or(0))
             now.add(fault.kind);
     }

@@ -25,6 +25,7 @@ enum class FaultKind {
     close,
     reset,
     stall,
+    die,
     silent,
     status0803,
     status0804,

@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::uint32_t kMostPrinters = 1000;
 constexpr std::uint64_t kFastestWrite = 1'000'000'000'000; // keeps rate times time within 64 bits
+constexpr int kLargestWindow = 64 << 20;
 constexpr std::int64_t kLongestDelay = 3'600'000; // an hour
 constexpr std::size_t kLongestTargetInfo = 16U << 20;
 
@@ -42,6 +43,7 @@ struct Raw {
     std::string targetInfo;
     std::string replies; // empty: every over TCP, tenths over USB
     std::int64_t replyDelay = 0;
+    std::int64_t pieceTime = 0;
     std::string store;
     std::vector<std::string> faults;
 };
@@ -91,6 +93,11 @@ void addPrinterOptions(CLI::App& app, Raw& raw, PrinterModel& model)
                    "Milliseconds by which every reply is late while the printer reads on")
         ->check(CLI::Range(std::int64_t{0}, kLongestDelay))
         ->capture_default_str();
+    app.add_option("--piece-time", raw.pieceTime,
+                   "Milliseconds that it works on each packet with firmware before it acknowledges "
+                   "it and reads on")
+        ->check(CLI::Range(std::int64_t{0}, kLongestDelay))
+        ->capture_default_str();
     app.add_option("--block-size", model.blockSize,
                    "Longest block in which it hands out TargetInfo.txt, with its head")
         ->check(CLI::Range(kSmallestBlock, kFirstReplyLimit))
@@ -108,6 +115,11 @@ void addDeskOptions(CLI::App& app, Raw& raw, Options& options)
                    "(127.0.0.1:48350)")
         ->type_name("ADDRESS[:PORT]")
         ->allow_extra_args(false);
+    app.add_option("--window", options.window,
+                   "Bytes that the system takes for it before it reads them (over TCP); 0: as many "
+                   "as the system likes")
+        ->check(CLI::Range(0, kLargestWindow))
+        ->capture_default_str();
     app.add_option("--count", raw.count,
                    "Number of printers, on consecutive addresses from the first --listen, or on "
                    "as many controllers")
@@ -200,6 +212,7 @@ void putTogether(const Raw& raw, Options& options)
         : onUsb                        ? Replies::tenths
                                        : Replies::every;
     model.replyDelay = Millis(raw.replyDelay);
+    model.pieceTime = Millis(raw.pieceTime);
     if (!raw.targetInfo.empty())
         model.targetInfo = readTargetInfo(raw.targetInfo);
     if (!raw.store.empty())

@@ -21,6 +21,7 @@ struct Options {
     std::vector<Fault> faults;
     std::optional<std::filesystem::path> store;
     std::uint64_t faultyConnections = 0; // faults strike these first ones; 0: all
+    int window = 0; // bytes of receive buffer over TCP; 0: the system's choice
     std::uint64_t sessions = 0; // end after that many; 0: never
     bool quiet = false;
 };

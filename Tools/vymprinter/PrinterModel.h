@@ -40,6 +40,7 @@ struct PrinterModel {
     bool statusQuery = true; // answers 0x5103 and lists it
     Replies replies = Replies::every;
     Millis replyDelay{0};
+    Millis pieceTime{0}; // that it works on each packet with firmware, reading nothing
     std::uint32_t blockSize = kFirstReplyLimit;
     std::uint64_t writeRate = 0; // bytes per second; 0 writes at once
     std::optional<std::string> targetInfo; // served instead of the generated text

@@ -9,6 +9,7 @@ namespace {
 
 // A packet that is a little too long is refused, one that is longer ends the connection.
 constexpr std::size_t kOverlongRefused = 64U << 10;
+constexpr Millis kPowerBack{4000}; // a printer starts no quicker
 constexpr std::uint64_t kMillisPerSecond = 1000;
 constexpr std::uint32_t kHundred = 100;
 constexpr std::uint32_t kTenth = 10; // in per cent
@@ -79,7 +80,8 @@ bool PrinterSession::wantsInput() const
 
 bool PrinterSession::hasWork() const
 {
-    return !m_stalled && !m_brokenOff && !m_outgoing.full() && (m_blocks || m_input.frontIsWhole());
+    return !m_stalled && !m_brokenOff && !m_busyUntil && !m_outgoing.full()
+        && (m_blocks || m_input.frontIsWhole());
 }
 
 bool PrinterSession::finished() const
@@ -115,12 +117,25 @@ bool PrinterSession::handleFront(Millis now)
         end(LinkEnd::close, now);
         return false;
     }
-    if (!m_input.frontIsWhole())
+    if (!m_input.frontIsWhole() || worksOn(packet, now))
         return false;
     m_firmwareBytes = arrived;
     handle(decodeRequest(packet), now);
     m_input.drop();
     return true;
+}
+
+// A slow printer: a whole packet with firmware keeps it busy before it is taken and answered.
+bool PrinterSession::worksOn(ByteView packet, Millis now)
+{
+    if (m_printer.model.pieceTime == Millis(0) || !isSendFile(packet))
+        return false;
+    if (!m_busyUntil)
+        m_busyUntil = now + m_printer.model.pieceTime;
+    if (now < *m_busyUntil)
+        return true;
+    m_busyUntil.reset();
+    return false;
 }
 
 void PrinterSession::handle(const Request& request, Millis now)
@@ -246,7 +261,9 @@ void PrinterSession::leaveDownloadMode()
 
 bool PrinterSession::breakOff(const FaultSet& faults, Millis now)
 {
-    if (faults.has(FaultKind::stall))
+    if (faults.has(FaultKind::die) && !m_stalled)
+        die(now);
+    else if (faults.has(FaultKind::stall))
         m_stalled = true;
     else if (faults.has(FaultKind::close))
         end(LinkEnd::close, now);
@@ -260,6 +277,16 @@ bool PrinterSession::breakOff(const FaultSet& faults, Millis now)
         return false;
     remark("fault " + faults.names());
     return true;
+}
+
+// Its power goes: what it has not handled is lost, whoever has taken it, and nothing is said any
+// more. Once it is back, its system knows of no such connection.
+void PrinterSession::die(Millis now)
+{
+    m_stalled = true;
+    m_outgoing.clear();
+    leaveDownloadMode();
+    m_outgoing.push({now + kPowerBack, {}, LinkEnd::reset});
 }
 
 void PrinterSession::end(LinkEnd how, Millis now)

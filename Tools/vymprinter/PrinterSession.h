@@ -44,6 +44,8 @@ public:
 
     // Whether advance() would do something; so after replies have made room by leaving.
     [[nodiscard]] bool hasWork() const;
+    // It works on a packet until then, and does nothing else.
+    [[nodiscard]] std::optional<Millis> busyUntil() const { return m_busyUntil; }
     // False while the printer does not read: it has stalled, broken off, or has enough to do.
     [[nodiscard]] bool wantsInput() const;
     [[nodiscard]] bool stalled() const { return m_stalled; }
@@ -54,6 +56,7 @@ public:
 
 private:
     [[nodiscard]] bool handleFront(Millis now);
+    [[nodiscard]] bool worksOn(ByteView packet, Millis now);
     void handle(const Request& request, Millis now);
     void enter(const Request& request, const FaultSet& faults, Millis now);
     void getFile(const Request& request, const FaultSet& faults, Millis now);
@@ -72,6 +75,7 @@ private:
     // Acts on close, reset and stall; says whether one of them struck.
     bool breakOff(const FaultSet& faults, Millis now);
     void end(LinkEnd how, Millis now);
+    void die(Millis now);
     void sendNextBlock(Millis now);
     void answer(const Request& request, const Verdict& verdict, const FaultSet& faults, Millis now);
     [[nodiscard]] PacketNote sentNote(std::uint16_t code, std::uint16_t status, Millis now) const;
@@ -93,6 +97,7 @@ private:
     std::uint32_t m_lastPercent = 0; // at the last piece, of whichever file
     bool m_tenthReached = false; // by it
     Millis m_writingSince{0};
+    std::optional<Millis> m_busyUntil; // with the packet at the front
     bool m_inputEnded = false;
     bool m_stalled = false;
     bool m_brokenOff = false;

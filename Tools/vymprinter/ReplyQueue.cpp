@@ -19,6 +19,13 @@ void ReplyQueue::push(Outgoing part)
     m_parts.push_back(std::move(part));
 }
 
+void ReplyQueue::clear()
+{
+    m_parts.clear();
+    m_bytes = 0;
+    m_sent = 0;
+}
+
 bool ReplyQueue::full() const
 {
     return m_parts.size() >= kMostParts || m_bytes >= kMostBytes;

@@ -24,6 +24,7 @@ struct Outgoing {
 class ReplyQueue {
 public:
     void push(Outgoing part);
+    void clear(); // what has not left is lost
     [[nodiscard]] bool empty() const { return m_parts.empty(); }
     // Whether no more replies should be made before some of these have left.
     [[nodiscard]] bool full() const;

@@ -82,7 +82,7 @@ int serveTcp(const Options& options, int stop)
     std::string lines;
     TcpServer server;
     for (std::size_t i = 0; i < options.endpoints.size(); ++i) {
-        auto listening = listenOn(options.endpoints[i]);
+        auto listening = listenOn(options.endpoints[i], options.window);
         const auto name = listening.endpoint.text();
         stores.push_back(
             std::make_unique<Store>(name, folderOf(options, i, listening.endpoint), options.quiet));

@@ -1,5 +1,6 @@
 #include "Tools/vymprinter/TcpConnection.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <netinet/in.h>
@@ -108,9 +109,10 @@ std::optional<Millis> TcpConnection::nextDue() const
 {
     if (m_session.hasWork())
         return Millis(0);
-    if (m_sendBlocked || m_session.outgoing().empty())
-        return std::nullopt;
-    return m_session.outgoing().front().due;
+    auto due = m_session.busyUntil();
+    if (!m_sendBlocked && !m_session.outgoing().empty())
+        due = std::min(due.value_or(Millis::max()), m_session.outgoing().front().due);
+    return due;
 }
 
 } // namespace vymprinter

@@ -103,9 +103,12 @@ std::vector<Endpoint> consecutive(const Endpoint& first, std::uint32_t count)
     return endpoints;
 }
 
-Listening listenOn(const Endpoint& endpoint)
+Listening listenOn(const Endpoint& endpoint, int window)
 {
     FileHandle handle(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    // Before anybody connects: the first offer decides how large a window can become.
+    if (handle.valid() && window != 0)
+        ::setsockopt(handle.get(), SOL_SOCKET, SO_RCVBUF, &window, sizeof window);
     if (!handle.valid() || !bindAndListen(handle.get(), endpoint))
         return failed(endpoint, errno);
     sockaddr_in bound{};

@@ -52,6 +52,7 @@ struct Listening {
     std::string error; // why not, and what to do about it
 };
 
-[[nodiscard]] Listening listenOn(const Endpoint& endpoint);
+// window: bytes that the system takes for a connection before they are read; 0: its own choice.
+[[nodiscard]] Listening listenOn(const Endpoint& endpoint, int window = 0);
 
 } // namespace vymprinter

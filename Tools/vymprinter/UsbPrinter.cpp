@@ -149,7 +149,7 @@ void UsbPrinter::endSession()
 bool UsbPrinter::quiet() const
 {
     return m_session->stalled() || m_function.writing()
-        || (!m_session->hasWork() && m_session->outgoing().empty());
+        || (!m_session->hasWork() && !m_session->busyUntil() && m_session->outgoing().empty());
 }
 
 void UsbPrinter::endQuietSession(Millis now)
@@ -164,9 +164,13 @@ std::optional<Millis> UsbPrinter::nextDue() const
         return m_plugAgainAt;
     if (!m_session)
         return m_silentUntil;
-    const auto due = quiet()   ? m_lastMoved + m_identity.quiet
-        : m_session->hasWork() ? Millis(0)
-                               : m_session->outgoing().front().due;
+    auto due = m_session->busyUntil().value_or(Millis::max());
+    if (const auto& parts = m_session->outgoing(); !parts.empty())
+        due = std::min(due, parts.front().due);
+    if (quiet())
+        due = m_lastMoved + m_identity.quiet;
+    else if (m_session->hasWork())
+        due = Millis(0);
     return m_silentUntil ? std::min(due, *m_silentUntil) : due;
 }
 

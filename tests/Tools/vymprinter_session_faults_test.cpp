@@ -135,6 +135,25 @@ TEST(VymprinterSessionFaults, RefusedPieceEndsItsFirmware)
     EXPECT_EQ(desk.lastVerdict(), "a firmware does not begin at 0");
 }
 
+TEST(VymprinterSessionFaults, PowerThatGoesTakesWithItWhatWasNotHandled)
+{
+    PrinterModel model;
+    model.replyDelay = Millis(50);
+    Desk desk(model, {"die@piece:11"});
+    desk.entered();
+    const auto pieces = requests::pieces(requests::firmware(30), 10);
+    desk.send(pieces[0]); // its answer is under way
+    EXPECT_TRUE(desk.send(pieces[1]).empty());
+    EXPECT_TRUE(desk.session->stalled());
+    desk.now += Millis(3999);
+    EXPECT_TRUE(desk.due().empty());
+    EXPECT_EQ(desk.end, LinkEnd::none);
+    desk.now += Millis(1);
+    EXPECT_TRUE(desk.due().empty());
+    EXPECT_EQ(desk.end, LinkEnd::reset);
+    EXPECT_TRUE(desk.record.stored.empty());
+}
+
 TEST(VymprinterSessionFaults, EndlessFileIsMadeOnlyAsFastAsItLeaves)
 {
     for (const auto* fault : {"endless", "endless-empty"}) {

@@ -260,6 +260,25 @@ TEST(VymprinterSession, SlowLinkDelaysEveryReplyButNotTheReading)
     EXPECT_EQ(desk.due(), sendReply(128));
 }
 
+TEST(VymprinterSession, SlowPrinterReadsNothingWhileItWorksOnAPiece)
+{
+    PrinterModel model;
+    model.pieceTime = Millis(160);
+    Desk desk(model);
+    desk.entered();
+    const auto pieces = requests::pieces(requests::firmware(20), 10);
+    EXPECT_TRUE(desk.send(pieces[0]).empty());
+    EXPECT_FALSE(desk.session->wantsInput());
+    EXPECT_FALSE(desk.session->hasWork());
+    ASSERT_TRUE(desk.session->busyUntil().has_value());
+    desk.now = *desk.session->busyUntil() - Millis(1);
+    EXPECT_TRUE(desk.due().empty());
+    desk.now += Millis(1);
+    EXPECT_EQ(desk.due(), sendReply(0x0080));
+    EXPECT_TRUE(desk.session->wantsInput());
+    EXPECT_EQ(desk.send(requests::enter()).size(), 12U) << "only firmware takes its time";
+}
+
 TEST(VymprinterSession, RequestsMayComeByteByByteOrAllAtOnce)
 {
     requests::Packet stream = requests::enter();

@@ -1,4 +1,4 @@
-// Sending a firmware: pieces, last blocks, late answers, and everything that ends it early.
+// Sending a firmware: pieces, last blocks, and everything that ends it early.
 #include "tests/support/ProtocolFixture.h"
 
 namespace {
@@ -204,68 +204,6 @@ TEST_F(vymProtocolSend, EndsWhenTheConnectionIsLost)
     EXPECT_EQ(update(), -6);
     EXPECT_EQ(m_info.m_result, -6);
     EXPECT_EQ(m_info.m_bytesDone, 100U);
-}
-
-TEST_F(vymProtocolSend, PassesLateAnswersToPiecesOverWhereAnotherReplyIsAwaited)
-{
-    prepare(250);
-    m_script.queueReply("").queueReply("").queueReply(""); // three pieces, unanswered in time
-    m_script.queueReply(printer::piece()); // the first one's, taken for the last block's
-    EXPECT_EQ(update(), 1);
-    m_script.queueReply(printer::piece(0x80)).queueReply(printer::piece(0x80));
-    m_script.queueReply(printer::piece(0x80)).queueReply(printer::progress(128, 250, 250));
-    EXPECT_EQ(m_protocol->CheckState(m_info), 1);
-    EXPECT_EQ(m_info.m_updateState, state_finished);
-}
-
-TEST_F(vymProtocolSend, PassesNoMoreAnswersOverThanPiecesWentUnanswered)
-{
-    prepare(50);
-    m_script.queueReply("").queueReply(printer::piece());
-    EXPECT_EQ(update(), 1);
-    m_script.queueReply(printer::piece()).queueReply(printer::piece());
-    m_script.queueReply(printer::progress(128, 50, 50));
-    EXPECT_EQ(m_protocol->CheckState(m_info), -5);
-}
-
-TEST_F(vymProtocolSend, TakesALateRefusalForWhatItIs)
-{
-    prepare(50);
-    m_script.queueReply("").queueReply(printer::piece());
-    EXPECT_EQ(update(), 1);
-    m_script.queueReply(printer::piece(0x804));
-    EXPECT_EQ(m_protocol->CheckState(m_info), -2);
-}
-
-TEST_F(vymProtocolSend, HearsALateRefusalOfAPrinterThatCannotBeAskedForItsState)
-{
-    prepare(50, "SPECIALCMDPATTERN NO", targetInfo("160", "SUPPORT_COMMAND 5101"));
-    m_script.queueReply("").queueReply(printer::piece()); // the piece's, taken for the last block's
-    m_script.queueReply(printer::piece(0x804)); // the last block's own
-    EXPECT_EQ(update(), -2);
-}
-
-TEST_F(vymProtocolSend, TakesSilenceAfterTheLastBlockForAnAnswerThatNeverComes)
-{
-    prepare(50, "SPECIALCMDPATTERN NO", targetInfo("160", "SUPPORT_COMMAND 5101"));
-    m_script.queueReply("").queueReply(printer::piece()).queueReply("");
-    EXPECT_EQ(update(), 1);
-}
-
-TEST_F(vymProtocolSend, PassesLateAnswersOverForNoLongerThanTheReplyMayTake)
-{
-    prepare(5000);
-    m_script.answerWith([this](const std::string& packet) {
-        if (packet.empty() || packet.substr(2, 2) == "\x51\x03") {
-            m_time.advance(10000);
-            return printer::piece();
-        }
-        return kind(packet) == packets::kData ? std::string() : printer::piece();
-    });
-    EXPECT_EQ(update(), 1);
-    const auto before = m_script.sent().size();
-    EXPECT_EQ(m_protocol->CheckState(m_info), -5);
-    EXPECT_LE(m_script.sent().size(), before + 4);
 }
 
 TEST_F(vymProtocolSend, RefusesAnImageThatThePackageDoesNotHold)

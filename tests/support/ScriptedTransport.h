@@ -47,6 +47,17 @@ public:
         m_failAt = m_exchanges + n;
         m_failCode = code;
     }
+    // What the link says of itself, asked anew each time; without it, nothing is known.
+    void linkStateIs(std::function<LinkState()> state)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_linkState = std::move(state);
+    }
+    [[nodiscard]] std::size_t queuedReplies() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_replies.size();
+    }
     void refuseTimeout(unsigned long milliseconds) { m_refusedTimeout = milliseconds; }
 
     [[nodiscard]] std::vector<std::string> sent() const
@@ -83,6 +94,7 @@ private:
     std::vector<unsigned long> m_timeouts;
     std::vector<unsigned long> m_receiveSizes;
     std::function<std::string(const std::string&)> m_answer;
+    std::function<LinkState()> m_linkState;
     long m_connectResult = 0;
     std::size_t m_exchanges = 0;
     std::size_t m_failAt = static_cast<std::size_t>(-1);
@@ -135,6 +147,15 @@ public:
         return milliseconds == m_script.m_refusedTimeout ? conn::kInvalidArgument : conn::kSuccess;
     }
     long Disconnect() override { return conn::kNetworkClosed; }
+    LinkState LookAtLink() override
+    {
+        std::function<LinkState()> state;
+        {
+            const std::lock_guard lock(m_script.m_mutex);
+            state = m_script.m_linkState;
+        }
+        return state ? state() : LinkState();
+    }
 
 private:
     TransportScript& m_script;

@@ -152,15 +152,4 @@ TEST(PrinterThatSendsControlCharacters, ReachesNeitherTerminalNorJson)
     }
 }
 
-// The second firmware's last block gets the answer to an earlier piece; its own is a refusal.
-TEST(LateAnswer, DoesNotHideARefusalWhereNobodyCanAskForTheStatus)
-{
-    const PackageFolder package({{"MAIN", "AB010200", 20000}, {"BOOT", "AB010200", 4000}});
-    const VirtualPrinter printer({"--firmware", "MAIN=AB010100", "--firmware", "BOOT=AB010100",
-                                  "--no-status-query", "--reply-delay", "12", "--fault",
-                                  "status-0804@last-block:2"});
-    CliRun run(updateOf(printer, package));
-    EXPECT_EQ(run.exitCode(kBound), 12) << run.process().out();
-}
-
 } // namespace

@@ -1,0 +1,76 @@
+#include "VYM/AnswerAccount.h"
+
+#include <algorithm>
+
+namespace {
+
+// A printer that answers within this is waited for no longer than this.
+constexpr unsigned long kLeastPatienceMs = 500;
+// A printer's next answer may take longer than its slowest so far, but hardly twice as long.
+constexpr std::uint64_t kPatienceFactor = 2;
+constexpr unsigned kTenth = 10; // percent, and pieces
+constexpr unsigned kWholeFile = 100;
+constexpr std::uint32_t kPattern = 2; // answers at tenths that are no accident
+
+} // namespace
+
+void AnswerAccount::beginFile()
+{
+    const auto due = m_due;
+    const bool surplus = m_surplus;
+    *this = {};
+    m_due = due;
+    m_surplus = surplus;
+}
+
+void AnswerAccount::sent(std::uint64_t now, unsigned percent)
+{
+    if (m_due == 0)
+        m_busySince = now;
+    ++m_due;
+    ++m_pieces;
+    m_sentAt = now;
+    m_lastIsOut = percent >= kWholeFile;
+    m_isTenth = (percent % kTenth == 0 && percent != m_percent) || m_pieces % kTenth <= 1;
+    m_percent = percent;
+}
+
+void AnswerAccount::heard(std::uint64_t now, bool early)
+{
+    m_longestGap = std::max(m_longestGap, now - std::min(now, m_busySince));
+    m_busySince = now;
+    m_early = early;
+    m_surplus = m_surplus || m_due == 0;
+    m_due -= m_due != 0 ? 1 : 0;
+    if (!m_lastIsOut) {
+        ++m_heardPieces;
+        m_besideTenths += m_isTenth ? 0 : 1;
+    } else if (m_heardAfterLast++ == 0) {
+        m_lastGap = now - std::min(now, m_sentAt);
+    }
+}
+
+void AnswerAccount::settle()
+{
+    m_due = 0;
+    m_surplus = false;
+    m_early = false;
+}
+
+bool AnswerAccount::isLagging() const
+{
+    return m_surplus || m_early || m_heardAfterLast > 1 || m_besideTenths != 0;
+}
+
+bool AnswerAccount::keepsToTenths() const
+{
+    return m_heardPieces >= kPattern && m_besideTenths == 0;
+}
+
+unsigned long AnswerAccount::patience(unsigned long longestMs) const
+{
+    const auto pace = keepsToTenths() ? m_lastGap : m_longestGap;
+    if (pace <= kLeastPatienceMs)
+        return std::min(kLeastPatienceMs, longestMs);
+    return static_cast<unsigned long>(std::min<std::uint64_t>(pace * kPatienceFactor, longestMs));
+}

@@ -1,0 +1,144 @@
+// What the network transport knows of its link, how long it writes, and how it leaves.
+#include "VYM/vymMac.h"
+#include "tests/DevConn/TcpFixture.h"
+
+namespace {
+
+using TcpLink = TcpConnection;
+
+// A file packet's head with so many bytes of data.
+std::string filePacket(std::size_t data)
+{
+    std::string packet(60 + data, 'd');
+    packet.replace(2, 2, "\x50\x02");
+    packet.replace(42, 2, std::string(2, '\0'));
+    return packet;
+}
+
+template <class Ready> bool comesTrue(Ready ready)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!ready() && std::chrono::steady_clock::now() < end)
+        PeerLink::pause(1);
+    return ready();
+}
+
+TEST_F(TcpLink, KnowsNothingWithoutAConnection)
+{
+    const auto link = transport->LookAtLink();
+    EXPECT_EQ(link.unsent, 0U);
+    EXPECT_FALSE(link.arrived);
+    EXPECT_FALSE(link.closed);
+}
+
+TEST_F(TcpLink, SaysWhatHasNotReachedThePeer)
+{
+    std::atomic<bool> reads{false};
+    const LoopbackPeer peer([&](PeerLink& link) {
+        while (!reads && !link.ended())
+            PeerLink::pause(1);
+        link.receive(1 << 20);
+    });
+    connectTo(peer);
+    const std::string bytes(200000, 'x');
+    unsigned long sent = 0;
+    EXPECT_TRUE(transport->WritePort(reinterpret_cast<const unsigned char*>(bytes.data()),
+                                     bytes.size(), &sent, 50));
+    EXPECT_GT(transport->LookAtLink().unsent, 0U);
+    reads = true;
+    EXPECT_TRUE(comesTrue([&] { return transport->LookAtLink().unsent == 0; }));
+}
+
+TEST_F(TcpLink, SaysWhetherSomethingIsThereAndWhetherThePeerHasEnded)
+{
+    std::atomic<bool> ends{false};
+    const LoopbackPeer peer([&](PeerLink& link) {
+        link.send(replyOf("early"));
+        while (!ends && !link.ended())
+            PeerLink::pause(1);
+        link.close();
+    });
+    connectTo(peer);
+    EXPECT_TRUE(comesTrue([&] { return transport->LookAtLink().arrived; }));
+    EXPECT_EQ(exchange(""), 0); // only receives
+    EXPECT_TRUE(replied);
+    EXPECT_FALSE(transport->LookAtLink().arrived);
+    ends = true;
+    EXPECT_TRUE(comesTrue([&] { return transport->LookAtLink().arrived; }));
+    EXPECT_FALSE(transport->LookAtLink().closed) << "not before it was received";
+    EXPECT_EQ(exchange(""), 0);
+    EXPECT_TRUE(transport->LookAtLink().closed);
+    EXPECT_FALSE(transport->LookAtLink().arrived);
+}
+
+TEST_F(TcpLink, WritesOnForAsLongAsAPeerTakesSomeOfIt)
+{
+    const std::size_t size = 1 << 20;
+    std::atomic<std::size_t> got{0};
+    const LoopbackPeer peer([&](PeerLink& link) {
+        while (got < size && !link.ended()) {
+            got += link.receive(32768).size();
+            PeerLink::pause(10);
+        }
+    });
+    connectTo(peer);
+    const std::string bytes(size, 'x');
+    unsigned long sent = 0;
+    // Longer than the time-out altogether, but never without progress for so long.
+    EXPECT_TRUE(transport->WritePacket(reinterpret_cast<const unsigned char*>(bytes.data()),
+                                       bytes.size(), &sent, 250));
+    EXPECT_EQ(sent, size);
+    EXPECT_TRUE(comesTrue([&] { return got == size; }));
+}
+
+TEST_F(TcpLink, LeavesSoThatThePeerStillReadsEverything)
+{
+    std::string got;
+    std::atomic<bool> sent{false};
+    LoopbackPeer peer([&](PeerLink& link) {
+        link.send(replyOf("an answer that nobody reads"));
+        while (!sent && !link.ended())
+            PeerLink::pause(1);
+        PeerLink::pause(30);
+        link.send(replyOf("and one that comes after the end"));
+        got = link.receive(1 << 20);
+        link.close();
+    });
+    connectTo(peer);
+    const auto packet = filePacket(3000);
+    exchange(packet);
+    exchange(packet); // unanswered: there is an answer to be waited for
+    exchange(packet);
+    sent = true;
+    EXPECT_EQ(transport->Disconnect(), -1);
+    peer.join();
+    EXPECT_EQ(got.size(), 3 * packet.size());
+}
+
+TEST_F(TcpLink, WaitsForNoEndLongerThanItsTimeOut)
+{
+    const LoopbackPeer peer([](PeerLink& link) { link.receive(1 << 20); });
+    connectTo(peer, 60);
+    exchange(filePacket(10));
+    const auto start = tickMilliseconds();
+    EXPECT_EQ(transport->Disconnect(), -1);
+    EXPECT_LT(tickMilliseconds() - start, 5000U);
+}
+
+TEST_F(TcpLink, WaitsForNoEndWhereNothingIsDue)
+{
+    const LoopbackPeer peer([](PeerLink& link) {
+        link.receive(68);
+        link.send(replyOf("taken"));
+        while (!link.ended())
+            PeerLink::pause(1);
+    });
+    connectTo(peer, 20000);
+    for (bool answered = false; !answered; answered = replied)
+        exchange(answered ? "" : filePacket(8));
+    const auto start = tickMilliseconds();
+    EXPECT_EQ(transport->Disconnect(), -1);
+    EXPECT_LT(tickMilliseconds() - start, 5000U);
+}
+
+} // namespace

@@ -1,0 +1,250 @@
+// What the printer answers late, early, too often or not at all, and which answer counts.
+#include "tests/support/ProtocolFixture.h"
+
+namespace {
+
+constexpr const char* kCannotBeAsked = "SUPPORT_COMMAND 5101";
+
+class vymProtocolAnswers : public ProtocolFixture {
+protected:
+    // A printer in download mode with pieces of 100 bytes; queries: whether it has the status
+    // query.
+    void prepare(std::size_t imageSize, bool queries = true)
+    {
+        package({"TGMNAME MODEL-A", "UPDATETIME 30", "SPECIALCMDPATTERN NO"}, imageSize);
+        open();
+        tell(targetInfo("160", queries ? "SUPPORT_COMMAND 5103" : kCannotBeAsked));
+    }
+    void silentPieces(int count)
+    {
+        for (; count > 0; --count)
+            m_script.queueReply("");
+    }
+    void queue(int count, const std::string& reply)
+    {
+        for (; count > 0; --count)
+            m_script.queueReply(reply);
+    }
+};
+
+TEST_F(vymProtocolAnswers, PassesLateAnswersToPiecesOverWhereAnotherReplyIsAwaited)
+{
+    prepare(250);
+    m_script.queueReply("").queueReply("").queueReply(""); // three pieces, unanswered in time
+    m_script.queueReply(printer::piece()); // the first one's, taken for the last block's
+    EXPECT_EQ(update(), 1);
+    m_script.queueReply(printer::piece(0x80)).queueReply(printer::piece(0x80));
+    m_script.queueReply(printer::piece(0x80)).queueReply(printer::progress(128, 250, 250));
+    EXPECT_EQ(m_protocol->CheckState(m_info), 1);
+    EXPECT_EQ(m_info.m_updateState, state_finished);
+}
+
+TEST_F(vymProtocolAnswers, PassesNoMoreAnswersOverThanPiecesWentUnanswered)
+{
+    prepare(50);
+    m_script.queueReply("").queueReply(printer::piece());
+    EXPECT_EQ(update(), 1);
+    m_script.queueReply(printer::piece()).queueReply(printer::piece());
+    m_script.queueReply(printer::progress(128, 50, 50));
+    EXPECT_EQ(m_protocol->CheckState(m_info), -5);
+}
+
+TEST_F(vymProtocolAnswers, TakesALateRefusalForWhatItIs)
+{
+    prepare(50);
+    m_script.queueReply("").queueReply(printer::piece());
+    EXPECT_EQ(update(), 1);
+    m_script.queueReply(printer::piece(0x804));
+    EXPECT_EQ(m_protocol->CheckState(m_info), -2);
+}
+
+TEST_F(vymProtocolAnswers, HearsALateRefusalOfAPrinterThatCannotBeAskedForItsState)
+{
+    prepare(50, false);
+    m_script.queueReply("").queueReply(printer::piece()); // the piece's, taken for the last block's
+    m_script.queueReply(printer::piece(0x804)); // the last block's own
+    EXPECT_EQ(update(), -2);
+}
+
+TEST_F(vymProtocolAnswers, TakesSilenceAfterTheLastBlockForAnAnswerThatNeverComes)
+{
+    prepare(50, false);
+    m_script.queueReply("").queueReply(printer::piece()).queueReply("");
+    EXPECT_EQ(update(), 1);
+}
+
+TEST_F(vymProtocolAnswers, WaitsForASlowPrinterAsLongAsItGoesOnAnswering)
+{
+    prepare(5000);
+    m_script.answerWith([this](const std::string& packet) {
+        if (view(packet).isData())
+            return std::string();
+        m_time.advance(10000); // fifty pieces of ten seconds, though UPDATETIME is half a minute
+        return m_protocol->FirmwareIsAnswered() ? printer::progress(128, 5000, 5000)
+                                                : printer::piece();
+    });
+    EXPECT_EQ(update(), 1);
+    EXPECT_EQ(m_protocol->CheckState(m_info), 1);
+    EXPECT_EQ(m_info.m_updateState, state_finished);
+}
+
+TEST_F(vymProtocolAnswers, CountsEveryAnswerOfASlowPrinterThatCannotBeAskedForItsState)
+{
+    prepare(500, false);
+    silentPieces(5);
+    queue(6, printer::piece());
+    EXPECT_EQ(update(), 1);
+    EXPECT_EQ(m_script.queuedReplies(), 0U);
+    EXPECT_EQ(m_script.sent().size(), 2U + 6U + 5U);
+}
+
+TEST_F(vymProtocolAnswers, AsksForALifeSignWhereAnswersLagAndThenStop)
+{
+    prepare(500, false);
+    silentPieces(5);
+    queue(3, printer::piece());
+    m_script.queueReply(""); // silence: gone, or nothing more to say
+    tell(targetInfo("160", kCannotBeAsked));
+    EXPECT_EQ(update(), 1);
+    EXPECT_EQ(m_script.sent().back().substr(10, 14), "TargetInfo.txt");
+}
+
+TEST_F(vymProtocolAnswers, ClaimsNothingOfAPrinterThatGivesNone)
+{
+    prepare(500, false);
+    silentPieces(5);
+    queue(3, printer::piece());
+    EXPECT_EQ(update(), -5);
+}
+
+TEST_F(vymProtocolAnswers, HearsARefusalBeforeTheLifeSign)
+{
+    prepare(500, false);
+    silentPieces(5);
+    queue(3, printer::piece());
+    m_script.queueReply("").queueReply(printer::piece(0x803));
+    EXPECT_EQ(update(), -1);
+}
+
+TEST_F(vymProtocolAnswers, EndsWhenTheConnectionIsLostWhileAnswersAreDue)
+{
+    prepare(500, false);
+    silentPieces(5);
+    queue(2, printer::piece());
+    m_script.failNextSend(1 + 6 + 1, conn::kReceiveFailed);
+    EXPECT_EQ(update(), -6);
+}
+
+TEST_F(vymProtocolAnswers, EndsWhenThePrinterClosesWhileAnswersAreDue)
+{
+    prepare(500, false);
+    silentPieces(5);
+    m_script.queueReply(printer::piece());
+    m_script.linkStateIs([this] { return LinkState{0, false, m_script.queuedReplies() == 0}; });
+    EXPECT_EQ(update(), -6);
+}
+
+TEST_F(vymProtocolAnswers, TakesNoAnswerThatCameBeforeTheLastBlockArrived)
+{
+    prepare(100, false);
+    unsigned long unsent = 60;
+    m_script.linkStateIs([&unsent] { return LinkState{unsent, false, false}; });
+    m_script.answerWith([&](const std::string& packet) {
+        if (packet.empty())
+            unsent = 0;
+        return packet.empty() ? printer::piece(0x804) : printer::piece();
+    });
+    EXPECT_EQ(update(), -2) << "the refusal is the last block's own";
+}
+
+TEST_F(vymProtocolAnswers, WaitsForThePrinterAsLongAsItTakesWhatWasSent)
+{
+    prepare(100, false);
+    unsigned long unsent = 60;
+    m_script.linkStateIs([&unsent] { return LinkState{unsent, false, false}; });
+    m_script.answerWith([&](const std::string& packet) {
+        if (!packet.empty())
+            return view(packet).isData() ? printer::piece() : std::string();
+        m_time.advance(8000);
+        return --unsent == 0 ? printer::piece() : std::string();
+    });
+    EXPECT_EQ(update(), 1);
+    EXPECT_EQ(m_script.timeouts().back(), 30000U);
+}
+
+TEST_F(vymProtocolAnswers, GivesUpWhereNothingLeavesForTheWholeTime)
+{
+    prepare(100, false);
+    m_script.linkStateIs([] { return LinkState{60, false, false}; });
+    m_script.answerWith([&](const std::string& packet) {
+        if (!packet.empty())
+            return view(packet).isData() ? printer::piece() : std::string();
+        m_time.advance(500);
+        return std::string();
+    });
+    const auto start = m_time.nowMilliseconds();
+    EXPECT_EQ(update(), -6);
+    EXPECT_LE(m_time.nowMilliseconds() - start, 36000U);
+}
+
+TEST_F(vymProtocolAnswers, TakesNothingThatWasThereBeforeARequestForItsAnswer)
+{
+    prepare(100);
+    m_script.queueReply(printer::piece()).queueReply(printer::piece());
+    EXPECT_EQ(update(), 1);
+    // A thousand answers nobody asked for, all but the last still "writing".
+    queue(1000, printer::progress(129, 100, 10));
+    m_script.linkStateIs([this] { return LinkState{0, m_script.queuedReplies() > 1, false}; });
+    m_script.queueReply(printer::progress(128, 100, 100));
+    EXPECT_EQ(m_protocol->CheckState(m_info), 1);
+    EXPECT_EQ(m_info.m_updateState, state_finished);
+}
+
+TEST_F(vymProtocolAnswers, TakesTheNewestOfSeveralStatusAnswers)
+{
+    prepare(100);
+    m_script.queueReply(printer::piece()).queueReply(printer::piece());
+    EXPECT_EQ(update(), 1);
+    queue(1000, printer::progress(129, 100, 10));
+    m_script.queueReply(printer::progress(128, 100, 100));
+    const auto before = m_script.sent().size();
+    m_script.linkStateIs([this, before] { // they come all at once, after the query
+        return LinkState{0, m_script.sent().size() > before && m_script.queuedReplies() != 0,
+                         false};
+    });
+    EXPECT_EQ(m_protocol->CheckState(m_info), 1);
+    EXPECT_EQ(m_info.m_updateState, state_finished);
+}
+
+TEST_F(vymProtocolAnswers, CountsARefusalThatIsThereBeforeTheLastBlock)
+{
+    prepare(100, false);
+    m_script.queueReply(""); // the piece
+    m_script.queueReply(printer::piece(0x804));
+    m_script.linkStateIs([this] { return LinkState{0, m_script.queuedReplies() == 1, false}; });
+    EXPECT_EQ(update(), -2);
+}
+
+TEST_F(vymProtocolAnswers, EndATransferThatOutlastsEveryPrinter)
+{
+    prepare(5000);
+    m_script.answerWith([this](const std::string&) {
+        m_time.advance(29000); // fifty pieces of half a minute: 200 bytes a second
+        return printer::piece();
+    });
+    EXPECT_EQ(update(), -6);
+    EXPECT_LT(filePackets().size(), 30U);
+}
+
+TEST_F(vymProtocolAnswers, AreHeardOutBeforeThePrinterIsLeft)
+{
+    prepare(300);
+    silentPieces(3);
+    queue(4, printer::piece());
+    EXPECT_EQ(update(), 1);
+    m_script.queueReply(printer::exit());
+    EXPECT_EQ(m_protocol->ExitDownLoadMode(), 1);
+    EXPECT_EQ(m_script.queuedReplies(), 0U);
+}
+
+} // namespace
