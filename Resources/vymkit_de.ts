@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>Start_Description</source>
-        <translation>Vymkit installiert die Firmware dieses Pakets in Ihrem Drucker. Zuerst wird der Drucker gefragt, was installiert ist; gesendet wird nur die Firmware, die zutrifft.</translation>
+        <translation>Vymkit installiert die Firmware dieses Pakets in Ihrem Drucker. Zuerst wird abgefragt, was im Drucker installiert ist; übertragen wird nur die passende Firmware.</translation>
     </message>
     <message>
         <source>Start_DevNameTitle</source>
@@ -72,7 +72,7 @@
         <translation>• Der Drucker ist eingeschaltet und zeigt keinen Fehler an.
 • Er ist über ein USB-Kabel mit diesem Computer verbunden, oder beide sind im selben Netzwerk, und alle Stecker sitzen fest.
 • Niemand druckt, scannt oder faxt mit dem Drucker, bis die Aktualisierung beendet ist.
-• Weder der Drucker noch dieser Computer wird ausgeschaltet oder verliert den Strom. Ein tragbarer Computer hängt am Netzteil.</translation>
+• Weder der Drucker noch dieser Computer wird ausgeschaltet oder vom Strom getrennt. Ein Notebook ist an das Netzteil angeschlossen.</translation>
     </message>
     <message>
         <source>Preference_DownLoadMode</source>
@@ -132,7 +132,7 @@
     </message>
     <message>
         <source>Device_Asking</source>
-        <translation>%@ wird gefragt …</translation>
+        <translation>%@ wird abgefragt …</translation>
     </message>
     <message>
         <source>Device_NoPrinters</source>
@@ -160,7 +160,7 @@
     </message>
     <message>
         <source>Guide_StartUpdateCmt</source>
-        <translation>Mit „Starten“ beginnt die Aktualisierung. Läuft sie einmal, kann sie nicht mehr abgebrochen werden.</translation>
+        <translation>Mit „Starten“ beginnt die Aktualisierung. Sobald sie läuft, kann sie nicht mehr abgebrochen werden.</translation>
     </message>
     <message>
         <source>Confirmation_Normal_Title</source>
@@ -168,15 +168,15 @@
     </message>
     <message>
         <source>Confirmation_Normal_Description</source>
-        <translation>Die zutreffende Firmware dieses Pakets wird an den Drucker gesendet. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker bis zu ihrem Ende nicht aus und drucken Sie nicht.</translation>
+        <translation>Die passende Firmware dieses Pakets wird an den Drucker übertragen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker nicht aus und drucken Sie nicht, bis sie beendet ist.</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
-        <translation>Aktualisierung starten, auch auf eine ältere Version?</translation>
+        <translation>Aktualisierung starten, auch wenn sie eine ältere Version installiert?</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>
-        <translation>Dieses Paket kann neuere Firmware im Drucker durch ältere ersetzen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker bis zu ihrem Ende nicht aus und drucken Sie nicht.</translation>
+        <translation>Dieses Paket kann neuere Firmware im Drucker durch ältere ersetzen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker nicht aus und drucken Sie nicht, bis sie beendet ist.</translation>
     </message>
     <message>
         <source>Cancel_MesTitle</source>
@@ -212,7 +212,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Update_CloseRefused</source>
-        <translation>Das Fenster bleibt offen: Eine abgebrochene Aktualisierung kann den Drucker unbrauchbar machen. Es schließt sich von selbst, sobald die Aktualisierung beendet ist.</translation>
+        <translation>Das Fenster bleibt offen: Eine abgebrochene Aktualisierung kann den Drucker unbrauchbar machen. Das Fenster schließt sich von selbst, sobald die Aktualisierung beendet ist.</translation>
     </message>
     <message>
         <source>Update_ProgressName</source>
@@ -228,7 +228,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>State_CheckVersion_Plural</source>
-        <translation>Installierte Version von Firmware %u wird geprüft …</translation>
+        <translation>Installierte Version von Firmware Nr. %u wird geprüft …</translation>
     </message>
     <message>
         <source>State_PrepUpdate</source>
@@ -236,7 +236,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>State_PrepUpdate_Plural</source>
-        <translation>Firmware %u wird gesendet …</translation>
+        <translation>Firmware Nr. %u wird gesendet …</translation>
     </message>
     <message>
         <source>State_WriteUpdate</source>
@@ -244,11 +244,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>State_WriteUpdate_Plural</source>
-        <translation>Firmware %u wird geschrieben …</translation>
+        <translation>Firmware Nr. %u wird geschrieben …</translation>
     </message>
     <message>
         <source>State_Updated</source>
-        <translation>Firmware fertig</translation>
+        <translation>Firmware aktualisiert</translation>
     </message>
     <message>
         <source>NormalEndTitle</source>
@@ -268,7 +268,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>NoUpdateEnd_AutoMes</source>
-        <translation>Der Drucker braucht nichts aus diesem Paket, und es wurde keine Firmware gesendet. Er wird von selbst wieder bereit.</translation>
+        <translation>Der Drucker braucht nichts aus diesem Paket, und es wurde keine Firmware gesendet. Er ist nach kurzer Zeit von selbst wieder bereit.</translation>
     </message>
     <message>
         <source>NoUpdateEnd_ManualMes</source>
@@ -280,7 +280,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>Die Aktualisierung wurde beendet. Sehen Sie auf der Anzeige des Druckers nach, beheben Sie dort den Fehler und starten Sie die Aktualisierung noch einmal.
+        <translation>Die Aktualisierung wurde abgebrochen. Sehen Sie auf der Anzeige des Druckers nach, beheben Sie dort den Fehler und starten Sie die Aktualisierung noch einmal.
 
 War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
     </message>
@@ -290,7 +290,7 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>Die Daten wurden auf dem Weg zwischen Computer und Drucker beschädigt, und die Aktualisierung wurde beendet. Prüfen Sie Kabel und Netzwerk und starten Sie die Aktualisierung noch einmal.
+        <translation>Die Daten wurden auf dem Weg zwischen Computer und Drucker beschädigt, und die Aktualisierung wurde abgebrochen. Prüfen Sie Kabel und Netzwerk und starten Sie die Aktualisierung noch einmal.
 
 War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
     </message>
@@ -304,7 +304,7 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_FaxTitle</source>
-        <translation>Das Fax des Druckers ist in Gebrauch</translation>
+        <translation>Die Faxfunktion des Druckers wird gerade benutzt</translation>
     </message>
     <message>
         <source>Error_FaxMes</source>
@@ -326,7 +326,7 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_ModelMismatchMes</source>
-        <translation>Dieses Paket ist nicht für das Modell des Druckers bestimmt, und die Aktualisierung wurde beendet. Besorgen Sie das Paket für sein Modell, oder beginnen Sie noch einmal und wählen Sie den Drucker, für den dieses Paket bestimmt ist.</translation>
+        <translation>Dieses Paket ist nicht für das Modell des Druckers bestimmt, und die Aktualisierung wurde abgebrochen. Besorgen Sie das Paket für sein Modell, oder beginnen Sie noch einmal und wählen Sie den Drucker, für den dieses Paket bestimmt ist.</translation>
     </message>
     <message>
         <source>Error_FirmReadTitle</source>
@@ -334,7 +334,7 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>Das Update-Paket ist beschädigt oder liegt nicht mehr an seinem Platz. Besorgen Sie das Paket neu und starten Sie die Aktualisierung noch einmal.
+        <translation>Das Update-Paket ist beschädigt oder liegt nicht mehr an seinem Platz. Besorgen Sie sich das Paket noch einmal und starten Sie die Aktualisierung noch einmal.
 
 War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
     </message>
@@ -362,7 +362,7 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>Er gab keine Antwort oder keine, mit der Vymkit etwas anfangen kann, und die Aktualisierung wurde beendet. Prüfen Sie, ob der Drucker bereit und noch verbunden ist, und starten Sie die Aktualisierung noch einmal.
+        <translation>Er gab keine Antwort oder keine, mit der Vymkit etwas anfangen kann, und die Aktualisierung wurde abgebrochen. Prüfen Sie, ob der Drucker bereit und noch verbunden ist, und starten Sie die Aktualisierung noch einmal.
 
 War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
     </message>

@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>Start_Description</source>
-        <translation>Vymkit installs the firmware of this package in your printer. It asks the printer first what is installed, and sends only the firmware that applies.</translation>
+        <translation>Vymkit installs the firmware of this package in your printer. It first checks what is installed, and sends only the firmware that the printer needs.</translation>
     </message>
     <message>
         <source>Start_DevNameTitle</source>
@@ -70,9 +70,9 @@
     <message>
         <source>Preference_CheckPoint</source>
         <translation>• The printer is switched on and shows no error.
-• It is connected to this computer by a USB cable, or both are connected to the same network, and all plugs sit firmly.
+• It is connected to this computer by a USB cable, or both are connected to the same network, and all plugs are firmly in place.
 • Nobody prints, scans or faxes with the printer until the update has finished.
-• Neither the printer nor this computer is going to be switched off or to lose power. A portable computer is plugged in.</translation>
+• Neither the printer nor this computer will be switched off or lose power. A portable computer is plugged in.</translation>
     </message>
     <message>
         <source>Preference_DownLoadMode</source>
@@ -132,15 +132,15 @@
     </message>
     <message>
         <source>Device_Asking</source>
-        <translation>Asking %@…</translation>
+        <translation>Checking %@…</translation>
     </message>
     <message>
         <source>Device_NoPrinters</source>
-        <translation>No printer was found that this package is for. If yours is on the network, enter its IP address. If it is connected by USB, switch it on, check the cable, then go back and come here again.</translation>
+        <translation>Vymkit found no printer that this package can update. If yours is on the network, enter its IP address. If it is connected by USB, switch it on, check the cable, then go back and come here again.</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
-        <translation>No printer was found that this package is for. Switch the printer on, check its connection and that it is set up on this computer, then go back and come here again.</translation>
+        <translation>Vymkit found no printer that this package can update. Switch the printer on, check its connection and that it is set up on this computer, then go back and come here again.</translation>
     </message>
     <message>
         <source>Guide_Description</source>
@@ -168,7 +168,7 @@
     </message>
     <message>
         <source>Confirmation_Normal_Description</source>
-        <translation>The firmware of this package that applies is sent to the printer. Once started, the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
+        <translation>Vymkit sends the printer the firmware that it needs from this package. Once started, the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
@@ -228,7 +228,7 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>State_CheckVersion_Plural</source>
-        <translation>Checking the installed version of firmware %u…</translation>
+        <translation>Checking the installed version of firmware no. %u…</translation>
     </message>
     <message>
         <source>State_PrepUpdate</source>
@@ -236,7 +236,7 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>State_PrepUpdate_Plural</source>
-        <translation>Sending firmware %u…</translation>
+        <translation>Sending firmware no. %u…</translation>
     </message>
     <message>
         <source>State_WriteUpdate</source>
@@ -244,11 +244,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>State_WriteUpdate_Plural</source>
-        <translation>Writing firmware %u…</translation>
+        <translation>Writing firmware no. %u…</translation>
     </message>
     <message>
         <source>State_Updated</source>
-        <translation>Firmware finished</translation>
+        <translation>Firmware updated</translation>
     </message>
     <message>
         <source>NormalEndTitle</source>
@@ -334,7 +334,7 @@ If firmware was already on its way, do not switch the printer off: wait until it
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>The update package is damaged, or it is no longer where it was. Get the package anew, then start the update again.
+        <translation>The update package is damaged, or it is no longer where it was. Get the package again, then start the update again.
 
 If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
     </message>
@@ -344,7 +344,7 @@ If firmware was already on its way, do not switch the printer off: wait until it
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Something failed in this computer, or the printer told too little about itself. Start the update again. If that does not help, restart this computer first.
+        <translation>Something failed in this computer, or the printer gave too little information about itself. Start the update again. If that does not help, restart this computer first.
 
 If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
     </message>

@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>Start_Description</source>
-        <translation>Vymkit instala en su impresora el firmware de este paquete. Primero pregunta a la impresora qué tiene instalado y solo envía el firmware que corresponde.</translation>
+        <translation>Vymkit instala en su impresora el firmware de este paquete. Primero comprueba qué tiene instalado la impresora y solo envía el firmware que corresponde.</translation>
     </message>
     <message>
         <source>Start_DevNameTitle</source>
@@ -205,7 +205,7 @@
     <message>
         <source>Update_Precaution</source>
         <translation>Hasta que termine la actualización:
-• No apague la impresora ni desenchufe sus cables.
+• No apague la impresora ni desconecte sus cables.
 • No imprima, no escanee ni envíe faxes con ella.
 • No apague este equipo.
 La actualización puede durar varios minutos y la barra puede quedarse parada un rato.</translation>
@@ -228,7 +228,7 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>State_CheckVersion_Plural</source>
-        <translation>Comprobando la versión instalada del firmware %u…</translation>
+        <translation>Comprobando la versión instalada del firmware n.º %u…</translation>
     </message>
     <message>
         <source>State_PrepUpdate</source>
@@ -236,7 +236,7 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>State_PrepUpdate_Plural</source>
-        <translation>Enviando el firmware %u…</translation>
+        <translation>Enviando el firmware n.º %u…</translation>
     </message>
     <message>
         <source>State_WriteUpdate</source>
@@ -244,11 +244,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>State_WriteUpdate_Plural</source>
-        <translation>Escribiendo el firmware %u…</translation>
+        <translation>Escribiendo el firmware n.º %u…</translation>
     </message>
     <message>
         <source>State_Updated</source>
-        <translation>Firmware terminado</translation>
+        <translation>Firmware actualizado</translation>
     </message>
     <message>
         <source>NormalEndTitle</source>
@@ -290,7 +290,7 @@ Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su p
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>Los datos intercambiados con la impresora se han dañado por el camino y la actualización se ha detenido. Compruebe los cables y la red y vuelva a iniciar la actualización.
+        <translation>Los datos intercambiados con la impresora se han dañado durante la transmisión y la actualización se ha detenido. Compruebe los cables y la red y vuelva a iniciar la actualización.
 
 Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
     </message>
@@ -344,7 +344,7 @@ Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su p
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Algo ha fallado en este equipo, o la impresora ha dado muy poca información sobre sí misma. Vuelva a iniciar la actualización. Si no sirve, reinicie antes este equipo.
+        <translation>Algo ha fallado en este equipo, o la impresora ha dado muy poca información sobre sí misma. Vuelva a iniciar la actualización. Si eso no lo resuelve, reinicie antes este equipo.
 
 Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
     </message>

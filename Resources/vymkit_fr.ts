@@ -136,11 +136,11 @@
     </message>
     <message>
         <source>Device_NoPrinters</source>
-        <translation>Aucune imprimante à laquelle ce paquet est destiné n’a été trouvée. Si la vôtre est sur le réseau, saisissez son adresse IP. Si elle est reliée par USB, allumez-la, vérifiez le câble, puis revenez en arrière et rouvrez cette page.</translation>
+        <translation>Aucune imprimante que ce paquet peut mettre à jour n’a été trouvée. Si la vôtre est sur le réseau, saisissez son adresse IP. Si elle est reliée par USB, allumez-la, vérifiez le câble, puis revenez en arrière et rouvrez cette page.</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
-        <translation>Aucune imprimante à laquelle ce paquet est destiné n’a été trouvée. Allumez l’imprimante, vérifiez sa connexion et qu’elle est installée sur cet ordinateur, puis revenez en arrière et rouvrez cette page.</translation>
+        <translation>Aucune imprimante que ce paquet peut mettre à jour n’a été trouvée. Allumez l’imprimante, vérifiez sa connexion et qu’elle est installée sur cet ordinateur, puis revenez en arrière et rouvrez cette page.</translation>
     </message>
     <message>
         <source>Guide_Description</source>
@@ -168,7 +168,7 @@
     </message>
     <message>
         <source>Confirmation_Normal_Description</source>
-        <translation>Les micrologiciels de ce paquet qui conviennent sont envoyés à l’imprimante. Une fois commencée, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
+        <translation>Seuls les micrologiciels de ce paquet qui conviennent à l’imprimante lui sont envoyés. Une fois commencée, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
@@ -176,7 +176,7 @@
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>
-        <translation>Ce paquet peut remplacer un micrologiciel récent de l’imprimante par un plus ancien. Une fois commencée, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
+        <translation>Ce paquet peut remplacer un micrologiciel plus récent de l’imprimante par un plus ancien. Une fois commencée, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
     </message>
     <message>
         <source>Cancel_MesTitle</source>
@@ -228,7 +228,7 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>State_CheckVersion_Plural</source>
-        <translation>Vérification de la version installée du micrologiciel %u…</translation>
+        <translation>Vérification de la version installée du micrologiciel nº %u…</translation>
     </message>
     <message>
         <source>State_PrepUpdate</source>
@@ -236,7 +236,7 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>State_PrepUpdate_Plural</source>
-        <translation>Envoi du micrologiciel %u…</translation>
+        <translation>Envoi du micrologiciel nº %u…</translation>
     </message>
     <message>
         <source>State_WriteUpdate</source>
@@ -244,11 +244,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>State_WriteUpdate_Plural</source>
-        <translation>Écriture du micrologiciel %u…</translation>
+        <translation>Écriture du micrologiciel nº %u…</translation>
     </message>
     <message>
         <source>State_Updated</source>
-        <translation>Micrologiciel terminé</translation>
+        <translation>Micrologiciel mis à jour</translation>
     </message>
     <message>
         <source>NormalEndTitle</source>
@@ -304,7 +304,7 @@ Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante�
     </message>
     <message>
         <source>Error_FaxTitle</source>
-        <translation>La télécopie de l’imprimante est en cours d’utilisation</translation>
+        <translation>Le télécopieur de l’imprimante est en cours d’utilisation</translation>
     </message>
     <message>
         <source>Error_FaxMes</source>
@@ -334,7 +334,7 @@ Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante�
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>Le paquet de mise à jour est endommagé ou ne se trouve plus à sa place. Procurez-vous-le à nouveau, puis relancez la mise à jour.
+        <translation>Le paquet de mise à jour est endommagé ou ne se trouve plus à sa place. Procurez-vous un nouvel exemplaire de ce paquet, puis relancez la mise à jour.
 
 Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
     </message>

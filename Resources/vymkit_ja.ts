@@ -112,7 +112,7 @@
     </message>
     <message>
         <source>Device_AlertInputAddressMes</source>
-        <translation>0.0.0.0 はプリンターのアドレスではありません。IP アドレスの 4 つの数字を入力してください（例：192.0.2.7）。IP アドレスは、プリンターのネットワーク設定で確認できます。</translation>
+        <translation>0.0.0.0 はプリンターのアドレスではありません。IP アドレスの 4 つの数値を入力してください（例：192.0.2.7）。IP アドレスは、プリンターのネットワーク設定で確認できます。</translation>
     </message>
     <message>
         <source>USB Printer</source>
@@ -124,7 +124,7 @@
     </message>
     <message>
         <source>Device_AddressCell</source>
-        <translation>IP アドレス、4 つのうち %u 番目の数字</translation>
+        <translation>IP アドレス、4 つのうち %u 番目の数値</translation>
     </message>
     <message>
         <source>Device_Searching</source>
@@ -228,7 +228,7 @@
     </message>
     <message>
         <source>State_CheckVersion_Plural</source>
-        <translation>ファームウェア %u のバージョンを確認しています…</translation>
+        <translation>%u 番目のファームウェアのバージョンを確認しています…</translation>
     </message>
     <message>
         <source>State_PrepUpdate</source>
@@ -236,7 +236,7 @@
     </message>
     <message>
         <source>State_PrepUpdate_Plural</source>
-        <translation>ファームウェア %u を送信しています…</translation>
+        <translation>%u 番目のファームウェアを送信しています…</translation>
     </message>
     <message>
         <source>State_WriteUpdate</source>
@@ -244,7 +244,7 @@
     </message>
     <message>
         <source>State_WriteUpdate_Plural</source>
-        <translation>ファームウェア %u を書き込んでいます…</translation>
+        <translation>%u 番目のファームウェアを書き込んでいます…</translation>
     </message>
     <message>
         <source>State_Updated</source>
@@ -326,7 +326,7 @@
     </message>
     <message>
         <source>Error_ModelMismatchMes</source>
-        <translation>このパッケージは、このプリンターの機種には対応していません。更新を中止しました。機種に合ったパッケージを入手するか、もう一度始めて、このパッケージに対応するプリンターを選択してください。</translation>
+        <translation>このパッケージは、このプリンターの機種には対応していません。更新を中止しました。機種に合ったパッケージを入手するか、最初からやり直し、このパッケージに対応するプリンターを選択してください。</translation>
     </message>
     <message>
         <source>Error_FirmReadTitle</source>

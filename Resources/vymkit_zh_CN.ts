@@ -144,7 +144,7 @@
     </message>
     <message>
         <source>Guide_Description</source>
-        <translation>准备更新</translation>
+        <translation>已准备好更新</translation>
     </message>
     <message>
         <source>Guide_Comment</source>
@@ -228,7 +228,7 @@
     </message>
     <message>
         <source>State_CheckVersion_Plural</source>
-        <translation>正在检查固件 %u 的已安装版本…</translation>
+        <translation>正在检查第 %u 个固件的已安装版本…</translation>
     </message>
     <message>
         <source>State_PrepUpdate</source>
@@ -236,7 +236,7 @@
     </message>
     <message>
         <source>State_PrepUpdate_Plural</source>
-        <translation>正在发送固件 %u…</translation>
+        <translation>正在发送第 %u 个固件…</translation>
     </message>
     <message>
         <source>State_WriteUpdate</source>
@@ -244,7 +244,7 @@
     </message>
     <message>
         <source>State_WriteUpdate_Plural</source>
-        <translation>正在写入固件 %u…</translation>
+        <translation>正在写入第 %u 个固件…</translation>
     </message>
     <message>
         <source>State_Updated</source>
@@ -304,7 +304,7 @@
     </message>
     <message>
         <source>Error_FaxTitle</source>
-        <translation>打印机的传真正在使用</translation>
+        <translation>打印机的传真功能正在使用中</translation>
     </message>
     <message>
         <source>Error_FaxMes</source>
