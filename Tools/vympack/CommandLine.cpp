@@ -1,6 +1,8 @@
 #include "Tools/vympack/CommandLine.h"
 
 #include "Tools/vympack/CheckCommand.h"
+#include "Tools/vympack/DiffCommand.h"
+#include "Tools/vympack/InitCommand.h"
 #include "Tools/vympack/Interrupt.h"
 #include "Tools/vympack/MakeCommand.h"
 #include "Tools/vympack/RehearseCommand.h"
@@ -14,8 +16,12 @@ namespace vympack {
 namespace {
 
 constexpr auto kFooter = R"(Examples:
+  vympack init --model "Model 100" --firmware MAIN=AB010203:main.bin
   vympack make -o VYMBINDDATA VYMINFO.txt main.bin boot.bin
   vympack check VYMBINDDATA
+  vympack simulate VYMBINDDATA --installed MAIN=AB010100
+  vympack rehearse --quick VYMBINDDATA
+  vympack diff OLD/VYMBINDDATA VYMBINDDATA
   vympack list --json VYMBINDDATA
   vympack extract VYMBINDDATA -d unpacked main.bin
 
@@ -138,6 +144,31 @@ void addRehearse(CLI::App& app, Work& work)
     command->add_flag("--quick", order->quick, "Without the pauses that a real printer needs");
 }
 
+void addInit(CLI::App& app, Work& work)
+{
+    const auto [command, order] = addCommand<InitOrder>(
+        app, "init", "Write a description to begin a package with", work, writeDescription);
+    command->add_option("-o,--output", order->path, "The file to write; - for standard output")
+        ->capture_default_str();
+    command->add_option("--model", order->model, "The printer's model")->capture_default_str();
+    command
+        ->add_option("--firmware", order->firmware,
+                     "A firmware of the package; repeatable; without any, an example row")
+        ->type_name("NAME=VERSION:FILE[:DISPLAY NAME]")
+        ->allow_extra_args(false);
+    command->add_flag("--force", order->force, "Replace the file if it exists");
+}
+
+void addDiff(CLI::App& app, Work& work)
+{
+    const auto [command, order] = addCommand<DiffOrder>(
+        app, "diff", "Say what differs between two packages (exit code 1 where they do)", work,
+        diffFiles);
+    command->add_option("OLD", order->before, "A package")->required();
+    command->add_option("NEW", order->after, "Another one")->required();
+    command->add_flag("--json", order->json, "Write the result as JSON");
+}
+
 } // namespace
 
 int runProgram(int argc, const char* const* argv, Streams streams)
@@ -148,7 +179,8 @@ int runProgram(int argc, const char* const* argv, Streams streams)
     app.set_help_all_flag("--help-all", "Print the help of every command");
     app.footer(kFooter);
     Work work;
-    for (const auto add : {addMake, addCheck, addSimulate, addRehearse, addList, addExtract})
+    for (const auto add :
+         {addInit, addMake, addCheck, addSimulate, addDiff, addRehearse, addList, addExtract})
         add(app, work);
     try {
         app.parse(argc, argv);

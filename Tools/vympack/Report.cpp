@@ -13,8 +13,6 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr int kSchemaVersion = 1; // of every JSON result; see docs/makers.md
-constexpr int kIndent = 2;
 constexpr int kNumberWidth = 10; // the digits of the largest 32-bit number
 
 const char* severityName(Severity severity)

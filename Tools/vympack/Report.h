@@ -12,6 +12,9 @@
 
 namespace vympack {
 
+inline constexpr int kSchemaVersion = 1; // of every JSON result; see docs/makers.md
+inline constexpr int kIndent = 2; // of JSON for people
+
 // One line a defect, with the row to write instead and, for the first of its kind, why it matters;
 // then one line that counts them.
 void writeDefects(std::ostream& out, const std::string& path, const Defects& defects);

@@ -25,15 +25,15 @@ Outcome concluded(const PackageFacts& package, const SimulatedPrinter& printer)
     return concludeCheck(package, facts);
 }
 
-void writeText(std::ostream& out, const Outcome& outcome, const std::vector<TableRow>& rows)
+void writeSimulation(std::ostream& out, const Outcome& outcome, const std::vector<TableRow>& rows)
 {
     out << firmwareTable(outcome);
     out << outcome.name << " (" << outcome.exitCode << "): " << outcome.message << "\n";
     writeDecisionTable(out, rows);
 }
 
-void writeJson(std::ostream& out, const Outcome& outcome, const std::vector<TableRow>& rows,
-               bool withTable)
+void writeSimulationJson(std::ostream& out, const Outcome& outcome,
+                         const std::vector<TableRow>& rows, bool withTable)
 {
     // What no printer can be asked for has no place here.
     auto json = ordered_json::parse(resultAsJson(outcome));
@@ -72,9 +72,9 @@ int simulate(const SimulateOrder& order, Streams streams)
         outcome = packageOutcome(options, package.problem());
     }
     if (order.json)
-        writeJson(streams.results, outcome, rows, order.table);
+        writeSimulationJson(streams.results, outcome, rows, order.table);
     else
-        writeText(streams.results, outcome, rows);
+        writeSimulation(streams.results, outcome, rows);
     return outcome.exitCode;
 }
 

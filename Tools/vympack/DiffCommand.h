@@ -1,0 +1,18 @@
+// Says what differs between two packages.
+//
+// Threads: one.
+#pragma once
+#include "Tools/vympack/Commands.h"
+
+namespace vympack {
+
+struct DiffOrder {
+    std::string before;
+    std::string after;
+    bool json = false;
+};
+
+// kExitDone without a difference, kExitDefects with one, kExitNoInput where one is no package.
+int diffFiles(const DiffOrder& order, Streams streams);
+
+} // namespace vympack
