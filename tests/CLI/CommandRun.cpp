@@ -43,7 +43,7 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 
 CommandRun::CommandRun() : package(resetFakePackage())
 {
-    // Away from the home and the login manager of whoever runs the tests.
+    // Keeps away from the user's home folder and login manager.
     setenv("XDG_STATE_HOME", (folder / "state").c_str(), 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", ("unix:path=" + (folder / "no-bus")).c_str(), 1);
     folder.write("VYMBINDDATA", "only looked at by the fake package");
@@ -104,7 +104,7 @@ tag_entryoutcome confirmed(std::uint32_t number, std::uint32_t bytes)
 
 void expectGolden(const std::string& name, const std::string& output)
 {
-    // How often the end of the worker's thread is looked at is not written down.
+    // The number of checks for the end of the worker's thread is not recorded.
     static const std::regex kEndTime(R"re(("type":"result".*"seconds"):[0-9.]+)re");
     const auto text = std::regex_replace(output, kEndTime, "$1:0.0");
     const auto path = std::string(VYMKIT_GOLDEN_FOLDER "/") + name;

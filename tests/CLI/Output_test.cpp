@@ -23,7 +23,7 @@ public:
     [[nodiscard]] int writer() const { return m_ends[1]; }
     void closeReader() { closeEnd(0); }
     void closeWriter() { closeEnd(1); }
-    // Everything that comes until the writer is closed.
+    // Reads everything until the writer is closed.
     [[nodiscard]] std::string readAll() const
     {
         std::string all;
@@ -62,7 +62,7 @@ TEST(Output, DoesNotWaitForAReaderThatTakesNothing)
     Output output(pipe.writer());
     const std::string line(1000, 'x');
     for (int i = 0; i < 5000; ++i)
-        output.writeProgress(line); // five times what may wait, and no hang
+        output.writeProgress(line); // five times the backlog, without a hang
     output.write("the end\n");
     std::string all;
     std::thread reader([&] { all = pipe.readAll(); });

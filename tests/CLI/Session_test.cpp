@@ -67,7 +67,7 @@ TEST(Session, ReportsTheLimitOfItsTimeOnce)
 
 TEST(Session, IsWokenByAnotherThreadsWork)
 {
-    Session session; // on the real clock: without the call it would sleep for a second
+    Session session; // on the real clock; without the call it would sleep for a second
     std::thread worker([&session] { session.notify(); });
     EXPECT_EQ(session.wait(), Wake::notified);
     worker.join();

@@ -1,4 +1,4 @@
-// The command line on a terminal of its own: the question, the bar, colours.
+// The command line on a terminal: the question, the bar, colours.
 #include "CLI/CommandLine.h"
 #include "tests/CLI/CommandRun.h"
 
@@ -15,7 +15,7 @@ using testing::Not;
 
 namespace {
 
-// A run whose three streams are one terminal; a person types into it beforehand.
+// A run whose three streams are one terminal, into which the input was typed before.
 class TerminalRun : public CommandRun {
 public:
     TerminalRun()
@@ -46,7 +46,7 @@ public:
     {
         EXPECT_EQ(write(m_person, text.data(), text.size()), static_cast<ssize_t>(text.size()));
     }
-    // What stood on the screen is in screen afterwards.
+    // Afterwards, screen has the text of the terminal.
     int run(std::vector<std::string> words)
     {
         words.insert(words.begin(), "vymkit-cli");
@@ -116,7 +116,7 @@ TEST(Terminal, AnythingButYesIsANo)
 TEST(Terminal, ASignalAnswersTheQuestionToo)
 {
     TerminalRun run;
-    kill(getpid(), SIGINT); // waits until somebody asks for it
+    kill(getpid(), SIGINT); // pending until the program reads it
     EXPECT_EQ(run.run({"update"}), 130);
     EXPECT_EQ(run.worker.portNumber, 0);
     EXPECT_THAT(run.screen, HasSubstr("You stopped the run before any firmware was sent"));

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The least a transport can be, with what transports share laid open.
+// The smallest possible transport, with public access to the members that transports share.
 class Transport : public DevConnBase {
 public:
     long Connect(const char* /*name*/, const char* /*port*/, unsigned short /*tcpPort*/) override
@@ -100,7 +100,7 @@ TEST(HandedOutBlock, IsFreedWithTheConnection)
 {
     auto transport = std::make_unique<Transport>();
     for (int i = 0; i < 5; ++i)
-        transport->handOut(); // a leak checker sees what stays
+        transport->handOut(); // a leak checker reports what remains
     transport.reset();
 }
 

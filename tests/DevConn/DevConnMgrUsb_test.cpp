@@ -16,7 +16,7 @@ protected:
     {
         g_VymInfo.loadData(text.data(), text.size(), load_vyminfo);
     }
-    // What the list holds; its count is checked against the number given.
+    // The entries of the list; checks their number against the returned one.
     Texts list()
     {
         auto* ports = reinterpret_cast<_PORT_INFO_1A*>(0x77);

@@ -11,7 +11,7 @@
 
 namespace {
 
-// What the transports of a test were asked, in order, and what they answer.
+// The calls to a test's transports, in order, and their results.
 struct Record {
     std::vector<std::string> calls;
     long result = 0;
@@ -264,7 +264,7 @@ TEST_F(Manager, FreesTheBlocksThatWereNeverGivenBack)
     unsigned char* reply = nullptr;
     unsigned long length = 0;
     manager().SendRecvData(handle, &byte, 100, &reply, &length);
-    EXPECT_EQ(manager().Disconnect(handle), 0); // a leak checker sees what stays
+    EXPECT_EQ(manager().Disconnect(handle), 0); // a leak checker reports what remains
 }
 
 TEST_F(Manager, RegistersOnlyADeviceAndOnlyWithAPlaceForTheHandle)
@@ -295,7 +295,7 @@ TEST_F(Manager, GivesAHandleOrNothingHoweverLittleMemoryThereIs)
 {
     int allowed = 0;
     for (; allowed < 50; ++allowed) {
-        g_record = nullptr; // which would want memory of its own
+        g_record = nullptr; // the record would need memory of its own
         void* handle = kMarker;
         long result = 0;
         {
@@ -339,7 +339,7 @@ TEST_F(Manager, IsFreeForOthersWhileATransportWorks)
         EXPECT_EQ(manager().SendRecvData(busy, &byte, 1, &reply, &length), 5);
     });
     working.get_future().wait();
-    void* other = connect("other"); // stands still here if the registry is locked
+    void* other = connect("other"); // blocks here if the registry is locked
     EXPECT_EQ(manager().SetTimeout(other, 7), 7);
     EXPECT_EQ(manager().Disconnect(other), 0);
     goOn.set_value();
@@ -349,7 +349,7 @@ TEST_F(Manager, IsFreeForOthersWhileATransportWorks)
 TEST_F(Manager, IssuesEveryHandleOnceWhoeverAsks)
 {
     constexpr int kRounds = 200;
-    g_record = nullptr; // kept by one thread only
+    g_record = nullptr; // only one thread may keep a record
     const auto comeAndGo = [] {
         for (int i = 0; i < kRounds; ++i) {
             void* first = connect();
@@ -369,7 +369,7 @@ TEST_F(Manager, IssuesEveryHandleOnceWhoeverAsks)
 
 TEST(ManagerWithItsOwnTransports, ReachesAPrinterByNetwork)
 {
-    delete DevConnMgr::Instance(); // without what other tests plugged in
+    delete DevConnMgr::Instance(); // removes the transports of other tests
     LoopbackPeer peer([](PeerLink& link) {
         link.receive(4);
         link.send(replyOf("hello"));

@@ -1,4 +1,4 @@
-// Replies of every kind over real connections, and what a printer may do in place of one.
+// Replies of every kind over real connections, and a printer's other reactions.
 #include "tests/DevConn/TcpFixture.h"
 
 #include <csignal>
@@ -96,7 +96,7 @@ TEST_F(TcpExchange, SendsAPacketLargerThanTheSystemBuffers)
         sent[i] = static_cast<char>(i * 31 >> 3);
     std::string arrived;
     LoopbackPeer peer([&](PeerLink& link) {
-        PeerLink::pause(5); // the writer has filled every buffer by now
+        PeerLink::pause(5); // the sender has filled every buffer by now
         arrived = link.receive(kSize);
         link.send(replyOf("all"));
     });

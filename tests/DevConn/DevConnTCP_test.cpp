@@ -13,7 +13,7 @@
 
 namespace {
 
-// A port of the loopback that nobody listens on.
+// A loopback port without a listener.
 unsigned short freePort()
 {
     const int listener = socket(AF_INET, SOCK_STREAM, 0);
@@ -33,7 +33,7 @@ LoopbackPeer::Script silent()
     return [](PeerLink&) {};
 }
 
-// What is found in a port string, as dotted text, or "(none)".
+// The address in a port string as dotted text, or "(none)".
 std::string addressIn(const std::string& port)
 {
     sockaddr_in address{};
@@ -100,7 +100,7 @@ TEST_F(TcpConnect, FailsWhereNobodyListensAndLeavesNoSocket)
     EXPECT_EQ(transport->Connect(nullptr, "127.0.0.1", peer.port()), 0) << "it may be tried again";
 }
 
-// A clock on which the ten seconds that a connection may take are over at the second look.
+// A clock whose second reading is after the ten seconds that a connection may take.
 class HurriedClock : public TimeSource {
 public:
     HurriedClock() { setTimeSource(this); }
@@ -119,7 +119,7 @@ private:
     mutable std::uint64_t m_now = 0;
 };
 
-// Takes no connection and refuses none, like a printer that is switched off.
+// Neither accepts nor refuses connections, like a printer that is switched off.
 class FullListener {
 public:
     FullListener() : m_listener(socket(AF_INET, SOCK_STREAM, 0))

@@ -8,7 +8,7 @@ namespace {
 
 using Search = char* (*)(char*);
 
-// What the search finds in this text, or "(none)".
+// The search's result for this text, or "(none)".
 std::string found(Search search, std::string text)
 {
     const char* value = search(text.data());

@@ -14,8 +14,8 @@
 
 namespace {
 
-// A link whose reads are written down, one entry an attempt: bytes, nothing, an error. When all
-// are used up, nothing comes any more. A read that finds nothing takes its whole time-out.
+// A link with scripted reads, one entry for each attempt: bytes, no bytes, or an error. After the
+// last entry no bytes arrive. A read without bytes takes its whole time-out.
 class ScriptedStream : public PacketStream {
 public:
     explicit ScriptedStream(ScriptedTime& time) : m_time(time) { }
@@ -81,7 +81,7 @@ public:
     }
 
     std::vector<std::string> m_written;
-    int m_looks = std::numeric_limits<int>::max(); // before the link says that none is read
+    int m_looks = std::numeric_limits<int>::max(); // before the link says that no reply is read
     unsigned long m_accepts = std::numeric_limits<unsigned long>::max();
     unsigned long m_writeTimeout = 0;
     unsigned long m_writeTakes = 0;
@@ -152,7 +152,7 @@ TEST_F(Exchange, SendsThePacketAndGivesTheWholeReply)
     EXPECT_EQ(reply, replyOf("hello"));
 }
 
-// Notes what had been written when it was its turn.
+// Records the bytes written so far when it runs.
 class NotedWork : public IdleWork {
 public:
     explicit NotedWork(const ScriptedStream& stream) : m_stream(stream) { }

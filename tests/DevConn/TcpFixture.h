@@ -1,4 +1,4 @@
-// A network transport, and short words for what a test asks of it.
+// A network transport, and short calls for tests of it.
 #pragma once
 #include "DevConn/DevConnTCP.h"
 #include "tests/support/LoopbackPeer.h"
@@ -11,14 +11,14 @@
 
 class TcpConnection : public testing::Test {
 protected:
-    // Connects to the peer; a time-out of 0 means that none is set.
+    // Connects to the peer; sets no time-out if it is 0.
     void connectTo(const LoopbackPeer& peer, unsigned long timeoutMs = 5000)
     {
         ASSERT_EQ(transport->Connect(nullptr, "127.0.0.1", peer.port()), 0);
         const long result = timeoutMs != 0 ? transport->SetTimeout(timeoutMs) : 0;
         ASSERT_EQ(result, 0);
     }
-    // One exchange; the reply is given back at once and kept here.
+    // One exchange; copies the reply and returns its block at once.
     long exchange(std::string packet = "packet")
     {
         unsigned char* block = nullptr;
@@ -40,7 +40,7 @@ protected:
     long tookMs = 0;
 };
 
-// The processor time of the whole process since the object was made.
+// The processor time of the whole process since construction.
 class ProcessorTime {
 public:
     [[nodiscard]] long milliseconds() const

@@ -22,7 +22,7 @@ protected:
     {
         return usb.Connect(nullptr, port, 0);
     }
-    // One ReadPort; "failed" where it says so.
+    // One ReadPort; "failed" if it fails.
     std::string read(unsigned long length, unsigned long timeoutMs = 10)
     {
         std::string text(length, '?');
@@ -34,7 +34,7 @@ protected:
         text.resize(std::min(received, length));
         return text;
     }
-    // One WritePort; how many bytes went out, -1 where it failed.
+    // One WritePort; returns the number of bytes written, or -1 if it fails.
     long write(const std::string& text, unsigned long timeoutMs = 1000)
     {
         unsigned long sent = 99;

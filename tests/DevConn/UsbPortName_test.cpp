@@ -42,7 +42,7 @@ TEST(UsbPortName, IsReadForItsSerial)
     const struct {
         const char* why;
         std::string port;
-        const char* serial; // null: no port string
+        const char* serial; // null: not a port string
     } rows[] = {
         {"as it is made", "usb://Acme/P1?serial=S1", "S1"},
         {"no serial in it", "usb://Acme/P1?serial=", ""},

@@ -1,4 +1,4 @@
-// Print servers that do not behave.
+// Print servers that misbehave.
 #include "tests/Platform/IppMessage.h"
 #include "tests/Platform/PrintServerQuestion.h"
 #include "tests/support/LoopbackPeer.h"
@@ -12,7 +12,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kLimit = 300ms;
-constexpr auto kSoon = 2s; // of a limit of 300 ms, on a loaded machine
+constexpr auto kSoon = 2s; // for a limit of 300 ms, on a loaded machine
 
 PrintServerReply askPeer(LoopbackPeer::Script script, std::chrono::milliseconds limit = kSoon)
 {
@@ -20,7 +20,7 @@ PrintServerReply askPeer(LoopbackPeer::Script script, std::chrono::milliseconds 
     return ask("127.0.0.1:" + std::to_string(peer.port()), limit);
 }
 
-// Reads up to the end of what asks: the request's last byte says "no more attributes".
+// Reads up to the end of the request: its last byte says "no more attributes".
 void receiveRequest(PeerLink& link)
 {
     std::string request;

@@ -15,7 +15,7 @@ namespace {
 FakeLibusb* s_current = nullptr;
 libusb_device s_device;
 
-// A look comes back early now and then, as the library's do.
+// A look sometimes returns early, as in the library.
 constexpr std::chrono::microseconds kSlice{1000};
 
 std::chrono::microseconds timeOf(const timeval& time)
@@ -33,7 +33,7 @@ FakeLibusb& fake()
 FakeLibusb& FakeLibusb::current()
 {
     if (s_current == nullptr)
-        std::abort(); // the library after its end
+        std::abort(); // use of the library after its end
     return *s_current;
 }
 
@@ -108,7 +108,7 @@ int FakeLibusb::cancel(libusb_transfer* transfer)
     return LIBUSB_ERROR_NOT_FOUND;
 }
 
-// One transfer a call, told outside the lock as the library does; where none has ended, the time
+// Reports one transfer per call, outside the lock as in the library; if none has ended, the time
 // passes.
 int FakeLibusb::handleEvents(const timeval& limit, int* completed)
 {
@@ -216,7 +216,7 @@ void libusb_free_config_descriptor(libusb_config_descriptor* /*configuration*/)
 
 std::uint8_t libusb_get_bus_number(libusb_device* /*device*/)
 {
-    return 255; // no record of the system's own is found there
+    return 255; // the system has no record with that number
 }
 
 int libusb_get_port_numbers(libusb_device* /*device*/, std::uint8_t* ports, int length)

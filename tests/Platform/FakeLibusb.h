@@ -1,5 +1,5 @@
-// The calls of libusb that the host makes, over one device that is written down. What the library
-// handed out and did not get back is counted, and used after its end it stops the test.
+// The calls of libusb that the host makes, with one scripted device. Counts objects that were not
+// given back; use after the library's end aborts the test.
 #pragma once
 #include <atomic>
 #include <deque>
@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
-// How a transfer ends: at the next look at events, or never.
+// The end of a transfer: at the next look at events, or never.
 struct FakeEnd {
     libusb_transfer_status status = LIBUSB_TRANSFER_COMPLETED;
-    std::string bytes; // that came in
-    std::optional<int> moved; // in place of the bytes asked for, or that came
+    std::string bytes; // received
+    std::optional<int> moved; // replaces the number of bytes requested or received
     bool never = false;
 };
 
@@ -25,7 +25,7 @@ public:
     FakeLibusb& operator=(const FakeLibusb&) = delete;
     static FakeLibusb& current();
 
-    // What the library answers.
+    // The library's results.
     int initResult = 0;
     int listResult = 1; // devices
     int recordResult = 0;
@@ -36,11 +36,11 @@ public:
     int submitResult = 0;
     bool cancels = true;
     std::deque<std::string> oldAnswers; // ready to be read when the interface is claimed
-    bool repeatsOldAnswer = false; // the first of them, for ever
+    bool repeatsOldAnswer = false; // the first of them, forever
     unsigned haltedPipe = 0; // an endpoint's address, until its halt is cleared
-    std::deque<FakeEnd> ends; // when used up: never
+    std::deque<FakeEnd> ends; // when empty: never
     std::optional<std::string> reply; // to a control request
-    std::vector<std::optional<std::string>> texts; // by index; 0 is not asked for
+    std::vector<std::optional<std::string>> texts; // by index; 0 is never requested
 
     // Descriptors.
     libusb_device_descriptor record{};
@@ -49,9 +49,9 @@ public:
     libusb_interface interface {
     };
     libusb_config_descriptor configuration{};
-    void describe(); // makes them point at each other
+    void describe(); // makes them point to each other
 
-    // What is out, and what was asked.
+    // Objects in use, and the calls.
     int contexts = 0;
     int references = 0;
     int handles = 0;
@@ -65,7 +65,7 @@ public:
     std::vector<unsigned> timeouts; // of control requests
     std::vector<std::string> written;
 
-    // For the calls themselves.
+    // For the library's calls themselves.
     int submit(libusb_transfer* transfer);
     int cancel(libusb_transfer* transfer);
     int handleEvents(const timeval& limit, int* completed);

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::uint64_t kLook = 10'000; // microseconds until the manager's thread looks for its end
+constexpr std::uint64_t kLook = 10'000; // microseconds between the thread's checks whether to end
 constexpr std::chrono::seconds kStartLimit{30};
 
 std::vector<std::string> daemonCommand(const TempFolder& folder, const std::string& address)

@@ -1,6 +1,6 @@
-// A message bus of a test's own, with a login manager on it that behaves as the test says.
+// A message bus for one test, with a scripted login manager on it.
 //
-// Owns:      the bus's process, the login manager's thread, what it gave away.
+// Owns:      the bus's process, the login manager's thread, the locks that it gave.
 // Threads:   the test's; the manager answers on its own.
 // Invariant: while it lives, DBUS_SYSTEM_BUS_ADDRESS is this bus.
 #pragma once
@@ -33,9 +33,9 @@ public:
     FakeLoginManager& operator=(const FakeLoginManager&) = delete;
 
     [[nodiscard]] std::vector<Inhibition> asked();
-    // How many of the locks that it gave are still held.
+    // The number of its locks that are still held.
     [[nodiscard]] std::size_t held();
-    // Whether none is; the bus may need a moment to let go of its copies.
+    // Whether all are released; the bus may need a moment to close its copies.
     [[nodiscard]] bool hasAllBack();
 
     int answer(sd_bus_message* message); // for the bus

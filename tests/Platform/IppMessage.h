@@ -1,4 +1,4 @@
-// An IPP message, written by hand: IppMessage().group(4).attribute(0x42, "printer-name", "q").end()
+// A handwritten IPP message: IppMessage().group(4).attribute(0x42, "printer-name", "q").end()
 #pragma once
 #include <cstdint>
 #include <string>

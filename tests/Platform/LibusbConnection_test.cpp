@@ -28,7 +28,7 @@ protected:
     bool startWrite(const std::string& text, std::uint8_t pipe = kOut)
     {
         writeEnd.reset();
-        const std::string copy = text; // free as soon as the call is over
+        const std::string copy = text; // freed as soon as the call has returned
         return connection->startWrite(pipe, reinterpret_cast<const unsigned char*>(copy.data()),
                                       copy.size(), &wrote, this);
     }
@@ -39,7 +39,7 @@ protected:
         return connection->startRead(pipe, reinterpret_cast<unsigned char*>(buffer), sizeof buffer,
                                      &read, this);
     }
-    // The next transfer ends so.
+    // Sets the end of the next transfer.
     void ends(libusb_transfer_status status, std::optional<int> moved = {})
     {
         FakeEnd end;
@@ -112,7 +112,7 @@ TEST_F(LibusbConnectionTest, CountsOnlyTheEndpointsThatAreThere)
 {
     connection.reset();
     library.endpoints.resize(200, library.endpoints.back());
-    library.endpoints[1] = {}; // cut off in the middle
+    library.endpoints[1] = {}; // descriptors cut off in the middle
     ASSERT_EQ(open(), UsbStatus::ok);
     std::uint8_t count = 0;
     EXPECT_TRUE(connection->pipeCount(count));
@@ -192,7 +192,7 @@ TEST_F(LibusbConnectionTest, ClearsAHaltNobodyWasToldOf)
     ends(LIBUSB_TRANSFER_STALL);
     ASSERT_TRUE(startRead());
     ASSERT_TRUE(startWrite("text"));
-    connection->abort(kOut); // meets both ends on the bus
+    connection->abort(kOut); // handles both ends on the bus
     connection.reset();
     EXPECT_FALSE(readEnd.has_value());
     EXPECT_EQ(library.haltsCleared, std::vector<unsigned>{0x82});
@@ -236,7 +236,7 @@ TEST_F(LibusbConnectionTest, ALookIsShortAndLeavesTheTransferOutstanding)
 TEST_F(LibusbConnectionTest, AnAbortFreesTheBufferAndIsToldByTheNextWait)
 {
     ASSERT_TRUE(startRead());
-    connection->abort(kOut); // another pipe's
+    connection->abort(kOut); // of another pipe
     EXPECT_EQ(library.inFlight(), 1);
     connection->abort(kIn);
     EXPECT_EQ(library.inFlight(), 0);

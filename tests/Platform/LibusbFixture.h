@@ -1,4 +1,4 @@
-// The host over a library that is written down; whatever it handed out has to be back at the end.
+// The host with a scripted library; every object must have been given back at the end.
 #pragma once
 #include "Platform/LibusbHost.h"
 #include "tests/Platform/FakeLibusb.h"

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kPatience(1500); // the promised second, on a busy machine
 
-// A socket that takes connections and never says a word.
+// A socket that accepts connections and never answers.
 class MuteBus {
 public:
     MuteBus()
@@ -42,7 +42,7 @@ private:
     const int m_socket = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
 };
 
-// The note of an inhibitor that got nothing, and got it soon.
+// The note of an inhibitor that soon ended without a lock.
 std::string noteOfNone()
 {
     const auto start = std::chrono::steady_clock::now();

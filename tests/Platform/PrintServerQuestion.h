@@ -1,4 +1,4 @@
-// A question to the print server that CUPS_SERVER names, and what became of it.
+// A query to the print server that CUPS_SERVER names, and its result.
 #pragma once
 #include "Platform/CupsPrintServer.h"
 
@@ -28,7 +28,7 @@ inline std::chrono::milliseconds since(std::chrono::steady_clock::time_point sta
                                                                  - start);
 }
 
-// On a thread of its own: libcups reads its settings once a thread.
+// On a thread of its own: libcups reads its settings once per thread.
 inline PrintServerReply ask(const std::string& server,
                             std::chrono::milliseconds limit = CupsPrintServer::kAnswerLimit)
 {
@@ -37,7 +37,7 @@ inline PrintServerReply ask(const std::string& server,
     return std::async(std::launch::async,
                       [&] {
                           PrintServerReply reply;
-                          reply.queues.emplace_back(); // goes, whatever happens
+                          reply.queues.emplace_back(); // must be removed by every call
                           const auto start = std::chrono::steady_clock::now();
                           reply.isListed =
                               CupsPrintServer(limit).queues(reply.queues, reply.reason);

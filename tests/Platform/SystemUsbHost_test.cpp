@@ -1,4 +1,4 @@
-// The host of this build on the bus of this machine, whatever hangs there.
+// The host of this build on the bus of this machine, whatever is plugged in.
 #include "Platform/SystemUsbHost.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 
 namespace {
 
-// Every question that disturbs nobody's printer.
+// Every query that disturbs no printer.
 void lookAround(UsbHost& host)
 {
     UsbHost::InterfaceList found;

@@ -1,9 +1,9 @@
-// A printer without a carrier, for tests: a record in memory, a session and a clock that stands
-// still until it is moved.
+// A printer without a carrier, for tests: a record in memory, a session and a clock that only a
+// test advances.
 //
 // Owns:      all of them.
 // Threads:   one.
-// Invariant: send() and due() return with nothing left that could leave by now.
+// Invariant: after send() and due(), no reply that is due remains.
 #pragma once
 #include "Tools/vymprinter/PrinterSession.h"
 #include "tests/Tools/vymprinter_requests.h"
@@ -13,7 +13,7 @@
 
 namespace vymprinter {
 
-// Keeps everything in memory and can be told that the disk is full.
+// Keeps everything in memory and can simulate a full disk.
 class MemoryRecord : public PrinterRecord {
 public:
     void packet(const PacketNote& note) override { notes.push_back(note); }
@@ -64,14 +64,14 @@ public:
     {
         return std::make_unique<PrinterSession>(*printer, now);
     }
-    // Sends bytes; gives what leaves the printer at once.
+    // Sends bytes; returns the bytes that leave the printer at once.
     Bytes send(const Bytes& bytes) { return send(*session, bytes); }
     Bytes send(PrinterSession& to, const Bytes& bytes)
     {
         to.receive(bytes);
         return due(to);
     }
-    // What leaves by now.
+    // The bytes that are due by now.
     Bytes due() { return due(*session); }
     Bytes due(PrinterSession& of)
     {

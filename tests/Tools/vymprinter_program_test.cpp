@@ -29,7 +29,7 @@ struct Folder {
     std::filesystem::path path;
 };
 
-// A running vymprinter and what it prints.
+// A running vymprinter and its output.
 class Program {
 public:
     explicit Program(std::vector<std::string> arguments)
@@ -61,7 +61,7 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    // The next line, or what there is of it when the program ends.
+    // The next line, or its beginning if the program ends.
     std::string line() const
     {
         std::string text;
@@ -185,7 +185,7 @@ TEST(VymprinterProgram, TakenAddressEndsWithOneAndNamesIt)
     EXPECT_EQ(program.exitCode(), 1);
 }
 
-// Neither configfs nor such a controller is there, or nobody may use them: it says which.
+// configfs or the controller is missing, or may not be used: the message says which.
 TEST(VymprinterProgram, ControllerThatIsNotThereEndsWithOneAndSaysWhatToDo)
 {
     Program program({"--usb", "no-such-controller"});

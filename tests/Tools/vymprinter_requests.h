@@ -1,7 +1,7 @@
-// Requests as an updater sends them, written out by hand for the tests of the virtual printer.
+// An updater's requests, written by hand for the tests of the virtual printer.
 //
 // Threads:   any.
-// Invariant: byte order and offsets are spelled here and not taken from the printer's own code.
+// Invariant: byte order and offsets are written here, not taken from the printer's own code.
 #pragma once
 #include <algorithm>
 #include <cstdint>
@@ -78,14 +78,14 @@ inline Packet piece(std::uint32_t start, std::uint32_t end, const Packet& data)
     return sendFile(0, start, end, data, sum(data));
 }
 
-// The last block without data, which vouches for the whole file.
+// The last block without data, which has the sum of the whole file.
 inline Packet last(std::uint16_t kind, const Packet& file)
 {
     const auto size = static_cast<std::uint32_t>(file.size());
     return sendFile(kind, size, size, {}, sum(file));
 }
 
-// Bytes that repeat late and never with the size of a packet.
+// Bytes with a long period, which is never the size of a packet.
 inline Packet firmware(std::size_t size)
 {
     Packet bytes(size);

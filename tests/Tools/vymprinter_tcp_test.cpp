@@ -21,7 +21,7 @@ std::string contents(const std::filesystem::path& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// Printers that are really listening, served on a thread of their own until the test ends.
+// Printers that listen on real sockets, served on a thread of their own until the test ends.
 class Desk {
 public:
     explicit Desk(const PrinterModel& model = {}, const std::vector<std::string>& faults = {},
@@ -219,8 +219,8 @@ TEST(VymprinterTcp, AbsurdLengthEndsTheConnection)
     EXPECT_THAT(desk.stored(0, "transcript.txt"), HasSubstr("absurd length"));
 }
 
-// Each row sends no more than it takes to meet the fault: bytes that cross the end of a connection
-// on their way would make a reset of any close.
+// Each row sends only the bytes that trigger the fault: further bytes that arrive after the close
+// would turn every close into a reset.
 TEST(VymprinterTcpFaults, ConnectionEndsInTheWayThatIsAskedFor)
 {
     const auto piece = requests::piece(0, 900, requests::firmware(120));

@@ -43,7 +43,7 @@ public:
     }
     void sendNoMore() const { ::shutdown(m_socket.get(), SHUT_WR); }
 
-    // One framed reply; shorter when the connection ends or patience does.
+    // One framed reply; shorter if the connection or kPatience ends.
     requests::Packet reply()
     {
         auto packet = receive(8);
@@ -67,7 +67,7 @@ public:
         return packet.size() < 12 ? -1 : packet[10] << 8 | packet[11];
     }
 
-    // Reads exactly that many bytes, or what there is until the end or until patience ends.
+    // Reads that many bytes; fewer if the connection or kPatience ends.
     requests::Packet receive(std::size_t count)
     {
         requests::Packet bytes;
@@ -88,7 +88,7 @@ public:
         pollfd entry{m_socket.get(), POLLIN, 0};
         return ::poll(&entry, 1, milliseconds) == 1;
     }
-    // The printer has ended the connection: in order (0), or with an error number.
+    // How the printer ended the connection: cleanly (0), or with an error number.
     int endedWith()
     {
         while (!m_ended && !receive(4096).empty()) { }

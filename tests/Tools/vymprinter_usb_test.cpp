@@ -1,4 +1,4 @@
-// What the virtual printer says on the bus; the bus itself is tested in a virtual machine.
+// The virtual printer's data on the bus; the bus itself is tested in a virtual machine.
 #include "Tools/vymprinter/KernelQueue.h"
 #include "Tools/vymprinter/UsbFunction.h"
 #include "Tools/vymprinter/UsbGadget.h"

@@ -57,7 +57,8 @@ TEST(FlatConnection, ReturnsEveryFailureUnchanged)
     EXPECT_EQ(devConnMgr_SendRecvData(manager, handle, packet, 1, &reply, &length), -13);
 }
 
-// No manager, or one that never issued the handle: the same failure, and nothing happens.
+// Without a manager, and with one that never issued the handle: the same failure without any
+// effect.
 TEST(FlatConnection, KnowsNoHandleWithoutAManagerNorOneThatWasNeverIssued)
 {
     auto* const never = reinterpret_cast<void*>(0x7FFFFFFF);

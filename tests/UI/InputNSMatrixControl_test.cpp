@@ -16,7 +16,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// A window with the control between two buttons, and the ways in which a text gets into a cell.
+// A window with the control between two buttons, and all ways of getting a text into a cell.
 class InputNSMatrixControlTest : public ::testing::Test {
 protected:
     InputNSMatrixControlTest()
@@ -52,7 +52,7 @@ protected:
     static void type(QLineEdit& cell, const QString& keys)
     {
         for (const auto c : keys) {
-            const auto key = c < u'\x80' ? c.unicode() : 0; // others have no key of their own
+            const auto key = c < u'\x80' ? c.unicode() : 0; // other characters have no key
             QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, c);
             QApplication::sendEvent(&cell, &press);
         }
@@ -66,10 +66,10 @@ protected:
     {
         QMimeData data;
         data.setText(words);
-        const QPointF place(cell.width() - 2, cell.height() / 2.0); // behind what is there
+        const QPointF place(cell.width() - 2, cell.height() / 2.0); // after the present text
         QDragEnterEvent enter(place.toPoint(), Qt::MoveAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(&cell, &enter);
-        // The Shift key asks for the text to be moved.
+        // With the Shift key, the drag moves the text.
         QDropEvent event(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
                          Qt::ShiftModifier);
         EXPECT_EQ(event.proposedAction(), Qt::MoveAction);

@@ -1,4 +1,5 @@
-// Start-up with and without a usable package, the order of the pages, and the questions in between.
+// Start-up with and without a usable package, the order of the pages, and the questions between
+// them.
 #include "UI/vym_etc.h"
 #include "tests/UI/Wizard.h"
 #include "tests/support/ScriptedWorker.h"
@@ -140,7 +141,7 @@ TEST_F(PagesOfTheWizard, GoOnWithTheReturnKey)
         EXPECT_EQ(wizard.page(), page);
         wizard.waitForPrinters();
     }
-    wizard.key(Qt::Key_Return); // starts nothing by itself
+    wizard.key(Qt::Key_Return); // does not start the run by itself
     EXPECT_EQ(titles(wizard), Titles{"Confirmation_Normal_Title"});
     EXPECT_TRUE(wizard.window().isVisible());
 }

@@ -1,5 +1,5 @@
-// The driver's configuration as a test writes it: as bytes, Conf(text).addressOf("A"), or as the
-// file of a driver's folder, ConfFolder(text).addressOf("A").
+// A test's configuration of the driver: as bytes, Conf(text).addressOf("A"), or as the file in a
+// driver's folder, ConfFolder(text).addressOf("A").
 #pragma once
 #include "UI/rlpd_conf_access.h"
 #include "tests/support/TempFolder.h"
@@ -34,7 +34,7 @@ inline std::ostream& operator<<(std::ostream& out, const Answer& answer)
                << ", signature " << answer.signature.value_or("(none)");
 }
 
-// Exactly these bytes and no more: a step too far is noticed by the sanitizer.
+// Exactly these bytes, so that the sanitizer notices reading past the end.
 class Conf {
 public:
     explicit Conf(std::string_view text) : m_bytes(text.begin(), text.end()) { }

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr auto kLongest = std::chrono::seconds(10); // of anything that is waited for
+constexpr auto kLongest = std::chrono::seconds(10); // for any wait
 
 } // namespace
 
@@ -201,7 +201,7 @@ Wizard& Wizard::toPrinters()
 
 void expectNothingCut(const QWidget& window)
 {
-    QTest::qWait(1); // the layout is done in its own time
+    QTest::qWait(1); // the layout is done later
     for (const auto* label : window.findChildren<QLabel*>()) {
         if (!label->isVisible() || label->text().isEmpty())
             continue;

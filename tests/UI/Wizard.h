@@ -1,5 +1,5 @@
-// The wizard for a test: a package, printers that are written down, answers that wait in a queue,
-// and the controls by their names.
+// The wizard for a test: a package, scripted printers, queued answers, and the controls by their
+// names.
 #pragma once
 #include "UI/MainWindowController.h"
 #include "tests/support/Package.h"
@@ -16,15 +16,15 @@ public:
     Wizard();
     ~Wizard();
 
-    // The package, before it is opened; without a call, one that suits every system.
+    // Sets the package before it is opened; the default suits every system.
     Wizard& description(std::initializer_list<std::string_view> rows);
     Wizard& noPackage();
-    // What every search finds from now on: name and port string.
+    // Every search from now on finds these printers: name and port string.
     Wizard& printers(std::initializer_list<std::pair<const char*, const char*>> rows);
     Wizard& driverOnly();
     Wizard& open();
 
-    // A search stays with this printer until it is let go, or is cancelled.
+    // A search waits at this printer until it is released or cancelled.
     void holdSearch(const char* printer);
     void letSearchGo();
     [[nodiscard]] int searches() const { return m_searches; }
@@ -43,12 +43,12 @@ public:
     [[nodiscard]] QString text(const char* label) const { return find<QLabel>(label).text(); }
     [[nodiscard]] QTableView& table() const;
     [[nodiscard]] int row() const { return selectedRowOf(table()); }
-    [[nodiscard]] QString page() const; // with both views on the same one
-    [[nodiscard]] QString focus() const; // the name of what has it, or "cell 1" of the address
-    [[nodiscard]] QStringList tabOrder(const char* from) const; // by the Tab key, to where it began
+    [[nodiscard]] QString page() const; // checks that both views show the same one
+    [[nodiscard]] QString focus() const; // the control's name, or "cell 1" of the address
+    [[nodiscard]] QStringList tabOrder(const char* from) const; // by the Tab key, back to the start
 
     void press(const char* button); // with the mouse
-    void key(Qt::Key key); // to whatever has the focus
+    void key(Qt::Key key); // to the control with the focus
     void chooseRow(int row); // with the mouse
     void typeAddress(std::initializer_list<const char*> numbers);
     void waitForPrinters() const;
@@ -77,7 +77,7 @@ private:
 
 constexpr const char* kLanguages[] = {"en", "de", "es", "fr", "ja", "zh_CN"};
 
-// The application's texts are of that language for as long as this lives.
+// Sets the language of the application's texts while it lives.
 class Language {
 public:
     explicit Language(const char* name)
@@ -88,8 +88,8 @@ public:
     }
 
 private:
-    QTranslator m_translator; // leaves the application when it goes
+    QTranslator m_translator; // removes itself when destroyed
 };
 
-// Every visible text and button has the room that it needs.
+// Checks that every visible text and button has enough room.
 void expectNothingCut(const QWidget& window);

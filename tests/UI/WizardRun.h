@@ -1,5 +1,4 @@
-// A run in the wizard for a test: from the first page to the run, over a worker that is played by a
-// script.
+// A run in the wizard for a test: from the first page to the run, with a scripted worker.
 #pragma once
 #include "tests/UI/Wizard.h"
 #include "tests/support/ScriptedWorker.h"
@@ -7,7 +6,7 @@
 #include <QProgressBar>
 #include <gmock/gmock.h>
 
-// Every text has a directive, so that a test sees which argument it was given.
+// Every text has a directive, so that a test sees its argument.
 class NumberedTexts : public QTranslator {
 public:
     [[nodiscard]] QString translate(const char*, const char* key, const char*, int) const override
@@ -34,7 +33,7 @@ protected:
         return all;
     }
 
-    // Up to the question, which is answered with yes: the run has begun.
+    // Goes up to the question and answers yes: the run has begun.
     void begin()
     {
         wizard.open().toPrinters();

@@ -50,7 +50,7 @@ TEST(ReadingTheFile, FailsWithTheStreamsErrorAndWithoutData)
 TEST(ReadingTheFile, StopsAtASizeThatNoSuchFileHas)
 {
     const ConfFolder folder("<Printer A>\nDevicePath net:1\n");
-    ASSERT_EQ(truncate(folder.file().c_str(), 65L * 1024 * 1024), 0); // a hole: takes no room
+    ASSERT_EQ(truncate(folder.file().c_str(), 65L * 1024 * 1024), 0); // a hole: needs no disk space
     EXPECT_EQ(FolderPathForConf_Initialize(folder.path().c_str()), nullptr);
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// The description of this process, taken out of a container, with one image beside it.
+// The description of this process, loaded from a container that also has one image.
 class Description : public testing::Test {
 protected:
     ~Description() override
@@ -24,7 +24,7 @@ protected:
     Package package;
 };
 
-// As an unloaded description answers.
+// Checks the results of an unloaded description.
 void expectEmptyDescription()
 {
     Texts list;

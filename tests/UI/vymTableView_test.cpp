@@ -62,7 +62,7 @@ TEST_F(vymTableViewTest, TheClickThatBroughtTheWindowBackChoosesNothingEither)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
     click(2);
     EXPECT_EQ(chosen(), 1);
-    QTest::qWait(100); // the next click comes from a person
+    QTest::qWait(100); // so that the next click counts as a user's
     click(2);
     EXPECT_EQ(chosen(), 2);
 }

@@ -1,5 +1,5 @@
-// Draws every page in several languages, light and dark, to be looked at:
-// window_pictures FOLDER [WIDTHxHEIGHT]. The scale is QT_SCALE_FACTOR's.
+// Draws every page in several languages, light and dark, for people to look at:
+// window_pictures FOLDER [WIDTHxHEIGHT]. QT_SCALE_FACTOR sets the scale.
 #include "tests/UI/Wizard.h"
 
 #include <QApplication>
@@ -83,7 +83,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QFont font = QApplication::font();
-    font.setPointSizeF(10.5); // as desktops have it
+    font.setPointSizeF(10.5); // a usual size on desktops
     QApplication::setFont(font);
     application.setQuitOnLastWindowClosed(false);
     application.setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));

@@ -1,5 +1,5 @@
-// The words of both windows: every control has the text of its key, in every language nothing is
-// cut off, and a screen reader and the keyboard find everything.
+// The words of both windows: every control has the text of its key, no text is cut off in any
+// language, and a screen reader and the keyboard reach every control.
 #include "tests/UI/Wizard.h"
 
 #include <QAccessible>

@@ -1,5 +1,5 @@
-// Names compare alike under every locale. The locale that gives the letter I two small forms is
-// built here, since few computers have it.
+// Names compare in the same way in every locale. The test builds the locale in which the letter I
+// has two lower-case forms, since few computers have it.
 #include "VYM/AsciiCase.h"
 #include "VYM/vymMac.h"
 #include "VYM/vymParse.h"

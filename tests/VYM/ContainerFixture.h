@@ -1,5 +1,5 @@
-// A container in a folder of the test's own, opened as the engine opens it, and short questions to
-// it.
+// A container in the test's own folder, opened in the same way as by the engine, and short calls
+// for reading it.
 #pragma once
 #include "VYM/vymBindInfo.h"
 #include "tests/support/Package.h"
@@ -16,7 +16,7 @@ inline vymBindInfo& container()
     return *vymBindInfo::Instance();
 }
 
-// Lets the engine open this file, and nothing else, as its container.
+// Makes the engine open exactly this file as its container.
 inline vymBindInfo& openBytes(const TempFolder& folder, std::string_view bytes)
 {
     folder.write("VYMBINDDATA", bytes);
@@ -29,7 +29,7 @@ public:
     TwoFiles() { file("main.bin", imageBytes(100)).file("VYMINFO.txt", kInfo); }
 };
 
-// The first bytes of an embedded file, at most so many; false where not all of them are there.
+// The first bytes of an embedded file, up to a limit; false if some of them are missing.
 inline bool readWhole(const char* name, unsigned char* buffer, unsigned long length)
 {
     unsigned long offset = 0;
@@ -59,7 +59,7 @@ inline unsigned long sizeOf(const char* name)
     return container().getBindFileSize(name, size) ? size : kUntouched;
 }
 
-// Nothing may be found in a closed container.
+// Checks that a closed container has no files.
 inline void expectClosed()
 {
     unsigned long size = kUntouched;

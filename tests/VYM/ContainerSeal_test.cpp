@@ -1,4 +1,4 @@
-// What was checked is what is read, whatever happens to the file meanwhile.
+// The engine reads only bytes that were checked, even if the file changes meanwhile.
 #include "VYM/ImageReader.h"
 #include "VYM/ProtocolResult.h"
 #include "tests/VYM/ContainerFixture.h"
@@ -13,13 +13,13 @@ constexpr auto kPart = ContainerSeal::kPart;
 
 class Seal : public testing::Test {
 protected:
-    // A container whose image fills several parts.
+    // A container with an image of several parts.
     void open(std::size_t size = 3 * kPart + 100)
     {
         m_image = imageBytes(size);
         m_package.file("main.bin", m_image).file("other", "x").open();
     }
-    // Writes over the open file, as a copying program does.
+    // Overwrites the open file, like a copying program.
     void overwrite(std::size_t at, char byte)
     {
         const auto path = m_package.folder() / "VYMBINDDATA";

@@ -233,7 +233,7 @@ TEST(EveryReader, StaysInsideWhateverPieceOfATextItIsGiven)
     const std::string whole = "VERSION MAIN=\"01 10\"\tmain.bin -0x10\r\n\" \"\r\n=\r\r\n\tX\0 1";
     for (std::size_t from = 0; from <= whole.size(); ++from) {
         for (std::size_t length = 0; from + length <= whole.size(); ++length) {
-            const std::string text(whole, from, length); // its own block, so that a tool can see
+            const std::string text(whole, from, length); // its own block, for the sanitizers
             EXPECT_LE(description::tokenEnd(text), text.size());
             EXPECT_LE(description::afterToken(text).size(), text.size());
             EXPECT_LE(description::beforeDigits(text).size(), text.size());

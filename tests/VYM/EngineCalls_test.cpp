@@ -1,4 +1,4 @@
-// Calls that leave no trace in any result: the linker puts ours in between (--wrap) and we look.
+// Calls that no result shows: the linker redirects them to wrappers (--wrap) that record them.
 #include "DevConn/DevConnMgr.h"
 #include "VYM/vymMac.h"
 #include "tests/support/ProtocolFixture.h"
@@ -49,7 +49,7 @@ int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex)
     return __real_pthread_mutex_lock(mutex);
 }
 
-// DevConnMgr::SetIdleWork, as the linker knows it.
+// DevConnMgr::SetIdleWork under its linker name.
 long __real__ZN10DevConnMgr11SetIdleWorkEPvP8IdleWork(DevConnMgr* self, void* handle,
                                                       IdleWork* work);
 long __wrap__ZN10DevConnMgr11SetIdleWorkEPvP8IdleWork(DevConnMgr* self, void* handle,
@@ -73,14 +73,14 @@ TEST_F(EngineCalls, AnEventWakesOneWaiterAndSignalsOnce)
     EXPECT_TRUE(CloseEvent(event));
 }
 
-// Between the look at the flag and the wait for it, the event is set: nothing would wake us.
+// Sets the event between the check of the flag and the wait: no signal would end that wait.
 TEST_F(EngineCalls, AnEventThatIsSetJustBeforeTheWaitIsNotMissed)
 {
     TAG_MUTEXDATA event{};
     ASSERT_TRUE(CreateEvent(event));
     g_beforeNextLock = [&] { SetEvent(event); };
     EXPECT_EQ(WaitForSingleObjectEvent(event, 60000), kWaitSignalled);
-    EXPECT_TRUE(m_time.waits().empty()); // it never came to a wait
+    EXPECT_TRUE(m_time.waits().empty()); // it did not wait at all
     EXPECT_TRUE(CloseEvent(event));
 }
 

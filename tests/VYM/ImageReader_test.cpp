@@ -16,7 +16,7 @@ protected:
         m_image = imageBytes(size);
         m_package.file("other", "x").file("main.bin", m_image).open();
     }
-    // What all pieces hold together, each read ahead or not; their number goes to m_pieces.
+    // The bytes of all pieces, each read ahead or not; m_pieces becomes their number.
     std::string everything(unsigned long pieceSize, bool ahead)
     {
         ImageReader reader;
@@ -69,11 +69,11 @@ TEST_F(ImageReaderTest, ReadsAheadOnlyOnceAPiece)
     package(300);
     ImageReader reader;
     reader.open("main.bin", 100);
-    reader.run(); // nothing is taken yet
+    reader.run(); // no piece is taken yet
     for (int i = 0; i < 3; ++i) {
         ASSERT_TRUE(reader.next());
         reader.run();
-        reader.run(); // as when a reply is awaited in several exchanges
+        reader.run(); // like waiting for a reply in several exchanges
     }
     EXPECT_EQ(reader.end(), 300U);
 }
@@ -94,7 +94,7 @@ TEST_F(ImageReaderTest, TellsAtItsTurnThatAPieceCouldNotBeRead)
     reader.open("main.bin", 100);
     ASSERT_TRUE(reader.next());
     std::filesystem::resize_file(m_package.folder() / "VYMBINDDATA", 150);
-    reader.run(); // ahead, and nobody has asked for it yet
+    reader.run(); // reads ahead, before it is needed
     EXPECT_FALSE(reader.next());
 }
 

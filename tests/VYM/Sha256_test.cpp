@@ -30,8 +30,8 @@ TEST(Sha256, GivesTheStandardsOwnExamples)
               "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
 }
 
-// Lengths around the block's end, where the padding is one block or two: sha256sum's answers for so
-// many letters x.
+// Lengths around the block's end, where the padding takes one block or two: sha256sum's results for
+// that many letters x.
 TEST(Sha256, PadsRightAroundTheEndOfABlock)
 {
     const struct {

@@ -1,4 +1,4 @@
-// What a container may be in the worst case: cut, lying about itself, huge, no file at all.
+// Containers of the worst kinds: cut, with false fields, huge, or not a file.
 #include "tests/VYM/ContainerFixture.h"
 #include "tests/support/FailingMemory.h"
 
@@ -11,10 +11,10 @@
 
 namespace {
 
-// Where arithmetic on sizes goes wrong first.
+// Sizes at which arithmetic fails first.
 constexpr std::uint32_t kEdges[] = {0, 1, 0x7FFFFFFF, 0x80000000, 0x80000001, 0xFFFFFFFF};
 
-// Ends this program where the code under test would wait for ever.
+// Ends this program if the code under test waits forever.
 class Watchdog {
 public:
     Watchdog() { alarm(10); }
@@ -119,7 +119,7 @@ TEST_F(Container, LooksUpManyFilesInOneWalk)
     }
     container().CloseVymFile();
     EXPECT_EQ(sizeOf("a"), kUntouched);
-    container().lookUp(names); // a closed one has nothing to look up
+    container().lookUp(names); // a closed one has no files
 }
 
 TEST_F(Container, IsSafeWithAnyTableOffset)
@@ -137,7 +137,7 @@ TEST_F(Container, IsSafeWithAnyDataOffset)
     for (const auto offset : kEdges) {
         open(TwoFiles().entry("x", offset, 16));
         EXPECT_EQ(sizeOf("x"), 16U) << offset;
-        // A short container is not told: the table's promise stands.
+        // A container that is too short is not noticed: the table's size counts.
         const auto data = read("x", 0, 100);
         EXPECT_TRUE(data.result) << offset;
         EXPECT_EQ(data.length, 16U) << offset;
@@ -205,7 +205,7 @@ TEST_F(Container, OfMoreThanTwoGigabytesIsReadToItsEnd)
 TEST_F(Container, ReportsAReadErrorWithNoBytes)
 {
     open(TwoFiles());
-    // Memory that nobody may write to makes the system refuse the read.
+    // The system refuses to read into memory that is not writable.
     void* page = mmap(nullptr, 4096, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     ASSERT_NE(page, MAP_FAILED);
     unsigned long length = 10;

@@ -24,7 +24,8 @@ TEST_F(Container, IsReadAsItStandsByteByByte)
     name.resize(32, '\0');
     std::string first = "a";
     first.resize(32, '\0');
-    // Table of two entries behind 3 bytes of data; every number least significant byte first.
+    // A table of two entries after 3 bytes of data; all numbers have the least significant byte
+    // first.
     const std::string bytes = "xyz" + first + std::string("\0\0\0\0\x01\0\0\0", 8) + name
         + std::string("\x01\0\0\0\x02\0\0\0", 8) + std::string("\x03\0\0\0\x02\0\0\0VYMBIND\0", 16);
     openBytes(m_folder, bytes);

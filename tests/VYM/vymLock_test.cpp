@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-// Taken through its interface, which says nothing to a tool that checks for locks taken twice.
+// Uses the lock's interface, which hides it from a tool that reports locks taken twice.
 
 TEST(Lock, MayBeTakenAgainByTheThreadThatHoldsIt)
 {
@@ -23,7 +23,7 @@ TEST(Lock, IsFreeForOthersOnlyAfterTheLastUnlock)
 {
     CRITSECT section;
     Lockable& lock = section;
-    bool released = false; // written and read under the lock only
+    bool released = false; // written and read only under the lock
     lock.Lock();
     lock.Lock();
     std::thread other([&] {
@@ -74,5 +74,5 @@ TEST(HeldLock, IsReleasedAtTheEndOfItsScope)
         const HoldLock hold(lock);
     }
     std::thread other([&] { const HoldLock hold(lock); });
-    other.join(); // would never come back
+    other.join(); // would never return
 }

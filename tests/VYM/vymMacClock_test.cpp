@@ -1,5 +1,5 @@
-// Waits while somebody sets the computer's clock: here the wall clock is an hour slow from the
-// first look at it on, whichever call reads it.
+// Waits while the computer's clock is set back: here every call that reads the wall clock gets a
+// time that is an hour slow.
 #include "VYM/vymMac.h"
 
 #include <chrono>
@@ -13,7 +13,7 @@ namespace {
 constexpr time_t kHour = 3600;
 }
 
-// In place of the C library's.
+// Replaces the C library's.
 extern "C" int gettimeofday(timeval* now, void* /*zone*/) noexcept
 {
     timespec real{};

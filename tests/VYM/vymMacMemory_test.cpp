@@ -1,4 +1,4 @@
-// The portability layer where memory runs out: nothing of it throws.
+// The portability layer when memory runs out: no function throws.
 #include "VYM/DebugText.h"
 #include "tests/support/FailingMemory.h"
 
@@ -34,13 +34,13 @@ TEST(PortabilityLayer, ThrowsNothingWhereMemoryIsShort)
     EXPECT_EQ(heard, 2);
     EXPECT_GT(version, 0UL);
     EXPECT_NE(language, nullptr);
-    std::free(language); // NOLINT: the caller's to free
+    std::free(language); // NOLINT: the caller frees it
 }
 
 TEST(DebugText, IsNotEvenFormattedWithoutASink)
 {
     int written = 0;
-    debugText("%d%n", costly(1), &written); // the directive stores how far the formatting came
+    debugText("%d%n", costly(1), &written); // %n shows whether the text was formatted
     EXPECT_EQ(written, 0);
     EXPECT_EQ(g_texts, 1) << "the values themselves are the caller's";
 }

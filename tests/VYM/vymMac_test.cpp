@@ -63,13 +63,13 @@ TEST(Event, TimesOutNoEarlierThanAsked)
     Event event;
     const auto start = Clock::now();
     EXPECT_EQ(WaitForSingleObjectEvent(event.record(), 20), 258UL);
-    EXPECT_GE(millisecondsSince(start), 19); // the wall clock's microseconds are cut
+    EXPECT_GE(millisecondsSince(start), 19); // the clock's microseconds are cut off
 }
 
 TEST(Event, IsWaitedForAcrossTheFullSecond)
 {
     Event event;
-    // Now's part of a second and 999 ms make more than a second together at almost any time.
+    // At almost any time, the current fraction of a second plus 999 ms exceeds a second.
     unsigned long result = 0;
     std::thread waiter([&] { result = WaitForSingleObjectEvent(event.record(), 999); });
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
@@ -120,7 +120,7 @@ TEST(Event, IsNeverMissedHoweverSettingAndWaitingInterleave)
         if (round % 2 == 0)
             std::this_thread::yield();
         SetEvent(event.record());
-        waiter.join(); // a lost wake-up never comes back from here
+        waiter.join(); // after a lost wake-up this never returns
         ASSERT_EQ(result, 128UL) << round;
     }
 }
@@ -132,8 +132,8 @@ TEST(Event, IsNotMissedByAWaiterThatComesTooLateForTheSignal)
     unsigned long result = 0;
     pthread_mutex_lock(&record.mutex);
     std::thread waiter([&] { result = WaitForSingleObjectEvent(record, 3000); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(5)); // it has looked, and wants the mutex
-    pthread_cond_signal(&record.cond); // what setting the event does meanwhile
+    std::this_thread::sleep_for(std::chrono::milliseconds(5)); // it now waits for the mutex
+    pthread_cond_signal(&record.cond); // the signal of setting the event
     std::atomic_ref(record.signalled).store(1);
     pthread_mutex_unlock(&record.mutex);
     waiter.join();
@@ -231,7 +231,7 @@ TEST(Time, MovesOnWithAPause)
 {
     const auto before = tickMilliseconds();
     pauseMilliseconds(5);
-    EXPECT_GE(tickMilliseconds(), before + 4); // both ends are cut to whole milliseconds
+    EXPECT_GE(tickMilliseconds(), before + 4); // both times are cut to whole milliseconds
 }
 
 TEST(Time, ComesFromTheSourceThatWasPutIn)

@@ -12,7 +12,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// A parser that holds this text.
+// A parser with this text.
 class Parser : public vymParse {
 public:
     explicit Parser(const std::string& text, loadFile_type type = load_vyminfo)
@@ -318,7 +318,7 @@ TEST(DescriptionOnDisk, IsNeverWaitedForBehindAPipe)
 {
     const TempFolder folder;
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-    alarm(10); // ends this program where it would wait for ever
+    alarm(10); // ends this program if it waits forever
     EXPECT_FALSE(vymParse().loadtargetFile((folder / "pipe").c_str(), load_vyminfo));
     alarm(0);
 }

@@ -1,4 +1,4 @@
-// What the packet operations answer under the interface's names.
+// The results of the packet operations under the interface's names.
 #include "tests/support/ProtocolFixture.h"
 
 #include <cstring>
@@ -29,7 +29,7 @@ TEST_F(vymProtocolPackets, BuildsRecordsUnderTheInterfacesNames)
     TAG_CMDQUERYUPDATESTATUS query{};
     std::memset(&query, 0xAA, sizeof query);
     EXPECT_EQ(m_protocol->Make_QuerryUpdateStatus(query, nullptr), -10);
-    EXPECT_EQ(readBigEndian16(query.m_header.m_code.bytes), 0x5103); // built all the same
+    EXPECT_EQ(readBigEndian16(query.m_header.m_code.bytes), 0x5103); // built nevertheless
     TAG_CMDQUERYUPDATESTATUS_SP shortQuery{};
     EXPECT_EQ(m_protocol->Make_QuerryUpdateStatus(shortQuery), 1);
     TAG_CMDENTERDOWNLOAD enterRecord{};

@@ -1,5 +1,5 @@
-// How long the worker waits, and what exactly it says on the wire: on a scripted clock that keeps
-// every pause and every wait, against the model printer.
+// The lengths of the worker's waits, and its exact packets: on a scripted clock that records every
+// pause and wait, with the model printer.
 #include "VYM/vymThread.h"
 #include "tests/support/ModelPrinter.h"
 #include "tests/support/Package.h"
@@ -17,8 +17,7 @@ using Waits = std::vector<unsigned long>;
 
 class WorkerWaits : public ::testing::Test {
 protected:
-    // A printer that reports three times how far it has written, the last time that it has
-    // finished.
+    // A printer that reports its writing three times, the last time as finished.
     void prepare(const char* shortQuery = "SPECIALCMDPATTERN NO")
     {
         m_package.description(
@@ -96,7 +95,7 @@ TEST_F(WorkerWaits, AgainAndAgainAfterAFailureUntilItIsStopped)
     m_worker.StopThread();
     for (const auto wait : m_time.waits())
         EXPECT_EQ(wait, 300U);
-    EXPECT_EQ(m_script.sent().size(), 1U); // and says nothing more
+    EXPECT_EQ(m_script.sent().size(), 1U); // and sends no more
 }
 
 TEST_F(WorkerWaits, AfterAFailureInTheMiddleToo)

@@ -1,4 +1,4 @@
-// The worker over a scripted printer: what it publishes, in which order it talks, how it ends.
+// The worker with a scripted printer: its status record, the order of its packets, its ends.
 #include "UI/vym_etc.h"
 #include "VYM/vymThread.h"
 #include "tests/support/Printer.h"
@@ -16,7 +16,7 @@ using printer::number;
 
 constexpr const char* kRules[] = {"TGMNAME MODEL-A", "UPDATETIME 30"};
 
-// A printer that answers every command as a sound one does, until told otherwise.
+// A printer that answers every command correctly, unless a test overrides the answer.
 class SoundPrinter {
 public:
     explicit SoundPrinter(std::string targetInfo) : m_targetInfo(std::move(targetInfo)) { }
@@ -48,7 +48,7 @@ private:
 
 class vymThreadTest : public ::testing::Test {
 protected:
-    // The printer lists MAIN and BOOT at 01.00; the package's rows are the test's.
+    // The printer lists MAIN and BOOT at 01.00; the test supplies the package's rows.
     void prepare(std::vector<std::string> versionRows, bool statusQuery = true)
     {
         m_printer = std::make_unique<SoundPrinter>(
@@ -88,7 +88,7 @@ protected:
         EXPECT_TRUE(vymThread_GetEntryOutcome(m_worker, index, &kept));
         return kept;
     }
-    // The commands that went out, one word each, pieces and repeated queries once.
+    // The commands that were sent, one word each; pieces and repeated queries appear once.
     [[nodiscard]] std::string conversation() const
     {
         static const std::map<std::string, std::string> words = {{"\x51\x01", "enter"},
@@ -263,7 +263,7 @@ TEST_F(vymThreadTest, NeedsThePackagesModel)
 TEST_F(vymThreadTest, StopsPollingWhenAskedAndStillSendsTheRest)
 {
     prepare({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION BOOT=02.00 main.bin BOOTFW"});
-    m_printer->instead("\x51\x03", printer::progress(129, 9, 3)); // writes for ever
+    m_printer->instead("\x51\x03", printer::progress(129, 9, 3)); // writes forever
     start();
     waitFor(state_writing);
     EXPECT_TRUE(vymThread_StopThread(m_worker));
@@ -279,7 +279,7 @@ TEST_F(vymThreadTest, StopsPollingWhenAskedAndStillSendsTheRest)
 TEST_F(vymThreadTest, SendsNothingWhenItIsStoppedBeforeTheFirstFirmware)
 {
     prepare({"VERSION MAIN=02.00 main.bin MAINFW"});
-    vymThread_StopThread(m_worker); // before the start: heard once the run has begun
+    vymThread_StopThread(m_worker); // before the start: takes effect once the run has begun
     start();
     EXPECT_TRUE(vymThread_StopThread(m_worker));
     EXPECT_EQ(conversation(), "enter get exit");

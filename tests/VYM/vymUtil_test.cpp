@@ -75,7 +75,7 @@ TEST(CountedStringCopy, TestsTheWholeSourceAndCopiesAtMostTheCount)
         const char* text;
         unsigned long count;
         int result;
-        std::string written; // what stands at the front of the field afterwards
+        std::string written; // the front of the field afterwards
     } rows[] = {
         {"the whole text, padded", 8, "abc", 6, 0, std::string("abc\0\0\0##", 8)},
         {"no terminator where the text is longer", 8, "abcdef", 3, 0, "abc#####"},
@@ -178,7 +178,7 @@ TEST(Memory, ComesFilledWithZeros)
         auto* block = static_cast<char*>(AllocMem(kSize));
         ASSERT_NE(block, nullptr);
         EXPECT_TRUE(std::all_of(block, block + kSize, [](char c) { return c == 0; }));
-        std::fill_n(block, kSize, '#'); // what the next round may get back
+        std::fill_n(block, kSize, '#'); // dirty, in case the next round gets the same block
         FreeMem(block);
     }
 }

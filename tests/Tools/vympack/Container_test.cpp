@@ -30,7 +30,7 @@ protected:
     TempFolder m_folder;
 };
 
-// The good description and one image, then a table and a trailer of the test's own.
+// The good description and one image, then the test's own table and trailer.
 struct Parts {
     std::string data = goodDescription() + "firmware";
     std::uint32_t text = static_cast<std::uint32_t>(goodDescription().size());
@@ -207,7 +207,7 @@ TEST_F(VympackContainer, ExtremeFieldsAreAnErrorAndDoNoHarm)
             auto bytes = whole;
             bytes.replace(field, 4, little(value));
             const auto defects = check(bytes);
-            // Small numbers can be right for an entry.
+            // Small numbers can be valid for an entry.
             if (value > 1 || field < entryAt + kOffsetInEntry) {
                 EXPECT_GT(defects.errors(), 0U) << field << " " << value;
             }

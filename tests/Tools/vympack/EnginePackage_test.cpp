@@ -10,7 +10,7 @@ using testing::HasSubstr;
 
 namespace {
 
-// What earlier tests of this process opened is closed again.
+// Closes packages that earlier tests of this process opened.
 class VympackEnginePackage : public testing::Test {
 protected:
     void SetUp() override { Package::openFolder(m_folder.path("")); }

@@ -72,7 +72,7 @@ TEST_F(VympackMake, ASmallPackageHasTheseBytes)
 TEST_F(VympackMake, WhatMakeWritesPassesCheckAndUnpacksToTheSame)
 {
     writeGoodInputs();
-    const std::string image(700'000, '\xA5'); // more than one piece of a copy
+    const std::string image(700'000, '\xA5'); // copied in more than one piece
     m_in.write("main.bin", image);
     ASSERT_EQ(make({"main.bin", "VYMINFO.txt"}), kExitDone);
     EXPECT_EQ(checkPackage({m_out.path("package")}, m_streams), kExitDone);
@@ -120,7 +120,7 @@ TEST_F(VympackMake, ANameOf31CharactersFits)
 TEST_F(VympackMake, InputsBeyond32BitPositionsAreRefused)
 {
     writeGoodInputs();
-    std::filesystem::resize_file(m_in.path("main.bin"), kMostBytes); // sparse: takes no room
+    std::filesystem::resize_file(m_in.path("main.bin"), kMostBytes); // sparse: needs no disk space
     EXPECT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDefects);
     EXPECT_THAT(m_errors.str(), HasSubstr("[package-too-large]"));
 }
@@ -196,7 +196,7 @@ TEST_F(VympackMake, SaysWhatItWroteWithDigests)
     writeGoodInputs();
     ASSERT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDone);
     EXPECT_THAT(m_results.str(), HasSubstr("package: 2 files, 390 bytes, SHA-256 "));
-    // As sha256sum gives it for the eight bytes "firmware".
+    // The output of sha256sum for the eight bytes "firmware".
     EXPECT_THAT(m_results.str(),
                 HasSubstr("         8  "
                           "c3bf47ea1f4a4a605470313cacb3a44f4a461f68c6faeab07e737610cb5ac835"

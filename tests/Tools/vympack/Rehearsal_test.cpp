@@ -1,5 +1,5 @@
-// One decision in three places: what is simulated, what a check of a virtual printer says, and what
-// an update of it does, for packages and printers made from seeds.
+// Compares the decisions of a simulation, of a check of a virtual printer and of an update of it,
+// for packages and printers made from seeds.
 #include "Tools/vympack/DeskPrinter.h"
 #include "Tools/vympack/EnginePackage.h"
 #include "Tools/vympack/Rehearsal.h"
@@ -107,7 +107,7 @@ bool isPassedOver(const FirmwareOutcome& firmware)
         && firmware.resultCode == result::kSuccess;
 }
 
-// Where it is queried after a firmware of which nothing was sent, the printer alone decides.
+// If a status query follows a firmware that was not sent, only the printer decides.
 bool doesPrinterDecide(const Outcome& outcome, const SimulatedPrinter& printer)
 {
     return printer.statusQuery
@@ -200,7 +200,7 @@ TEST(VympackRehearsal, SimulationCheckAndRunNeverDifferWhereThePrinterDoesNotDec
         EXPECT_EQ(received, imagesOf(made, run));
         sent += static_cast<unsigned>(received.size());
     }
-    // Each kind of end was really there.
+    // Each kind of end has occurred.
     EXPECT_GT(sent, kSeeds / 5);
     EXPECT_GT(refused, 0U);
     EXPECT_GT(decidedByPrinter, 10U);

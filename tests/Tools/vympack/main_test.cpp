@@ -174,7 +174,7 @@ TEST(VympackProgram, ALimitOfFileSizeLeavesNoHalfFile)
 TEST(VympackProgram, AFullDiskLeavesNoHalfFile)
 {
     const TempFolder folder;
-    // A file system of 64 KiB, in a mount namespace of the test's own.
+    // A file system of 64 KiB, in the test's own mount namespace.
     const auto outcome = shell(
         "unshare -rm sh -c 'mount -t tmpfs -o size=64k none " + folder.path("") + " && cd "
         + folder.path("") + " && printf %s \"$1\" > VYMINFO.txt" + " && " + VYMPACK_PROGRAM
@@ -192,7 +192,7 @@ TEST(VympackProgram, ASignalLeavesNoHalfFile)
 {
     const TempFolder folder;
     folder.write("VYMINFO.txt", goodDescription());
-    // Sparse, and far more than is written before the signal comes.
+    // Sparse, and far more than is written before the signal arrives.
     folder.write("main.bin", "x");
     std::filesystem::resize_file(folder.path("main.bin"), 2'000'000'000);
     for (const char* name : {"TERM", "HUP", "XCPU"}) {

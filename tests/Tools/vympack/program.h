@@ -11,7 +11,7 @@ namespace vympack_test {
 
 struct Outcome {
     int code;
-    std::string output; // both streams, unless the line sends one elsewhere
+    std::string output; // both streams, unless the line redirects one
 };
 
 inline Outcome shell(const std::string& line)

@@ -1,7 +1,7 @@
-// What the tests of the package maker share: a folder that vanishes, files by their bytes, and a
-// small language for descriptions and containers.
+// Helpers of the package maker's tests: a temporary folder, files by their bytes, and a small
+// language for descriptions and containers.
 //
-// Owns:    the folder and all in it.
+// Owns:    the folder and its content.
 // Threads: one.
 #pragma once
 #include "Tools/vympack/ContainerFormat.h"
@@ -90,7 +90,7 @@ inline std::string trailer(std::uint32_t tableOffset, std::uint32_t count)
 
 using Files = std::vector<std::pair<std::string, std::string>>;
 
-// Data back to back, the table, the trailer: what make is to write.
+// Data back to back, the table, the trailer: the layout that make must write.
 inline std::string container(const Files& files)
 {
     std::string data;

@@ -1,4 +1,4 @@
-// The page on which the printer is chosen, in both of its variants.
+// The page for choosing the printer, in both variants.
 #include "tests/UI/Wizard.h"
 
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ protected:
         wizard.press("_prefNextBtn");
         wizard.waitForPrinters();
     }
-    // The names in one line, which reads well where a test fails.
+    // The names in one line, readable in a failure's message.
     [[nodiscard]] std::string order(const char* from) const
     {
         return wizard.tabOrder(from).join(QStringLiteral(" ")).toStdString();
@@ -264,7 +264,7 @@ TEST_F(DevicePages, LeaveTheFocusOnAButtonWhenTheListArrives)
     EXPECT_EQ(wizard.row(), 0);
 }
 
-// A second visit: the mode has been chosen on the first.
+// A second visit: the mode was chosen on the first.
 TEST_F(DevicePages, DoTheSameWithANewListWhereverTheFocusIs)
 {
     for (const auto* button : {"_selDev1CancelBtn", "_selDev1BackBtn", ""}) {
@@ -296,7 +296,7 @@ TEST_F(DevicePages, SelectTheRowAgainAfterTheCancelQuestionWasAnsweredWithNo)
     wizard.holdSearch("Slow one");
     wizard.press("_prefNextBtn");
     wizard.alerts.queueAnswer(alert::kAlternate);
-    wizard.press("_selDev1CancelBtn"); // a click into the button gives it the focus
+    wizard.press("_selDev1CancelBtn"); // a click on the button gives it the focus
     wizard.letSearchGo();
     wizard.waitForPrinters();
     EXPECT_EQ(wizard.row(), 2);

@@ -5,7 +5,7 @@
 #include <QSessionManager>
 #include <gmock/gmock.h>
 
-// Signals come to this thread: the toolkit's others were there before the signals were blocked.
+// The tests raise signals in this thread: the toolkit's older threads do not block them.
 
 namespace {
 
@@ -80,12 +80,12 @@ TEST(EndRequests, TakesAQuestionAwayWithoutAnAnswer)
     wizard.setup.alerts = &boxes;
     wizard.open();
     QTimer::singleShot(0, [] { raise(SIGTERM); });
-    wizard.controller->startUpdateAction(); // would wait for ever
+    wizard.controller->startUpdateAction(); // would wait forever
     EXPECT_TRUE(wizard.controller->hasEnded());
     EXPECT_FALSE(wizard.window("_updateWindow").isVisible());
 }
 
-// An answer in the very moment of the end must not begin a run.
+// An answer at the moment of the end must not start a run.
 TEST(EndRequests, DoesNotTakeAnAnswerOnceTheProgramHasEnded)
 {
     class LateYes : public Alerts {
@@ -111,7 +111,7 @@ TEST(EndRequests, EndsTheProgramWhileItTellsOfAnUnsupportedSystem)
     Wizard wizard;
     wizard.setup.endings = &endings;
     wizard.setup.alerts = &boxes;
-    raise(SIGTERM); // before there is anybody to take it
+    raise(SIGTERM); // before any code handles it
     wizard.noPackage().open();
     EXPECT_TRUE(wizard.controller->hasEnded());
 }

@@ -1,4 +1,4 @@
-// The interface file: what counts as broken, and what is told of it.
+// The interface file: which files count as broken, and the messages about them.
 #include "tests/UI/Wizard.h"
 #include "tests/support/TempFolder.h"
 
@@ -14,7 +14,7 @@ QString goodForm()
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-// What creating the controller from this file says; empty when there is a controller.
+// The problem of creating the controller from this file; empty if it succeeds.
 std::string problemWith(const QString& form)
 {
     const TempFolder folder;
@@ -74,7 +74,7 @@ TEST(Form, NameEachControlThatTheFileLacks)
     for (const auto& field : fields) {
         if (field.startsWith(QStringLiteral("_searchRow"))
             || field == QStringLiteral("_targetFrame"))
-            continue; // groups that no field stands for
+            continue; // groups without a field
         auto broken = form;
         broken.replace(QStringLiteral("name=\"%1\"").arg(field), QStringLiteral("name=\"other\""));
         broken.replace(QStringLiteral("<string>%1</string>").arg(field),

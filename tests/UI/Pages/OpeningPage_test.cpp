@@ -1,4 +1,4 @@
-// What the first page shows of a package.
+// The first page's view of a package.
 #include "tests/UI/Wizard.h"
 
 #include <gtest/gtest.h>

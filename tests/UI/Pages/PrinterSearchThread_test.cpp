@@ -18,7 +18,7 @@ TargetPrinters onePrinter(const char* name)
 
 class PrinterSearches : public ::testing::Test {
 protected:
-    // Hears what a search tells; a test sees it in told.
+    // Receives the signals of a search and records them in told.
     void listen(PrinterSearchThread& search)
     {
         QObject::connect(&search, &PrinterSearchThread::asking, &m_ear,

@@ -1,4 +1,4 @@
-// The list of printers on a device page: how it is made, and which row is selected again.
+// The list of printers on a device page: making it, and selecting the same row again.
 #include "tests/UI/Wizard.h"
 
 #include <gtest/gtest.h>
@@ -93,7 +93,7 @@ TEST_F(PrinterTables, SayWhichPrinterIsAskedAndCanBeLeftMeanwhile)
     EXPECT_EQ(wizard.alerts.asked().size(), 1U);
     wizard.press("_selDev1BackBtn");
     EXPECT_EQ(wizard.page(), "PreferencePage");
-    QTest::qWait(30); // the search that was cancelled tells nothing
+    QTest::qWait(30); // the cancelled search reports nothing
     EXPECT_EQ(wizard.table().model()->rowCount(), 0);
     EXPECT_EQ(wizard.page(), "PreferencePage");
 }

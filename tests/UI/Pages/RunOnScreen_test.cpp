@@ -1,4 +1,4 @@
-// The run as the window shows it, over a worker that is played by a script.
+// The run in the window, with a scripted worker.
 #include "tests/UI/WizardRun.h"
 
 #include <QSessionManager>
@@ -64,7 +64,7 @@ struct StateRow {
     std::uint32_t done;
     std::uint32_t total;
     bool isWritingReported;
-    const char* one; // the line with one firmware in the package; null where nothing changes
+    const char* one; // the line with one firmware in the package; null if it does not change
     int bar;
 };
 const StateRow kStates[] = {

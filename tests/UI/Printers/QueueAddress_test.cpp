@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 
 class DriverFolders : public testing::Test {
 protected:
-    // Queue "office" of the driver in that folder has that address.
+    // Gives queue "office" of the driver in that folder this address.
     void driver(const std::string& folder, const std::string& devicePath)
     {
         fs::create_directories(root.path() / folder / "RLPD");
@@ -69,7 +69,7 @@ TEST_F(DriverFolders, CountOnlyWithTheDaemonsEntry)
     fs::create_directories(root.path() / kPrinters / "a/other");
     root.write(std::string(kPrinters) + "RLPD", "a file is no driver");
     EXPECT_EQ(address(), "net:10.0.0.5");
-    // An entry that is no folder with a configuration in it: the next driver is asked.
+    // An entry that is no folder with a configuration is skipped for the next driver.
     root.write(std::string(kPrinters) + "a/RLPD", "a file");
     EXPECT_EQ(address(), "net:10.0.0.5");
 }

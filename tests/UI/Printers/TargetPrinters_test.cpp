@@ -63,7 +63,7 @@ protected:
             texts.push_back(*each->printerName());
         return texts;
     }
-    // "NAME: REASON" of everything that was looked at.
+    // "NAME: REASON" of every printer that was checked.
     Texts findings()
     {
         Texts texts;
@@ -172,7 +172,7 @@ TEST_F(TargetPrinterList, AsksNoNetworkQueue)
     EXPECT_THAT(listener.waits, ElementsAre("print server", "bus"));
 }
 
-// Whatever connections would take for USB is asked there, where no network printer answers.
+// A port string that connections take for USB is queried there, where no network printer answers.
 TEST_F(TargetPrinterList, AsksANetworkQueueWithUsbInItsAddressOnTheBus)
 {
     server.queue("a", "lpd://usb-printer/");
@@ -217,7 +217,7 @@ TEST_F(TargetPrinterList, KeepsAUsbQueueWhoseSerialOnlyContainsAnEarlierOne)
     EXPECT_THAT(names(), ElementsAre("short", "long"));
 }
 
-// Only what is kept counts: a queue that does not answer takes nobody's place.
+// Only listed printers count: a queue that does not answer replaces no USB printer.
 TEST_F(TargetPrinterList, AddsAUsbPrinterWhoseQueueIsLeftOut)
 {
     host.printer();
@@ -275,7 +275,7 @@ TEST_F(TargetPrinterList, TellsOncePerDeviceThatNobodyMayOpenIt)
     EXPECT_THAT(findings(), ElementsAre("cable: not-permitted", "gone: no-answer"));
 }
 
-// The list cannot name what tells it nothing; the system's records may.
+// The bus's list cannot name a device that does not answer; the system's records may.
 TEST_F(TargetPrinterList, HasForbiddenDevicesThatTheBusListCannotNameOnce)
 {
     auto& forbidden = host.printer();

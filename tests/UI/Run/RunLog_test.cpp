@@ -65,7 +65,7 @@ TEST(RunLog, TellsAWholeRun)
     RunLog log(folder.path());
     log.start(someFacts());
     log.note("no sleep inhibitor: no system bus");
-    log.look(record(state_initial)); // where every run begins
+    log.look(record(state_initial)); // the beginning of every run
     log.look(record(state_entered));
     log.look(record(state_checked, 1, "MAIN"));
     log.look(record(state_sending, 1, "MAIN"));

@@ -102,7 +102,7 @@ TEST(RunTarget, TakesAPortStringAsIfAQueueHadLedToIt)
     RunTarget network;
     ASSERT_EQ(network.takePortString("net:10.0.0.5"), TargetFit::fits);
     EXPECT_STREQ(network.port(), "lpd://10.0.0.5/");
-    EXPECT_NE(network.queue(), nullptr); // or connections would not read a URI
+    EXPECT_NE(network.queue(), nullptr); // otherwise connections would refuse a URI
     RunTarget usb;
     ASSERT_EQ(usb.takePortString("usb://A/P?serial=1"), TargetFit::fits);
     EXPECT_STREQ(usb.port(), "usb://A/P?serial=1");

@@ -159,7 +159,7 @@ TEST(UpdateRun, ARecordIsTheSameWhenEveryFieldIs)
 {
     const auto info = record(state_sending, 1, 2);
     auto other = info;
-    other.m_firmwareName[20] = 'x'; // noise behind the NUL
+    other.m_firmwareName[20] = 'x'; // noise after the NUL
     EXPECT_TRUE(isSameRecord(info, other));
     void (*const changes[])(tag_devinfo&) = {
         [](tag_devinfo& each) { each.m_updateState = state_writing; },

@@ -142,7 +142,7 @@ TEST_F(AWatchedRun, NeverPairsTheNumberOfOneFirmwareWithTheNameOfAnother)
 TEST_F(AWatchedRun, KnowsSinceWhenNothingHasChanged)
 {
     WatchedRun run(facts);
-    time.advance(4000); // what the printer cannot have been waited for
+    time.advance(4000); // before the start, so not a wait for the printer
     run.start(target, 5001);
     time.advance(1000);
     run.look();

@@ -65,7 +65,7 @@ TEST(TextFormat, ShowsTheLargestNumber)
 
 TEST(TextFormat, ReadsNoByteBehindTheText)
 {
-    const auto text = std::make_unique<char[]>(1); // a byte more would be noticed
+    const auto text = std::make_unique<char[]>(1); // the sanitizer notices reading past the end
     text[0] = '%';
     EXPECT_EQ(formatText({text.get(), 1}, 7U), "%");
 }

@@ -7,7 +7,7 @@
 
 namespace {
 
-// As the accessibility guidelines count it.
+// The contrast by the formula of the accessibility guidelines.
 double luminance(const QColor& colour)
 {
     const auto linear = [](double part) {

@@ -15,7 +15,7 @@ const Alert kMessage = {
     "It is done", "Switch the printer off and on.", "", AlertStyle::informational, "OK", ""};
 const Alert kQuestion = {"Really?", "Think about it.", "", AlertStyle::critical, "YES", "NO"};
 
-// Shows an alert and does something to its box once it stands there.
+// Shows an alert and acts on its box once that is open.
 int answer(const Alert& asked, const std::function<void(QMessageBox&)>& act)
 {
     QTimer::singleShot(0, [&act] {

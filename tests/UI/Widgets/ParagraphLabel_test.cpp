@@ -43,7 +43,7 @@ TEST(ParagraphLabel, HangsWhatFollowsABulletBesideIt)
         EXPECT_EQ(image.pixelColor(1, y), ground) << y;
 }
 
-// Where the layout runs from right to left, so do the bullets, whatever the text's own direction.
+// In a right-to-left layout the bullets are on the right, whatever the text's own direction.
 TEST(ParagraphLabel, ShowsItsBulletsOnTheRightWhereTheLayoutBeginsThere)
 {
     for (const auto* written : {"word", "\u05d0\u05d1"}) {
@@ -54,7 +54,7 @@ TEST(ParagraphLabel, ShowsItsBulletsOnTheRightWhereTheLayoutBeginsThere)
         text.setText(words);
         const int alone = leftmostInk(text);
         text.setText("• " + words);
-        const int beside = leftmostInk(text); // the bullet takes its room on the right
+        const int beside = leftmostInk(text); // the bullet takes room on the right
         EXPECT_NEAR(alone - beside, text.fontMetrics().horizontalAdvance("• "), 2);
     }
 }
