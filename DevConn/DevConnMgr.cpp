@@ -7,6 +7,7 @@
 #include "VYM/vymUtil.h"
 
 #include <algorithm>
+#include <exception>
 #include <new>
 
 namespace {
@@ -32,6 +33,20 @@ std::unique_ptr<DevConnBase> makeUsbTransport()
 {
     auto* host = UsbHost::plugged();
     return host != nullptr ? std::make_unique<DevConnUSB>(*host) : nullptr;
+}
+
+// No exception leaves the manager, whatever a transport runs out of.
+long connectDevice(DevConnBase* device, const char* queue, const char* port, unsigned short tcpPort)
+{
+    if (device == nullptr)
+        return conn::kUnknownHandle;
+    try {
+        return device->Connect(queue, port, tcpPort);
+    } catch (const std::bad_alloc&) {
+        return conn::kOutOfMemory;
+    } catch (const std::exception&) {
+        return conn::kCannotOpen;
+    }
 }
 
 } // namespace
@@ -76,9 +91,7 @@ long DevConnMgr::Connect(const char* queue, const char* port, int kind, unsigned
     void* created = CreateDevice(queue, port, kind);
     if (created == nullptr)
         return conn::kNoTransport;
-    auto* device = deviceOf(created);
-    const long result =
-        device != nullptr ? device->Connect(queue, port, tcpPort) : conn::kUnknownHandle;
+    const long result = connectDevice(deviceOf(created), queue, port, tcpPort);
     if (result < 0) {
         DeleteDevice(created);
         return result;

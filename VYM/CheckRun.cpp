@@ -3,6 +3,8 @@
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymProtocol.h"
 
+#include <exception>
+
 namespace {
 
 // What the version does not decide: whether the image is wholly there, and can be sent at all.
@@ -72,8 +74,14 @@ CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,
     report.result = protocol.EnterDownLoadMode(queue, port, portNo, false);
     if (report.result != result::kSuccess)
         return report;
-    if (!stop)
-        report.result = readAndDecide(protocol, stop, report);
+    // Memory that runs out in between is a result like any other: the printer has to be left.
+    try {
+        if (!stop)
+            report.result = readAndDecide(protocol, stop, report);
+    } catch (const std::exception&) {
+        report.result = result::kSystem;
+        report.entries.clear();
+    }
     protocol.ExitDownLoadMode();
     return report;
 }

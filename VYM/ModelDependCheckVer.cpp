@@ -41,14 +41,10 @@ std::strong_ordering compareNumbers(std::string_view left, std::string_view righ
     return left <=> right;
 }
 
-bool haveLeading(std::string_view update, std::string_view target)
-{
-    return update.size() >= kLeading && target.size() >= kLeading;
-}
-
+// Characters that are not there are not equal: an empty or short version is of another series.
 bool sameSeries(std::string_view update, std::string_view target)
 {
-    return update.substr(0, kLeading) == target.substr(0, kLeading);
+    return target.size() >= kLeading && update.substr(0, kLeading) == target.substr(0, kLeading);
 }
 
 VersionDecision byRule(std::strong_ordering updateToTarget, yesno_type rule)
@@ -94,8 +90,8 @@ VersionDecision decideFields(std::string_view update, std::string_view target, s
 VersionDecision decideWithoutPoint(std::string_view update, std::string_view compatible,
                                    std::string_view target, yesno_type rule)
 {
-    if (!haveLeading(update, target))
-        return kUnreadable;
+    if (update.size() < kLeading)
+        return kUnreadable; // the package's own mistake, whatever the printer has
     if (!sameSeries(update, target))
         return kOtherSeries;
     const auto u = update.substr(kLeading);
@@ -114,8 +110,6 @@ VersionDecision decideWithoutPoint(std::string_view update, std::string_view com
 VersionDecision decideSeriesFields(std::string_view update, std::string_view target,
                                    yesno_type rule)
 {
-    if (!haveLeading(update, target))
-        return kUnreadable;
     if (!sameSeries(update, target))
         return kOtherSeries;
     return decideFields(update, target, 4, 7, rule);
@@ -135,8 +129,6 @@ VersionDecision decideThirdPoint(std::string_view update, std::string_view targe
 // Four leading characters and eight digits in front of the point.
 VersionDecision decideLong(std::string_view update, std::string_view target, yesno_type rule)
 {
-    if (target.size() < kLeading)
-        return kUnreadable;
     if (!sameSeries(update, target))
         return kOtherSeries;
     if (target.size() < kLongForm)

@@ -198,6 +198,10 @@ int vymThread::updateAllEntries(vymProtocol& protocol, const std::string& model,
 {
     const auto total = g_VymInfo.countVersionRows();
     debugText("Thread:TotalFirmNum = %d", static_cast<int>(total));
+    {
+        const HoldLock hold(m_lock);
+        m_outcomes.reserve(total); // once firmware is under way, what became of it can be kept
+    }
     for (std::uint32_t n = 0; n < total; ++n) {
         Entry entry;
         if (!entry.read(n))
@@ -219,9 +223,12 @@ int vymThread::updateEntry(vymProtocol& protocol, const std::string& model, std:
         const HoldLock hold(m_lock);
         storeField(m_info.m_firmwareNumber, number);
     }
-    const int code = protocol.UpdateFirmware(
-        model.c_str(), entry.firmName.c_str(), entry.updateVersion.c_str(), entry.fileName.c_str(),
-        entry.subFileName.c_str(), entry.compatibleVersion.c_str(), m_info);
+    const int code = guarded([&] {
+        return protocol.UpdateFirmware(model.c_str(), entry.firmName.c_str(),
+                                       entry.updateVersion.c_str(), entry.fileName.c_str(),
+                                       entry.subFileName.c_str(), entry.compatibleVersion.c_str(),
+                                       m_info);
+    });
     keepOutcome(protocol, number, code);
     if (code == result::kSuccess)
         return finishEntry(protocol);

@@ -16,6 +16,7 @@ struct Record {
     std::vector<std::string> calls;
     long result = 0;
     std::function<void()> onSend;
+    std::function<void()> onConnect;
 };
 Record* g_record = nullptr;
 std::atomic<int> g_alive{0};
@@ -36,6 +37,8 @@ public:
         m_name = port;
         note(m_kind + " " + (name != nullptr ? name : "null") + " " + port + " "
              + std::to_string(tcpPort));
+        if (g_record != nullptr && g_record->onConnect)
+            g_record->onConnect();
         return g_record != nullptr ? g_record->result : 0;
     }
     long SendRecvData(unsigned char* /*send*/, unsigned long length, unsigned char** reply,
@@ -310,6 +313,17 @@ TEST_F(Manager, GivesAHandleOrNothingHoweverLittleMemoryThereIs)
     }
     EXPECT_GE(allowed, 1);
     EXPECT_LT(allowed, 50);
+}
+
+TEST_F(Manager, GivesTheTransportBackWhoseConnectRunsOutOfMemory)
+{
+    void* handle = kMarker;
+    record.onConnect = [] { throw std::bad_alloc(); };
+    EXPECT_EQ(manager().Connect(nullptr, "net", 0, 1, &handle), -5);
+    record.onConnect = [] { throw std::runtime_error("no such thing"); };
+    EXPECT_EQ(manager().Connect(nullptr, "net", 0, 1, &handle), -8);
+    EXPECT_EQ(handle, kMarker);
+    EXPECT_EQ(g_alive, 0);
 }
 
 TEST(ManagerInstance, IsTriedAgainAfterMemoryRanOut)

@@ -1,4 +1,5 @@
 #include "VYM/CheckRun.h"
+#include "tests/support/FailingMemory.h"
 #include "tests/support/Printer.h"
 #include "tests/support/ScriptedTime.h"
 #include "tests/support/ScriptedTransport.h"
@@ -34,6 +35,7 @@ protected:
     ScriptedTime m_time;
     TransportScript m_script;
     std::unique_ptr<Package> m_package;
+    std::unique_ptr<MemoryShortage> m_shortage;
 };
 
 TEST_F(CheckRun, DecidesEveryEntryAndSendsNoFirmware)
@@ -103,6 +105,30 @@ TEST_F(CheckRun, GivesTheCodeOfWhatWentWrongAndLeavesDownloadMode)
     m_script.queueReply(printer::enter()).queueReply("").queueReply(printer::exit());
     EXPECT_EQ(run().result, -5);
     EXPECT_EQ(m_script.sent().back().substr(2, 2), "\x51\x02");
+}
+
+TEST_F(CheckRun, LeavesDownloadModeHoweverLittleMemoryThereIs)
+{
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A"});
+    m_script.beforeEachCall([this] { m_shortage.reset(); });
+    int allowed = 0;
+    for (CheckReport report{}; report.entries.empty(); ++allowed) {
+        ASSERT_LT(allowed, 2000);
+        const auto before = m_script.sent().size();
+        m_script.queueReply(printer::enter());
+        m_script.answerWith([this, allowed](const std::string& packet) {
+            const bool asked = packet.substr(2, 2) == "\x50\x01";
+            auto reply = asked ? printer::file(info("M")) : printer::exit();
+            if (asked)
+                m_shortage = std::make_unique<MemoryShortage>(allowed);
+            return reply;
+        });
+        report = run();
+        m_shortage.reset();
+        EXPECT_EQ(m_script.sent().size(), before + 3) << allowed;
+        EXPECT_EQ(m_script.sent().back().substr(2, 2), "\x51\x02") << allowed;
+    }
+    EXPECT_GE(allowed, 2);
 }
 
 TEST_F(CheckRun, NeedsThePackagesModel)

@@ -144,7 +144,7 @@ TEST(ModelDependCheckVer, KnowsNoFormWithThePointAnywhereElse)
     }
 }
 
-TEST(ModelDependCheckVer, CallsVersionsThatAreShorterThanTheirFormUnreadable)
+TEST(ModelDependCheckVer, ReadsNothingBeyondAVersionThatIsShorterThanItsForm)
 {
     const char* const whole[] = {"AB010203", "01.10", "AB0101.10", "ABCDEFGH.IJ.01.10",
                                  "AB0120260101.x"};
@@ -157,11 +157,25 @@ TEST(ModelDependCheckVer, CallsVersionsThatAreShorterThanTheirFormUnreadable)
             decideVersion(cut, text, text, yesno_no);
             decideVersion(cut, cut, cut, yesno_no);
         }
-        EXPECT_EQ(decideVersion(text, "", text.substr(0, 3), yesno_both).code, -5) << text;
     }
-    EXPECT_EQ(decideVersion("", "", "", yesno_both).code, -5);
     EXPECT_EQ(decideVersion("01.", "", "01.10", yesno_both).code, -5);
     EXPECT_EQ(decideVersion("01.10", "", "01.1", yesno_both).code, -5);
+}
+
+TEST(ModelDependCheckVer, CallsAnEmptyOrShortVersionAnotherSeriesWhereTheSeriesIsCompared)
+{
+    for (const char* update : {"AB010203", "AB0101.10", "AB0120260101.x"}) {
+        for (const char* target : {"", "A", "AB", "AB0"}) {
+            SCOPED_TRACE(std::string(update) + " / " + target);
+            const auto decision = decideVersion(update, "", target, yesno_yes);
+            EXPECT_FALSE(decision.send);
+            EXPECT_EQ(decision.code, 1) << "passed over; it does not end the run";
+            EXPECT_EQ(decision.reason, VersionReason::otherSeries);
+        }
+    }
+    EXPECT_EQ(decideVersion("AB", "", "AB", yesno_yes).code, -5) << "the package's own mistake";
+    for (const char* update : {"01.10", "ABCDEFGH.IJ.01.10"}) // no series there
+        EXPECT_EQ(decideVersion(update, "", "", yesno_yes).code, -5);
 }
 
 TEST(ModelDependCheckVer, GivesTheReasonInAWord)

@@ -58,6 +58,8 @@ public:
         const std::lock_guard lock(m_mutex);
         return m_replies.size();
     }
+    // Done first in every call that sends, receives or sets a time-out.
+    void beforeEachCall(std::function<void()> action) { m_beforeCall = std::move(action); }
     void refuseTimeout(unsigned long milliseconds) { m_refusedTimeout = milliseconds; }
 
     [[nodiscard]] std::vector<std::string> sent() const
@@ -95,6 +97,7 @@ private:
     std::vector<unsigned long> m_receiveSizes;
     std::function<std::string(const std::string&)> m_answer;
     std::function<LinkState()> m_linkState;
+    std::function<void()> m_beforeCall;
     long m_connectResult = 0;
     std::size_t m_exchanges = 0;
     std::size_t m_failAt = static_cast<std::size_t>(-1);
@@ -119,6 +122,8 @@ public:
                       unsigned long* replyLength) override
     {
         const HoldLock hold(m_lock);
+        if (m_script.m_beforeCall)
+            m_script.m_beforeCall();
         *reply = nullptr;
         *replyLength = 0;
         std::string answer;
@@ -142,6 +147,8 @@ public:
     }
     long SetTimeout(unsigned long milliseconds) override
     {
+        if (m_script.m_beforeCall)
+            m_script.m_beforeCall();
         const std::lock_guard lock(m_script.m_mutex);
         m_script.m_timeouts.push_back(milliseconds);
         return milliseconds == m_script.m_refusedTimeout ? conn::kInvalidArgument : conn::kSuccess;
