@@ -28,7 +28,7 @@ TEST(ProgressText, CountsSmallFirmwareInKibibytes)
     EXPECT_NE(progressLine(parts, 90).find("  0.5 of 70.0 KiB  "), std::string::npos);
 }
 
-TEST(ProgressText, LeavesTheBarOutWhereThereIsNoRoom)
+TEST(ProgressText, LeavesOutTheBarWithoutRoom)
 {
     EXPECT_EQ(progressLine(sending(), 40),
               "Sending firmware 1 of 2 (MAIN)  50 %  1.0 of 2.0 MiB  0:35");
@@ -40,7 +40,7 @@ TEST(ProgressText, NeverNeedsMoreThanTheColumns)
         EXPECT_LE(columnsNeeded(progressLine(sending(), columns)), columns - 1);
 }
 
-TEST(ProgressText, SaysThatItWaitsWhereNobodyKnowsHowFarItIs)
+TEST(ProgressText, SaysThatItWaitsIfTheProgressIsUnknown)
 {
     ProgressParts parts{"Connecting to the printer", {}, 0, 0, 12.4, 12.4};
     const char* waiting = "Connecting to the printer: waiting for the printer, 12 s  0:12";
@@ -53,7 +53,7 @@ TEST(ProgressText, SaysThatItWaitsWhereNobodyKnowsHowFarItIs)
     EXPECT_EQ(progressLine(asking, 90), "Asking the print server, 2 s  0:03");
 }
 
-TEST(ProgressText, SaysThatItWaitsWhereNothingMoves)
+TEST(ProgressText, SaysThatItWaitsWhenNothingChanges)
 {
     auto parts = sending();
     parts.silence = 7;

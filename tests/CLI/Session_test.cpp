@@ -13,7 +13,7 @@ TEST(Session, WakesForALookAtTheRun)
     EXPECT_EQ(session.wait(), Wake::tick);
 }
 
-TEST(Session, NoticesEverySignalThatAsksForTheEndAndLives)
+TEST(Session, NoticesAndSurvivesEveryEndingSignal)
 {
     const ScriptedTime time;
     Session session;

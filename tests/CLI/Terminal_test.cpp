@@ -122,14 +122,14 @@ TEST(Terminal, ASignalAnswersTheQuestionToo)
     EXPECT_THAT(run.screen, HasSubstr("You stopped the run before any firmware was sent"));
 }
 
-TEST(Terminal, DoesNotAskWhereTheAnswerIsGiven)
+TEST(Terminal, DoesNotAskIfTheAnswerIsGiven)
 {
     TerminalRun run;
     EXPECT_EQ(run.run({"update", "--yes"}), 0);
     EXPECT_THAT(run.screen, Not(HasSubstr("Start the update?")));
 }
 
-TEST(Terminal, JsonAsksNobodyEvenOnATerminal)
+TEST(Terminal, JsonNeverAsksEvenOnATerminal)
 {
     TerminalRun run;
     run.type("yes\n");

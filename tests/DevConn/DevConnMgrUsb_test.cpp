@@ -69,7 +69,7 @@ TEST_F(UsbPorts, NameVendorProductAndSerialOfEachPrinter)
                "usb://A/B/50%25?serial=S1"}));
 }
 
-TEST_F(UsbPorts, CountAPrinterThatDoesNotTellItsSerialAndLeaveItsNameEmpty)
+TEST_F(UsbPorts, CountAPrinterWithoutASerialAndLeaveItsNameEmpty)
 {
     host.printer();
     host.printer().serial.reset();
@@ -90,7 +90,7 @@ TEST_F(UsbPorts, TakeTheSystemsNamesWhereTheDeviceIdCannotBeRead)
     EXPECT_EQ(list(), Texts{""});
 }
 
-TEST_F(UsbPorts, ShowNoNameOfThePrinterBefore)
+TEST_F(UsbPorts, ShowNoNameOfThePreviousPrinter)
 {
     host.printer();
     host.printer().deviceId = "CMD:X;";
@@ -120,7 +120,7 @@ TEST_F(UsbPorts, BoundTheTextsOfAHostileDevice)
     EXPECT_EQ(list()[0].size(), 6U + 3 * 255 + 1 + 3 * 255 + 8 + 255);
 }
 
-TEST_F(UsbPorts, LieInOneBlockBehindTheirRecords)
+TEST_F(UsbPorts, LieInOneBlockAfterTheirRecords)
 {
     host.printer();
     host.printer();
@@ -177,7 +177,7 @@ TEST_F(UsbPorts, AreNoneWhereMemoryRunsOut)
     EXPECT_LT(allowed, 200);
 }
 
-TEST_F(UsbPorts, AreOpenedOrLeftClosedHoweverLittleMemoryThereIs)
+TEST_F(UsbPorts, AreOpenedOrLeftClosedAtEveryShortageOfMemory)
 {
     describe("DEVICEIDMODELNAME P1\r\n");
     auto& printer = host.printer();

@@ -131,7 +131,7 @@ TEST_F(Manager, ChoosesTheTransportByThePortString)
     }
 }
 
-TEST_F(Manager, HandsTheCallersArgumentsOn)
+TEST_F(Manager, PassesOnTheCallersArguments)
 {
     void* handle = nullptr;
     EXPECT_EQ(manager().Connect("usb-queue", "10.0.0.5", 0, 48350, &handle), 0);
@@ -155,7 +155,7 @@ TEST_F(Manager, KnowsNoOtherKindAndNoNullPort)
     EXPECT_TRUE(record.calls.empty()) << "no device is touched";
 }
 
-TEST_F(Manager, SaysWhereThereIsNoTransportOfAKind)
+TEST_F(Manager, ReportsAMissingTransport)
 {
     void* handle = kMarker;
     manager().plugIn(DevConnMgr::Transport::usb, nullptr);
@@ -177,13 +177,13 @@ TEST_F(Manager, DeletesTheDeviceOfAFailedConnect)
     EXPECT_EQ(record.calls.back(), "gone net");
 }
 
-TEST_F(Manager, TakesAnyResultThatIsNotNegativeForSuccess)
+TEST_F(Manager, TakesEveryNonNegativeResultForSuccess)
 {
     record.result = 3;
     connect(); // expects 0
 }
 
-TEST_F(Manager, IssuesTheNextFreeHandleAndNotTheOneThatCameBack)
+TEST_F(Manager, IssuesTheNextFreeHandleAndNotTheReturnedOne)
 {
     void* first = connect();
     void* second = connect();
@@ -225,7 +225,7 @@ TEST_F(Manager, KnowsNoHandleThatItDidNotIssue)
     EXPECT_TRUE(manager().FindDeviceHandle(live, nullptr));
 }
 
-TEST_F(Manager, ReturnsWhatTheTransportSays)
+TEST_F(Manager, ReturnsTheTransportsResult)
 {
     void* handle = connect();
     unsigned char byte = 0;
@@ -241,7 +241,7 @@ TEST_F(Manager, ReturnsWhatTheTransportSays)
     EXPECT_EQ(manager().SetRecvPacketSize(handle, 0), 0);
 }
 
-TEST_F(Manager, DisconnectsWhateverTheTransportSays)
+TEST_F(Manager, DisconnectsWhateverTheTransportReturns)
 {
     void* handle = connect("net");
     record.calls.clear();
@@ -360,7 +360,7 @@ TEST_F(Manager, IsFreeForOthersWhileATransportWorks)
     worker.join();
 }
 
-TEST_F(Manager, IssuesEveryHandleOnceWhoeverAsks)
+TEST_F(Manager, IssuesEveryHandleOnceToManyThreads)
 {
     constexpr int kRounds = 200;
     g_record = nullptr; // only one thread may keep a record

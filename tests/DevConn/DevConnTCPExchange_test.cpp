@@ -149,7 +149,7 @@ TEST_F(TcpExchange, FailsOnHalfAHeader)
     EXPECT_FALSE(replied);
 }
 
-TEST_F(TcpExchange, GivesWhatCameOfABodyBeforeTheTimeOut)
+TEST_F(TcpExchange, GivesThePartOfABodyThatArrivedBeforeTheTimeOut)
 {
     const LoopbackPeer peer(answering(replyHeader(100) + "first"));
     connectTo(peer, 40);
@@ -202,7 +202,7 @@ TEST_F(TcpExchange, HasNoReplyWhereThePrinterClosed)
     EXPECT_LT(used.milliseconds(), 500);
 }
 
-TEST_F(TcpExchange, GivesWhatCameOfABodyBeforeThePrinterClosed)
+TEST_F(TcpExchange, GivesThePartOfABodyThatArrivedBeforeThePrinterClosed)
 {
     const LoopbackPeer peer([](PeerLink& link) {
         link.receive(6);
@@ -243,7 +243,7 @@ TEST_F(TcpExchange, FailsInTheMiddleOfABodyWhereThePrinterBreaksTheConnection)
     EXPECT_FALSE(replied);
 }
 
-TEST_F(TcpExchange, UsesNextToNoProcessorWhileItWaits)
+TEST_F(TcpExchange, UsesAlmostNoProcessorTimeWhileItWaits)
 {
     const LoopbackPeer peer(silent());
     connectTo(peer, 150);
@@ -278,7 +278,7 @@ TEST_F(TcpExchange, IsNotCutShortBySignals)
     EXPECT_EQ(reply, replyOf("hello"));
 }
 
-TEST_F(TcpExchange, ServesOneCallAtATimeWhoeverCalls)
+TEST_F(TcpExchange, ServesOneCallAtATimeFromManyThreads)
 {
     constexpr int kRounds = 50;
     const LoopbackPeer peer([](PeerLink& link) {
@@ -318,7 +318,7 @@ TEST_F(TcpPort, NeedsABufferAndAPlaceForTheCount)
     EXPECT_EQ(count, 9U);
 }
 
-TEST_F(TcpPort, HasNothingToDoForNoBytes)
+TEST_F(TcpPort, DoesNothingForZeroBytes)
 {
     unsigned char byte = 0;
     unsigned long count = 9;
@@ -340,7 +340,7 @@ TEST_F(TcpPort, FailsWithoutAConnection)
     EXPECT_EQ(count, 0U);
 }
 
-TEST_F(TcpPort, TakesATimeOutForNoBytesAndNotForAnError)
+TEST_F(TcpPort, TreatsATimeOutAsNoBytesAndNotAsAnError)
 {
     const LoopbackPeer peer(silent());
     connectTo(peer);
@@ -351,7 +351,7 @@ TEST_F(TcpPort, TakesATimeOutForNoBytesAndNotForAnError)
     EXPECT_FALSE(transport->peerClosed());
 }
 
-TEST_F(TcpPort, TellsAClosedPeerFromASilentOne)
+TEST_F(TcpPort, DistinguishesAClosedPeerFromASilentOne)
 {
     const LoopbackPeer peer([](PeerLink& link) { link.close(); });
     connectTo(peer);

@@ -168,7 +168,7 @@ TEST_F(TcpConnect, WorksOnlyOnceAtATime)
     EXPECT_EQ(transport->Disconnect(), -1) << "the connection was not touched";
 }
 
-TEST_F(TcpConnect, EndsWithItsOwnResultAndMayBeginAnew)
+TEST_F(TcpConnect, EndsWithItsOwnResultAndMayBeginAgain)
 {
     std::string rest = "not yet";
     LoopbackPeer first([&](PeerLink& link) { rest = link.receive(1); });
@@ -196,14 +196,14 @@ TEST_F(TcpConnect, EndsWithTheObject)
     EXPECT_TRUE(ended);
 }
 
-TEST_F(TcpConnect, MakesAClosedPeerAnErrorAndNotTheEnd)
+TEST_F(TcpConnect, IgnoresTheSignalOfAClosedPeer)
 {
     struct sigaction action { };
     sigaction(SIGPIPE, nullptr, &action);
     EXPECT_EQ(action.sa_handler, SIG_IGN);
 }
 
-TEST_F(TcpConnect, IsAskedForBeforeAnythingElse)
+TEST_F(TcpConnect, IsNeededBeforeAnyOtherCall)
 {
     char marker = 0;
     char* model = &marker;
@@ -232,7 +232,7 @@ TEST_F(TcpConnect, ChecksTheArgumentsOfAnExchangeFirst)
     EXPECT_EQ(transport->SendRecvData(packet, 1, &block, &length), -9);
 }
 
-TEST_F(TcpConnect, WorksWithADescriptorThatNoSelectSetHolds)
+TEST_F(TcpConnect, WorksWithADescriptorTooLargeForSelect)
 {
     constexpr rlim_t kWanted = 1200;
     rlimit limit{};
@@ -252,7 +252,7 @@ TEST_F(TcpConnect, WorksWithADescriptorThatNoSelectSetHolds)
         close(file);
 }
 
-TEST(PortStringAddress, StandsBehindTheSchemeAndInFrontOfASlash)
+TEST(PortStringAddress, LiesBetweenTheSchemeAndASlash)
 {
     const std::string filler(1023 - std::strlen("lpd://127.0.0.1/"), 'q');
     const struct {

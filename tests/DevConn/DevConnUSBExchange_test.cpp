@@ -118,7 +118,7 @@ TEST_F(UsbExchange, EndsWithoutAReplyWhenItsTimeIsOver)
     EXPECT_EQ(printer.readSizes, Sizes{512}) << "one read, outstanding all the while";
 }
 
-TEST_F(UsbExchange, OfNoPacketWaitsForItsReplyLikeAnyOther)
+TEST_F(UsbExchange, WithoutAPacketWaitsForAReplyLikeAnyOther)
 {
     EXPECT_EQ(usb.SetTimeout(1000), 0);
     printer.sends(replyOf("late"), 500);

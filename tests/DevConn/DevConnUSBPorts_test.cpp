@@ -31,7 +31,7 @@ TEST_F(UsbWrite, WaitsWholeSeconds)
     EXPECT_EQ(printer.waits, (Sizes{0, 0, 0, 1, 1, 5}));
 }
 
-TEST_F(UsbWrite, AbortsWhatDoesNotEndInTime)
+TEST_F(UsbWrite, AbortsATransferThatDoesNotEndInTime)
 {
     printer.writes = {ScriptedPrinter::Write::hangs};
     EXPECT_EQ(write("x", 2500), -1);
@@ -109,7 +109,7 @@ TEST_F(UsbRead, PutsTheCachedBytesFirstAndAsksForTheRest)
     EXPECT_EQ(usb.GetCacheDataSize(), 100U);
 }
 
-TEST_F(UsbRead, GivesFewerBytesWhereFewerCome)
+TEST_F(UsbRead, GivesFewerBytesIfFewerArrive)
 {
     printer.sends("abc").sends("");
     EXPECT_EQ(read(8), "abc");
@@ -134,7 +134,7 @@ TEST_F(UsbRead, GivesTheCachedBytesWhileTheRestIsOutstanding)
     EXPECT_EQ(read(4), "efgh");
 }
 
-TEST_F(UsbRead, TakesAnEndThatTheLastLookBrought)
+TEST_F(UsbRead, TakesAnEndFoundByTheLastLook)
 {
     printer.sends("late", 1);
     EXPECT_EQ(read(4), "") << "the time was over";

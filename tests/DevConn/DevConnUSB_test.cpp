@@ -98,7 +98,7 @@ TEST_F(UsbConnect, UsesTheLastPipeOfEachKind)
     EXPECT_EQ(record->m_interruptIn, 3);
 }
 
-TEST_F(UsbConnect, AsksAPrinterForItsModelOnly)
+TEST_F(UsbConnect, QueriesOnlyTheModelOfAPrinter)
 {
     const auto found = usb.searchDevice("usb://Acme/P1?serial=S1");
     ASSERT_NE(found, nullptr);
@@ -162,7 +162,7 @@ TEST_F(UsbModelName, IsTheDeviceIdsModelWithItsNul)
     EXPECT_EQ(printer.requests.back().completionTimeoutMs, 2000U);
 }
 
-TEST_F(UsbModelName, IsAskedForWithTheConnectionsTimeOut)
+TEST_F(UsbModelName, IsQueriedWithTheConnectionsTimeOut)
 {
     ASSERT_EQ(connect(), 0);
     EXPECT_EQ(usb.SetTimeout(700), 0);

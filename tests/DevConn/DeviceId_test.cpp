@@ -64,7 +64,7 @@ TEST(KeySearch, TurnsTheSemicolonsThatItPassesIntoStringEnds)
     EXPECT_EQ(text, std::string("MFG:Acme\0MDL:P1\0X", 17));
 }
 
-TEST(KeySearch, OfNothingFindsNothing)
+TEST(KeySearch, FindsNoKeyInAMissingText)
 {
     EXPECT_EQ(deviceId::findModelKey(nullptr), nullptr);
     EXPECT_EQ(deviceId::findMfgKey(nullptr), nullptr);

@@ -62,7 +62,7 @@ TEST(ReceiveCache, FillsAgainToItsLastByte)
     EXPECT_EQ(take(cache, 512), std::string(12, 'x') + std::string(500, 'y'));
 }
 
-TEST(ReceiveCache, TakesAndGivesNothingWithoutAPlaceForIt)
+TEST(ReceiveCache, TakesAndGivesNoBytesForANullBuffer)
 {
     ReceiveCache cache;
     EXPECT_EQ(cache.SetCacheData(nullptr, 8), 0U);

@@ -174,7 +174,7 @@ TEST_F(Exchange, DoesIdleWorkOnceBetweenTheWriteAndTheReply)
     EXPECT_EQ(work.m_writtenBefore, std::vector<std::size_t>{1});
 }
 
-TEST_F(Exchange, OfNoPacketOnlyReceives)
+TEST_F(Exchange, WithoutAPacketOnlyReceives)
 {
     stream.arrives(replyOf("hello"));
     ReplyBlock block;
@@ -184,7 +184,7 @@ TEST_F(Exchange, OfNoPacketOnlyReceives)
     EXPECT_EQ(reply, replyOf("hello"));
 }
 
-TEST_F(Exchange, WithAReplyOfHeaderOnlyEndsThere)
+TEST_F(Exchange, EndsAfterAReplyThatIsOnlyAHeader)
 {
     stream.arrives(replyHeader(0) + "next");
     EXPECT_EQ(exchange(), conn::kSuccess);
@@ -215,7 +215,7 @@ TEST_F(Exchange, WithoutAnyReplyIsASuccessWithoutABlock)
     EXPECT_EQ(tickMilliseconds() - start, 1000U);
 }
 
-TEST_F(Exchange, CountsTheTimeOfTheWriteIntoTheBudget)
+TEST_F(Exchange, CountsTheTimeOfTheWriteTowardsTheBudget)
 {
     stream.m_writeTakes = 700;
     const auto start = tickMilliseconds();
@@ -282,7 +282,7 @@ TEST_F(Exchange, FailsWhereTheLinkFails)
     EXPECT_FALSE(replied);
 }
 
-TEST_F(Exchange, GivesAReplyCutShortByTheTimeOutAsItIs)
+TEST_F(Exchange, ReturnsAReplyCutShortByTheTimeOut)
 {
     stream.arrives(replyHeader(100)).arrives("first");
     const auto start = tickMilliseconds();

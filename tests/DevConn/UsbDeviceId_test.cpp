@@ -65,7 +65,7 @@ TEST_F(UsbDeviceId, TriesOnlyOnceWhereOpeningFails)
     EXPECT_TRUE(host.time.pauses().empty());
 }
 
-TEST_F(UsbDeviceId, IsAskedForWithTheClassRequest)
+TEST_F(UsbDeviceId, IsRequestedWithTheClassRequest)
 {
     printer.configuration = 3;
     printer.number = 2;
@@ -90,7 +90,7 @@ TEST_F(UsbDeviceId, OfADeviceWithoutAConfigurationWrapsTheValue)
     EXPECT_EQ(printer.requests.front().value, 0xFFFF);
 }
 
-TEST_F(UsbDeviceId, IsNotReadWhereAnyOfItsQuestionsFails)
+TEST_F(UsbDeviceId, IsNotReadIfAnyRequestFails)
 {
     const auto fresh = printer;
     const std::function<void()> faults[] = {
@@ -139,7 +139,7 @@ TEST_F(UsbDeviceId, GivesModelVendorAndProduct)
     }
 }
 
-TEST_F(UsbDeviceId, BelievesWhatCameAndNotWhatIsAnnounced)
+TEST_F(UsbDeviceId, TrustsTheReceivedBytesAndNotTheAnnouncedLength)
 {
     const struct {
         const char* why;

@@ -29,7 +29,7 @@ protected:
 
 } // namespace
 
-TEST_F(UsbForbidden, NamesThePrintersThatMayNotBeOpenedAndAsksThemNothing)
+TEST_F(UsbForbidden, NamesThePrintersThatMayNotBeOpenedAndSendsThemNothing)
 {
     host.printer().serial = "open to all";
     auto& printer = forbidden("S2");
@@ -73,7 +73,7 @@ TEST_F(UsbForbidden, NamesADeviceWithTwoPrinterInterfacesOnce)
     EXPECT_EQ(found[1].m_interfaces, 1U);
 }
 
-TEST_F(UsbForbidden, ListsPrintersThatSayNothingOfThemselvesOneByOne)
+TEST_F(UsbForbidden, ListsPrintersWithoutNamesOneByOne)
 {
     for (int i = 0; i < 2; ++i) {
         auto& printer = forbidden("");

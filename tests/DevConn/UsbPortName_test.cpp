@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(UsbPortName, EscapesWhatNoUrlMayHold)
+TEST(UsbPortName, EscapesCharactersThatNoUrlMayContain)
 {
     const struct {
         const char* why;

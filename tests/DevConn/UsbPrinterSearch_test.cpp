@@ -120,7 +120,7 @@ TEST_F(UsbPrinterSearch, AsksForNoSerialWhereTheDeviceIsNotFound)
     EXPECT_FALSE(finds("usb://Acme/P1?serial=any")) << "the model still has to fit";
 }
 
-TEST_F(UsbPrinterSearch, TakesTheFirstThatFits)
+TEST_F(UsbPrinterSearch, TakesTheFirstMatch)
 {
     host.printer().vendorId = 1;
     host.printer().deviceId.reset();

@@ -82,7 +82,7 @@ TEST(CupsPeers, ThatSendPiecesAreListed)
     EXPECT_EQ(reply.identifiers(), std::vector<std::string>{"q"}) << reply.reason;
 }
 
-TEST(CupsPeers, ThatSayNothingAreGivenUp)
+TEST(CupsPeers, ThatNeverAnswerAreGivenUp)
 {
     expectLate(askPeer([](PeerLink&) {}, kLimit));
 }
@@ -122,7 +122,7 @@ TEST(CupsPeers, ThatSendHeadersWithoutEndAreGivenUp)
         kLimit));
 }
 
-TEST(CupsPeers, ThatOnlyAskToGoOnAreGivenUp)
+TEST(CupsPeers, ThatOnlySendContinueAreGivenUp)
 {
     expectLate(askPeer(
         [](PeerLink& link) {

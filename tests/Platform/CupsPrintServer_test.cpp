@@ -19,7 +19,7 @@ protected:
 
 } // namespace
 
-TEST_F(CupsPrintServerTest, GivesEveryQueueWithWhatTheServerSaysOfIt)
+TEST_F(CupsPrintServerTest, ListsEveryQueueWithItsTexts)
 {
     PrivateCups cups;
     cups.add({"net", "lpd://192.0.2.7/queue", "Acme P1 PS", "The office printer", "Room 4"});
@@ -66,7 +66,7 @@ TEST_F(CupsPrintServerTest, SeesQueuesComeAndGo)
     EXPECT_EQ(ask(cups.server()).identifiers(), (Names{"second"}));
 }
 
-TEST_F(CupsPrintServerTest, AnswersAnEmptyListForAServerWithoutQueues)
+TEST_F(CupsPrintServerTest, ReturnsAnEmptyListForAServerWithoutQueues)
 {
     const PrivateCups cups;
     const auto reply = ask(cups.server());
@@ -74,7 +74,7 @@ TEST_F(CupsPrintServerTest, AnswersAnEmptyListForAServerWithoutQueues)
     EXPECT_TRUE(reply.queues.empty());
 }
 
-TEST_F(CupsPrintServerTest, LeavesClassesOfPrintersOut)
+TEST_F(CupsPrintServerTest, LeavesOutClassesOfPrinters)
 {
     PrivateCups cups;
     cups.add({"member", "lpd://192.0.2.7/q", "Acme P1"});

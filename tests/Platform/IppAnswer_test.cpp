@@ -52,7 +52,7 @@ TEST(IppAnswer, GivesTheFiveTextsOfEachQueue)
     EXPECT_EQ(answer.queues[1].makeAndModel, std::nullopt);
 }
 
-TEST(IppAnswer, CallsAQueueWithoutADescriptionByItsIdentifier)
+TEST(IppAnswer, NamesAQueueWithoutADescriptionAfterItsIdentifier)
 {
     EXPECT_EQ(understood(IppMessage().queue("q").end()).queues.at(0).name, "q");
     const auto empty = IppMessage().queue("q").attribute(0x41, "printer-info", "").end();
@@ -72,7 +72,7 @@ TEST(IppAnswer, HasNoTextWhereTheServersIsEmptyOrNoText)
     EXPECT_EQ(answer.queues.at(0).makeAndModel, std::nullopt);
 }
 
-TEST(IppAnswer, ReadsTextsThatSayTheirLanguage)
+TEST(IppAnswer, ReadsTextsWithALanguage)
 {
     const auto answer =
         understood(IppMessage()
@@ -109,7 +109,7 @@ TEST(IppAnswer, LeavesOutAQueueWithoutAnIdentifier)
     EXPECT_EQ(answer.queues[0].identifier, "q");
 }
 
-TEST(IppAnswer, ReadsNoQueueOutOfOtherGroups)
+TEST(IppAnswer, ReadsNoQueueFromOtherGroups)
 {
     const auto answer = understood(IppMessage()
                                        .queue("q")
@@ -122,7 +122,7 @@ TEST(IppAnswer, ReadsNoQueueOutOfOtherGroups)
     EXPECT_EQ(answer.queues[0].identifier, "q");
 }
 
-TEST(IppAnswer, PassesOverCollectionsHoweverDeepTheyAre)
+TEST(IppAnswer, SkipsCollectionsOfAnyDepth)
 {
     IppMessage message;
     message.queue("q").attribute(0x34, "media-col", "");
@@ -139,7 +139,7 @@ TEST(IppAnswer, GivesTheStatusOfAnAnswerWithoutQueues)
     EXPECT_TRUE(answer.queues.empty());
 }
 
-TEST(IppAnswer, IgnoresWhatFollowsTheEnd)
+TEST(IppAnswer, IgnoresBytesAfterTheEnd)
 {
     EXPECT_EQ(understood(IppMessage().queue("q").end() + "more").queues.size(), 1U);
 }

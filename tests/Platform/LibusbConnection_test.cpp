@@ -143,7 +143,7 @@ TEST_F(LibusbConnectionTest, WritesAndReads)
     EXPECT_EQ(buffer[6], '?') << "no more than came";
 }
 
-TEST_F(LibusbConnectionTest, TellsOneEndAWait)
+TEST_F(LibusbConnectionTest, ReportsOneEndPerWait)
 {
     ends(LIBUSB_TRANSFER_COMPLETED);
     sends("answer");
@@ -155,7 +155,7 @@ TEST_F(LibusbConnectionTest, TellsOneEndAWait)
     EXPECT_FALSE(connection->wait(0));
 }
 
-TEST_F(LibusbConnectionTest, FailsATransferThatDidNotGoThrough)
+TEST_F(LibusbConnectionTest, ReportsATransferThatFailed)
 {
     const struct {
         const char* why;
@@ -187,7 +187,7 @@ TEST_F(LibusbConnectionTest, TakesNoMoreThanTheBufferHolds)
     EXPECT_EQ(got.size(), sizeof buffer);
 }
 
-TEST_F(LibusbConnectionTest, ClearsAHaltNobodyWasToldOf)
+TEST_F(LibusbConnectionTest, ClearsAnUnreportedHalt)
 {
     ends(LIBUSB_TRANSFER_STALL);
     ASSERT_TRUE(startRead());
@@ -215,7 +215,7 @@ TEST_F(LibusbConnectionTest, StartsOnlyWhatAPipeCanDo)
     EXPECT_FALSE(startRead()) << "one at a time";
 }
 
-TEST_F(LibusbConnectionTest, WaitsAtOnceForNothing)
+TEST_F(LibusbConnectionTest, ReturnsAtOnceWithoutATransfer)
 {
     EXPECT_FALSE(connection->wait(1000));
     connection->abort(kOut);
@@ -233,7 +233,7 @@ TEST_F(LibusbConnectionTest, ALookIsShortAndLeavesTheTransferOutstanding)
     EXPECT_FALSE(readEnd.has_value());
 }
 
-TEST_F(LibusbConnectionTest, AnAbortFreesTheBufferAndIsToldByTheNextWait)
+TEST_F(LibusbConnectionTest, AnAbortFreesTheBufferAndIsReportedByTheNextWait)
 {
     ASSERT_TRUE(startRead());
     connection->abort(kOut); // of another pipe
@@ -291,7 +291,7 @@ TEST_F(LibusbConnectionTest, GoesOnAfterASignalAndStopsWhereTheBusIsGone)
     library.eventsResult = 0;
 }
 
-TEST_F(LibusbConnectionTest, AnEndTakenOffTheBusByAnotherThreadIsToldByItsOwnWait)
+TEST_F(LibusbConnectionTest, AnEndHandledByAnotherThreadIsReportedByItsOwnWait)
 {
     auto& second = *found.at(0);
     std::unique_ptr<UsbConnection> other;
@@ -318,7 +318,7 @@ TEST_F(LibusbConnectionTest, AnEndTakenOffTheBusByAnotherThreadIsToldByItsOwnWai
     }
 }
 
-TEST_F(LibusbConnectionTest, AsksWithTheShorterTimeOutAndNeverWithoutOne)
+TEST_F(LibusbConnectionTest, RequestsWithTheShorterTimeOutAndNeverWithoutOne)
 {
     const struct {
         const char* why;

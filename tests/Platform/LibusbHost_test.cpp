@@ -12,7 +12,7 @@ std::string textOf(UsbInterface& one, bool (UsbInterface::*read)(std::string&))
 
 using LibusbHostTest = OnLibusb;
 
-TEST_F(LibusbHostTest, GivesWhatDescriptorsAndTextsSay)
+TEST_F(LibusbHostTest, ReturnsDescriptorsAndTexts)
 {
     auto& one = only();
     std::uint16_t vendor = 0;
@@ -28,7 +28,7 @@ TEST_F(LibusbHostTest, GivesWhatDescriptorsAndTextsSay)
     EXPECT_EQ(textOf(one, &UsbInterface::serialNumber), "S1");
 }
 
-TEST_F(LibusbHostTest, TellsAnEmptySerialFromNone)
+TEST_F(LibusbHostTest, DistinguishesAnEmptySerialFromAMissingOne)
 {
     library.texts[3] = "";
     EXPECT_EQ(textOf(only(), &UsbInterface::serialNumber), "");
@@ -50,7 +50,7 @@ TEST_F(LibusbHostTest, HasNoListWhereTheBusCannotBeRead)
     EXPECT_TRUE(found.empty());
 }
 
-TEST_F(LibusbHostTest, PassesOverDevicesWithoutUsableDescriptors)
+TEST_F(LibusbHostTest, SkipsDevicesWithoutUsableDescriptors)
 {
     const auto nothingFound = [this] {
         found.clear();

@@ -35,7 +35,7 @@ TEST(SystemUsbHost, ReadsTheBusOrSaysThatItCannot)
     lookAround(*host);
 }
 
-TEST(SystemUsbHost, IsAskedFromSeveralThreads)
+TEST(SystemUsbHost, MayBeUsedFromSeveralThreads)
 {
     auto* host = systemUsbHost();
     if (host == nullptr)

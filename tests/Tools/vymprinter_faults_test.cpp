@@ -18,7 +18,7 @@ Fault parsed(const std::string& text)
     return result.fault.value_or(Fault{});
 }
 
-TEST(VymprinterFaults, EveryNameParsesAndStandsInTheList)
+TEST(VymprinterFaults, EveryNameParsesAndIsInTheList)
 {
     const auto list = faultList();
     std::set<std::string_view> names;
@@ -92,7 +92,7 @@ TEST(VymprinterFaults, SilenceLastsForTheWholeConnection)
     EXPECT_TRUE(plan.atRequest(Stage::exit).has(FaultKind::silent));
 }
 
-TEST(VymprinterFaults, WhatIsSaidInTargetInfoStaysSaidButTroublesNothingElse)
+TEST(VymprinterFaults, ChangesOfTargetInfoLastButAffectNothingElse)
 {
     FaultPlan plan({parsed("wrong-model")});
     EXPECT_TRUE(plan.atRequest(Stage::getFile).has(FaultKind::wrongModel));
@@ -160,7 +160,7 @@ TEST(VymprinterReplyShape, SpoiltRepliesAreSpoiltInTheirOwnWay)
     EXPECT_EQ(shaped("garbage")[0].bytes, shaped("garbage")[0].bytes);
 }
 
-TEST(VymprinterReplyShape, OversizedReplyKeepsItsWordAboutItsLength)
+TEST(VymprinterReplyShape, OversizedReplyHasItsAnnouncedLength)
 {
     const auto bytes = shaped("oversized")[0].bytes;
     EXPECT_EQ(bytes.size(), 5000U + 65536U);

@@ -119,7 +119,7 @@ TEST(VymprinterProgram, SeveralPrintersGetOneLineEach)
               (std::vector<std::string>{"127.0.0.254", "127.0.0.255", "127.0.1.0", "127.0.0.7"}));
 }
 
-TEST(VymprinterProgram, StoresAnUpdateAndEndsAfterTheSessionsAskedFor)
+TEST(VymprinterProgram, StoresAnUpdateAndEndsAfterTheRequestedSessions)
 {
     Folder folder;
     Program program(
@@ -164,7 +164,7 @@ TEST(VymprinterProgram, FolderThatCannotBeWrittenEndsWithOneAndNamesIt)
     EXPECT_EQ(program.exitCode(), 1);
 }
 
-TEST(VymprinterProgram, TellsAPersonAtTheDeskWhatHappens)
+TEST(VymprinterProgram, ReportsWhatHappens)
 {
     Program program({"--listen", "127.0.0.1:0", "--sessions", "1"});
     {

@@ -174,7 +174,7 @@ TEST(VymprinterTcp, ManyPrintersAreUpdatedAtOnceAndKeptApart)
     }
 }
 
-TEST(VymprinterTcp, SecondUpdaterIsToldBusyUntilTheFirstHangsUp)
+TEST(VymprinterTcp, SecondUpdaterGetsBusyUntilTheFirstHangsUp)
 {
     Desk desk;
     auto first = std::make_unique<Updater>(desk.printer());
@@ -221,7 +221,7 @@ TEST(VymprinterTcp, AbsurdLengthEndsTheConnection)
 
 // Each row sends only the bytes that trigger the fault: further bytes that arrive after the close
 // would turn every close into a reset.
-TEST(VymprinterTcpFaults, ConnectionEndsInTheWayThatIsAskedFor)
+TEST(VymprinterTcpFaults, ConnectionEndsInTheRequestedWay)
 {
     const auto piece = requests::piece(0, 900, requests::firmware(120));
     const struct {

@@ -89,7 +89,7 @@ TEST(VymprinterUsb, FunctionWithoutItsFilesSaysWhichIsMissing)
     EXPECT_NE(function.error().find("/no/such/folder/ep0"), std::string::npos) << function.error();
 }
 
-TEST(VymprinterKernelQueue, TellsEachEndWithItsTagAndResult)
+TEST(VymprinterKernelQueue, ReportsEachEndWithItsTagAndResult)
 {
     KernelQueue queue(2);
     ASSERT_TRUE(queue.valid());
@@ -115,7 +115,7 @@ TEST(VymprinterKernelQueue, TellsEachEndWithItsTagAndResult)
     EXPECT_TRUE(std::equal(written.begin(), written.end(), read.begin()));
 }
 
-TEST(VymprinterKernelQueue, RefusesAFileThatIsNone)
+TEST(VymprinterKernelQueue, RefusesAnInvalidFile)
 {
     KernelQueue queue(1);
     Bytes buffer(8);

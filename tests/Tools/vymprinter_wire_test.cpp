@@ -24,7 +24,7 @@ TEST(VymprinterWire, StatusReplyCarriesTotalAndWritten)
               (Bytes{0, 0, 0x51, 0x03, 0, 0, 0, 12, 0, 0, 0, 0x81, 1, 2, 3, 4, 5, 6, 7, 8}));
 }
 
-TEST(VymprinterWire, FileBlockCarriesItsDataBehindTwentyEightBytes)
+TEST(VymprinterWire, FileBlockCarriesItsDataAfterTwentyEightBytes)
 {
     const Bytes data = {'a', 'b'};
     EXPECT_EQ(encodeFileBlock({status::kDone, 0x10, 0x12, 0xABCD, data}),
@@ -96,13 +96,13 @@ TEST(VymprinterWire, EveryDefectOfFormIsSeen)
         EXPECT_NE(decodeRequest(row.packet).defect, "") << row.why;
 }
 
-TEST(VymprinterWire, NamesFromTheWireAreShownWithoutSurprises)
+TEST(VymprinterWire, NamesFromTheWireAreShownSafely)
 {
     EXPECT_EQ(printable("A b\x1b[2J\xff"), "A_b_[2J_");
     EXPECT_EQ(printable(""), "-");
 }
 
-TEST(VymprinterBuffer, PacketsComeOutWholeHoweverTheyCameIn)
+TEST(VymprinterBuffer, PacketsComeOutWholeHoweverTheyArrive)
 {
     requests::Packet stream;
     for (const auto& packet : {requests::enter(), requests::shortQuery(), requests::getFile()})
@@ -183,7 +183,7 @@ TEST(VymprinterModel, BlocksFitTheFirstReplyAndThePacketLimit)
     EXPECT_EQ(blockLimit(model), 29U);
 }
 
-TEST(VymprinterBlocks, FileIsCutAndItsLastBlockVouchesForAll)
+TEST(VymprinterBlocks, FileIsCutAndItsLastBlockHasTheSumOfAll)
 {
     FileBlocks blocks("abcdefg", 28 + 3, {});
     const auto first = blocks.next();

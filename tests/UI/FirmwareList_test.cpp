@@ -24,7 +24,7 @@ TEST(FirmwareList, ShowsAMissingTextAsAnEmptyCell)
     EXPECT_EQ(list.objectValueForTableColumn("FirmwareVersion", 1), "");
 }
 
-TEST(FirmwareList, HasNothingBesideItsRowsAndNoTextInOtherColumns)
+TEST(FirmwareList, HasNoOtherRowsAndNoTextInOtherColumns)
 {
     FirmwareList list;
     EXPECT_EQ(list.objectValueForTableColumn("FirmwareType", 0), std::nullopt);
@@ -35,7 +35,7 @@ TEST(FirmwareList, HasNothingBesideItsRowsAndNoTextInOtherColumns)
     EXPECT_EQ(list.objectValueForTableColumn("Other", 1), std::nullopt);
 }
 
-TEST(FirmwareList, LetsNobodySelectARow)
+TEST(FirmwareList, AllowsNoSelection)
 {
     for (const int row : {-1, 0, 7})
         EXPECT_FALSE(FirmwareList::shouldSelectRow(row));

@@ -168,7 +168,7 @@ TEST_F(InputNSMatrixControlTest, WhatReplacesASelectionCountsWithoutIt)
     EXPECT_THAT(beeps, IsEmpty());
 }
 
-TEST_F(InputNSMatrixControlTest, ADroppedTextIsNeverTakenFromWhereItCame)
+TEST_F(InputNSMatrixControlTest, ADroppedTextStaysAtItsSource)
 {
     edit(0, "12");
     EXPECT_EQ(drop(cell(0), "x"), Qt::IgnoreAction);
@@ -212,7 +212,7 @@ TEST_F(InputNSMatrixControlTest, TwoDigitsAndADeletionStayInTheirCell)
     EXPECT_EQ(focus(), 0);
 }
 
-TEST_F(InputNSMatrixControlTest, UndoLeadsBackButNotBehindANumberThatWasCut)
+TEST_F(InputNSMatrixControlTest, UndoGoesBackButNotBeyondANumberThatWasCut)
 {
     edit(0, "");
     type(cell(0), "12");
@@ -228,7 +228,7 @@ TEST_F(InputNSMatrixControlTest, UndoLeadsBackButNotBehindANumberThatWasCut)
     EXPECT_EQ(text(0), "255");
 }
 
-TEST_F(InputNSMatrixControlTest, UndoBringsNoTextBackThatNobodyMayType)
+TEST_F(InputNSMatrixControlTest, UndoRestoresNoTextThatMayNotBeTyped)
 {
     control.setCellValue({"ab"});
     cell(0).setFocus();
@@ -240,7 +240,7 @@ TEST_F(InputNSMatrixControlTest, UndoBringsNoTextBackThatNobodyMayType)
     EXPECT_EQ(text(0), "1");
 }
 
-TEST_F(InputNSMatrixControlTest, ATextFromTheProgramIsNotAskedButWhatFollowsIs)
+TEST_F(InputNSMatrixControlTest, ATextFromTheProgramIsNotCheckedButLaterTypingIs)
 {
     control.setCellValue({"12345", "ab"});
     EXPECT_EQ(text(0), "12345");
@@ -347,7 +347,7 @@ TEST_F(InputNSMatrixControlTest, AWindowThatComesBackAnnouncesNothing)
     EXPECT_EQ(chosen.count(), 1);
 }
 
-TEST_F(InputNSMatrixControlTest, SelectingItsTextTakesTheFirstCellOrTheOneThatIsTypedInto)
+TEST_F(InputNSMatrixControlTest, SelectingItsTextTakesTheFirstCellOrTheFocusedOne)
 {
     control.setCellValue({"1", "2", "3", "4"});
     control.selectText();
@@ -395,7 +395,7 @@ TEST_F(InputNSMatrixControlTest, ADotInAnEmptyOrWhollySelectedCellLeadsNowhere)
     EXPECT_EQ(focus(), 3);
 }
 
-TEST_F(InputNSMatrixControlTest, KeysThatHaveNothingToDoInACellLeadToItsNeighbour)
+TEST_F(InputNSMatrixControlTest, KeysWithoutUseInACellLeadToItsNeighbour)
 {
     control.setCellValue({"1", "", "34", ""});
     cell(1).setFocus();

@@ -60,7 +60,7 @@ protected:
 
 } // namespace
 
-TEST(MainWindowController, HoldsTheSystemAgainstTheBoundsOfThePackage)
+TEST(MainWindowController, ChecksTheSystemAgainstTheBoundsOfThePackage)
 {
     const auto system = get_system_version();
     const struct {
@@ -85,7 +85,7 @@ TEST(MainWindowController, HoldsTheSystemAgainstTheBoundsOfThePackage)
     }
 }
 
-TEST(MainWindowController, TellsWhatIsWrongWithAPackageThatSuitsNoSystem)
+TEST(MainWindowController, SaysWhatIsWrongWithAPackageThatSuitsNoSystem)
 {
     const TempFolder state;
     qputenv("XDG_STATE_HOME", state.path().c_str());
@@ -190,7 +190,7 @@ TEST_F(PagesOfTheWizard, EndWithTheAnswerYes)
     EXPECT_EQ(ends, 1);
 }
 
-TEST_F(PagesOfTheWizard, AskWhereTheEscapeKeyIsPressedOrTheWindowIsClosed)
+TEST_F(PagesOfTheWizard, AskWhenTheEscapeKeyIsPressedOrTheWindowIsClosed)
 {
     wizard.open();
     wizard.key(Qt::Key_Escape);
@@ -252,7 +252,7 @@ TEST_F(PagesOfTheWizard, WarnWhereAnOlderFirmwareMayBeWritten)
     }
 }
 
-TEST_F(PagesOfTheWizard, PutNoSecondQuestionWhileOneStands)
+TEST_F(PagesOfTheWizard, AskNoSecondQuestionWhileOneIsOpen)
 {
     class Meddler : public Alerts {
     public:

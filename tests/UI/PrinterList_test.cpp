@@ -17,7 +17,7 @@ PrinterList twoPrinters()
     return list;
 }
 
-TEST(PrinterList, GivesTheRecordAtAnIndexAndNothingBesideTheList)
+TEST(PrinterList, GivesTheRecordAtAnIndexAndNullOutsideTheList)
 {
     const auto list = twoPrinters();
     EXPECT_EQ(list.printerInfoAtIndex(1)->printerName(), "B");
@@ -36,7 +36,7 @@ TEST(PrinterList, ShowsNameAndPortAndLeavesAnyOtherColumnEmpty)
     EXPECT_EQ(list.objectValueForTableColumn("printername", -1), std::nullopt);
 }
 
-TEST(PrinterList, HandedNothingIsEmpty)
+TEST(PrinterList, WithoutRecordsIsEmpty)
 {
     auto list = twoPrinters();
     list.setPrinterList(std::nullopt);
@@ -44,7 +44,7 @@ TEST(PrinterList, HandedNothingIsEmpty)
     EXPECT_TRUE(list.printerList().empty());
 }
 
-TEST(PrinterList, HandsOutASnapshotThatLaterChangesDoNotReach)
+TEST(PrinterList, ReturnsASnapshotThatLaterChangesDoNotReach)
 {
     auto list = twoPrinters();
     const auto before = list.printerList();
@@ -53,7 +53,7 @@ TEST(PrinterList, HandsOutASnapshotThatLaterChangesDoNotReach)
     EXPECT_EQ(list.printerList().size(), 1U);
 }
 
-TEST(PrinterList, LetsNobodyEditACell)
+TEST(PrinterList, AllowsNoEditing)
 {
     EXPECT_FALSE(PrinterList::shouldEditTableColumn("printername", 0));
 }

@@ -83,7 +83,7 @@ TEST(ConnectionType, IsUnknownForAnAbsentOrForeignUriAndLeavesTheText)
     }
 }
 
-TEST(ConnectionType, IsToldWithoutTheTextToo)
+TEST(ConnectionType, IsKnownWithoutTheTextToo)
 {
     int type = -1;
     VYM_Utilities::getConnectionTypeFromURI("usb://Acme/P1?serial=7", type);

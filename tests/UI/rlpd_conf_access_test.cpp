@@ -130,7 +130,7 @@ TEST(FirstQueueName, CalledAgainAndAgainWalksAllQueues)
     EXPECT_EQ(conf.queues(), (std::vector<std::string>{"A", "C", "D"}));
 }
 
-TEST(FirstQueueName, IsNoneAndNoFailureWhereNoneIsLeft)
+TEST(FirstQueueName, IsNullWithoutFailureAfterTheLast)
 {
     Conf conf("DevicePath net:1\n");
     char* next = nullptr;
@@ -140,7 +140,7 @@ TEST(FirstQueueName, IsNoneAndNoFailureWhereNoneIsLeft)
     EXPECT_EQ(next, conf.end());
 }
 
-TEST(FirstQueueName, OverwritesTheBracketBehindTheNameAndNoOther)
+TEST(FirstQueueName, OverwritesTheBracketAfterTheNameAndNoOther)
 {
     Conf conf("<Printer A> >\n<Printer B>\n");
     char* next = nullptr;
@@ -175,7 +175,7 @@ TEST(QueueOfAnAddress, TakesALongerAddressForTheOneItBeginsWith)
     EXPECT_EQ(conf.queueOf("10.0.0.5"), "A");
 }
 
-TEST(QueueOfAnAddress, LooksOnlyAtTheLineBehindTheQueueAndBehindTheKey)
+TEST(QueueOfAnAddress, LooksOnlyAtTheLineAfterTheQueueAndAfterTheKey)
 {
     EXPECT_EQ(Conf("<Printer A>\n\nDevicePath net:1.2.3.4\n").queueOf("1.2.3.4"), std::nullopt);
     EXPECT_EQ(Conf("<Printer A>\n1.2.3.4 DevicePath net:5\n").queueOf("1.2.3.4"), std::nullopt);
@@ -183,7 +183,7 @@ TEST(QueueOfAnAddress, LooksOnlyAtTheLineBehindTheQueueAndBehindTheKey)
     EXPECT_EQ(Conf("<Printer A>\nDevicePath net:1.2.3.4").queueOf("1.2.3.4"), "A");
 }
 
-TEST(QueueOfAnAddress, OverwritesTheBracketBehindTheNameFound)
+TEST(QueueOfAnAddress, OverwritesTheBracketAfterTheNameFound)
 {
     Conf conf("<Printer A>\nDevicePath net:1\n<Printer B>\nDevicePath net:2\n");
     EXPECT_EQ(conf.queueOf("2"), "B");

@@ -54,7 +54,7 @@ TEST(ReadingTheFile, StopsAtASizeThatNoSuchFileHas)
     EXPECT_EQ(FolderPathForConf_Initialize(folder.path().c_str()), nullptr);
 }
 
-TEST(ReadingTheFile, AnswersNothingForWhatIsNoPlainFile)
+TEST(ReadingTheFile, ReturnsNullForAFileThatIsNotPlain)
 {
     const ConfFolder missing;
     EXPECT_EQ(FolderPathForConf_Initialize(missing.path().c_str()), nullptr);

@@ -47,7 +47,7 @@ void expectEmptyDescription()
 
 } // namespace
 
-TEST_F(Description, IsLoadedOutOfTheContainer)
+TEST_F(Description, IsLoadedFromTheContainer)
 {
     package.file("main.bin", "image").description({"MODELNAME \"Model 100\"", "PORTNO 8000"});
     package.folder().write("VYMBINDDATA", package.bytes());
@@ -103,7 +103,7 @@ TEST_F(Description, OfAnUnbelievableSizeIsRefused)
     }
 }
 
-TEST_F(Description, ThatTheContainerDoesNotHoldWholeIsReadAsFarAsItGoes)
+TEST_F(Description, ThatIsIncompleteIsReadAsFarAsItGoes)
 {
     package.file("main.bin", "PORTNO 8000\r\n").entry("VYMINFO.txt", 0, 100000);
     package.folder().write("VYMBINDDATA", package.bytes());
@@ -277,7 +277,7 @@ TEST_F(Description, SetsTheShownVersionOnlyWhereThereIsOne)
     EXPECT_EQ((Texts{firm, version}), (Texts{"before", "before"}));
 }
 
-TEST_F(Description, StandsBesideTheSizesOfTheImages)
+TEST_F(Description, ComesWithTheSizesOfTheImages)
 {
     package.entry("cut.bin", 0, 100000);
     open({"PORTNO 1"});

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(vym_etc, AnswersFalseWithoutAWorker)
+TEST(vym_etc, ReturnsFalseWithoutAWorker)
 {
     tag_devinfo info{};
     tag_entryoutcome outcome{};
@@ -19,7 +19,7 @@ TEST(vym_etc, AnswersFalseWithoutAWorker)
     vym_thread_delete(nullptr);
 }
 
-TEST(vym_etc, PassesQuestionsToTheSystemOn)
+TEST(vym_etc, PassesQueriesOnToTheSystem)
 {
     EXPECT_EQ(get_system_version(), getSystemVersion());
     EXPECT_TRUE(is_std_usb_port("usb://A/B"));

@@ -96,7 +96,7 @@ TEST_F(CheckRun, SaysThatNothingCouldBeSentWithoutATimeOrAPacketForIt)
     EXPECT_EQ(run().entries[0].decision.code, -5);
 }
 
-TEST_F(CheckRun, GivesTheCodeOfWhatWentWrongAndLeavesDownloadMode)
+TEST_F(CheckRun, ReturnsTheFailuresCodeAndLeavesDownloadMode)
 {
     prepare({"TGMNAME M"});
     m_script.queueReply(printer::enter(0x1002));
@@ -164,7 +164,7 @@ TEST_F(CheckRun, DecidesWithoutAPrinterAsWithOne)
     }
 }
 
-TEST_F(CheckRun, GivesTheCodeOfATextThatSaysTooLittle)
+TEST_F(CheckRun, ReturnsTheCodeOfAnIncompleteText)
 {
     prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A"});
     EXPECT_EQ(checkTargetInfo("").result, -9);

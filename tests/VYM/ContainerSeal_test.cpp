@@ -45,7 +45,7 @@ class SealedUpdate : public ProtocolFixture { };
 
 } // namespace
 
-TEST_F(Seal, DeliversEveryStretchOfAFileThatStaysAsItIs)
+TEST_F(Seal, DeliversEveryRangeOfAnUnchangedFile)
 {
     open();
     for (const std::size_t at : {std::size_t{0}, kPart - 1, kPart, 2 * kPart + 5}) {
@@ -70,7 +70,7 @@ TEST_F(Seal, DeliversNoByteOfAPartThatChanged)
     EXPECT_TRUE(readable(kPart, 1)) << "it is again what it was";
 }
 
-TEST_F(Seal, HoldsTheFirstBytesAgainstWhatIsThereNow)
+TEST_F(Seal, ComparesTheFirstBytesWithTheFile)
 {
     open();
     EXPECT_FALSE(container().isSealed());
@@ -103,7 +103,7 @@ TEST_F(Seal, ShowsEveryByteInOrderToItsWatch)
     EXPECT_TRUE(seen == m_package.bytes());
 }
 
-TEST_F(Seal, IsNotTakenWhereTheWatchEndsIt)
+TEST_F(Seal, IsNotMadeIfTheWatchEndsIt)
 {
     open();
     int parts = 0;
@@ -112,7 +112,7 @@ TEST_F(Seal, IsNotTakenWhereTheWatchEndsIt)
     EXPECT_FALSE(container().isSealed());
 }
 
-TEST_F(Seal, IsNotTakenOfAClosedContainer)
+TEST_F(Seal, IsNotMadeForAClosedContainer)
 {
     const TempFolder folder;
     Package::openFolder(folder.path().string());

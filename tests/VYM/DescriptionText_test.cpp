@@ -34,7 +34,7 @@ using Texts = std::vector<std::string>;
 
 } // namespace
 
-TEST(Rows, EndInCarriageReturnAndLineFeedAndInNothingElse)
+TEST(Rows, EndOnlyInCarriageReturnAndLineFeed)
 {
     const struct {
         const char* why;
@@ -81,7 +81,7 @@ TEST(Row, BelongsToTheKeyThatItBeginsWith)
     EXPECT_EQ(description::findRow("", "PORT", 0), "");
 }
 
-TEST(TextAfterAToken, BeginsBehindTheFirstBlanksOutsideQuotes)
+TEST(TextAfterAToken, BeginsAfterTheFirstBlanksOutsideQuotes)
 {
     const struct {
         const char* why;
@@ -119,7 +119,7 @@ TEST(TokenEnd, IsTheFirstBlankOutsideQuotes)
         EXPECT_EQ(description::tokenEnd(row.text), row.end) << row.text;
 }
 
-TEST(Tokens, AreWalkedWithTheirQuotesStillInThem)
+TEST(Tokens, KeepTheirQuotes)
 {
     EXPECT_EQ(allTokens(""), Texts{});
     EXPECT_EQ(allTokens("one"), Texts{"one"});
@@ -142,7 +142,7 @@ TEST(NamedToken, IsSplitAtItsFirstEqualsSign)
     EXPECT_FALSE(bare.value.has_value());
 }
 
-TEST(CaselessSearch, FindsTheFirstPlaceFromAStartOn)
+TEST(CaselessSearch, FindsTheFirstMatchFromAStartPosition)
 {
     const struct {
         const char* text;
@@ -170,7 +170,7 @@ TEST(CaselessComparison, KnowsTheLettersOfAsciiOnly)
     EXPECT_FALSE(description::equalNoCase("[", "{"));
 }
 
-TEST(Quotes, AreRemovedWhereverTheyStand)
+TEST(Quotes, AreRemovedAnywhere)
 {
     EXPECT_EQ(description::withoutQuotes("\"A B\""), "A B");
     EXPECT_EQ(description::withoutQuotes("x=\"A\"\"\"B"), "x=AB");
@@ -178,7 +178,7 @@ TEST(Quotes, AreRemovedWhereverTheyStand)
     EXPECT_EQ(description::withoutQuotes("'A'"), "'A'");
 }
 
-TEST(TextBeforeDigits, IsCutOnlyBehindSomething)
+TEST(TextBeforeDigits, IsCutOnlyAfterOtherText)
 {
     EXPECT_EQ(description::beforeDigits("ABC123"), "ABC");
     EXPECT_EQ(description::beforeDigits("123"), "123");
@@ -188,7 +188,7 @@ TEST(TextBeforeDigits, IsCutOnlyBehindSomething)
     EXPECT_EQ(description::beforeDigits(""), "");
 }
 
-TEST(LeadingNumber, IsReadUpToTheFirstByteThatIsNoDigit)
+TEST(LeadingNumber, EndsBeforeTheFirstByteThatIsNoDigit)
 {
     const struct {
         const char* why;
@@ -228,7 +228,7 @@ TEST(LeadingNumber, IsReadUpToTheFirstByteThatIsNoDigit)
         EXPECT_EQ(description::leadingNumber(row.text, row.base), row.number) << row.why;
 }
 
-TEST(EveryReader, StaysInsideWhateverPieceOfATextItIsGiven)
+TEST(EveryReader, StaysInsideItsPartOfAText)
 {
     const std::string whole = "VERSION MAIN=\"01 10\"\tmain.bin -0x10\r\n\" \"\r\n=\r\r\n\tX\0 1";
     for (std::size_t from = 0; from <= whole.size(); ++from) {

@@ -27,7 +27,7 @@ private:
     FileAssembly m_file;
 };
 
-TEST(FileAssembly, PutsBlocksAtTheirOffsetsWhateverTheirOrder)
+TEST(FileAssembly, PutsBlocksAtTheirOffsetsInAnyOrder)
 {
     Blocks file;
     EXPECT_EQ(file.add(0, 5, 11, " world"), Step::more);
@@ -41,7 +41,7 @@ TEST(FileAssembly, TakesStatus129AsTheLastBlockToo)
     EXPECT_EQ(file.add(129, 0, 2, "ab", printer::byteSum("ab")), Step::complete);
 }
 
-TEST(FileAssembly, CallsAFileDamagedWhoseSumDiffers)
+TEST(FileAssembly, CallsAFileWithAWrongSumDamaged)
 {
     Blocks file;
     EXPECT_EQ(file.add(128, 0, 2, "ab", 1), Step::damaged);

@@ -54,7 +54,7 @@ TEST_F(ImageReaderTest, GivesEveryByteOnceWhetherItReadsAheadOrNot)
     }
 }
 
-TEST_F(ImageReaderTest, HasNoPieceOfAnEmptyImage)
+TEST_F(ImageReaderTest, HasNoPieceForAnEmptyImage)
 {
     package(0);
     ImageReader reader;
@@ -64,7 +64,7 @@ TEST_F(ImageReaderTest, HasNoPieceOfAnEmptyImage)
     EXPECT_EQ(reader.end(), 0U);
 }
 
-TEST_F(ImageReaderTest, ReadsAheadOnlyOnceAPiece)
+TEST_F(ImageReaderTest, ReadsAheadOncePerPiece)
 {
     package(300);
     ImageReader reader;
@@ -78,7 +78,7 @@ TEST_F(ImageReaderTest, ReadsAheadOnlyOnceAPiece)
     EXPECT_EQ(reader.end(), 300U);
 }
 
-TEST_F(ImageReaderTest, RefusesAnImageThatIsNotWhollyThere)
+TEST_F(ImageReaderTest, RefusesAnIncompleteImage)
 {
     Package lying;
     lying.file("other", "x").file("more", "y").entry("main.bin", 0, 5000).open();
@@ -87,7 +87,7 @@ TEST_F(ImageReaderTest, RefusesAnImageThatIsNotWhollyThere)
     EXPECT_EQ(reader.open("missing", 100), result::kFirmwareUnreadable);
 }
 
-TEST_F(ImageReaderTest, TellsAtItsTurnThatAPieceCouldNotBeRead)
+TEST_F(ImageReaderTest, ReportsAnUnreadablePieceAtItsTurn)
 {
     package(300);
     ImageReader reader;

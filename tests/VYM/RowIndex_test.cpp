@@ -12,7 +12,7 @@ constexpr std::string_view kText = "# a comment\r\nversion A=1\r\nPORTNO 1\r\nPO
 
 } // namespace
 
-TEST(RowIndex, FindsEachRowInWhateverOrderItIsAskedFor)
+TEST(RowIndex, FindsRowsInAnyOrderOfQueries)
 {
     RowIndex index;
     EXPECT_EQ(index.find(kText, "VERSION", 2), "VERSION C=3");
@@ -37,7 +37,7 @@ TEST(RowIndex, ForgetsATextThatChanges)
     EXPECT_EQ(index.find("", "PORT", 0), "");
 }
 
-TEST(RowIndex, AgreesWithAWalkForEachQuestion)
+TEST(RowIndex, AgreesWithAWalkForEachQuery)
 {
     std::mt19937 random(7); // the same texts in every run
     const auto pick = [&random](std::size_t count) { return random() % count; };

@@ -48,7 +48,7 @@ TEST(Sha256, PadsRightAroundTheEndOfABlock)
         EXPECT_EQ(hexOf(std::string(row.length, 'x')), row.hex) << row.length;
 }
 
-TEST(Sha256, IsTheSameInWhateverPartsTheBytesArrive)
+TEST(Sha256, IsIndependentOfThePartsOfTheInput)
 {
     std::string text;
     for (int i = 0; i < 300; ++i)

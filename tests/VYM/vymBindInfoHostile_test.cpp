@@ -94,7 +94,7 @@ TEST_F(Container, IsSafeWithAnyEntryCount)
     }
 }
 
-TEST_F(Container, IsNotSearchedBehindItsEndForEntriesThatItNeverHad)
+TEST_F(Container, IsNotSearchedForEntriesBeyondItsEnd)
 {
     open(TwoFiles().count(0x7FFFFFFF));
     const auto start = std::clock();
@@ -167,7 +167,7 @@ TEST_F(Container, IsSafeWithAnyDataSize)
     }
 }
 
-TEST_F(Container, ReadsNamesWithoutATerminatorUpToTheirField)
+TEST_F(Container, ReadsNamesWithoutATerminatorUpToTheEndOfTheirField)
 {
     const std::string full(32, 'n');
     open(Package().file(full, "x").file("VYMINFO.txt", kInfo));

@@ -18,7 +18,7 @@ TEST_F(Container, FindsTheSecondEntryByItsName)
     EXPECT_EQ(size, kInfo.size());
 }
 
-TEST_F(Container, IsReadAsItStandsByteByByte)
+TEST_F(Container, HasTheDocumentedBytes)
 {
     std::string name = "b.bin";
     name.resize(32, '\0');
@@ -54,7 +54,7 @@ TEST_F(Container, GivesTheFirstOfTwoEntriesOfOneName)
     EXPECT_EQ(read("a", 0, 10).bytes, "first");
 }
 
-TEST_F(Container, FindsAFileBehindManyOthers)
+TEST_F(Container, FindsAFileAfterManyOthers)
 {
     Package package;
     for (int i = 0; i < 50; ++i)
@@ -108,7 +108,7 @@ TEST_F(Container, RefusesNullArguments)
     EXPECT_EQ(size, kUntouched);
 }
 
-TEST_F(Container, CutsAStretchAtTheEndOfTheFile)
+TEST_F(Container, LimitsARangeToTheEndOfTheFile)
 {
     open(TwoFiles());
     const auto image = imageBytes(100);
@@ -136,7 +136,7 @@ TEST_F(Container, CutsAStretchAtTheEndOfTheFile)
     }
 }
 
-TEST_F(Container, WithOneEntryIsOpenedAndCountsAsNone)
+TEST_F(Container, WithOneEntryIsOpenedButCountsAsMissing)
 {
     open(Package().file("VYMINFO.txt", kInfo));
     EXPECT_FALSE(container().IsBindVymFile());
@@ -164,7 +164,7 @@ TEST_F(Container, StaysClosedOnceItWasClosed)
     expectClosed();
 }
 
-TEST_F(Container, GivesTheBytesAtAPlaceOrSaysThatItLacksSomeOfThem)
+TEST_F(Container, GivesTheBytesAtAnOffsetOrFailsIfSomeAreMissing)
 {
     open(TwoFiles());
     unsigned long place = 0;
@@ -184,7 +184,7 @@ TEST_F(Container, GivesTheBytesAtAPlaceOrSaysThatItLacksSomeOfThem)
     EXPECT_FALSE(container().readBytes(place, buffer, size));
 }
 
-TEST_F(Container, ThatIsClosedStopsWhoeverLooksIntoItsTable)
+TEST_F(Container, ThatIsClosedStopsACallerThatReadsItsTable)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     open(TwoFiles());

@@ -29,7 +29,7 @@ TEST(vymDevInfo, CopiesEveryField)
     EXPECT_EQ(to.m_checkStateSupported, 1);
 }
 
-TEST(vymDevInfo, LeavesANameOut_ThatDoesNotFitWithItsNul)
+TEST(vymDevInfo, LeavesOutANameThatDoesNotFitWithItsNul)
 {
     tag_devinfo info{};
     storeFirmwareName(info, std::string(31, 'x'));

@@ -17,7 +17,7 @@ int costly(int value)
 
 } // namespace
 
-TEST(PortabilityLayer, ThrowsNothingWhereMemoryIsShort)
+TEST(PortabilityLayer, ThrowsNothingWhenMemoryIsShort)
 {
     static int heard = 0;
     setDebugSink([](const char* /*text*/) { ++heard; });

@@ -49,7 +49,7 @@ TEST(Event, IsCreatedWithoutTouchingItsSignal)
     EXPECT_EQ(record.created, 0U);
 }
 
-TEST(Event, ThatNobodySetTimesOutAtOnceForNoMilliseconds)
+TEST(Event, ThatIsNotSetTimesOutAtOnceForZeroMilliseconds)
 {
     Event event;
     const auto start = Clock::now();
@@ -140,7 +140,7 @@ TEST(Event, IsNotMissedByAWaiterThatComesTooLateForTheSignal)
     EXPECT_EQ(result, 128UL);
 }
 
-TEST(Event, IsSetWhileOtherThreadsKeepAskingForIt)
+TEST(Event, IsSetWhileOtherThreadsKeepCheckingIt)
 {
     constexpr int kRounds = 100;
     for (int round = 0; round < kRounds; ++round) {
@@ -201,7 +201,7 @@ TEST(Thread, NeedsARoutine)
     EXPECT_EQ(thread.created, 0U);
 }
 
-TEST(Thread, TakesAStackSizeThatTheSystemTakes)
+TEST(Thread, AcceptsAStackSizeThatTheSystemAccepts)
 {
     std::atomic<int> flag{0};
     TAG_THREADDATA thread{};
@@ -234,7 +234,7 @@ TEST(Time, MovesOnWithAPause)
     EXPECT_GE(tickMilliseconds(), before + 4); // both times are cut to whole milliseconds
 }
 
-TEST(Time, ComesFromTheSourceThatWasPutIn)
+TEST(Time, ComesFromThePluggedInSource)
 {
     {
         ScriptedTime time;

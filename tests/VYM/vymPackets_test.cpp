@@ -26,7 +26,7 @@ std::span<const unsigned char> view(const std::string& bytes)
 using packets::FilePacket;
 using printer::number;
 
-TEST(vymPackets, AsksForAFileWith42Bytes)
+TEST(vymPackets, RequestsAFileWith42Bytes)
 {
     EXPECT_EQ(bytesOf(packets::getFile("TargetInfo.txt")),
               std::string("\0\0\x50\x01\0\0\0\x22\0\0", 10) + padded("TargetInfo.txt"));
@@ -40,24 +40,24 @@ TEST(vymPackets, EntersDownloadModeWith44BytesAndTheFlagAtTheEnd)
               head + std::string(33, '\0') + std::string("\x01"));
 }
 
-TEST(vymPackets, LeavesDownloadModeWith44BytesAllZeroBehindTheHeader)
+TEST(vymPackets, LeavesDownloadModeWith44BytesAllZeroAfterTheHeader)
 {
     EXPECT_EQ(bytesOf(packets::exitDownload()),
               std::string("\0\0\x51\x02\0\0\0\x24", 8) + std::string(36, '\0'));
 }
 
-TEST(vymPackets, AsksForTheStatusByFirmwareNameWith42Bytes)
+TEST(vymPackets, QueriesTheStatusByFirmwareNameWith42Bytes)
 {
     EXPECT_EQ(bytesOf(packets::queryStatus("MAIN")),
               std::string("\0\0\x51\x03\0\0\0\x22\0\0", 10) + padded("MAIN"));
 }
 
-TEST(vymPackets, AsksForTheStatusInTheShortFormWith10Bytes)
+TEST(vymPackets, QueriesTheStatusInTheShortFormWith10Bytes)
 {
     EXPECT_EQ(bytesOf(packets::queryStatusShort()), std::string("\0\0\x51\x03\0\0\0\x02\0\0", 10));
 }
 
-TEST(vymPackets, SendsAPieceOfAFileBehindA60ByteHead)
+TEST(vymPackets, SendsAPieceOfAFileAfterA60ByteHead)
 {
     const std::vector<unsigned char> data{1, 2, 0xFF};
     const auto head =
@@ -153,7 +153,7 @@ TEST(FilePacket, ReadsNoFieldBeyondItsEnd)
     }
 }
 
-TEST(vymPackets, LeavesTheNameFieldEmptyForANameOf32CharactersAndMore)
+TEST(vymPackets, LeavesTheNameFieldEmptyForANameOf32OrMoreCharacters)
 {
     const std::string fits(31, 'x');
     const std::string tooLong(32, 'x');
@@ -161,7 +161,7 @@ TEST(vymPackets, LeavesTheNameFieldEmptyForANameOf32CharactersAndMore)
     EXPECT_EQ(bytesOf(packets::getFile(tooLong.c_str())).substr(10), std::string(32, '\0'));
 }
 
-TEST(vymPackets, SumsEveryByteHoweverManyThereAre)
+TEST(vymPackets, SumsAnyNumberOfBytes)
 {
     std::vector<unsigned char> bytes;
     unsigned sum = 0;
@@ -200,7 +200,7 @@ TEST(vymPackets, AcceptsAReplyOnlyWhenItIsWholeAndOfTheExpectedCommand)
     }
 }
 
-TEST(vymPackets, ReadsNoFieldOutOfAReplyThatIsTooShortForIt)
+TEST(vymPackets, ReadsNoFieldFromAReplyThatIsTooShortForIt)
 {
     const auto progress = printer::progress(0x81, 500, 20);
     for (std::size_t length = 0; length < progress.size(); ++length) {

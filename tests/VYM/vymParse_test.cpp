@@ -66,7 +66,7 @@ TEST(Parser, ReplacesItsTextAndTypeAtOnce)
     EXPECT_EQ(name, "B");
 }
 
-TEST(Parser, KeepsTextAndTypeWhenItIsGivenNothing)
+TEST(Parser, KeepsTextAndTypeForNullData)
 {
     Parser parser("VERSION B=2\r\n", load_targetinfo);
     EXPECT_FALSE(parser.loadData(nullptr, 10, load_vyminfo));
@@ -93,7 +93,7 @@ TEST(Parser, TakesALongerKeysRowForAShorterKey)
     EXPECT_EQ(parser.getTargetKeyRowData("PORT", 1), "PORT USB NET");
 }
 
-TEST(Parser, DoesNotCareForTheLetterCaseOfAKey)
+TEST(Parser, IgnoresTheCaseOfAKey)
 {
     const Parser parser("modelname \"Model 100\"\r\n");
     std::string value;
@@ -101,7 +101,7 @@ TEST(Parser, DoesNotCareForTheLetterCaseOfAKey)
     EXPECT_EQ(value, "Model 100");
 }
 
-TEST(Parser, LosesTheFirstRowBehindAByteOrderMark)
+TEST(Parser, LosesTheFirstRowAfterAByteOrderMark)
 {
     const Parser parser("\xEF\xBB\xBFPORTNO 1\r\nPORTNO 2\r\n");
     int number = 0;
@@ -109,7 +109,7 @@ TEST(Parser, LosesTheFirstRowBehindAByteOrderMark)
     EXPECT_EQ(number, 2);
 }
 
-TEST(Parser, AnswersAKeyWithoutAValueByTheKindOfReader)
+TEST(Parser, HandlesAKeyWithoutAValueByTheKindOfReader)
 {
     for (const char* row : {"DRIVERNAME\r\n", "DRIVERNAME  \t \r\n"}) {
         const Parser parser(row);
@@ -128,7 +128,7 @@ TEST(Parser, AnswersAKeyWithoutAValueByTheKindOfReader)
     }
 }
 
-TEST(Parser, LeavesOutputsUntouchedForAMissingRowAndForNoKey)
+TEST(Parser, LeavesOutputsUntouchedForAMissingRowAndANullKey)
 {
     const Parser parser("OTHER 1\r\n");
     for (const char* key : {"KEY", static_cast<const char*>(nullptr)}) {
@@ -256,7 +256,7 @@ TEST(ParserHelpers, AnswerAboutEmptinessAndSizes)
     EXPECT_EQ(vymParse::getArraySize(numbers), 3);
 }
 
-TEST(DottedVersion, NeedsSomethingOnBothSidesOfItsFirstPoint)
+TEST(DottedVersion, NeedsTextOnBothSidesOfItsFirstPoint)
 {
     const struct {
         const char* text;
@@ -276,7 +276,7 @@ TEST(DottedVersion, NeedsSomethingOnBothSidesOfItsFirstPoint)
     }
 }
 
-TEST(ByteOrderMark, IsToldByItsSecondAndThirdByte)
+TEST(ByteOrderMark, IsRecognisedByItsSecondAndThirdByte)
 {
     EXPECT_EQ(format("\xFF\xFEx"), (BomResult{2, 2}));
     EXPECT_EQ(format("\xEF\xBB\xBF"), (BomResult{1, 3}));
@@ -290,7 +290,7 @@ TEST(ByteOrderMark, IsToldByItsSecondAndThirdByte)
     EXPECT_EQ(format(nullptr), (BomResult{0, 0}));
 }
 
-TEST(DescriptionOnDisk, IsReadWhole)
+TEST(DescriptionOnDisk, IsReadCompletely)
 {
     const TempFolder folder;
     std::string text = "FIRST 1\r\n" + std::string(100000, '#') + "\r\nLAST 2";
@@ -314,7 +314,7 @@ TEST(DescriptionOnDisk, ThatCannotBeReadChangesNothing)
     EXPECT_EQ(parser.getTargetKeyRowData("KEY", 0), "KEY 1");
 }
 
-TEST(DescriptionOnDisk, IsNeverWaitedForBehindAPipe)
+TEST(DescriptionOnDisk, IsNeverWaitedForAtAPipe)
 {
     const TempFolder folder;
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
@@ -323,7 +323,7 @@ TEST(DescriptionOnDisk, IsNeverWaitedForBehindAPipe)
     alarm(0);
 }
 
-TEST(Parser, IsAskedWhileAnotherThreadLoadsIt)
+TEST(Parser, IsReadWhileAnotherThreadLoadsIt)
 {
     constexpr int kRounds = 500;
     const std::string texts[] = {"VERSION A=1 a.bin\r\nPORTNO 1\r\n", "VERSION BB=22 b.bin\r\n"};

@@ -51,7 +51,7 @@ TEST_F(vymProtocolCheck, FetchesAFileOfManyBlocksWithOneRequest)
         EXPECT_TRUE(sent[i].empty()) << i;
 }
 
-TEST_F(vymProtocolCheck, MakesWhatIsWrongWithTheFileACode)
+TEST_F(vymProtocolCheck, TurnsEveryFaultOfTheFileIntoACode)
 {
     const auto text = targetInfo();
     const auto size = static_cast<std::uint32_t>(text.size());
@@ -141,7 +141,7 @@ TEST_F(vymProtocolCheck, ComparesUnderAnyRuleOnceThereIsACompatibleVersion)
     EXPECT_EQ(decide("ALLOWVERSIONDOWN NO", "AB010200", nullptr), 1);
 }
 
-TEST_F(vymProtocolCheck, MatchesModelAndFirmwareWithoutCase)
+TEST_F(vymProtocolCheck, IgnoresTheCaseOfModelAndFirmware)
 {
     int code = 0;
     tell(targetInfo());
@@ -164,7 +164,7 @@ TEST_F(vymProtocolCheck, NeedsThePrintersModel)
     EXPECT_EQ(code, -9);
 }
 
-TEST_F(vymProtocolCheck, MissesItsArgumentsBeforeItAsksThePrinter)
+TEST_F(vymProtocolCheck, ReportsMissingArgumentsBeforeItQueriesThePrinter)
 {
     int code = 0;
     EXPECT_FALSE(m_protocol->CheckVersion(nullptr, "MAIN", "1", "", code));

@@ -286,7 +286,7 @@ TEST_F(vymProtocolSend, LeavesANameThatDoesNotFitEmptyEverywhere)
     EXPECT_STREQ(m_info.m_firmwareName, "");
 }
 
-TEST_F(vymProtocolSend, MissesItsArgumentsBeforeItAsksThePrinter)
+TEST_F(vymProtocolSend, ReportsMissingArgumentsBeforeItQueriesThePrinter)
 {
     package({"SPECIALCMDPATTERN NO"});
     open();

@@ -15,7 +15,7 @@ TEST_F(vymProtocolModes, EntersWhenThePrinterSaysSoAndStaysOpen)
     EXPECT_EQ(m_script.openConnections(), 1U);
 }
 
-TEST_F(vymProtocolModes, MakesARefusalACodeAndLeavesTheConnectionOpen)
+TEST_F(vymProtocolModes, TurnsARefusalIntoACodeAndLeavesTheConnectionOpen)
 {
     const struct {
         const char* why;
@@ -98,7 +98,7 @@ TEST_F(vymProtocolModes, LeavesWithAnyReplyAndCloses)
     }
 }
 
-TEST_F(vymProtocolModes, LeavesTheConnectionOpenWhenThePrinterCannotBeToldToLeave)
+TEST_F(vymProtocolModes, LeavesTheConnectionOpenWhenLeaveCannotBeSent)
 {
     package({"EXITTIME 0"});
     open();
@@ -108,7 +108,7 @@ TEST_F(vymProtocolModes, LeavesTheConnectionOpenWhenThePrinterCannotBeToldToLeav
     EXPECT_EQ(m_script.openConnections(), 1U);
 }
 
-TEST_F(vymProtocolModes, LeavesThoughTheTimeCannotBeSet_ButNotWithoutAReadableOne)
+TEST_F(vymProtocolModes, LeavesIfTheTimeCannotBeSetButNotIfItCannotBeRead)
 {
     package({"EXITTIME 4"});
     open();
@@ -132,7 +132,7 @@ TEST_F(vymProtocolModes, DoesNothingWithoutAConnection)
     EXPECT_TRUE(m_script.sent().empty());
 }
 
-TEST_F(vymProtocolModes, ClosesWhatIsStillOpenOnDestruction)
+TEST_F(vymProtocolModes, ClosesAnOpenConnectionOnDestruction)
 {
     package({"ENTERTIME 1"});
     open();
@@ -155,7 +155,7 @@ TEST_F(vymProtocolModes, PublishesHowFarThePrinterHasWritten)
     EXPECT_EQ(m_info.m_updateState, state_finished);
 }
 
-TEST_F(vymProtocolModes, AsksInTheShortFormWhereThePackageWantsIt)
+TEST_F(vymProtocolModes, SendsTheShortQueryIfThePackageWantsIt)
 {
     package({"SPECIALCMDPATTERN YES"});
     open();
@@ -164,7 +164,7 @@ TEST_F(vymProtocolModes, AsksInTheShortFormWhereThePackageWantsIt)
     EXPECT_EQ(m_script.sent().back().size(), 10U);
 }
 
-TEST_F(vymProtocolModes, MakesAStatusReplyACode)
+TEST_F(vymProtocolModes, TurnsAStatusReplyIntoACode)
 {
     const struct {
         const char* why;

@@ -148,7 +148,7 @@ TEST_F(vymThreadTest, PausesTwoSecondsBeforeEnteringAndAfterEachFirmware)
     EXPECT_EQ(m_time.pauses(), (std::vector<unsigned long>{2000, 2000, 2000, 2000}));
 }
 
-TEST_F(vymThreadTest, DoesNotPollAPrinterThatCannotBeAsked)
+TEST_F(vymThreadTest, DoesNotPollAPrinterWithoutAStatusQuery)
 {
     prepare({"VERSION MAIN=02.00 main.bin MAINFW"}, false);
     EXPECT_EQ(runToEnd().m_updatedCount, 1U);
@@ -286,7 +286,7 @@ TEST_F(vymThreadTest, SendsNothingWhenItIsStoppedBeforeTheFirstFirmware)
     EXPECT_EQ(state().m_updateState, state_entered);
 }
 
-TEST_F(vymThreadTest, AnswersEveryStop)
+TEST_F(vymThreadTest, ReturnsFromEveryStop)
 {
     EXPECT_TRUE(vymThread_StopThread(m_worker)); // never started
     prepare({});
@@ -313,7 +313,7 @@ TEST_F(vymThreadTest, IsStoppedByItsDestruction)
     EXPECT_EQ(m_script.openConnections(), 0U);
 }
 
-TEST_F(vymThreadTest, StarvesNobodyWhileItRepublishesItsEnd)
+TEST_F(vymThreadTest, StarvesNoThreadWhileItRepublishesItsEnd)
 {
     prepare({});
     start();

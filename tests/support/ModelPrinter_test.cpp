@@ -62,7 +62,7 @@ TEST(ModelPrinterTest, RefusesTheLastBlockWhereThereAreFewerPackets)
     EXPECT_EQ(answers(printer), "WWWWR");
 }
 
-TEST(ModelPrinterTest, TellsItsFileInBlocksWithTheirSums)
+TEST(ModelPrinterTest, SendsItsFileInBlocksWithTheirSums)
 {
     PrinterManners manners;
     manners.targetInfo = "abcdef";

@@ -92,7 +92,7 @@ double secondsSince(steady_clock::time_point start)
 
 } // namespace
 
-TEST_F(SystemPrinters, AreListedWithTheReasonOfEachThatIsNone)
+TEST_F(SystemPrinters, AreListedWithAReasonForEachThatCannotBeUpdated)
 {
     const PrivateCups cups({{"again", "lpd://10.0.0.5/", "A printer"},
                             {"b-office", "lpd://10.0.0.5/q", "A printer", "The office", "Floor 2"},

@@ -116,7 +116,7 @@ INSTANTIATE_TEST_SUITE_P(Each, PrinterInTrouble,
                                            Trouble{"reset@piece:20000", "Error_PoweredOffTitle"},
                                            Trouble{"silent@status", "Error_OtherTitle"}));
 
-TEST_F(WindowRun, EndsWithTheReasonWhereNobodyAnswers)
+TEST_F(WindowRun, EndsWithTheReasonIfNoPrinterAnswers)
 {
     const PackageFolder package({{"MAIN", "AB010200", 60000}});
     const auto told = run(package, ownAddress());

@@ -43,7 +43,7 @@ TEST_F(VympackAtomicFile, ASignalToEndStopsTheWritingAndLeavesNothingBehind)
     EXPECT_TRUE(m_folder.names().empty());
 }
 
-TEST_F(VympackAtomicFile, ACopyOfMoreThanThereIsFails)
+TEST_F(VympackAtomicFile, ACopyBeyondTheEndFails)
 {
     InputFile from;
     std::string reason;

@@ -37,7 +37,7 @@ TEST_F(VympackCheck, ADescriptionAloneIsCheckedWithoutItsImages)
     EXPECT_THAT(m_results.str(), HasSubstr("\n    write: PORTNO 48350\n"));
 }
 
-TEST_F(VympackCheck, APackageIsOneWhateverItsName)
+TEST_F(VympackCheck, APackageMayHaveAnyName)
 {
     EXPECT_EQ(check(m_folder.write("package.txt", container(goodFiles()))), kExitDone);
     EXPECT_EQ(check(m_folder.write("package.bin", goodDescription())), kExitDefects);
@@ -72,7 +72,7 @@ TEST_F(VympackCheck, AFolderWithoutEitherIsNoInput)
     EXPECT_THAT(m_errors.str(), HasSubstr("neither VYMINFO.txt nor VYMBINDDATA"));
 }
 
-TEST_F(VympackCheck, WarningsAreErrorsWhereStrictnessIsAskedFor)
+TEST_F(VympackCheck, WarningsAreErrorsInStrictMode)
 {
     const auto path =
         m_folder.write("VYMINFO.txt", replaced(goodDescription(), "ENTERTIME", "ENTRETIME"));
@@ -93,7 +93,7 @@ TEST_F(VympackCheck, JsonHasASchemaVersionAndSaysWhyAndWhatToWrite)
     EXPECT_THAT(defect["why"].get<std::string>(), HasSubstr("vymkit-cli"));
 }
 
-TEST_F(VympackCheck, WhyIsSaidOnceForEachKind)
+TEST_F(VympackCheck, TheReasonIsGivenOnceForEachKind)
 {
     check(m_folder.write("VYMINFO.txt", goodDescription() + "NOKEY\r\nNOKEY\r\n"));
     const auto text = m_results.str();

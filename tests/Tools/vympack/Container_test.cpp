@@ -159,7 +159,7 @@ TEST_F(VympackContainer, NamesThatLeaveTheFolderAreUnsafe)
     }
 }
 
-TEST_F(VympackContainer, OneStretchThatSwallowsSeveralIsNamedWithEach)
+TEST_F(VympackContainer, ARangeThatCoversSeveralIsNamedWithEach)
 {
     const std::string data(60, 'd');
     const auto bytes = data + entry("all", 0, 60) + entry("first", 10, 5) + entry("second", 20, 5)

@@ -67,7 +67,7 @@ TEST(VympackDescription, TheLastRowNeedsNoEnd)
     EXPECT_THAT(namesOf(check(text)), IsEmpty());
 }
 
-TEST(VympackDescription, BytesThatReadersStumbleOverAreNamed)
+TEST(VympackDescription, BytesThatReadersCannotHandleAreNamed)
 {
     expectRows({
         {"a bare line feed",

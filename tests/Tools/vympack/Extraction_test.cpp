@@ -77,7 +77,7 @@ TEST_F(VympackExtraction, AnExistingFileIsReplacedByForceOnly)
     EXPECT_EQ(m_out.read("unpacked/main.bin"), "firmware");
 }
 
-TEST_F(VympackExtraction, OnlyTheNamedFilesAreUnpackedAndUnknownNamesAreSaid)
+TEST_F(VympackExtraction, OnlyTheNamedFilesAreUnpackedAndUnknownNamesAreReported)
 {
     EXPECT_EQ(extractFrom(container(goodFiles()), {"main.bin", "none.bin"}), kExitDefects);
     EXPECT_TRUE(isFile(m_out.path("unpacked/main.bin")));

@@ -164,7 +164,7 @@ TEST_F(VympackMake, AnOutputThatIsNoFileIsNotReplaced)
     EXPECT_THAT(m_out.names(), ElementsAre("package"));
 }
 
-TEST_F(VympackMake, AnOutputFolderThatIsMissingIsSaid)
+TEST_F(VympackMake, AMissingOutputFolderIsReported)
 {
     writeGoodInputs();
     const std::vector<std::string> inputs{m_in.path("VYMINFO.txt"), m_in.path("main.bin")};
@@ -183,7 +183,7 @@ TEST_F(VympackMake, AnExistingPackageIsReplacedByForceOnly)
     EXPECT_EQ(m_out.read("package"), container(goodFiles()));
 }
 
-TEST_F(VympackMake, ALinkThatLeadsNowhereIsKeptWithoutForce)
+TEST_F(VympackMake, ADanglingLinkIsKeptWithoutForce)
 {
     writeGoodInputs();
     std::filesystem::create_symlink("nowhere", m_out.path("package"));
@@ -216,7 +216,7 @@ TEST_F(VympackMake, SortedPackagesAreTheSameWhateverTheOrderOfTheirFiles)
     EXPECT_NE(m_out.read("package"), first);
 }
 
-TEST_F(VympackMake, RowEndsOfAnyKindBecomeCrLfWhereAskedFor)
+TEST_F(VympackMake, RowEndsOfAnyKindBecomeCrLfOnRequest)
 {
     const struct {
         const char *why, *rowEnd;

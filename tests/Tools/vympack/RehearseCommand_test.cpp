@@ -23,7 +23,7 @@ TEST(VympackRehearse, AWholeUpdateArrivesByteForByte)
     EXPECT_THAT(outcome.output, HasSubstr("updated (0): "));
 }
 
-TEST(VympackRehearse, ThePrinterHasWhatIsSaid)
+TEST(VympackRehearse, ThePrinterHasTheGivenFirmware)
 {
     const auto outcome = run(kDemo + " --installed ENGINE=VE010100");
     EXPECT_EQ(outcome.code, 0) << outcome.output;
@@ -31,7 +31,7 @@ TEST(VympackRehearse, ThePrinterHasWhatIsSaid)
     EXPECT_THAT(outcome.output, HasSubstr("receives ENGINE.BIN"));
 }
 
-TEST(VympackRehearse, AnUpdateThatDoesNotEndWellIsNotDone)
+TEST(VympackRehearse, AFailedUpdateIsNotDone)
 {
     const TempFolder folder;
     const auto broken = folder.write("broken", "no package");

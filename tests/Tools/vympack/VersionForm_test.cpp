@@ -6,7 +6,7 @@
 
 using namespace vympack;
 
-TEST(VympackVersionForm, EveryFormIsToldByItsFirstPoint)
+TEST(VympackVersionForm, EveryFormIsRecognisedByItsFirstPoint)
 {
     const struct {
         const char* why;

@@ -158,7 +158,7 @@ TEST(VympackProgram, APackageOnStandardOutputIsThePackageAndNothingElse)
     EXPECT_THAT(run("make -o - " + inputs + " 2>&1 >/dev/null").output, HasSubstr("SHA-256"));
 }
 
-TEST(VympackProgram, ALimitOfFileSizeLeavesNoHalfFile)
+TEST(VympackProgram, AFileSizeLimitLeavesNoPartialFile)
 {
     const TempFolder folder;
     folder.write("VYMINFO.txt", goodDescription());
@@ -171,7 +171,7 @@ TEST(VympackProgram, ALimitOfFileSizeLeavesNoHalfFile)
     EXPECT_EQ(folder.names(), (std::set<std::string>{"VYMINFO.txt", "main.bin"}));
 }
 
-TEST(VympackProgram, AFullDiskLeavesNoHalfFile)
+TEST(VympackProgram, AFullDiskLeavesNoPartialFile)
 {
     const TempFolder folder;
     // A file system of 64 KiB, in the test's own mount namespace.
@@ -188,7 +188,7 @@ TEST(VympackProgram, AFullDiskLeavesNoHalfFile)
     EXPECT_EQ(outcome.output.find(".tmp"), std::string::npos) << outcome.output;
 }
 
-TEST(VympackProgram, ASignalLeavesNoHalfFile)
+TEST(VympackProgram, ASignalLeavesNoPartialFile)
 {
     const TempFolder folder;
     folder.write("VYMINFO.txt", goodDescription());

@@ -213,7 +213,7 @@ TEST_F(DevicePages, TakeTheChosenRow)
     EXPECT_EQ(wizard.text("_portNameTxt"), "usb://m/p?serial=3");
 }
 
-TEST_F(DevicePages, TakeAnAddressWhilePrintersAreStillAsked)
+TEST_F(DevicePages, TakeAnAddressWhilePrintersAreStillQueried)
 {
     threePrinters().holdSearch("Slow one");
     wizard.open();
@@ -227,7 +227,7 @@ TEST_F(DevicePages, TakeAnAddressWhilePrintersAreStillAsked)
     EXPECT_EQ(wizard.text("_portNameTxt"), "192.0.2.7");
 }
 
-TEST_F(DevicePages, LeaveWhoeverTypesAloneWhenTheListArrives)
+TEST_F(DevicePages, DoNotDisturbTypingWhenTheListArrives)
 {
     for (const bool hasPrinters : {true, false}) {
         SCOPED_TRACE(hasPrinters);

@@ -23,7 +23,7 @@ bool endsSoon(const Wizard& wizard)
 
 } // namespace
 
-TEST(EndRequests, TellsWhatAsksForTheEnd)
+TEST(EndRequests, NamesTheSourceOfTheRequest)
 {
     const EndingSignals endings;
     std::vector<std::string> asked;
@@ -71,7 +71,7 @@ TEST(EndRequests, TheSessionsEndEndsItOnAPageToo)
     EXPECT_TRUE(wizard.alerts.asked().empty());
 }
 
-TEST(EndRequests, TakesAQuestionAwayWithoutAnAnswer)
+TEST(EndRequests, ClosesAQuestionWithoutAnAnswer)
 {
     const EndingSignals endings;
     MessageBoxAlerts boxes;
@@ -104,7 +104,7 @@ TEST(EndRequests, DoesNotTakeAnAnswerOnceTheProgramHasEnded)
     EXPECT_FALSE(wizard.window("_updateWindow").isVisible());
 }
 
-TEST(EndRequests, EndsTheProgramWhileItTellsOfAnUnsupportedSystem)
+TEST(EndRequests, EndsTheProgramDuringTheAlertAboutAnUnsupportedSystem)
 {
     const EndingSignals endings;
     MessageBoxAlerts boxes;

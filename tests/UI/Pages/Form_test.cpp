@@ -39,12 +39,12 @@ QStringList fieldsOf(const QString& form)
 
 } // namespace
 
-TEST(Form, AreAllSetFromTheFile)
+TEST(Form, SetsEveryControlFromTheFile)
 {
     EXPECT_EQ(problemWith(goodForm()), "");
 }
 
-TEST(Form, GiveNoControllerWithoutTheFile)
+TEST(Form, GivesNoControllerWithoutTheFile)
 {
     Wizard wizard;
     wizard.setup.formFile = QStringLiteral("/nowhere/MainWindow.ui");
@@ -56,7 +56,7 @@ TEST(Form, GiveNoControllerWithoutTheFile)
     EXPECT_EQ(wizard.controller, nullptr);
 }
 
-TEST(Form, GiveNoControllerForAFileThatIsNoForm)
+TEST(Form, GivesNoControllerForAFileThatIsNoForm)
 {
     const auto form = goodForm();
     for (const auto& broken :
@@ -66,7 +66,7 @@ TEST(Form, GiveNoControllerForAFileThatIsNoForm)
     }
 }
 
-TEST(Form, NameEachControlThatTheFileLacks)
+TEST(Form, NamesEachControlThatTheFileLacks)
 {
     const auto form = goodForm();
     const auto fields = fieldsOf(form);
@@ -84,7 +84,7 @@ TEST(Form, NameEachControlThatTheFileLacks)
     }
 }
 
-TEST(Form, TakeNoControlOfAnotherKind)
+TEST(Form, TakesNoControlOfAnotherKind)
 {
     auto broken = goodForm();
     broken.replace(QStringLiteral("class=\"QPushButton\" name=\"_prepStartBtn\""),
@@ -92,7 +92,7 @@ TEST(Form, TakeNoControlOfAnotherKind)
     EXPECT_EQ(problemWith(broken), "these controls are missing: _prepStartBtn");
 }
 
-TEST(Form, NeedEveryPageInBothViews)
+TEST(Form, NeedsEveryPageInBothViews)
 {
     const auto form = goodForm();
     for (const auto* page : {"OpeningPage", "PreferencePage", "SelectDevice1", "SelectDevice2",
@@ -109,7 +109,7 @@ TEST(Form, NeedEveryPageInBothViews)
     }
 }
 
-TEST(Form, LeaveTheToolkitsPluginPathsAsTheyWere)
+TEST(Form, LeavesTheToolkitsPluginPathsUnchanged)
 {
     const auto before = QCoreApplication::libraryPaths();
     EXPECT_EQ(problemWith(goodForm()), "");

@@ -14,7 +14,7 @@ TEST(PreparationPage, ShowsTheHintOnTheDownloadModeOnlyWhereItIsNeeded)
     }
 }
 
-TEST(PreparationPage, ShowsTheSignOfANoteOnceItIsSeen)
+TEST(PreparationPage, ShowsTheNoteSignOnceItIsVisible)
 {
     Wizard wizard;
     wizard.open();

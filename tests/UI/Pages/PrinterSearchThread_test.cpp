@@ -40,7 +40,7 @@ private:
 
 } // namespace
 
-TEST_F(PrinterSearches, TellsWhoIsAskedAndWhatWasFoundOnTheInterfacesThread)
+TEST_F(PrinterSearches, ReportsQueriesAndResultsOnTheInterfacesThread)
 {
     PrinterSearchThread search([](bool, const std::atomic<bool>&, PrinterSearchObserver& observer) {
         EXPECT_NE(QThread::currentThread(), QCoreApplication::instance()->thread());
@@ -88,7 +88,7 @@ TEST_F(PrinterSearches, PassesOnWhetherOnlyQueuesCount)
     }
 }
 
-TEST_F(PrinterSearches, TellsNothingAfterItWasCancelled)
+TEST_F(PrinterSearches, ReportsNothingAfterItWasCancelled)
 {
     std::atomic<bool> hasEnded = false;
     PrinterSearchThread search(
@@ -108,7 +108,7 @@ TEST_F(PrinterSearches, TellsNothingAfterItWasCancelled)
     EXPECT_TRUE(told.isEmpty());
 }
 
-TEST_F(PrinterSearches, TellsOnlyTheNewestOfSeveral)
+TEST_F(PrinterSearches, ReportsOnlyTheNewestOfSeveral)
 {
     std::atomic<int> searches = 0;
     PrinterSearchThread search(
@@ -140,7 +140,7 @@ TEST_F(PrinterSearches, FindsNothingWithoutMemory)
     EXPECT_TRUE(waitFor("found 0"));
 }
 
-TEST_F(PrinterSearches, IsWaitedForWhenItsOwnerGoes)
+TEST_F(PrinterSearches, IsWaitedForWhenItsOwnerIsDestroyed)
 {
     std::atomic<bool> hasEnded = false;
     {

@@ -80,7 +80,7 @@ TEST_F(PrinterTables, RememberTheRowOverAListThatWasNotFinished)
     EXPECT_EQ(wizard.row(), 2);
 }
 
-TEST_F(PrinterTables, SayWhichPrinterIsAskedAndCanBeLeftMeanwhile)
+TEST_F(PrinterTables, NameTheQueriedPrinterAndCanBeLeftMeanwhile)
 {
     threePrinters().holdSearch("Slow one");
     wizard.open();

@@ -49,7 +49,7 @@ TEST_F(ResultMessages, EachResultEndsTheProgramWithItsMessage)
     }
 }
 
-TEST_F(ResultMessages, APrinterThatLeavesUpdateModeByItselfHasEndsOfItsOwn)
+TEST_F(ResultMessages, APrinterThatLeavesUpdateModeByItselfHasItsOwnMessages)
 {
     for (const auto& [code, key] :
          {std::pair(1, "NormalEnd_AutoMes"), std::pair(-11, "NoUpdateEnd_AutoMes")}) {

@@ -103,7 +103,7 @@ TEST_F(RunOnScreens, EachStateHasItsLineAndItsProgress)
     }
 }
 
-TEST_F(RunOnScreens, WithSeveralFirmwareTheLineTellsWhichOneItIs)
+TEST_F(RunOnScreens, WithSeveralFirmwareTheLineHasTheNumber)
 {
     begin(); // with two
     NumberedTexts texts;
@@ -199,7 +199,7 @@ TEST_F(RunOnScreens, TheEndStopsTheTimerThenTheWorkerThenAsks)
     EXPECT_EQ(message().details, "");
 }
 
-TEST_F(RunOnScreens, WhatWentWrongHasDetailsForWhoeverIsAskedForHelp)
+TEST_F(RunOnScreens, FailuresHaveDetailsForTechnicalHelp)
 {
     begin();
     NumberedTexts texts;
@@ -275,7 +275,7 @@ TEST_F(RunOnScreens, TheEndOfTheSessionIsRefusedToo)
     EXPECT_FALSE(wizard.controller->hasEnded());
 }
 
-TEST_F(RunOnScreens, AControllerThatGoesInMidRunStopsItsWorker)
+TEST_F(RunOnScreens, ADestroyedControllerStopsItsWorker)
 {
     begin();
     wizard.controller.reset();

@@ -12,7 +12,7 @@ TEST(WizardFrame, ShowsTheWindowInFrontAndInTheMiddle)
     EXPECT_LE((wizard.window().geometry().center() - middle).manhattanLength(), 4);
 }
 
-TEST(WizardFrame, ScrollsToWhatGetsTheFocus)
+TEST(WizardFrame, ScrollsToTheControlThatGetsTheFocus)
 {
     Wizard wizard;
     wizard.open().toPrinters();

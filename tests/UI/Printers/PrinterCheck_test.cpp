@@ -39,7 +39,7 @@ TEST(PrinterRule, ExactModelsComeBeforeThePrefix)
     EXPECT_FALSE(isOfModel({}, "P1"));
 }
 
-TEST(SerialKey, IsTheTailBehindTheFirstCharacter)
+TEST(SerialKey, IsTheTailAfterTheFirstCharacter)
 {
     const struct {
         const char* port;
@@ -77,7 +77,7 @@ TEST(UsbPort, IsAnyTextThatConnectionsTakeForOne)
     EXPECT_FALSE(isUsbPort("lpd://10.0.0.5/"));
 }
 
-TEST(AskedDevice, TellsItsModelAndGetsEverythingBack)
+TEST(AskedDevice, ReportsItsModelAndGetsEverythingBack)
 {
     ScriptedModels usb;
     usb.models["usb://A/P?serial=1"] = "P1";
@@ -87,7 +87,7 @@ TEST(AskedDevice, TellsItsModelAndGetsEverythingBack)
     EXPECT_EQ(usb.kept, 0);
 }
 
-TEST(AskedDevice, ThatDoesNotTellIsClosedAllTheSame)
+TEST(AskedDevice, WithoutAnAnswerIsClosedNevertheless)
 {
     ScriptedModels usb;
     usb.silent = {"usb://A/P?serial=1"};

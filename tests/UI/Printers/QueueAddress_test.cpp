@@ -46,7 +46,7 @@ TEST_F(DriverFolders, GiveTheAddressOfAQueue)
     EXPECT_EQ(address(""), std::nullopt);
 }
 
-TEST_F(DriverFolders, AreAskedInTheOrderOfTheirNames)
+TEST_F(DriverFolders, AreSearchedInTheOrderOfTheirNames)
 {
     for (const char* name : {"c", "a", "b"})
         driver(kPrinters + std::string(name), "net:10.0.0." + std::to_string(name[0]));

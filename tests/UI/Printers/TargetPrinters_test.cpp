@@ -165,7 +165,7 @@ TEST_F(TargetPrinterList, TakesTheAddressOfADriversQueueFromItsConfiguration)
     EXPECT_EQ(made.findings[3].reason, PrinterReason::otherConnection);
 }
 
-TEST_F(TargetPrinterList, AsksNoNetworkQueue)
+TEST_F(TargetPrinterList, QueriesNoNetworkQueue)
 {
     server.queue("a", "lpd://10.0.0.5/");
     EXPECT_THAT(names(), ElementsAre("a"));
@@ -173,7 +173,7 @@ TEST_F(TargetPrinterList, AsksNoNetworkQueue)
 }
 
 // A port string that connections take for USB is queried there, where no network printer answers.
-TEST_F(TargetPrinterList, AsksANetworkQueueWithUsbInItsAddressOnTheBus)
+TEST_F(TargetPrinterList, LooksForANetworkQueueWithUsbInItsAddressOnTheBus)
 {
     server.queue("a", "lpd://usb-printer/");
     EXPECT_THAT(findings(), ElementsAre("a: no-answer"));
@@ -225,7 +225,7 @@ TEST_F(TargetPrinterList, AddsAUsbPrinterWhoseQueueIsLeftOut)
     EXPECT_THAT(candidates(), ElementsAre("A USB printer " + port("S1")));
 }
 
-TEST_F(TargetPrinterList, LeavesUsbPrintersWithoutAQueueOutForTheDriverOnly)
+TEST_F(TargetPrinterList, LeavesOutUsbPrintersWithoutAQueueForTheDriverOnly)
 {
     host.printer().serial = "1";
     host.printer().serial = "2";
@@ -235,14 +235,14 @@ TEST_F(TargetPrinterList, LeavesUsbPrintersWithoutAQueueOutForTheDriverOnly)
     EXPECT_THAT(listener.waits, ElementsAre("print server", "cable"));
 }
 
-TEST_F(TargetPrinterList, LeavesAUsbPrinterWithoutASerialOut)
+TEST_F(TargetPrinterList, LeavesOutAUsbPrinterWithoutASerial)
 {
     host.printer().serial.reset();
     EXPECT_THAT(findings(), ElementsAre("A USB printer: no-serial"));
     EXPECT_THAT(candidates(), IsEmpty());
 }
 
-TEST_F(TargetPrinterList, TellsADeviceOfAnotherModelFromOneThatIsSilent)
+TEST_F(TargetPrinterList, DistinguishesADeviceOfAnotherModelFromASilentOne)
 {
     host.printer().deviceId = "MFG:Acme;CMD:X;MDL:X9;";
     host.printer().serial = "2";
@@ -258,7 +258,7 @@ TEST_F(TargetPrinterList, TellsADeviceOfAnotherModelFromOneThatIsSilent)
     EXPECT_EQ(made.findings[2].answeredModel, "");
 }
 
-TEST_F(TargetPrinterList, TellsOncePerDeviceThatNobodyMayOpenIt)
+TEST_F(TargetPrinterList, ReportsAForbiddenDeviceOnce)
 {
     auto& forbidden = host.printer();
     forbidden.forbidden = true;
@@ -344,7 +344,7 @@ TEST_F(TargetPrinterList, StopsBetweenTwoDevicesWhenItIsCancelled)
     EXPECT_EQ(usb.kept, 0);
 }
 
-TEST_F(TargetPrinterList, AsksNobodyOnceItIsCancelled)
+TEST_F(TargetPrinterList, QueriesNoPrinterOnceItIsCancelled)
 {
     cancel = true;
     host.printer();
@@ -401,7 +401,7 @@ TEST(RememberedRow, FollowsItsPortStringToItsNewPlace)
     EXPECT_EQ(rememberedRow(1, {}, before), 1);
 }
 
-TEST(PrinterReasonName, IsWrittenInStone)
+TEST(PrinterReasonName, NeverChanges)
 {
     Texts names;
     for (int i = 0; i <= static_cast<int>(PrinterReason::otherModel); ++i)

@@ -134,7 +134,7 @@ TEST(RunLog, SaysWhereAResultHasNoCode)
     EXPECT_THAT(readFile(log.path()), StartsWith("result: stopped\nended: "));
 }
 
-TEST(RunLog, MakesTextsFromOutsideFitToBeShown)
+TEST(RunLog, MakesTextsFromOutsideSafeToShow)
 {
     const TempFolder folder;
     RunLog log(folder.path());

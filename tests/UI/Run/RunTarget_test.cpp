@@ -44,7 +44,7 @@ TEST(RunTarget, OfAQueueHasItsIdentifierAndARewrittenAddress)
     EXPECT_EQ(printer->printerURI(), "lpd://10.0.0.5/");
 }
 
-TEST(RunTarget, WithoutAQueueKeepsTheAddressAsItIs)
+TEST(RunTarget, WithoutAQueueKeepsTheAddressUnchanged)
 {
     for (const char* address : {"10.0.0.5", "net:10.0.0.5", "usb://A/P?serial=1"}) {
         const auto printer = PrinterInfo::initWithPrinterName("A name", "A model", address);
@@ -85,7 +85,7 @@ TEST(RunTarget, TakesWhatFitsToTheLastByteAndCutsNothing)
     }
 }
 
-TEST(RunTarget, TakesAnAddressAsItIs)
+TEST(RunTarget, TakesAnAddressUnchanged)
 {
     for (const char* address : {"10.0.0.5", "net:10.0.0.5"}) {
         RunTarget target;

@@ -95,7 +95,7 @@ TEST(UpdateRun, NoFirmwareOnTheListReadsAsOne)
     EXPECT_EQ(runStep(record(state_checked, 0, 0), 0).textKey, "State_CheckVersion");
 }
 
-TEST(UpdateRun, ATotalOfNothingShowsNothingWhileSending)
+TEST(UpdateRun, ATotalOf0ShowsNoProgressWhileSending)
 {
     for (const auto polled : {kPolled, kNotPolled}) {
         EXPECT_EQ(runStep(record(state_sending, 0, 0, polled), 1), nothing());
@@ -103,7 +103,7 @@ TEST(UpdateRun, ATotalOfNothingShowsNothingWhileSending)
     }
 }
 
-TEST(UpdateRun, ATotalOfNothingIsTakenAsItIsWhileWriting)
+TEST(UpdateRun, ATotalOf0IsUsedUnchangedWhileWriting)
 {
     const auto noNumber = runStep(record(state_writing, 0, 0), 1);
     EXPECT_EQ(noNumber.textKey, "State_WriteUpdate");

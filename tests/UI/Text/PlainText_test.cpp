@@ -4,7 +4,7 @@
 
 using namespace std::string_view_literals;
 
-TEST(PlainText, ShowsWhatATerminalWouldObeyAndKeepsWhatItWouldShow)
+TEST(PlainText, EscapesWhatATerminalWouldObeyAndKeepsTheRest)
 {
     const struct {
         const char* why;

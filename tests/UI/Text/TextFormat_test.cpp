@@ -46,7 +46,7 @@ TEST(TextFormat, ShowsTheArgumentWhereTheTextAsksForIt)
     }
 }
 
-TEST(TextFormat, LeavesDirectivesStandingWhereNoArgumentIsGiven)
+TEST(TextFormat, KeepsDirectivesWithoutAnArgument)
 {
     EXPECT_EQ(formatText("Checking firmware %u"), "Checking firmware %u");
     EXPECT_EQ(formatText("%s%n%@ 50 %, 100%%"), "%s%n%@ 50 %, 100%");
@@ -63,7 +63,7 @@ TEST(TextFormat, ShowsTheLargestNumber)
     EXPECT_EQ(formatText("%d", std::numeric_limits<std::uint32_t>::max()), "4294967295");
 }
 
-TEST(TextFormat, ReadsNoByteBehindTheText)
+TEST(TextFormat, ReadsNoByteBeyondTheText)
 {
     const auto text = std::make_unique<char[]>(1); // the sanitizer notices reading past the end
     text[0] = '%';

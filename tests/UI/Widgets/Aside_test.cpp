@@ -20,7 +20,7 @@ TEST(Aside, ReturnsWhenTheWorkIsDoneAndNotBefore)
     EXPECT_TRUE(isDone);
 }
 
-TEST(Aside, TheWindowsLiveOnMeanwhile)
+TEST(Aside, TheWindowsStayResponsiveMeanwhile)
 {
     int events = 0;
     QTimer timer;

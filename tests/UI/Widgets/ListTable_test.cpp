@@ -62,7 +62,7 @@ TEST_F(ListTables, ObeysTheRulesOfAModel)
     table->reloadData();
 }
 
-TEST_F(ListTables, MakesTextsFitToBeShown)
+TEST_F(ListTables, MakesTextsSafeToShow)
 {
     table->setDataSource({[] { return 1; },
                           [](std::string_view, int) { return std::string("<b>\x1B</b>"); },
@@ -72,7 +72,7 @@ TEST_F(ListTables, MakesTextsFitToBeShown)
     EXPECT_EQ(at(0, 0, Qt::ToolTipRole), "&lt;b&gt;\\x1b&lt;/b&gt;");
 }
 
-TEST_F(ListTables, LetsNobodySelectWhatTheListDoesNot)
+TEST_F(ListTables, AllowsOnlySelectionsThatTheListAllows)
 {
     showRows(3);
     selectRowOf(view, 0);

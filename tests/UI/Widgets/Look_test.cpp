@@ -34,7 +34,7 @@ QPalette palette(const QColor& text, const QColor& window)
 
 } // namespace
 
-TEST(Look, KeepsLesserTextReadableOnLightAndOnDark)
+TEST(Look, KeepsSecondaryTextReadableOnLightAndOnDark)
 {
     for (const auto& each :
          {palette(Qt::black, QColor(239, 239, 239)), palette(Qt::black, Qt::white),
@@ -64,7 +64,7 @@ TEST(Look, LetsALabelWithoutAPictureTakeNoRoom)
     EXPECT_EQ(label.pixmap().deviceIndependentSize(), QSizeF(edge, edge));
 }
 
-TEST(Look, DrawsSignsInTheInkOfTheTextAndOfTheSelection)
+TEST(Look, DrawsSignsInTheColourOfTheTextAndOfTheSelection)
 {
     QWidget where;
     where.setPalette(palette(Qt::white, Qt::black));

@@ -70,7 +70,7 @@ TEST(MessageBoxAlerts, EachButtonHasItsAnswerAndLeavingHasAnother)
     }
 }
 
-TEST(MessageBoxAlerts, ReturnPressesTheSafeButtonWhereYesCannotBeTakenBack)
+TEST(MessageBoxAlerts, ReturnPressesTheSafeButtonIfYesCannotBeUndone)
 {
     auto risky = kQuestion;
     risky.returnKey = AlertReturn::pressesAlternate;

@@ -27,7 +27,7 @@ TEST(ParagraphLabel, IsTallerWhereItIsNarrower)
     EXPECT_LT(text.minimumSizeHint().width(), text.sizeHint().width());
 }
 
-TEST(ParagraphLabel, HangsWhatFollowsABulletBesideIt)
+TEST(ParagraphLabel, HangsTheTextOfABulletBesideIt)
 {
     ParagraphLabel hanging;
     hanging.setText("• " + QString(40, u'm').replace("mm", "m "));

@@ -9,7 +9,7 @@ const QStringList kNames = {"Package", "Preparation", "Printer"};
 
 } // namespace
 
-TEST(StepBar, SayTheCurrentStepToAScreenReader)
+TEST(StepBar, SaysTheCurrentStepToAScreenReader)
 {
     StepBar steps;
     steps.setSteps(kNames);
@@ -18,13 +18,13 @@ TEST(StepBar, SayTheCurrentStepToAScreenReader)
     EXPECT_EQ(steps.text(), "3. Printer");
 }
 
-TEST(StepBar, TakeNoFocus)
+TEST(StepBar, TakesNoFocus)
 {
     const StepBar steps;
     EXPECT_EQ(steps.focusPolicy(), Qt::NoFocus);
 }
 
-TEST(StepBar, FitIntoANarrowWindow)
+TEST(StepBar, FitsIntoANarrowWindow)
 {
     StepBar steps;
     steps.setSteps(kNames);
@@ -33,7 +33,7 @@ TEST(StepBar, FitIntoANarrowWindow)
     EXPECT_FALSE(steps.grab().isNull());
 }
 
-TEST(StepBar, LookDifferentFromStepToStepAndFromTheRight)
+TEST(StepBar, LooksDifferentAtEachStepAndFromTheRight)
 {
     StepBar steps;
     steps.setSteps(kNames);
@@ -46,7 +46,7 @@ TEST(StepBar, LookDifferentFromStepToStepAndFromTheRight)
     EXPECT_NE(steps.grab().toImage(), second);
 }
 
-TEST(StepBar, BearNoStepsAtAll)
+TEST(StepBar, WorksWithoutSteps)
 {
     StepBar steps;
     steps.setCurrentStep(4);

@@ -4,7 +4,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-TEST(WizardWindow, AsksWhenItIsToBeLeftAndStays)
+TEST(WizardWindow, AsksBeforeItClosesAndStays)
 {
     WizardWindow dialog;
     int asked = 0;

@@ -84,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(AtEveryStage, BusFault, ::testing::ValuesIn(kFaults), n
 
 // A late answer to a piece stays in the pipe until the next packet's reader finds it. The second
 // firmware begins with such an answer; its last block is refused.
-TEST(LateAnswer, DoesNotHideARefusalFromWhoeverAsksForTheStatus)
+TEST(LateAnswer, DoesNotHideARefusalFromAStatusQuery)
 {
     const PackageFolder package({{"MAIN", "AB010200", 20000}, {"BOOT", "AB010200", 4000}});
     BusPrinter printer({"--firmware", "MAIN=AB010100", "--firmware", "BOOT=AB010100",

@@ -69,7 +69,7 @@ TEST(Printers, AreNamedWithPercentEscapesAndFoundByThatName)
     EXPECT_TRUE(printer.stored("MAIN.FW") == package.bytesOf(0));
 }
 
-TEST(Printers, OfOneModelAreToldApartBySerialNumber)
+TEST(Printers, OfOneModelAreDistinguishedBySerialNumber)
 {
     const PackageFolder package(kFirmware);
     const BusPrinter printers({"--count", "2", "--firmware", "MAIN=AB010100"});
