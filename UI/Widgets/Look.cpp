@@ -17,7 +17,7 @@
 namespace {
 
 constexpr double kMutedShare = 0.3; // of the background in lesser text: contrast stays above 4.5
-constexpr double kLineShare = 0.75; // of the background in lines
+constexpr double kSeparatorShare = 0.75; // of the background in lines
 constexpr int kColumnCharacters = 84; // longer lines are hard to read
 constexpr int kPageMargins = 2; // in margins of the style
 constexpr int kSectionGap = 3; // in spacings of the style
@@ -189,7 +189,8 @@ QColor mutedColour(const QPalette& palette)
 
 QColor lineColour(const QPalette& palette)
 {
-    return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), kLineShare);
+    return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window),
+                 kSeparatorShare);
 }
 
 QIcon namedIcon(const QString& themeName, const QString& ownName)
