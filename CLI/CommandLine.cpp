@@ -3,7 +3,9 @@
 #include "CLI/Conclusion.h"
 #include "CLI/Destination.h"
 #include "CLI/HelpText.h"
+#include "UI/Package/SystemCheck.h"
 #include "UI/Text/PlainText.h"
+#include "UI/vym_etc.h"
 #include "VYM/ProtocolResult.h"
 #include "VYM/vymMac.h"
 
@@ -75,12 +77,33 @@ bool cannotAsk(const Options& options, const Console& console)
         && (options.json || !isTerminal(console.in));
 }
 
+SystemBounds boundsOf(const PackageFacts& package)
+{
+    if (!package.lowestSystem.has_value())
+        return {};
+    return {static_cast<std::int32_t>(package.highestSystem.value_or(-1)),
+            static_cast<std::int32_t>(*package.lowestSystem)};
+}
+
+// The window refuses a system that the package is not for. A printer does not mind which system
+// its firmware comes from, so here a person, or a script, is warned and decides.
+std::string lookAtSystem(const PackageFacts& package, Workplace& place)
+{
+    const auto system = static_cast<std::int32_t>(get_system_version());
+    const auto bounds = boundsOf(package);
+    place.systemRemark = systemRemark(system, bounds);
+    if (judgeSystem(system, bounds) != SystemVerdict::unsupported)
+        return {};
+    place.report.warn(place.systemRemark);
+    return place.systemRemark;
+}
+
 Outcome runOnPackage(Workplace& place)
 {
     const auto& options = place.options;
     auto stop = StopCause::none;
     PackageRequest request;
-    request.folder = options.packageFolder;
+    request.path = options.package;
     request.shouldStop = [&] {
         const auto wake = place.session.check();
         if (wake == Wake::signal || wake == Wake::deadline)
@@ -98,11 +121,15 @@ Outcome runOnPackage(Workplace& place)
         return runPrinters(place);
     if (auto unfit = unfitForUpdate(*package); !unfit.empty())
         return packageOutcome(options, std::move(unfit));
+    if (options.port.has_value())
+        package->portNumber = *options.port;
+    const auto warning = lookAtSystem(*package, place);
     auto [destination, outcome] = findDestination(place);
-    if (!destination.has_value())
-        return outcome;
-    return options.command == Command::check ? runCheck(*package, place, *destination)
-                                             : runUpdate(*package, place, *destination);
+    if (destination.has_value())
+        outcome = options.command == Command::check ? runCheck(*package, place, *destination)
+                                                    : runUpdate(*package, place, *destination);
+    outcome.warning = warning;
+    return outcome;
 }
 
 Outcome run(Workplace& place)
@@ -119,6 +146,8 @@ Outcome run(Workplace& place)
                             "Nobody can be asked here whether the update may start: add --yes.");
     if (options.deadline.has_value())
         place.session.setDeadline(*options.deadline);
+    if (options.command == Command::history)
+        return runHistory(options);
     return runOnPackage(place);
 }
 

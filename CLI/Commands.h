@@ -17,6 +17,7 @@ struct Workplace {
     Display& display;
     Report& report;
     PrintServer* printServer; // null: this system has no print queues
+    std::string systemRemark = {}; // what the package's bounds say of this system; may be empty
     // A thread that only reads is still waiting for an answer: the process ends without it.
     bool isThreadLeft = false;
 };
@@ -29,6 +30,7 @@ struct Destination {
 };
 
 Outcome runInfo(const PackageFacts& package);
+Outcome runHistory(const Options& options); // needs no package
 Outcome runPrinters(Workplace& place);
 Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& destination);
 Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& destination);

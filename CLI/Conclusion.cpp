@@ -6,6 +6,7 @@
 #include "VYM/ProtocolResult.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -26,6 +27,7 @@ Outcome begunOutcome(const PackageFacts& package, Command command, const Facts& 
     for (const auto& firmware : package.firmware) {
         outcome.firmware.emplace_back();
         outcome.firmware.back().firmware = firmware;
+        outcome.firmware.back().bytesTotal = static_cast<std::uint32_t>(firmware.bytes.value_or(0));
     }
     return outcome;
 }
@@ -37,10 +39,54 @@ FirmwareOutcome* firmwareAt(Outcome& outcome, std::uint32_t number)
                                                             : nullptr;
 }
 
+bool isUnconfirmed(const FirmwareOutcome& firmware)
+{
+    return firmware.bytesWentOut && !firmware.confirmed;
+}
+
+bool hasUnconfirmed(const Outcome& outcome)
+{
+    return std::any_of(outcome.firmware.begin(), outcome.firmware.end(), isUnconfirmed);
+}
+
+// Kept back by its version without an error: the worker goes on as if it had been sent.
+bool isPassedOver(const FirmwareOutcome& firmware)
+{
+    return firmware.reached && firmware.decision == Decision::skip
+        && firmware.resultCode == result::kSuccess;
+}
+
 std::string firmwareText(const FirmwareOutcome& outcome)
 {
     return "firmware " + std::to_string(outcome.firmware.number) + " ("
         + outcome.firmware.displayName + ")";
+}
+
+// "Firmware 1 (Main) and firmware 2 (Engine) were sent and confirmed. ", or empty.
+std::string confirmedText(const Outcome& outcome)
+{
+    std::vector<std::string> names;
+    for (const auto& firmware : outcome.firmware) {
+        if (firmware.bytesWentOut && firmware.confirmed)
+            names.push_back(firmwareText(firmware));
+    }
+    if (names.empty())
+        return {};
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+    text.front() = 'F';
+    return text + (names.size() == 1 ? " was" : " were") + " sent and confirmed. ";
+}
+
+// What is known to have gone out when that is in doubt.
+std::string sentText(const Outcome& outcome)
+{
+    const auto& all = outcome.firmware;
+    const bool isMore =
+        std::any_of(all.begin(), all.end(), [](const auto& each) { return each.bytesSent != 0; });
+    return isMore ? "Firmware had already been sent"
+                  : "The first bytes of a firmware may already have gone out";
 }
 
 MessageFacts factsOf(const PackageFacts& package, const Outcome& outcome)
@@ -53,6 +99,7 @@ MessageFacts factsOf(const PackageFacts& package, const Outcome& outcome)
     facts.firmware = "a firmware";
     facts.permission = udevAdvice();
     facts.place = "before any firmware was sent";
+    facts.sent = sentText(outcome);
     facts.count = std::to_string(outcome.firmware.size());
     return facts;
 }
@@ -72,6 +119,8 @@ std::string_view messageKeyOf(int code, const FirmwareOutcome* last, const Outco
     if (code == result::kBadReply && last != nullptr
         && last->reason == VersionReason::unreadableVersion)
         return "UnreadableVersion";
+    if (code == result::kDeviceError && last != nullptr && isPassedOver(*last))
+        return "OtherSeries";
     if (code == result::kConnectionLost && last == nullptr && !outcome.bytesWentOut)
         return outcome.notPermitted ? "NotPermitted" : "Unreachable";
     return resultText(code, automaticEnd).messageKey;
@@ -81,6 +130,8 @@ std::string_view titleKeyOf(std::string_view messageKey, int code, bool automati
 {
     if (messageKey == "NotPermitted")
         return "NotPermittedTitle";
+    if (messageKey == "OtherSeries")
+        return "OtherSeriesTitle";
     return messageKey == "Unreachable" ? "UnreachableTitle"
                                        : resultText(code, automaticEnd).titleKey;
 }
@@ -96,10 +147,14 @@ void concludeWith(Outcome& outcome, int code, const PackageFacts& package,
     outcome.exitCode = exitCodeOf(code);
     outcome.name = resultName(code);
     outcome.title = englishText(titleKeyOf(key, code, automaticEnd), facts);
-    outcome.next = nextStep(code, outcome.bytesWentOut);
-    if (key == "UnreadableVersion" && outcome.next == NextStep::retry)
-        outcome.next = NextStep::chooseOtherPackage; // it would be as unreadable again
+    // What the printer has confirmed is not in doubt, whatever came after it.
+    outcome.next = nextStep(code, hasUnconfirmed(outcome));
+    const bool isOfPackage = key == "UnreadableVersion" || key == "OtherSeries";
+    if (isOfPackage && outcome.next == NextStep::retry)
+        outcome.next = NextStep::chooseOtherPackage; // it would end like this again
     say(outcome, key, facts);
+    if (!isPlainEnd(code) && outcome.next != NextStep::checkPrinter)
+        outcome.message = confirmedText(outcome) + outcome.message;
 }
 
 void concludeStopped(Outcome& outcome, StopCause cause, bool unconfirmed, const MessageFacts& facts)
@@ -113,6 +168,8 @@ void concludeStopped(Outcome& outcome, StopCause cause, bool unconfirmed, const 
         key = "StoppedByDeadline";
     else if (cause == StopCause::answer)
         key = "StoppedByAnswer";
+    else if (cause == StopCause::stall)
+        key = "StoppedByStall";
     say(outcome, key, facts);
 }
 
@@ -130,13 +187,9 @@ void takeEntry(Outcome& outcome, const tag_entryoutcome& entry)
     firmware->bytesWentOut = entry.m_bytesWentOut;
     firmware->confirmed = entry.m_confirmed;
     firmware->bytesSent = entry.m_bytesSent;
-    firmware->bytesTotal = entry.m_bytesTotal;
+    if (entry.m_bytesWentOut)
+        firmware->bytesTotal = entry.m_bytesTotal;
     outcome.bytesWentOut = outcome.bytesWentOut || entry.m_bytesWentOut;
-}
-
-bool isUnconfirmed(const FirmwareOutcome& firmware)
-{
-    return firmware.bytesWentOut && !firmware.confirmed;
 }
 
 // How far a run had come when it ended early.
@@ -150,6 +203,8 @@ std::string placeOf(const FirmwareOutcome* last)
     if (last->confirmed)
         return "after the printer had written " + firmware;
     const bool isWhole = last->resultCode == result::kSuccess;
+    if (!isWhole && last->bytesSent == 0)
+        return "when the sending of " + firmware + " began";
     return isWhole ? "after " + firmware + " had been sent, before the printer confirmed it"
                    : "while " + firmware + " was being sent (" + std::to_string(last->bytesSent)
             + " of " + std::to_string(last->bytesTotal) + " bytes)";
@@ -205,6 +260,16 @@ void takeChecked(Outcome& outcome, const CheckedEntry& entry)
     firmware->reason = entry.decision.reason;
     firmware->installed = plainText(entry.installedVersion);
     firmware->resultCode = entry.decision.code;
+}
+
+// An update queries the status after such a firmware as after one that was sent; no rule says what
+// a printer answers then.
+void warnOfPrinter(Outcome& outcome)
+{
+    for (auto& firmware : outcome.firmware) {
+        if (isPassedOver(firmware))
+            firmware.warning = englishText("OnlyThePrinter", {});
+    }
 }
 
 // The firmware at which an update would end with an error, or null.
@@ -267,8 +332,8 @@ Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts)
         concludeWith(outcome, *code, package, last, words);
         return outcome;
     }
-    const auto& all = outcome.firmware;
-    concludeStopped(outcome, facts.stop, std::any_of(all.begin(), all.end(), isUnconfirmed), words);
+    words.number = std::to_string(std::lround(facts.stallLimit));
+    concludeStopped(outcome, facts.stop, hasUnconfirmed(outcome), words);
     return outcome;
 }
 
@@ -286,6 +351,8 @@ Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts)
     }
     for (const auto& entry : facts.report.entries)
         takeChecked(outcome, entry);
+    if (facts.report.reportsWriting)
+        warnOfPrinter(outcome);
     const auto* refused = firstRefused(outcome);
     words.place = "during the check";
     if (facts.report.result != result::kSuccess) {

@@ -8,7 +8,7 @@
 #include "VYM/CheckRun.h"
 #include "VYM/vymThread.h"
 
-enum class StopCause : std::uint8_t { none, user, deadline, answer };
+enum class StopCause : std::uint8_t { none, user, deadline, answer, stall };
 
 struct UpdateFacts {
     std::string address;
@@ -18,6 +18,7 @@ struct UpdateFacts {
     std::vector<tag_entryoutcome> outcomes; // of the firmware that were handled, in order
     std::optional<int> endCode; // where the run ended before anybody asked it to stop
     StopCause stop = StopCause::none;
+    double stallLimit = 0; // seconds without progress, where they were the cause
 };
 Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts);
 

@@ -1,5 +1,6 @@
 #include "CLI/Destination.h"
 
+#include "CLI/HostLookup.h"
 #include "CLI/PrinterChoice.h"
 #include "CLI/PrinterLookup.h"
 #include "UI/Text/PlainText.h"
@@ -83,6 +84,22 @@ DestinationResult named(Workplace& place)
     return ended(printerOutcome(options, nameOf(choice.problem), choice.message));
 }
 
+DestinationResult atHost(Workplace& place)
+{
+    const auto& options = place.options;
+    const auto host = lookUpHost(place, *options.address);
+    if (host.stop != StopCause::none)
+        return ended(concludeLookupStopped(options.command, host.stop));
+    if (host.address.empty())
+        return ended(printerOutcome(options, "no-such-printer",
+                                    "No host is called '" + plainText(*options.address)
+                                        + "': " + plainText(host.problem)
+                                        + ". Give the printer's IPv4 address with --address."));
+    Destination destination;
+    const auto fit = destination.run.takeAddress(host.address);
+    return taken(std::move(destination), fit, options);
+}
+
 } // namespace
 
 DestinationResult findDestination(Workplace& place)
@@ -91,7 +108,10 @@ DestinationResult findDestination(Workplace& place)
     if (options.printer)
         return named(place);
     Destination destination;
-    const auto fit = options.uri ? destination.run.takePortString(*options.uri)
-                                 : destination.run.takeAddress(*options.address);
-    return taken(std::move(destination), fit, options);
+    if (options.uri)
+        return taken(std::move(destination), destination.run.takePortString(*options.uri), options);
+    if (isPrinterAddress(*options.address))
+        return taken(std::move(destination), destination.run.takeAddress(*options.address),
+                     options);
+    return atHost(place);
 }

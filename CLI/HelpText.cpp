@@ -17,20 +17,25 @@ Commands:
   printers             List the printers that can be updated from the package.
   check                Ask the printer what an update would do, and why. Changes nothing.
   update               Update the printer's firmware.
+  history [N]          List the updates of this computer, or show the log of the N-th.
 
 Which printer (check, update; exactly one of them):
       --printer NAME   A printer of the list, by its queue's identifier or by its name.
-  -a, --address A      The printer's IPv4 address.
+  -a, --address A      The printer's IPv4 address, or the name of its host.
       --uri PORT       The printer's port string: usb://..., lpd://... or net:...
+      --port N         Connect to this TCP port instead of the package's.
 
 Options, before or after the command:
       --all            List every printer, with the reason why it cannot be updated (printers).
   -y, --yes            Start the update without a question (update).
-  -p, --package FOLDER The folder that holds VYMBINDDATA; otherwise this program's own folder.
+  -p, --package FOLDER The folder that holds VYMBINDDATA, or the package's file itself;
+                       otherwise this program's own folder.
       --deadline S     Stop after S seconds, as Ctrl-C does.
+      --stall-limit S  Stop when the printer shows no progress for S seconds (update).
       --json           Write JSON lines to the standard output, and nothing else; ask nothing.
   -q, --quiet          Show no progress.
-  -v, --verbose        Write debug texts to the standard error output.
+  -v, --verbose        Write a line for each packet to the standard error output.
+      --trace FILE     Write the same to FILE, with the bytes in hexadecimal.
       --no-color       Use no colours; so does a non-empty NO_COLOR in the environment.
   -h, --help           Show this page.
       --version        Show the program's version.
@@ -49,5 +54,11 @@ Exit codes:
   15   an answer cannot be understood          66   no usable package
   16   the connection was lost                 68   no such printer, or it cannot be updated
   17   the printer is another model            69   the print server cannot be asked
-  130  stopped by the user or by --deadline
+  130  stopped by the user, --deadline or --stall-limit
 )";
+
+std::string_view commandsText()
+{
+    const auto text = kHelpText.substr(kHelpText.find("Commands:\n"));
+    return text.substr(0, text.find("\n\n"));
+}

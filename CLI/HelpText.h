@@ -3,3 +3,4 @@
 #include <string_view>
 
 extern const std::string_view kHelpText;
+std::string_view commandsText(); // the commands alone, without a line end

@@ -1,3 +1,4 @@
+#include "CLI/HelpText.h"
 #include "CLI/Messages.h"
 #include "CLI/ProgressText.h"
 #include "CLI/Report.h"
@@ -18,7 +19,8 @@ constexpr int kPlainStep = 10; // percent between two plain lines
 const char* colourOf(Verdict verdict)
 {
     if (verdict == Verdict::updated || verdict == Verdict::updateAvailable
-        || verdict == Verdict::nothingToUpdate || verdict == Verdict::listed)
+        || verdict == Verdict::nothingToUpdate || verdict == Verdict::listed
+        || verdict == Verdict::history)
         return kGreen;
     return verdict == Verdict::stopped ? kYellow : kRed;
 }
@@ -38,6 +40,8 @@ public:
 
     void waiting(const std::string& stage, double seconds) override;
     void status(const StatusView& view) override;
+    void warn(const std::string& text) override;
+    void quiet(double silence, double seconds) override;
     void stopping(StopCause cause, double seconds) override;
     void finish(const Outcome& outcome) override;
 
@@ -123,12 +127,35 @@ void HumanReport::showPlain()
     m_plainPercent = step;
 }
 
+void HumanReport::warn(const std::string& text)
+{
+    m_display.line(wrapped("Warning: " + text, m_display.textColumns()));
+}
+
+void HumanReport::quiet(double silence, double seconds)
+{
+    if (m_quiet)
+        return;
+    m_display.line(wrapped("Nothing has changed for " + std::to_string(std::lround(silence))
+                               + " seconds, since " + clockText(seconds - silence)
+                               + " of this run. That can be normal: some printers write for many "
+                                 "minutes without a sign. Do not switch the printer off, do not "
+                                 "unplug anything, and do not kill this program. --deadline S or "
+                                 "--stall-limit S would end such a wait.",
+                           m_display.textColumns()));
+}
+
+std::string whyStopping(StopCause cause)
+{
+    if (cause == StopCause::stall)
+        return "The printer has shown no progress for as long as --stall-limit allows";
+    return cause == StopCause::deadline ? "The time limit is reached" : "You asked to stop";
+}
+
 void HumanReport::stopping(StopCause cause, double /*seconds*/)
 {
-    const std::string why =
-        cause == StopCause::deadline ? "The time limit is reached" : "You asked to stop";
     m_display.line(
-        wrapped(why
+        wrapped(whyStopping(cause)
                     + ". A transfer to the printer is never cut off: the run ends as soon as the "
                       "printer can be left. Once the first firmware is being handled, all of them "
                       "are still sent; only the wait until they are written is left out. Do not "
@@ -146,19 +173,43 @@ std::string HumanReport::verdictText(const Outcome& outcome, bool colours, std::
     return colours ? colourOf(outcome.verdict) + word + "\x1b[0m" + text.substr(word.size()) : text;
 }
 
+std::string warningText(const Outcome& outcome, std::size_t columns)
+{
+    std::string text;
+    for (const auto& firmware : outcome.firmware) {
+        if (!firmware.warning.empty())
+            text += wrapped("Warning: firmware " + std::to_string(firmware.firmware.number) + " ("
+                                + firmware.firmware.displayName + "): " + firmware.warning,
+                            columns)
+                + "\n";
+    }
+    return text;
+}
+
+std::string tableOf(const Outcome& outcome)
+{
+    if (outcome.command == Command::history)
+        return outcome.log.empty() ? historyTable(outcome.pastRuns) : outcome.log;
+    return outcome.printers ? printerTable(*outcome.printers) : firmwareTable(outcome);
+}
+
 void HumanReport::finish(const Outcome& outcome)
 {
     m_display.clearLive();
     const bool goesToErrors = outcome.verdict != Verdict::shown && isError(outcome.verdict);
     // Never wrapped: it is for copying.
     const auto rule = outcome.notPermitted ? "udev rule: " + udevRuleLine() + "\n" : "";
-    const auto rows = outcome.printers ? printerTable(*outcome.printers) : firmwareTable(outcome);
+    const auto rows = tableOf(outcome);
     if (goesToErrors)
         m_display.prompt(verdictText(outcome, m_display.hasColours(), m_display.textColumns())
-                         + rule);
-    else
-        m_output.write(verdictText(outcome, m_outputColours, m_outputColumns) + rule
-                       + (rows.empty() ? "" : "\n"));
+                         + rule + warningText(outcome, m_display.textColumns()));
+    else {
+        const auto text = verdictText(outcome, m_outputColours, m_outputColumns) + rule
+            + warningText(outcome, m_outputColumns);
+        m_output.write(text + (text.empty() || rows.empty() ? "" : "\n"));
+    }
+    if (outcome.verdict == Verdict::wrongUsage && outcome.command == Command::none)
+        m_display.line(commandsText());
     if (outcome.verdict == Verdict::wrongUsage)
         m_display.line("Run \"vymkit-cli --help\" to see what is right.");
     if (outcome.package.has_value())

@@ -53,6 +53,12 @@ Json firmwareToJson(const PackagedFirmware& firmware)
             {"file_bytes", orNull(firmware.bytes)}};
 }
 
+// What broke off at its first bytes may have gone out; it is not called sent.
+bool isSent(const FirmwareOutcome& outcome)
+{
+    return outcome.bytesWentOut && (outcome.bytesSent != 0 || outcome.confirmed);
+}
+
 Json outcomeToJson(const FirmwareOutcome& outcome)
 {
     const bool isDecided = outcome.decision != Decision::undecided;
@@ -66,10 +72,11 @@ Json outcomeToJson(const FirmwareOutcome& outcome)
             {"decision", decisionName(outcome.decision)},
             {"reason", isDecided ? Json(reasonName(outcome.reason)) : Json()},
             {"result_code", orNull(outcome.resultCode)},
-            {"sent", outcome.bytesWentOut},
+            {"sent", isSent(outcome)},
             {"bytes_sent", outcome.bytesSent},
             {"bytes_total", outcome.bytesTotal},
-            {"confirmed", outcome.confirmed}};
+            {"confirmed", outcome.confirmed},
+            {"warning", orNull(outcome.warning)}};
 }
 
 Json packageToJson(const PackageFacts& package)
@@ -108,7 +115,8 @@ Json printerToJson(const ListedPrinter& printer)
             {"reason", printerReasonName(printer.reason)},
             {"explanation", reasonText(printer)},
             {"same_as", orNull(printer.sameAs)},
-            {"answered_model", orNull(printer.answeredModel)}};
+            {"answered_model", orNull(printer.answeredModel)},
+            {"warning", orNull(printer.warning)}};
 }
 
 Json printersToJson(const PrinterFacts& printers)
@@ -142,7 +150,8 @@ Json resultToJson(const Outcome& outcome)
                  {"firmware", Json::array()},
                  {"package", Json()},
                  {"printers", Json()},
-                 {"udev_rule", outcome.notPermitted ? udevRule() : Json()}};
+                 {"udev_rule", outcome.notPermitted ? udevRule() : Json()},
+                 {"warning", orNull(outcome.warning)}};
     for (const auto& firmware : outcome.firmware)
         json["firmware"].push_back(outcomeToJson(firmware));
     if (outcome.package.has_value())
@@ -171,6 +180,28 @@ Json statusToJson(const StatusView& view)
             {"check_state_supported", record.m_checkStateSupported != 0}};
 }
 
+Json runToJson(const PastRun& run)
+{
+    return {{"type", "run"},
+            {"schema_version", kSchemaVersion},
+            {"number", run.number},
+            {"started", orNull(run.started)},
+            {"program", orNull(run.program)},
+            {"printer_name", orNull(run.printer)},
+            {"address", orNull(run.address)},
+            {"package_folder", orNull(run.package)},
+            {"result", orNull(run.result)},
+            {"finished", run.hasEnded},
+            {"file", run.file}};
+}
+
+const char* causeName(StopCause cause)
+{
+    if (cause == StopCause::stall)
+        return "stall-limit";
+    return cause == StopCause::deadline ? "deadline" : "signal";
+}
+
 class JsonReport : public Report {
 public:
     explicit JsonReport(int descriptor) : m_output(descriptor) { }
@@ -185,17 +216,31 @@ public:
         m_output.writeProgress(lineOf(statusToJson(view)));
     }
 
+    void warn(const std::string& /*text*/) override { } // the result has it
+
+    void quiet(double silence, double seconds) override
+    {
+        m_output.writeProgress(lineOf({{"type", "quiet"},
+                                       {"schema_version", kSchemaVersion},
+                                       {"seconds", inTenths(seconds)},
+                                       {"quiet_seconds", inTenths(silence)}}));
+    }
+
     void stopping(StopCause cause, double seconds) override
     {
-        m_output.writeProgress(
-            lineOf({{"type", "stopping"},
-                    {"schema_version", kSchemaVersion},
-                    {"seconds", inTenths(seconds)},
-                    {"cause", cause == StopCause::deadline ? "deadline" : "signal"}}));
+        m_output.writeProgress(lineOf({{"type", "stopping"},
+                                       {"schema_version", kSchemaVersion},
+                                       {"seconds", inTenths(seconds)},
+                                       {"cause", causeName(cause)}}));
     }
 
     void finish(const Outcome& outcome) override
     {
+        for (const auto& run : outcome.pastRuns)
+            m_output.write(lineOf(runToJson(run)));
+        if (!outcome.log.empty())
+            m_output.write(lineOf(
+                {{"type", "log"}, {"schema_version", kSchemaVersion}, {"text", outcome.log}}));
         m_output.write(lineOf(resultToJson(outcome)));
         m_output.drain();
     }

@@ -79,9 +79,19 @@ constexpr std::array kTexts = {
     KeyText{"UnreadableVersion",
             "The version of {firmware}, in the package or in the printer at {address}, cannot be "
             "compared."},
+    KeyText{"OtherSeriesTitle", "the package is for another series"},
+    KeyText{"OtherSeries",
+            "The package is for another series: {firmware} does not replace what the printer at "
+            "{address} has, so it was not sent, and the printer then reported an error."},
+    KeyText{"OnlyThePrinter",
+            "Only the printer decides whether an update goes on after this firmware: it is not "
+            "sent, and the printer is then queried for its status. Where it answers with an error, "
+            "the update ends there."},
     KeyText{"StoppedByUser", "You stopped the run {place}."},
     KeyText{"StoppedByDeadline", "The time limit was reached {place}."},
     KeyText{"StoppedByAnswer", "You did not answer yes, so nothing was sent to {address}."},
+    KeyText{"StoppedByStall",
+            "The printer showed no progress for {number} seconds, so the run was ended {place}."},
 };
 
 // How to go on when no firmware byte went out.
@@ -94,7 +104,7 @@ constexpr std::array kAdvice = {
             "Check that the printer is switched on, that {address} is its address and that "
             "nothing between it and this computer blocks the connection, then try again."},
     KeyText{"Error_ModelMismatchMes", "Choose the package for the printer's model."},
-    KeyText{"Error_FirmReadMes", "Get the package anew."},
+    KeyText{"Error_FirmReadMes", "Get the package again."},
     KeyText{"Error_SystemMes", "Try again, with --verbose to see more."},
     KeyText{"Error_CompatibleMes", "Install an older package first, then this one."},
     KeyText{"Error_OtherMes", "Try again, with --verbose to see more."},
@@ -103,9 +113,11 @@ constexpr std::array kAdvice = {
             "nothing between it and this computer blocks the connection, then try again."},
     KeyText{"NotPermitted", "{permission}"},
     KeyText{"UnreadableVersion", "Get another package for this printer."},
+    KeyText{"OtherSeries", "Choose the package for this printer."},
     KeyText{"StoppedByUser", "Start again when you are ready."},
     KeyText{"StoppedByDeadline", "Start again with a longer --deadline."},
     KeyText{"StoppedByAnswer", "Start again when you are ready."},
+    KeyText{"StoppedByStall", "Start again with a longer --stall-limit."},
 };
 
 template <std::size_t size>
@@ -119,12 +131,13 @@ std::string_view find(const std::array<KeyText, size>& texts, std::string_view k
 
 std::string_view factOf(const MessageFacts& facts, std::string_view name)
 {
-    const std::array<std::pair<std::string_view, std::string_view>, 8> known = {
+    const std::array<std::pair<std::string_view, std::string_view>, 9> known = {
         {{"address", facts.address},
          {"model", facts.model},
          {"printer", facts.printer},
          {"firmware", facts.firmware},
          {"place", facts.place},
+         {"sent", facts.sent},
          {"number", facts.number},
          {"count", facts.count},
          {"permission", facts.permission}}};
@@ -154,7 +167,7 @@ std::string ofTotal(const FirmwareOutcome& outcome)
 
 std::string_view reasonText(VersionReason reason)
 {
-    constexpr std::array<std::string_view, 8> kReasons = {
+    constexpr std::array<std::string_view, 9> kReasons = {
         "it applies",
         "the printer is another model",
         "the printer does not list it",
@@ -162,7 +175,8 @@ std::string_view reasonText(VersionReason reason)
         "the installed version is too old",
         "the installed version is of another series",
         "its version cannot be compared",
-        "an error came first"};
+        "an error came first",
+        "the package's version rule never sends this version"};
     return kReasons.at(static_cast<std::size_t>(reason));
 }
 
@@ -178,9 +192,10 @@ std::string adviceText(NextStep next, std::string_view messageKey, const Message
     if (next == NextStep::none)
         return {};
     if (next == NextStep::checkPrinter)
-        return "Firmware had already been sent, and it is not known what the printer made of it. "
-               "Do not switch the printer off: wait until its display shows that it is ready, "
-               "then run the check. If it stays in the update mode, run the update again.";
+        return facts.sent
+            + ", and it is not known what the printer made of it. Do not switch the printer off: "
+              "wait until its display shows that it is ready, then run the check. If it stays in "
+              "the update mode, run the update again.";
     return filled(find(kAdvice, messageKey, ""), facts);
 }
 
@@ -207,6 +222,8 @@ std::string updatedText(const FirmwareOutcome& outcome)
         return "sent, and confirmed by the printer";
     if (outcome.bytesWentOut && outcome.resultCode == result::kSuccess)
         return "sent whole, not confirmed by the printer";
+    if (outcome.bytesWentOut && outcome.bytesSent == 0)
+        return "broken off at its first bytes";
     if (outcome.bytesWentOut)
         return "broken off after " + ofTotal(outcome);
     if (outcome.decision == Decision::skip)
@@ -218,8 +235,8 @@ std::string updatedText(const FirmwareOutcome& outcome)
 
 std::string verdictWord(Verdict verdict)
 {
-    constexpr std::array<const char*, 11> kWords = {
-        "",        "Updated",     "Update available",  "Nothing to update", "Refused",   "Failed",
-        "Stopped", "Wrong usage", "No usable package", "Printers",          "No printer"};
+    constexpr std::array<const char*, 12> kWords = {
+        "",        "Updated",     "Update available",  "Nothing to update", "Refused",    "Failed",
+        "Stopped", "Wrong usage", "No usable package", "Printers",          "No printer", "Runs"};
     return kWords.at(static_cast<std::size_t>(verdict));
 }

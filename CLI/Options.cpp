@@ -1,5 +1,6 @@
 #include "CLI/Options.h"
 
+#include "CLI/LineWords.h"
 #include "UI/Printers/PrinterCheck.h"
 #include "UI/Text/PlainText.h"
 
@@ -9,13 +10,15 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <netinet/in.h>
 
 namespace {
 
 constexpr double kLongestDeadline = 366.0 * 24 * 3600; // a number that no clock overflows on
-constexpr const char* kWhatToDo = "Say what to do: info, printers, check or update.";
+constexpr int kHighestPort = 65535;
+constexpr int kHighestRun = 1000000; // of the history: more than any folder of logs holds
+constexpr std::size_t kLongestHost = 253; // as the domain name system allows
+constexpr const char* kWhatToDo = "Say what to do: info, printers, check, update or history.";
 
 struct Words {
     std::string address;
@@ -23,6 +26,10 @@ struct Words {
     std::string uri;
     std::string package;
     std::string deadline;
+    std::string stallLimit;
+    std::string port;
+    std::string trace;
+    std::string run;
     bool help = false;
     bool version = false;
 };
@@ -36,12 +43,16 @@ void declare(CLI::App& app, Options& options, Words& words)
     app.add_subcommand("check");
     app.add_subcommand("update");
     app.add_subcommand("printers");
+    app.add_subcommand("history")->add_option("run", words.run);
     app.add_option("-a,--address", words.address);
     app.add_option("--printer", words.printer);
     app.add_option("--uri", words.uri);
     app.add_flag("--all", options.all);
     app.add_option("-p,--package", words.package);
+    app.add_option("--port", words.port);
+    app.add_option("--trace", words.trace);
     app.add_option("--deadline", words.deadline);
+    app.add_option("--stall-limit", words.stallLimit);
     app.add_flag("-y,--yes", options.yes);
     app.add_flag("--json", options.json);
     app.add_flag("-q,--quiet", options.quiet);
@@ -57,7 +68,7 @@ Command commandOf(const CLI::App& app, const Words& words)
         return Command::help;
     if (words.version)
         return Command::version;
-    for (const auto command : {Command::info, Command::printers, Command::check, Command::update}) {
+    for (const auto command : kCommands) {
         if (app.got_subcommand(commandName(command)))
             return command;
     }
@@ -71,11 +82,11 @@ bool asksAPrinter(Command command)
 
 std::string addressError(const std::string& address)
 {
-    if (isPrinterAddress(address))
+    if (isPrinterAddress(address) || isHostName(address))
         return {};
     return "'" + plainText(address)
-        + "' is not the IPv4 address of a printer: give four numbers from 0 to 255 with points "
-          "between them, such as 192.0.2.7.";
+        + "' is not the address of a printer: give its name, or its IPv4 address as four numbers "
+          "from 0 to 255 with points between them, such as 192.0.2.7.";
 }
 
 // What is wrong with the way in which the printer is named.
@@ -96,12 +107,46 @@ std::string targetError(const Options& options, const CLI::App& app)
     return options.uri ? portStringError(*options.uri) : "";
 }
 
-std::string flagError(const Options& options)
+std::string belongsError(const char* option, const char* command)
 {
-    if (options.yes && options.command != Command::update)
-        return "--yes belongs to 'update' only.";
-    if (options.all && options.command != Command::printers)
-        return "--all belongs to 'printers' only.";
+    return std::string(option) + " belongs to " + command + " only.";
+}
+
+// An option that the command has no use for.
+std::string strayError(const Options& options, const CLI::App& app)
+{
+    const auto command = options.command;
+    if (options.yes && command != Command::update)
+        return belongsError("--yes", "'update'");
+    if (options.all && command != Command::printers)
+        return belongsError("--all", "'printers'");
+    if (app.count("--stall-limit") != 0 && command != Command::update)
+        return belongsError("--stall-limit", "'update'");
+    for (const auto* option : {"--port", "--trace"}) {
+        if (app.count(option) != 0 && !asksAPrinter(command))
+            return belongsError(option, "'check' and 'update'");
+    }
+    return {};
+}
+
+std::string limitError(const char* option, const std::string& text)
+{
+    return "'" + plainText(text) + "' is not a time limit: give " + option
+        + " a positive number of seconds.";
+}
+
+std::string numberError(const Options& options, const CLI::App& app, const Words& words)
+{
+    if (app.count("--deadline") != 0 && !options.deadline.has_value())
+        return limitError("--deadline", words.deadline);
+    if (app.count("--stall-limit") != 0 && !options.stallLimit.has_value())
+        return limitError("--stall-limit", words.stallLimit);
+    if (app.count("--port") != 0 && !options.port.has_value())
+        return "'" + plainText(words.port) + "' is not a port: give --port a number from 1 to "
+            + std::to_string(kHighestPort) + ".";
+    if (!words.run.empty() && !options.run.has_value())
+        return "'" + plainText(words.run)
+            + "' is not the number of a run: 'history' shows them, from 1 on.";
     return {};
 }
 
@@ -111,13 +156,13 @@ std::string usageErrorOf(const Options& options, const CLI::App& app, const Word
         return {};
     if (options.command == Command::none)
         return kWhatToDo;
-    for (auto& error : {targetError(options, app), flagError(options)}) {
+    for (auto& error :
+         {targetError(options, app), strayError(options, app), numberError(options, app, words)}) {
         if (!error.empty())
             return error;
     }
-    if (app.count("--deadline") != 0 && !options.deadline.has_value())
-        return "'" + plainText(words.deadline)
-            + "' is not a time limit: give --deadline a positive number of seconds.";
+    if (app.count("--trace") != 0 && words.trace.empty())
+        return "--trace needs the name of a file.";
     return {};
 }
 
@@ -131,35 +176,20 @@ void take(Options& options, const CLI::App& app, const Words& words)
     if (app.count("--uri") != 0)
         options.uri = words.uri;
     if (app.count("--package") != 0)
-        options.packageFolder = words.package;
+        options.package = words.package;
+    if (app.count("--trace") != 0)
+        options.traceFile = words.trace;
+    options.port = parseNumber(words.port, kHighestPort);
+    options.run = parseNumber(words.run, kHighestRun);
     options.deadline = parseSeconds(words.deadline);
+    options.stallLimit = parseSeconds(words.stallLimit);
     options.usageError = usageErrorOf(options, app, words);
 }
 
-bool hasWord(int argc, const char* const* argv, const char* word)
-{
-    return argc > 1 && std::any_of(argv + 1, argv + argc, [word](const char* each) {
-               return std::strcmp(each, word) == 0;
-           });
-}
-
-} // namespace
-
-const char* commandName(Command command)
-{
-    constexpr std::array<const char*, 7> kNames = {"none", "info",    "check",   "update",
-                                                   "help", "version", "printers"};
-    return kNames.at(static_cast<std::size_t>(command));
-}
-
-Options parseOptions(int argc, const char* const* argv)
+Options parsedOptions(int argc, const char* const* argv, const LineWords& line)
 {
     Options options;
     Words words;
-    if (argc < 1) { // a program may be started with nothing at all
-        options.usageError = kWhatToDo;
-        return options;
-    }
     try {
         CLI::App app;
         declare(app, options, words);
@@ -167,9 +197,63 @@ Options parseOptions(int argc, const char* const* argv)
         take(options, app, words);
     } catch (const CLI::ParseError& error) {
         options.usageError = plainText(error.what()) + ".";
+        const auto suggestion = suggestionFor(line.unknown);
+        if (!line.unknown.empty() && !suggestion.empty())
+            options.usageError += " " + suggestion;
     }
-    options.json = options.json || hasWord(argc, argv, "--json");
     return options;
+}
+
+} // namespace
+
+const char* commandName(Command command)
+{
+    constexpr std::array<const char*, 8> kNames = {"none", "info",    "check",    "update",
+                                                   "help", "version", "printers", "history"};
+    return kNames.at(static_cast<std::size_t>(command));
+}
+
+Command commandNamed(std::string_view word)
+{
+    const auto* found = std::find_if(kCommands.begin(), kCommands.end(),
+                                     [word](auto each) { return commandName(each) == word; });
+    return found != kCommands.end() ? *found : Command::none;
+}
+
+Options parseOptions(int argc, const char* const* argv)
+{
+    Options options;
+    if (argc < 1) { // a program may be started with nothing at all
+        options.usageError = kWhatToDo;
+        return options;
+    }
+    const auto line = lineWords(argc, argv);
+    if (line.wantsHelp)
+        options.command = Command::help;
+    else if (!line.emptyOption.empty())
+        options.usageError = line.emptyOption + "= has no value: write one right after the sign.";
+    else
+        options = parsedOptions(argc, argv, line);
+    if (!options.usageError.empty() && options.command == Command::none)
+        options.command = line.command;
+    options.json = options.json || line.wantsJson;
+    return options;
+}
+
+bool isHostName(const std::string& text)
+{
+    static constexpr std::string_view kLetters =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    static constexpr std::string_view kOthers = "0123456789-_.";
+    const auto isAllowed = [](char c) {
+        return kLetters.find(c) != std::string_view::npos
+            || kOthers.find(c) != std::string_view::npos;
+    };
+    return !text.empty() && text.size() <= kLongestHost
+        && text.find_first_of(kLetters) != std::string::npos
+        && std::all_of(text.begin(), text.end(), isAllowed) && text.front() != '-'
+        && text.front() != '.' && text.find("..") == std::string::npos
+        && !text.starts_with("0x"); // a number in another dress
 }
 
 bool isPrinterAddress(const std::string& text)
@@ -190,6 +274,10 @@ std::string portStringError(const std::string& text)
                                : quoted
                 + " has no serial=, which tells one USB printer from "
                   "another.";
+    const auto host = std::string_view(text).substr(text.find(':') + 1);
+    if (host.find_first_not_of('/') == std::string_view::npos
+        || (text.starts_with("lpd://") && host.substr(2).starts_with('/')))
+        return quoted + " names no host: write it right after lpd:// or net:.";
     if (isUsbPort(text))
         return quoted
             + " would be taken for a USB printer, because it has \"usb\" in it: give "
@@ -205,4 +293,15 @@ std::optional<double> parseSeconds(const std::string& text)
     if (error != std::errc() || last != end || !(seconds > 0) || seconds > kLongestDeadline)
         return std::nullopt;
     return seconds;
+}
+
+std::optional<int> parseNumber(const std::string& text, int highest)
+{
+    int number = 0;
+    const char* end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || last != end || number < 1 || number > highest
+        || text.starts_with('+'))
+        return std::nullopt;
+    return number;
 }

@@ -3,21 +3,32 @@
 // Owns:    its texts, by value.
 // Threads: any. Opens no package and asks nobody anything.
 #pragma once
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
-enum class Command : std::uint8_t { none, info, check, update, help, version, printers };
+enum class Command : std::uint8_t { none, info, check, update, help, version, printers, history };
+// Those that are words of the command line, in the order of the help page.
+inline constexpr std::array kCommands = {Command::info, Command::printers, Command::check,
+                                         Command::update, Command::history};
 const char* commandName(Command command);
+Command commandNamed(std::string_view word); // none for any other word
 
 struct Options {
     Command command = Command::none;
     // Which printer: at most one of these three, exactly one for a command that asks a printer.
-    std::optional<std::string> address;
+    std::optional<std::string> address; // IPv4, or a host's name
     std::optional<std::string> printer; // a queue's identifier or name
     std::optional<std::string> uri; // a port string
-    std::optional<std::string> packageFolder;
+    std::optional<std::string> package; // a folder, or the package's file
+    std::optional<int> port; // in place of the package's
+    std::optional<std::string> traceFile;
+    std::optional<std::size_t> run; // of the history, counted from 1, the newest
     std::optional<double> deadline; // seconds
+    std::optional<double> stallLimit; // seconds without any progress
     bool yes = false;
     bool all = false; // also the printers that cannot be updated
     bool json = false; // set also where the rest of the line is wrong
@@ -29,6 +40,9 @@ struct Options {
 
 Options parseOptions(int argc, const char* const* argv);
 
+// A name that may be a host's: letters, digits and hyphens, with points between them, and not
+// numbers only.
+bool isHostName(const std::string& text);
 // Four decimal numbers from 0 to 255 without leading zeros, and an address that one printer can
 // have.
 bool isPrinterAddress(const std::string& text);
@@ -36,3 +50,5 @@ bool isPrinterAddress(const std::string& text);
 std::string portStringError(const std::string& text);
 // A positive number of seconds, up to a year.
 std::optional<double> parseSeconds(const std::string& text);
+// A whole number from 1 to highest, in decimal digits.
+std::optional<int> parseNumber(const std::string& text, int highest);

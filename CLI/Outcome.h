@@ -6,6 +6,7 @@
 #include "CLI/Options.h"
 #include "CLI/PrinterFacts.h"
 #include "UI/Package/PackageFacts.h"
+#include "UI/Run/RunHistory.h"
 #include "UI/Run/UpdateRun.h"
 #include "VYM/ModelDependCheckVer.h"
 
@@ -37,6 +38,7 @@ enum class Verdict : std::uint8_t {
     noPackage,
     listed, // printers
     noPrinter,
+    history, // past runs
 };
 
 enum class Decision : std::uint8_t { send, skip, refuse, undecided };
@@ -53,7 +55,8 @@ struct FirmwareOutcome {
     bool bytesWentOut = false;
     bool confirmed = false; // the printer reported that it has finished writing
     std::uint32_t bytesSent = 0;
-    std::uint32_t bytesTotal = 0;
+    std::uint32_t bytesTotal = 0; // of its image
+    std::string warning; // what may go wrong although nothing is wrong yet; empty without one
 };
 
 struct Outcome {
@@ -72,7 +75,10 @@ struct Outcome {
     std::vector<FirmwareOutcome> firmware;
     std::optional<PackageFacts> package; // for the command that shows it
     std::optional<PrinterFacts> printers; // for the command that lists them
+    std::vector<PastRun> pastRuns; // for the command that lists them, or shows one
+    std::string log; // the text of that one
     bool notPermitted = false; // a USB printer is there that this user may not open
+    std::string warning; // of the whole: this system is not one that the package is for
     double seconds = 0;
 };
 

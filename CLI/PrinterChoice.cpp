@@ -2,6 +2,7 @@
 
 #include "CLI/PrinterFacts.h"
 #include "UI/Text/PlainText.h"
+#include "VYM/AsciiCase.h"
 
 #include <vector>
 
@@ -16,14 +17,40 @@ bool hasName(const PrinterFinding& finding)
     return finding.foundAs == FoundAs::queue || finding.reason == PrinterReason::candidate;
 }
 
-Findings called(const TargetPrinters& made, const std::string& name, Text text)
+bool isSame(const std::string& left, const std::string& right)
+{
+    return left == right;
+}
+
+// As print servers compare the names of their queues.
+bool isSameWithoutCase(const std::string& left, const std::string& right)
+{
+    return ascii::equalNoCase(left, right);
+}
+
+using Same = bool (*)(const std::string& left, const std::string& right);
+
+Findings called(const TargetPrinters& made, const std::string& name, Text text, Same isSameName)
 {
     Findings found;
     for (const auto& finding : made.findings) {
-        if (hasName(finding) && (*finding.printer.*text)() == name)
+        const auto& own = (*finding.printer.*text)();
+        if (hasName(finding) && own && isSameName(*own, name))
             found.push_back(&finding);
     }
     return found;
+}
+
+// What is written exactly so comes first, and an identifier before a name that people read.
+Findings calledAtAll(const TargetPrinters& made, const std::string& name)
+{
+    for (const auto same : {&isSame, &isSameWithoutCase}) {
+        for (const auto text : {&PrinterInfo::printerID, &PrinterInfo::printerName}) {
+            if (auto found = called(made, name, text, same); !found.empty())
+                return found;
+        }
+    }
+    return {};
 }
 
 std::string choices(const Findings& found)
@@ -48,9 +75,7 @@ PrinterChoice problem(PrinterChoice::Problem kind, std::string message)
 PrinterChoice choosePrinter(const TargetPrinters& made, const std::string& name)
 {
     using Problem = PrinterChoice::Problem;
-    auto found = called(made, name, &PrinterInfo::printerID);
-    if (found.empty())
-        found = called(made, name, &PrinterInfo::printerName);
+    const auto found = calledAtAll(made, name);
     const auto quoted = "'" + plainText(name) + "'";
     if (found.empty())
         return problem(Problem::unknown,

@@ -1,9 +1,11 @@
 #include "CLI/PrinterFacts.h"
 
+#include "UI/Run/RunTarget.h"
 #include "UI/Text/PlainText.h"
 
 #include <algorithm>
 #include <array>
+#include <map>
 
 namespace {
 
@@ -31,6 +33,40 @@ const char* connectionName(int type)
 {
     const auto known = type > 0 && static_cast<std::size_t>(type) < kConnections.size();
     return kConnections.at(known ? static_cast<std::size_t>(type) : 0).name;
+}
+
+// The host that a network port string names, without its port: "10.0.0.5", "[::1]".
+std::string hostOf(std::string_view uri)
+{
+    for (const std::string_view scheme : {"lpd://", "net:"}) {
+        if (uri.starts_with(scheme)) {
+            uri.remove_prefix(scheme.size());
+            uri = uri.substr(0, uri.find('/'));
+            if (uri.starts_with('['))
+                return std::string(uri.substr(0, uri.find(']') + 1));
+            const bool hasPort = std::count(uri.begin(), uri.end(), ':') == 1;
+            return std::string(hasPort ? uri.substr(0, uri.find(':')) : uri);
+        }
+    }
+    return {};
+}
+
+using Hosts = std::map<std::string, std::string>; // to the name of the candidate that has it
+
+// Candidates are candidates whatever is wrong with their address: the list is the window's too.
+std::string warningOf(const PrinterFinding& finding, Hosts& hosts)
+{
+    const auto uri = finding.printer->printerURI().value_or("");
+    auto copy = *finding.printer; // taking makes its address connectable
+    if (RunTarget().take(copy) != TargetFit::fits)
+        return "its address is too long for a connection: give its IPv4 address with --address";
+    const auto host = hostOf(uri);
+    if (host.find(':') != std::string::npos)
+        return "its address is an IPv6 one, which connections do not take: give its IPv4 address "
+               "with --address";
+    const auto name = plain(finding.printer->printerName());
+    const auto [same, isNew] = hosts.emplace(host, name);
+    return host.empty() || isNew ? "" : "it leads to the same host as " + same->second;
 }
 
 std::size_t countOf(const TargetPrinters& made, PrinterReason reason)
@@ -62,9 +98,13 @@ PrinterFacts printerFacts(const TargetPrinters& made, bool all)
 {
     PrinterFacts facts;
     facts.all = all;
+    Hosts hosts;
     for (const auto& finding : made.findings) {
-        if (all || finding.reason == PrinterReason::candidate)
-            facts.list.push_back(listedPrinter(finding));
+        if (!all && finding.reason != PrinterReason::candidate)
+            continue;
+        facts.list.push_back(listedPrinter(finding));
+        if (finding.reason == PrinterReason::candidate)
+            facts.list.back().warning = warningOf(finding, hosts);
     }
     facts.found = made.findings.size();
     facts.candidates = made.candidates.size();
@@ -105,7 +145,7 @@ std::string reasonText(const ListedPrinter& printer)
     case PrinterReason::otherConnection:
         return isDriverUri(printer.address)
             ? "has an address that the driver's configuration does not tell"
-            : "is not connected by USB or, over IPv4, by LPD";
+            : "is not connected by USB or, over IPv4, by LPD: give its IPv4 address with --address";
     case PrinterReason::noSerial:
         return "has no serial number in its address";
     case PrinterReason::duplicate:

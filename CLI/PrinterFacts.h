@@ -19,6 +19,7 @@ struct ListedPrinter {
     PrinterReason reason = PrinterReason::candidate;
     std::string sameAs;
     std::string answeredModel;
+    std::string warning; // what would go wrong with a candidate; empty where nothing is foreseen
 };
 
 struct PrinterFacts {

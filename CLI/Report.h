@@ -26,6 +26,9 @@ public:
     virtual ~Report() = default;
     virtual void waiting(const std::string& stage, double seconds) = 0; // for somebody's answer
     virtual void status(const StatusView& view) = 0;
+    virtual void warn(const std::string& text) = 0; // before the command begins
+    // Nothing has changed for so long that a person wants to know why.
+    virtual void quiet(double silence, double seconds) = 0;
     // A stop was asked for; also each time that it is asked for again.
     virtual void stopping(StopCause cause, double seconds) = 0;
     virtual void finish(const Outcome& outcome) = 0;

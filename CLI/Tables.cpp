@@ -160,12 +160,32 @@ std::string printerTable(const PrinterFacts& printers)
     Row head = {"Name", "Address", "Connection", "Model", "Found as"};
     if (printers.all)
         head.emplace_back("This printer");
+    const bool warns = std::any_of(printers.list.begin(), printers.list.end(),
+                                   [](const auto& each) { return !each.warning.empty(); });
+    if (warns)
+        head.emplace_back("Warning");
     std::vector<Row> rows = {head};
     for (const auto& each : printers.list) {
         rows.push_back({orDash(each.name), orDash(each.address), connectionText(each),
                         orDash(each.model), foundAsText(each.foundAs)});
         if (printers.all)
             rows.back().push_back(reasonText(each));
+        if (warns)
+            rows.back().push_back(each.warning);
     }
     return table(rows, kWidestAddress);
+}
+
+std::string historyTable(const std::vector<PastRun>& runs)
+{
+    if (runs.empty())
+        return {};
+    std::vector<Row> rows = {{"Run", "Started", "Printer", "Package", "Result"}};
+    for (const auto& each : runs) {
+        const auto printer =
+            each.printer.empty() ? each.address : each.printer + " (" + each.address + ")";
+        rows.push_back({std::to_string(each.number), orDash(each.started), orDash(printer),
+                        orDash(each.package), each.hasEnded ? each.result : "not finished"});
+    }
+    return table(rows);
 }

@@ -12,3 +12,4 @@ std::string packageTable(const PackageFacts& package);
 std::string firmwareTable(const Outcome& outcome);
 // Empty where the list is.
 std::string printerTable(const PrinterFacts& printers);
+std::string historyTable(const std::vector<PastRun>& runs);

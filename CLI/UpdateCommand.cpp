@@ -53,6 +53,8 @@ private:
     void watch();
     void show(const RunStep& step);
     void hear(Wake wake);
+    void watchQuiet();
+    void stopFor(StopCause cause, std::string_view note);
     [[nodiscard]] std::string displayNameOf(const tag_devinfo& record) const;
 
     const PackageFacts& m_package;
@@ -60,12 +62,15 @@ private:
     Destination& m_destination;
     UpdateFacts m_facts;
     WatchedRun m_run;
+    bool m_isQuiet = false; // a person was told so
     const SleepInhibitor m_awake{"Vymkit", "A printer's firmware is being updated"};
 };
 
 void FollowedRun::noteBeginning()
 {
     auto& log = m_run.log();
+    if (!m_place.systemRemark.empty())
+        log.note(m_place.systemRemark);
     log.note(m_awake.note());
     if (m_place.options.verbose)
         m_place.display.line(log.path().empty() ? "no log: " + log.problem()
@@ -87,6 +92,7 @@ void FollowedRun::watch()
         show(m_run.look());
         if (hasEnded)
             break;
+        watchQuiet();
         if (m_run.endCode().has_value())
             askToStop();
         hear(m_place.session.wait());
@@ -114,17 +120,40 @@ std::string FollowedRun::displayNameOf(const tag_devinfo& record) const
     return name.empty() || name == firmware.nameInPrinter ? firmware.displayName : name;
 }
 
+// A person who sees nothing move is told why; a script can set a limit of its own.
+void FollowedRun::watchQuiet()
+{
+    const double silence = static_cast<double>(m_run.quietMilliseconds()) / 1000;
+    const bool isLong = m_run.quietMilliseconds() >= WatchedRun::kQuietHint;
+    if (isLong && !m_isQuiet)
+        m_place.report.quiet(silence, m_place.session.seconds());
+    m_isQuiet = isLong;
+    const auto limit = m_place.options.stallLimit;
+    const bool goesOn = m_facts.stop == StopCause::none && !m_run.endCode().has_value();
+    if (!goesOn || !limit.has_value() || silence < *limit)
+        return;
+    m_facts.stallLimit = *limit;
+    stopFor(StopCause::stall, "the stall limit asks to stop");
+}
+
+void FollowedRun::stopFor(StopCause cause, std::string_view note)
+{
+    if (m_facts.stop == StopCause::none)
+        m_facts.stop = cause;
+    m_run.log().note(note);
+    m_place.report.stopping(cause, m_place.session.seconds());
+}
+
 void FollowedRun::hear(Wake wake)
 {
     if (wake != Wake::signal && wake != Wake::deadline)
         return;
     if (m_run.endCode().has_value())
         return; // it is ending by itself
-    const auto cause = wake == Wake::signal ? StopCause::user : StopCause::deadline;
-    if (m_facts.stop == StopCause::none)
-        m_facts.stop = cause;
-    m_run.log().note(wake == Wake::signal ? "a signal asks to stop" : "the deadline asks to stop");
-    m_place.report.stopping(cause, m_place.session.seconds());
+    if (wake == Wake::signal)
+        stopFor(StopCause::user, "a signal asks to stop");
+    else
+        stopFor(StopCause::deadline, "the deadline asks to stop");
 }
 
 bool isYes(std::string answer)

@@ -1,5 +1,6 @@
 #include "Platform/EndingSignals.h"
 
+#include <initializer_list>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
@@ -17,8 +18,11 @@ sigset_t endingSignals()
     sigemptyset(&set);
     sigaddset(&set, SIGINT);
     sigaddset(&set, SIGTERM);
-    if (!isIgnored(SIGHUP)) // as under nohup, where the lost terminal must not matter
-        sigaddset(&set, SIGHUP);
+    // Ignored as under nohup, where the lost terminal must not matter: so it stays.
+    for (const int signal : {SIGHUP, SIGQUIT, SIGTSTP}) {
+        if (!isIgnored(signal))
+            sigaddset(&set, signal);
+    }
     return set;
 }
 

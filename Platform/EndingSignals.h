@@ -1,5 +1,6 @@
-// The signals that ask a program to end, as something to wait for: while this lives none of them
-// ends the process by itself, so none can cut a transfer. A closed pipe is an error of one write.
+// The signals that ask a program to end or to halt (from the keys Ctrl-C, Ctrl-\ and Ctrl-Z, say),
+// as something to wait for: while this lives none of them ends or halts the process by itself, so
+// none can cut a transfer. A closed pipe is an error of one write.
 //
 // Owns:    a descriptor, and the process's signal mask while it lives.
 // Threads: built before any other thread, which so inherits the mask; then used by one.

@@ -62,7 +62,9 @@ CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
     try {
         return checkPrinter(queue, port, portNo, stop);
     } catch (const std::exception&) {
-        return {result::kSystem, {}, {}};
+        CheckReport report{};
+        report.result = result::kSystem;
+        return report;
     }
 }
 

@@ -54,6 +54,7 @@ int decideAll(vymProtocol& protocol, CheckReport& report)
     std::string model;
     if (!g_VymInfo.getTgmName(model))
         return result::kSystem;
+    report.reportsWriting = protocol.IsSupportCheckState();
     decideEntries(protocol, model, report);
     return result::kSuccess;
 }

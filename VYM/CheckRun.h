@@ -25,6 +25,8 @@ struct CheckReport {
     int result; // a protocol result code; entries are decided only with kSuccess
     std::string printerModel;
     std::vector<CheckedEntry> entries;
+    // An update would query its status after each entry that no error kept back, sent or not.
+    bool reportsWriting = false;
 };
 
 CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,

@@ -13,7 +13,7 @@ constexpr std::size_t kLongForm = 12; // four leading characters and eight digit
 constexpr VersionDecision kSend{true, result::kSuccess, VersionReason::applies};
 constexpr VersionDecision kOtherSeries{false, result::kSuccess, VersionReason::otherSeries};
 // A value of the version rule that the form has no answer for: nothing is sent, and no error.
-constexpr VersionDecision kNoRule{false, result::kSuccess, VersionReason::notNewer};
+constexpr VersionDecision kNoRule{false, result::kSuccess, VersionReason::noRule};
 constexpr VersionDecision kNotNewer{false, result::kNotApplicable, VersionReason::notNewer};
 constexpr VersionDecision kTooOld{false, result::kTooOld, VersionReason::tooOld};
 constexpr VersionDecision kUnreadable{false, result::kBadReply, VersionReason::unreadableVersion};

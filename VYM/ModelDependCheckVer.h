@@ -19,6 +19,7 @@ enum class VersionReason : std::uint8_t {
     otherSeries, // the leading characters of the versions differ: nothing is sent, and no error
     unreadableVersion, // a version text of no known form
     undecided, // an error came before the decision
+    noRule, // the package's version rule sends no such step: nothing is sent, and no error
 };
 
 struct VersionDecision {

@@ -60,7 +60,8 @@ vymBindInfo::vymBindInfo()
     char folder[kFolderSize] = {};
     m_located = getBundleLocation(folder, kFolderSize);
     if (m_located) {
-        const auto path = std::string(folder) + "//VYMBINDDATA";
+        const std::string other(bundleFile());
+        const auto path = other.empty() ? std::string(folder) + "//VYMBINDDATA" : other;
         if (isPlainFile(path.c_str()))
             fopen_s(&m_fp, path.c_str(), "rb");
     }

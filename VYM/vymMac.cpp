@@ -21,6 +21,7 @@ std::atomic<TimeSource*> g_timeSource{nullptr};
 std::atomic<unsigned> g_debugLevel{1};
 std::atomic<DebugSink> g_debugSink{nullptr};
 char g_bundleLocation[kLocationSize]; // empty: the executable's folder
+char g_bundleFile[kLocationSize]; // empty: VYMBINDDATA in that folder
 
 std::atomic_ref<std::uint32_t> signalledFlag(TAG_MUTEXDATA& event)
 {
@@ -267,6 +268,16 @@ char* getLocaleString()
 bool setBundleLocation(const char* folder)
 {
     return strcpy_s(g_bundleLocation, kLocationSize, folder) == 0;
+}
+
+bool setBundleFile(const char* path)
+{
+    return strcpy_s(g_bundleFile, kLocationSize, path) == 0;
+}
+
+const char* bundleFile()
+{
+    return g_bundleFile;
 }
 
 bool getBundleLocation(char* folder, unsigned long size)

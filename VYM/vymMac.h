@@ -91,6 +91,10 @@ unsigned long getSystemVersion();
 // container is first opened. Returns false for null or a path too long to keep (1023 bytes).
 // Threads: before the container is opened.
 bool setBundleLocation(const char* folder);
+// A package file of any name, opened in place of VYMBINDDATA in that folder; empty: none, as at the
+// start. Returns and threads as above.
+bool setBundleFile(const char* path);
+const char* bundleFile(); // empty where none was set
 // Writes the folder with its NUL; false when it does not fit or is unknown: the executable's path
 // has 1024 bytes or more.
 bool getBundleLocation(char* folder, unsigned long size);

@@ -13,10 +13,10 @@ bool isConsistent(const VersionDecision& decision)
     case VersionReason::applies:
         return decision.send && decision.code == result::kSuccess;
     case VersionReason::otherSeries:
+    case VersionReason::noRule:
         return !decision.send && decision.code == result::kSuccess;
-    case VersionReason::notNewer: // a step that no rule speaks of is no error
-        return !decision.send
-            && (decision.code == result::kNotApplicable || decision.code == result::kSuccess);
+    case VersionReason::notNewer:
+        return !decision.send && decision.code == result::kNotApplicable;
     case VersionReason::tooOld:
         return !decision.send && decision.code == result::kTooOld;
     case VersionReason::unreadableVersion:

@@ -151,6 +151,22 @@ std::string currentFolder()
     return getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
 }
 
+struct Place {
+    std::string folder;
+    std::string file;
+};
+
+// A path may name the package's folder, or its file, whatever that is called.
+Place placeOf(const std::optional<std::string>& path)
+{
+    const auto folder = path.value_or(currentFolder());
+    std::error_code error;
+    if (!path.has_value() || !fs::is_regular_file(folder, error))
+        return {folder, folder + "/" + kContainerName};
+    const auto parent = fs::path(folder).parent_path().string();
+    return {parent.empty() ? "." : parent, folder};
+}
+
 std::string withAdvice(const std::string& why, const std::string& file)
 {
     return why + " Run \"vympack check " + plainPath(file) + "\" to see what is wrong with it.";
@@ -159,11 +175,11 @@ std::string withAdvice(const std::string& why, const std::string& file)
 // Why the file cannot even be opened; empty when it can.
 std::string unreachable(const std::string& folder, const std::string& file)
 {
-    const std::string advice =
-        " Give the folder that holds " + std::string(kContainerName) + " with --package FOLDER.";
+    const std::string advice = " Give the folder that holds " + std::string(kContainerName)
+        + " with --package FOLDER, or the file itself.";
     std::error_code error;
     if (fs::exists(folder, error) && !fs::is_directory(folder, error))
-        return "'" + plainPath(folder) + "' is not a folder." + advice;
+        return "'" + plainPath(folder) + "' is neither a folder nor a file." + advice;
     if (!fs::is_directory(folder, error))
         return "There is no folder '" + plainPath(folder) + "' that can be read." + advice;
     if (!fs::exists(file, error))
@@ -219,20 +235,21 @@ OpenedPackage stopped()
 
 } // namespace
 
-OpenedPackage openPackage(const std::optional<std::string>& folder)
+OpenedPackage openPackage(const std::optional<std::string>& path)
 {
     PackageRequest request;
-    request.folder = folder;
+    request.path = path;
     return openPackage(request);
 }
 
 OpenedPackage openPackage(const PackageRequest& request)
 {
     const auto shouldStop = [&request] { return request.shouldStop && request.shouldStop(); };
-    if (request.folder.has_value() && !setBundleLocation(request.folder->c_str()))
-        return unusable("The package's folder has too long a name.");
-    const auto where = request.folder.value_or(currentFolder());
-    const auto file = where + "/" + kContainerName;
+    const auto [where, file] = placeOf(request.path);
+    const bool isOther = fs::path(file).filename() != kContainerName;
+    if ((request.path.has_value() && !setBundleLocation(where.c_str()))
+        || !setBundleFile(isOther ? file.c_str() : ""))
+        return unusable("The package's folder or file has too long a name.");
     if (auto problem = unreachable(where, file); !problem.empty())
         return unusable(std::move(problem));
     if (shouldStop())
@@ -242,6 +259,7 @@ OpenedPackage openPackage(const PackageRequest& request)
     if (shouldStop())
         return stopped();
     auto package = readPackage(where);
+    package.file = plainPath(file);
     if (auto problem = problemOf(package, file); !problem.empty())
         return unusable(std::move(problem));
     return {std::move(package), {}, PackageState::usable};
@@ -249,9 +267,12 @@ OpenedPackage openPackage(const PackageRequest& request)
 
 std::string unfitForUpdate(const PackageFacts& package)
 {
-    const auto file = package.folder + "/" + kContainerName;
+    const auto& file = package.file;
     if (package.model.empty())
         return withAdvice("The package does not say for which model it is (TGMNAME).", file);
+    if (package.updateSeconds <= 0)
+        return withAdvice("The package does not say how long a firmware may take (UPDATETIME).",
+                          file);
     const auto missing =
         std::find_if(package.firmware.begin(), package.firmware.end(),
                      [](const auto& firmware) { return !firmware.bytes.has_value(); });

@@ -45,13 +45,14 @@ struct PackageFacts {
     std::optional<long> lowestSystem; // in BCD
     std::optional<long> highestSystem;
     std::vector<PackagedFirmware> firmware;
+    std::string file = {}; // of the package, with its folder
 };
 
 // Bytes of one row of the description: far above what a printer family needs.
 constexpr std::size_t kLongestRow = 65536;
 
 struct PackageRequest {
-    std::optional<std::string> folder; // that holds the container; empty: the program's own
+    std::optional<std::string> path; // the folder, or the file; empty: the program's own folder
     std::function<bool()> shouldStop; // whether the user has had enough; may be empty
 };
 
@@ -64,6 +65,6 @@ struct OpenedPackage {
 };
 
 OpenedPackage openPackage(const PackageRequest& request);
-OpenedPackage openPackage(const std::optional<std::string>& folder);
+OpenedPackage openPackage(const std::optional<std::string>& path);
 // Why a printer cannot be updated from this package, and what to do; empty when it can be.
 std::string unfitForUpdate(const PackageFacts& package);

@@ -71,30 +71,36 @@ NewLog opened(const std::string& folder)
     return log;
 }
 
-std::vector<std::string> logsIn(const std::string& folder)
+// The date in a log's name, as names are made: "20261121T033509" sorts and compares as a time does.
+std::string dateOf(std::string_view name)
 {
-    std::vector<std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::error_code vanished;
-        const bool isFile = fs::is_regular_file(entry->symlink_status(vanished));
-        if (isFile && isLogName(entry->path().filename().native()))
-            names.push_back(entry->path().filename());
-    }
-    return names;
+    constexpr std::size_t kDateAt = 4; // after "run-"
+    constexpr std::size_t kDateLength = 15;
+    return std::string(name.substr(kDateAt, kDateLength));
 }
 
-// The new one stays, and takes one of the places.
+std::string dateBefore(int days)
+{
+    const auto then = std::chrono::system_clock::now() - std::chrono::hours(24 * days);
+    return dateOf(nameAt(std::chrono::duration_cast<Milliseconds>(then.time_since_epoch())));
+}
+
+// The new one stays, and takes one of the places that are always kept.
 void removeOldest(const std::string& folder, const std::string& newName)
 {
-    auto names = logsIn(folder);
+    auto names = logNames(folder);
     names.erase(std::remove(names.begin(), names.end(), newName), names.end());
-    std::sort(names.begin(), names.end());
-    const auto room = kKeptLogs - 1;
-    const auto surplus = names.size() > room ? names.size() - room : 0;
-    for (std::size_t i = 0; i < surplus; ++i)
-        unlink((folder + "/" + names[i]).c_str());
+    const auto oldest = dateBefore(kKeptDays);
+    std::uintmax_t bytes = 0;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const auto path = folder + "/" + names[i];
+        std::error_code vanished;
+        const auto size = fs::file_size(path, vanished);
+        bytes += vanished ? 0 : size;
+        const bool isSurplus = bytes > kMostLogBytes || dateOf(names[i]) < oldest;
+        if (i + 1 >= kKeptLogs && isSurplus)
+            unlink(path.c_str());
+    }
 }
 
 } // namespace
@@ -117,6 +123,21 @@ bool isLogName(std::string_view name)
     name.remove_prefix(kShape.size());
     name.remove_suffix(kEnding.size());
     return std::all_of(name.begin(), name.end(), isDigit);
+}
+
+std::vector<std::string> logNames(const std::string& folder)
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code vanished;
+        const bool isFile = fs::is_regular_file(entry->symlink_status(vanished));
+        if (isFile && isLogName(entry->path().filename().native()))
+            names.push_back(entry->path().filename());
+    }
+    std::sort(names.rbegin(), names.rend());
+    return names;
 }
 
 NewLog createLog(const std::string& folder)

@@ -2,15 +2,22 @@
 //
 // Owns:      nothing; a new log's descriptor is its caller's.
 // Threads:   any; several processes may use one folder at the same time.
-// Invariant: only regular files with a log's name are ever removed, never what a link points to,
+// Invariant: the newest kKeptLogs stay, whatever their size and age; only regular files with a
+// log's name are ever removed, never what a link points to,
 //            and never the file that was made just now, whatever the clock says.
 // Errors:    texts for people; a full disk or a read-only folder is nothing worse.
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
-constexpr std::size_t kKeptLogs = 50; // a few months of an office's updates, far below a megabyte
+constexpr std::size_t kKeptLogs = 50; // always kept: a few months of an office's updates
+// Older ones stay for a quarter of a year, as long as all of them together are this small: a log
+// has a few kilobytes, so that even a thousand updates fit.
+constexpr int kKeptDays = 90;
+constexpr std::uintmax_t kMostLogBytes = 64UL * 1024 * 1024;
 
 // $XDG_STATE_HOME/vymkit, or .local/state/vymkit at home; empty where neither is known.
 std::string logFolder();
@@ -23,5 +30,8 @@ struct NewLog {
     std::string path;
     std::string problem; // why there is none; empty when there is one
 };
-// Makes the folder where it is missing, and removes the oldest logs when there are too many.
+// The names of all logs, the newest first.
+std::vector<std::string> logNames(const std::string& folder);
+// Makes the folder where it is missing, and removes the oldest logs when there are too many or they
+// are too large.
 NewLog createLog(const std::string& folder);

@@ -12,9 +12,6 @@
 
 namespace {
 
-// Of one line's text, in bytes: the longest path is cut off, and little else.
-constexpr std::size_t kLineLimit = 1000;
-
 std::string localTime(const char* format)
 {
     const auto now = std::time(nullptr);
@@ -121,7 +118,7 @@ void RunLog::end(std::string_view name, std::optional<int> code)
 
 void RunLog::line(std::string_view name, std::string_view text)
 {
-    write(std::string(name) + ": " + plainText(text, kLineLimit) + "\n");
+    write(std::string(name) + ": " + plainText(text, kLogLineLimit) + "\n");
 }
 
 void RunLog::write(std::string_view text)

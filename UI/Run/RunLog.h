@@ -15,6 +15,9 @@
 #include <string_view>
 #include <vector>
 
+// Of one line's text, in bytes: the longest path is cut off, and little else.
+constexpr std::size_t kLogLineLimit = 1000;
+
 struct RunLogFirmware {
     std::string name;
     std::string version;

@@ -177,9 +177,9 @@ const char* stateName(update_state state)
 
 const char* reasonName(VersionReason reason)
 {
-    constexpr std::array<const char*, 8> kNames = {
-        "applies", "other-model",  "not-listed",         "not-newer",
-        "too-old", "other-series", "unreadable-version", "undecided"};
+    constexpr std::array<const char*, 9> kNames = {
+        "applies",      "other-model",        "not-listed", "not-newer", "too-old",
+        "other-series", "unreadable-version", "undecided",  "no-rule"};
     return kNames.at(static_cast<std::size_t>(reason));
 }
 

@@ -25,6 +25,9 @@ class WatchedRun {
 public:
     static constexpr unsigned kLookInterval = 1000; // milliseconds between two looks
 
+    // Milliseconds without a change after which a person wants to know that this can be normal.
+    static constexpr std::uint64_t kQuietHint = 60000;
+
     explicit WatchedRun(const RunLogFacts& facts);
     ~WatchedRun(); // stops the worker, and waits for it
     WatchedRun(const WatchedRun&) = delete;

@@ -20,6 +20,7 @@ constexpr VersionDecision kSend = {true, 1, VersionReason::applies};
 constexpr VersionDecision kNotNewer = {false, -11, VersionReason::notNewer};
 constexpr VersionDecision kNotListed = {false, -11, VersionReason::notListed};
 constexpr VersionDecision kOtherSeries = {false, 1, VersionReason::otherSeries};
+constexpr VersionDecision kNoRule = {false, 1, VersionReason::noRule};
 constexpr VersionDecision kTooOld = {false, -12, VersionReason::tooOld};
 constexpr VersionDecision kOtherModel = {false, -7, VersionReason::otherModel};
 constexpr VersionDecision kUnreadable = {false, -5, VersionReason::unreadableVersion};
@@ -56,6 +57,56 @@ TEST(CheckCommand, TellsThatThereIsNothingToUpdate)
     expectGolden("check-nothing.txt", check.out);
     EXPECT_EQ(check.json(), 2);
     expectGolden("check-nothing.json", check.out);
+}
+
+TEST(CheckCommand, WarnsWhereOnlyThePrinterDecidesWhetherAnUpdateGoesOn)
+{
+    for (const auto& decision : {kOtherSeries, kNoRule}) {
+        Check check({entry(1, decision, "XX010200"), entry(2, kSend, "VE010100")});
+        EXPECT_EQ(check.text(), 0);
+        EXPECT_EQ(check.out.find("Warning"), std::string::npos); // it queries no status
+        check.worker.report.reportsWriting = true;
+        EXPECT_EQ(check.text(), 0);
+        EXPECT_THAT(check.out,
+                    HasSubstr("Warning: firmware 1 (Main controller): Only the printer "
+                              "decides whether an update goes on"));
+        EXPECT_EQ(check.json(), 0);
+        EXPECT_THAT(check.out, HasSubstr(R"("warning":"Only the printer decides)"));
+        EXPECT_THAT(check.out, HasSubstr(R"("confirmed":false,"warning":null})"));
+    }
+}
+
+TEST(CheckCommand, CallsAFirmwareThatTheRuleNeverSendsNotNotNewer)
+{
+    Check check({entry(1, kNoRule, "01.10"), entry(2, kNotListed, "")});
+    EXPECT_EQ(check.text(), 2);
+    EXPECT_THAT(check.out, HasSubstr("skip it: the package's version rule never sends"));
+    EXPECT_EQ(check.json(), 2);
+    EXPECT_THAT(check.out, HasSubstr(R"("decision":"skip","reason":"no-rule")"));
+}
+
+TEST(CheckCommand, KnowsTheSizeOfEachImage)
+{
+    Check check({entry(1, kSend, "VP010200"), entry(2, kNotListed, "")});
+    EXPECT_EQ(check.json(), 0);
+    EXPECT_THAT(check.out, HasSubstr(R"("bytes_sent":0,"bytes_total":3145728,)"));
+    EXPECT_THAT(check.out, HasSubstr(R"("bytes_sent":0,"bytes_total":700,)"));
+}
+
+TEST(CheckCommand, WarnsOfASystemThatTheWindowWouldRefuse)
+{
+    Check check({entry(1, kSend, "VP010200"), entry(2, kNotListed, "")});
+    check.package.systemBounds = {{0x1040, 0x1060}};
+    EXPECT_EQ(check.text(), 0);
+    EXPECT_THAT(check.err,
+                StartsWith("Warning: The package is for systems with a version from "
+                           "10.4.0 to 10.6.0. This system has version 12.0.0."));
+    EXPECT_EQ(check.json(), 0);
+    EXPECT_THAT(check.out, HasSubstr(R"("warning":"The package is for systems)"));
+    EXPECT_EQ(check.err, "");
+    check.worker.systemVersion = 0x900; // cannot be compared
+    EXPECT_EQ(check.json(), 0);
+    EXPECT_THAT(check.out, testing::EndsWith("\"udev_rule\":null,\"warning\":null}\n"));
 }
 
 TEST(CheckCommand, ARefusalEndsWithItsCode)

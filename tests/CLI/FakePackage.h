@@ -22,7 +22,7 @@ struct FakePackage {
     int portNumber = 48350;
     yesno_type needsExitOperation = yesno_no;
     yesno_type versionRule = yesno_no;
-    std::optional<std::pair<long, long>> systemBounds; // lowest, highest
+    std::optional<std::pair<long, long>> systemBounds = {{0, -1}}; // lowest, highest
     std::vector<FakeFirmware> firmware;
     std::map<std::string, unsigned long> files;
 };

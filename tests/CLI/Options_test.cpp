@@ -32,7 +32,7 @@ TEST(Options, AreAcceptedBeforeAndBehindTheCommand)
         EXPECT_EQ(options.usageError, "");
         EXPECT_EQ(options.command, Command::update);
         EXPECT_EQ(options.address, "192.0.2.7");
-        EXPECT_EQ(options.packageFolder, "p");
+        EXPECT_EQ(options.package, "p");
         EXPECT_EQ(options.deadline, 90);
         EXPECT_TRUE(options.yes && options.json && options.quiet && options.verbose
                     && options.noColour);
@@ -63,15 +63,33 @@ TEST(Options, SayWhatIsWrong)
         {"a list of one printer", {"printers", "--printer", "a"}, "about no single printer"},
         {"all of an update", {"update", "-a", "192.0.2.7", "--all"}, "--all belongs"},
         {"an option without its value", {"check", "--address"}, "--address"},
-        {"a name for an address", {"check", "--address", "printer"}, "four numbers"},
+        {"five numbers for an address", {"check", "--address", "1.2.3.4.5"}, "four numbers"},
+        {"a URL for an address", {"check", "--address", "http://printer"}, "four numbers"},
+        {"an empty value", {"info", "--package=", "check"}, "--package= has no value"},
+        {"a wrong letter", {"check", "--adress", "192.0.2.7"}, "Did you mean '--address'?"},
+        {"a wrong letter in a command", {"chekc"}, "Did you mean 'check'?"},
+        {"a port of another kind",
+         {"check", "-a", "192.0.2.7", "--port", "70000"},
+         "is not a port: give --port a number from 1 to 65535"},
+        {"a port that nothing is connected to", {"info", "--port", "9"}, "--port belongs to"},
+        {"a trace of nothing", {"info", "--trace", "f"}, "--trace belongs to"},
+        {"a trace without a file", {"check", "-a", "192.0.2.7", "--trace", ""}, "name of a file"},
         {"an empty address", {"check", "--address", ""}, "four numbers"},
         {"an address twice", {"check", "-a", "192.0.2.7", "-a", "192.0.2.8"}, "--address"},
         {"an address that nobody asks", {"info", "--address", "192.0.2.7"}, "leave --address"},
         {"a yes to a check", {"check", "-a", "192.0.2.7", "--yes"}, "--yes belongs"},
         {"a limit in words", {"info", "--deadline", "soon"}, "'soon' is not a time limit"},
         {"an empty limit", {"info", "--deadline", ""}, "is not a time limit"},
+        {"a stall limit in words",
+         {"update", "-a", "192.0.2.7", "--stall-limit", "x"},
+         "'x' is not a time limit: give --stall-limit"},
+        {"a stall limit of a check",
+         {"check", "-a", "192.0.2.7", "--stall-limit", "9"},
+         "--stall-limit belongs to 'update'"},
         {"control characters", {"info", "--deadline", "\x1b[2J"}, "'\\x1b[2J'"},
         {"control characters in a command", {"\x1b[2J"}, "\\x1b[2J"},
+        {"a number of no run", {"history", "-1"}, "-1"},
+        {"a run by name", {"history", "last"}, "is not the number of a run"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
@@ -85,6 +103,38 @@ TEST(Options, HelpAndVersionNeedNothingElse)
     EXPECT_EQ(parse({"update", "-h"}).command, Command::help);
     EXPECT_EQ(parse({"check", "--version"}).command, Command::version);
     EXPECT_EQ(parse({"update", "-h"}).usageError, "");
+}
+
+TEST(Options, HelpWinsOverAWrongLine)
+{
+    EXPECT_EQ(parse({"check", "--force", "-h"}).command, Command::help);
+    EXPECT_EQ(parse({"check", "--force", "-h"}).usageError, "");
+    EXPECT_EQ(parse({"check", "--address", "-h"}).command, Command::help);
+}
+
+TEST(Options, NameTheCommandAlsoInALineThatIsWrong)
+{
+    EXPECT_EQ(parse({"check", "--force"}).command, Command::check);
+    EXPECT_EQ(parse({"update", "--deadline="}).command, Command::update);
+}
+
+TEST(Options, TakeANumberWhereOneIsMeant)
+{
+    EXPECT_EQ(parse({"check", "-a", "printer.example", "--port", "9100"}).port, 9100);
+    EXPECT_EQ(parse({"history", "3"}).run, 3U);
+    EXPECT_EQ(parse({"history"}).run, std::nullopt);
+    for (const char* bad : {"", "0", "-1", "+1", "1x", "65536", "99999999999"})
+        EXPECT_EQ(parseNumber(bad, 65535), std::nullopt) << bad;
+}
+
+TEST(Options, AHostNameHasLettersAndNothingThatAddressesLack)
+{
+    for (const char* good : {"printer", "printer.example", "p-1_2.example.", "1a.2b"})
+        EXPECT_TRUE(isHostName(good)) << good;
+    for (const char* bad : {"", "1.2.3", "1.2.3.256", "a b", "-a", ".a", "a..b", "a/b", "a:9100",
+                            "0x7f000001", "\x1b[2J", "usb://a"})
+        EXPECT_FALSE(isHostName(bad)) << bad;
+    EXPECT_FALSE(isHostName(std::string(254, 'a')));
 }
 
 TEST(Options, JsonIsNoticedInALineThatIsWrong)
@@ -124,6 +174,9 @@ TEST(Options, APortStringIsOneThatConnectionsTake)
         {"192.0.2.7", "is no port string"},
         {"ipp://office", "is no port string"},
         {"net6:::1", "is no port string"},
+        {"lpd://", "names no host"},
+        {"lpd:///queue", "names no host"},
+        {"net:", "names no host"},
         {"USB://A/P?serial=1", "is no port string"},
         {" usb://A/P?serial=1", "is no port string"},
         {"usb://A/P?Serial=1", "has no serial="},
@@ -156,10 +209,29 @@ TEST(Options, ATimeLimitIsAPositiveNumber)
 
 TEST(Options, EveryOneIsOnTheHelpPage)
 {
-    for (const char* word :
-         {"info ",        "printers ",  "--printer NAME",  "--uri PORT",    "--all",
-          "check ",       "update ",    "-a, --address A", "-y, --yes",     "-p, --package FOLDER",
-          "--deadline S", "--json",     "-q, --quiet",     "-v, --verbose", "--no-color",
-          "NO_COLOR",     "-h, --help", "--version",       "Examples:",     "Exit codes:"})
+    for (const char* word : {"info ",
+                             "printers ",
+                             "--printer NAME",
+                             "--uri PORT",
+                             "--all",
+                             "check ",
+                             "update ",
+                             "--port N",
+                             "--trace FILE",
+                             "history [N]",
+                             "-a, --address A",
+                             "-y, --yes",
+                             "-p, --package FOLDER",
+                             "--deadline S",
+                             "--stall-limit S",
+                             "--json",
+                             "-q, --quiet",
+                             "-v, --verbose",
+                             "--no-color",
+                             "NO_COLOR",
+                             "-h, --help",
+                             "--version",
+                             "Examples:",
+                             "Exit codes:"})
         EXPECT_THAT(std::string(kHelpText), HasSubstr(word));
 }

@@ -115,13 +115,42 @@ TEST(PrintersCommand, GivesTheReasonOfEveryOther)
     expectGolden("printers-all.json", run.out);
 }
 
+TEST(PrintersCommand, WarnsOfWhatWouldGoWrongWithACandidate)
+{
+    Printers run;
+    run.server.queue("Six", "lpd://[2001:db8::1]/q", "Driver 100 PS");
+    run.server.queue("Long", "lpd://" + std::string(260, 'a'), "Driver 100 PS");
+    run.server.queue("Office two", "lpd://10.0.0.5:515/other", "Driver 100 PS");
+    run.server.queue("Socket", "socket://10.0.0.9", "Driver 100 PS");
+    EXPECT_EQ(run.list(), 0);
+    EXPECT_THAT(run.out, HasSubstr("its address is an IPv6 one"));
+    EXPECT_THAT(run.out, HasSubstr("its address is too long for a connection"));
+    EXPECT_THAT(run.out, HasSubstr("it leads to the same host as Office\n"));
+    EXPECT_EQ(run.list({"--all", "--json"}), 0);
+    EXPECT_THAT(run.out, HasSubstr(R"("warning":"it leads to the same host as Office"})"));
+    EXPECT_THAT(run.out, HasSubstr("by LPD: give its IPv4 address with --address"));
+}
+
+TEST(PrinterByName, IsFoundWithoutCaseAsPrintServersDo)
+{
+    Printers run;
+    run.worker.report = {1, "Model 100", {}};
+    EXPECT_EQ(run.check("--printer", "oFFICE"), 2);
+    EXPECT_EQ(run.worker.port, "lpd://10.0.0.5/q/");
+    run.server.queue("OFFICE", "lpd://10.0.0.7/q", "Driver 100 PS");
+    EXPECT_EQ(run.check("--printer", "OFFICE"), 2); // exactly so
+    EXPECT_EQ(run.worker.port, "lpd://10.0.0.7/q/");
+    EXPECT_EQ(run.check("--printer", "oFFICE"), 68);
+    EXPECT_THAT(run.out, HasSubstr("several-printers"));
+}
+
 TEST(PrintersCommand, SaysThatThereIsNone)
 {
     CommandRun run;
     EXPECT_EQ(run.runOnPackage({"printers"}), 0);
     EXPECT_EQ(run.out, "Printers: none can be updated from this package.\n");
     EXPECT_EQ(run.runOnPackage({"printers", "--json"}), 0);
-    EXPECT_THAT(run.out, HasSubstr(R"("printers":[],"udev_rule":null})"));
+    EXPECT_THAT(run.out, HasSubstr(R"("printers":[],"udev_rule":null,)"));
 }
 
 TEST(PrintersCommand, ListsUsbWhereThePrintServerCannotBeAsked)
@@ -203,11 +232,11 @@ TEST(PrinterByName, IsRefusedWhenItFitsNoneOrSeveralOrOneThatCannotBeUpdated)
         {"Nobody", "no-such-printer", "No printer is called 'Nobody'."},
         {"", "no-such-printer", "No printer is called ''."},
         {"\x1b", "no-such-printer", "'\\\\x1b'"},
-        {"office", "no-such-printer", "'office'"},
+        {"elsewhere", "no-such-printer", "'elsewhere'"},
         {"Twin", "several-printers",
          "fits several printers: Twin-id (lpd://10.0.1.1/), Twin-id (lpd://10.0.1.2/)"},
         {"Socket", "unsuitable-printer",
-         "'Socket' cannot be updated: it is not connected by USB or, over IPv4, by LPD."},
+         "'Socket' cannot be updated: it is not connected by USB or, over IPv4, by LPD: give its"},
         {"Office again", "unsuitable-printer", "it is the same device as Office."},
         {"Long", "unsuitable-printer", "longer than the 255 bytes"},
     };

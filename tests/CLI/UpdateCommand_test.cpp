@@ -234,6 +234,85 @@ TEST(UpdateCommand, TheTimeLimitStopsTheRunAsASignalDoes)
     EXPECT_THAT(update.out, HasSubstr(R"("next":"retry")"));
 }
 
+TEST(UpdateCommand, SaysAfterAMinuteWithoutASignThatThisCanBeNormal)
+{
+    Update update;
+    update.worker.records.insert(update.worker.records.begin() + 5, 62, kWholeRun[5]);
+    EXPECT_EQ(update.text(), 0);
+    EXPECT_EQ(linesWith(update.err, "Nothing has changed for"), 1U);
+    EXPECT_THAT(update.err, HasSubstr("Nothing has changed for 60 seconds, since 0:06"));
+    EXPECT_THAT(update.err, HasSubstr("--deadline"));
+    update.worker.looks = 0;
+    EXPECT_EQ(update.json(), 0);
+    EXPECT_THAT(update.out, HasSubstr(R"({"type":"quiet","schema_version":1,"seconds":)"));
+    EXPECT_THAT(update.out, HasSubstr(R"("quiet_seconds":60.0})"));
+    update.worker.looks = 0;
+    EXPECT_EQ(update.with({"--quiet"}), 0);
+    EXPECT_EQ(update.err, "");
+}
+
+TEST(UpdateCommand, AStallLimitEndsAWaitWithoutProgress)
+{
+    Update update;
+    update.worker.records.resize(6); // it writes and writes
+    update.worker.outcomes = {{1, 1, VersionReason::applies, true, false, 4000, 4000}};
+    EXPECT_EQ(update.with({"--stall-limit", "30", "--json"}), 130);
+    EXPECT_THAT(update.out, HasSubstr(R"("cause":"stall-limit"})"));
+    EXPECT_THAT(update.out, HasSubstr("showed no progress for 30 seconds"));
+    EXPECT_THAT(update.out, HasSubstr(R"("next":"check-printer")"));
+    EXPECT_EQ(update.worker.stops, 1);
+}
+
+TEST(UpdateCommand, AStallLimitLeavesARunAloneThatMovesOn)
+{
+    Update update;
+    EXPECT_EQ(update.with({"--stall-limit", "2"}), 0);
+}
+
+TEST(UpdateCommand, KeysThatQuitOrHaltAProgramOnlyAskItToStop)
+{
+    for (const int signal : {SIGQUIT, SIGTSTP}) {
+        Update update;
+        update.interrupt(1, status(state_entered));
+        update.worker.outcomes.clear();
+        update.worker.atLook = [signal](std::size_t now) {
+            if (now == 1)
+                kill(getpid(), signal);
+        };
+        EXPECT_EQ(update.text(), 130);
+        EXPECT_THAT(update.err, HasSubstr("You asked to stop"));
+    }
+}
+
+TEST(UpdateCommand, NeverPairsTheNumberOfOneFirmwareWithTheNameOfAnother)
+{
+    Update update;
+    auto next = kWholeRun[6];
+    next.m_firmwareNumber = 2; // published before the name
+    update.worker.records.insert(update.worker.records.begin() + 7, 2, next);
+    EXPECT_EQ(update.json(), 0);
+    EXPECT_THAT(
+        update.out,
+        HasSubstr(R"("firmware_number":2,"firmware_count":2,"firmware_name":"ENGINE.BIN")"));
+    EXPECT_EQ(update.out.find(R"("firmware_number":2,"firmware_count":2,"firmware_name":"MAIN)"),
+              std::string::npos);
+    update.worker.looks = 0;
+    EXPECT_EQ(update.text(), 0);
+    expectGolden("update-progress.txt", update.err);
+}
+
+TEST(UpdateCommand, NotesInItsLogWhatTheSystemIs)
+{
+    Update update;
+    update.package.systemBounds = {{0x1040, 0x1060}};
+    update.worker.systemVersion = 0x900;
+    EXPECT_EQ(update.json(), 0);
+    EXPECT_THAT(update.out, HasSubstr(R"("warning":null}
+)"));
+    const std::filesystem::directory_iterator logs(update.folder / "state/vymkit");
+    EXPECT_THAT(readFile(logs->path()), HasSubstr("note: This system has version 9.0.0."));
+}
+
 TEST(UpdateCommand, AnErrorAfterTheStopIsToldWhenFirmwareWasOnItsWay)
 {
     Update update;

@@ -21,7 +21,7 @@ TEST(EndingSignals, WaitUntilTheyAreTaken)
     const EndingSignals signals;
     EXPECT_FALSE(isReadable(signals));
     EXPECT_EQ(signals.take(), 0);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP}) {
         kill(getpid(), signal);
         EXPECT_TRUE(isReadable(signals));
         EXPECT_EQ(signals.take(), signal);

@@ -188,6 +188,9 @@ TEST(ModelDependCheckVer, GivesTheReasonInAWord)
     EXPECT_EQ(reason("AC0103", "", "AB0101"), VersionReason::otherSeries);
     EXPECT_EQ(reason("AB013", "AB012", "AB011"), VersionReason::tooOld);
     EXPECT_EQ(reason("1.0", "", "1.0"), VersionReason::unreadableVersion);
+    const auto everyVersion = decideVersion("01.00", "", "01.10", yesno_yes);
+    EXPECT_EQ(everyVersion.reason, VersionReason::noRule);
+    EXPECT_EQ(everyVersion.code, 1);
 }
 
 } // namespace

@@ -154,7 +154,7 @@ CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
 
 unsigned long get_system_version()
 {
-    return 0x1200;
+    return g_script->systemVersion;
 }
 
 char* get_locale_string()

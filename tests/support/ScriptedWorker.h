@@ -44,6 +44,8 @@ public:
     CheckReport report{};
     std::function<void(const std::atomic<bool>& stop)> duringCheck;
 
+    unsigned long systemVersion = 0x1200;
+
     // What it was given.
     std::string port;
     std::optional<std::string> queue;

@@ -172,7 +172,7 @@ TEST(OpenPackage, SaysWhyTheFileCannotBeReached)
         const char* words;
     } cases[] = {
         {"missing", "There is no folder"},
-        {"file", "is not a folder"},
+        {"file", "is not an update package"},
         {"empty", "holds no VYMBINDDATA"},
         {"nested", "is not a file"},
     };
@@ -181,6 +181,37 @@ TEST(OpenPackage, SaysWhyTheFileCannotBeReached)
         const auto result = openPackage((folder.path() / name).string());
         EXPECT_FALSE(result.package.has_value());
         EXPECT_NE(result.problem.find(words), std::string::npos) << result.problem;
+    }
+}
+
+TEST(OpenPackage, TakesAFileOfAnyNameAsWellAsItsFolder)
+{
+    WholePackage package;
+    package.open();
+    const auto folder = package.folder().path();
+    for (const auto* name : {"VYMBINDDATA", "acme-1.2.vym"}) {
+        SCOPED_TRACE(name);
+        if (name != std::string("VYMBINDDATA"))
+            fs::rename(folder / "VYMBINDDATA", folder / name);
+        delete vymBindInfo::Instance(); // as at the start of a program
+        const auto result = openPackage((folder / name).string());
+        ASSERT_TRUE(result.package.has_value()) << result.problem;
+        EXPECT_EQ(result.package->model, "ACME100");
+        EXPECT_EQ(result.package->folder, folder.string());
+        EXPECT_EQ(result.package->file, (folder / name).string());
+    }
+    setBundleFile("");
+}
+
+TEST(UnfitForUpdate, SaysThatThePackageGivesNoTimeForAFirmware)
+{
+    for (const auto* row : {"UPDATETIME 0", "EXITTIME 1"}) {
+        Package package;
+        package.description({"TGMNAME ACME100", "PORTNO 4711", row, "VERSION MAIN=0110 main.bin"})
+            .file("main.bin", imageBytes(100));
+        const auto facts = opened(package).package;
+        ASSERT_TRUE(facts.has_value());
+        EXPECT_NE(unfitForUpdate(*facts).find("UPDATETIME"), std::string::npos) << row;
     }
 }
 
@@ -295,7 +326,7 @@ TEST(OpenPackage, StopsWhereTheUserHasHadEnough)
     for (int allowed = 0; allowed < 3; ++allowed) {
         int checks = 0;
         PackageRequest request;
-        request.folder = package.folder().path().string();
+        request.path = package.folder().path().string();
         request.shouldStop = [&] { return ++checks > allowed; };
         const auto result = openPackage(request);
         if (checks <= allowed)

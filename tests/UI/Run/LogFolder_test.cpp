@@ -2,6 +2,8 @@
 #include "tests/support/TempFolder.h"
 
 #include <algorithm>
+#include <array>
+#include <ctime>
 #include <gtest/gtest.h>
 #include <optional>
 #include <sys/stat.h>
@@ -54,6 +56,17 @@ std::size_t countIn(const std::filesystem::path& folder)
 std::string oldName(std::size_t number)
 {
     return "run-20010101T000000." + std::to_string(100 + number) + "Z-1.log";
+}
+
+// The i-th log of a day so many days ago.
+std::string nameDaysAgo(int days, std::size_t i)
+{
+    const auto then = std::time(nullptr) - static_cast<std::time_t>(days) * 24 * 3600;
+    std::tm time{};
+    gmtime_r(&then, &time);
+    std::array<char, 32> date{};
+    std::strftime(date.data(), date.size(), "run-%Y%m%dT%H%M%S.", &time);
+    return date.data() + std::to_string(100 + i) + "Z-1.log";
 }
 
 } // namespace
@@ -134,7 +147,40 @@ TEST(LogFolder, KeepsTheNewLogWhereTheClockWasSetBack)
         folder.write("run-99990101T000000." + std::to_string(100 + i) + "Z-1.log", "");
     const auto path = newLog(folder.path());
     EXPECT_TRUE(std::filesystem::exists(path));
-    EXPECT_EQ(countIn(folder.path()), kKeptLogs);
+    EXPECT_EQ(countIn(folder.path()), kKeptLogs + 1); // none of them is old
+}
+
+TEST(LogFolder, KeepsMoreThanTheNewestWhileTheyAreYoung)
+{
+    const TempFolder folder;
+    for (std::size_t i = 0; i < kKeptLogs + 5; ++i)
+        folder.write(nameDaysAgo(kKeptDays - 1, i), "");
+    folder.write(nameDaysAgo(kKeptDays + 1, 0), "");
+    newLog(folder.path());
+    EXPECT_EQ(countIn(folder.path()), kKeptLogs + 6);
+    EXPECT_FALSE(std::filesystem::exists(folder / nameDaysAgo(kKeptDays + 1, 0)));
+}
+
+TEST(LogFolder, KeepsOnlyTheNewestWhereAllTogetherAreLarge)
+{
+    const TempFolder folder;
+    for (std::size_t i = 0; i < kKeptLogs + 5; ++i) {
+        const auto name = nameDaysAgo(1, i);
+        folder.write(name, "");
+        std::filesystem::resize_file(folder / name, kMostLogBytes / kKeptLogs); // all holes
+    }
+    newLog(folder.path());
+    EXPECT_EQ(countIn(folder.path()), kKeptLogs + 1); // the last one that fits, and the new one
+}
+
+TEST(LogFolder, ListsItsLogsNewestFirst)
+{
+    const TempFolder folder;
+    folder.write(oldName(1), "");
+    folder.write(oldName(2), "");
+    folder.write("notes.txt", "");
+    EXPECT_EQ(logNames(folder.path()), (std::vector<std::string>{oldName(2), oldName(1)}));
+    EXPECT_TRUE(logNames("/nowhere").empty());
 }
 
 TEST(LogFolder, RemovesNothingThatIsNoLog)

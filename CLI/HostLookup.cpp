@@ -1,0 +1,53 @@
+#include "CLI/HostLookup.h"
+
+#include "CLI/BackgroundTask.h"
+#include "UI/Text/PlainText.h"
+
+#include <arpa/inet.h>
+#include <array>
+#include <memory>
+#include <netdb.h>
+
+namespace {
+
+// All that the looking thread works with, so that it can outlive the wait for it.
+struct Lookup {
+    std::string name;
+    HostLookup found;
+    BackgroundTask task; // last: ends before what it works with
+};
+
+HostLookup found(const std::string& name)
+{
+    addrinfo hints{};
+    hints.ai_family = AF_INET; // connections take no other
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* list = nullptr;
+    if (const int error = getaddrinfo(name.c_str(), nullptr, &hints, &list); error != 0)
+        return {{}, gai_strerror(error)};
+    const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> owned(list, &freeaddrinfo);
+    std::array<char, INET_ADDRSTRLEN> text{};
+    inet_ntop(AF_INET, &reinterpret_cast<const sockaddr_in*>(list->ai_addr)->sin_addr, text.data(),
+              text.size());
+    return {text.data(), {}};
+}
+
+} // namespace
+
+HostLookup lookUpHost(Workplace& place, const std::string& name)
+{
+    auto lookup = std::make_unique<Lookup>();
+    lookup->name = name;
+    lookup->task.start(place.session, [&each = *lookup] { each.found = found(each.name); });
+    const auto stage = "Looking up " + plainText(name);
+    while (!lookup->task.isDone()) {
+        const auto wake = place.session.wait();
+        place.report.waiting(stage, place.session.seconds());
+        if (wake != Wake::signal && wake != Wake::deadline)
+            continue;
+        place.isThreadLeft = true;
+        static_cast<void>(lookup.release()); // the thread's, until the process ends
+        return {{}, {}, wake == Wake::signal ? StopCause::user : StopCause::deadline};
+    }
+    return lookup->found;
+}

@@ -1,0 +1,80 @@
+#include "UI/Run/RunHistory.h"
+
+#include "UI/Run/RunLog.h"
+#include "UI/Text/PlainText.h"
+
+#include <fcntl.h>
+#include <sstream>
+#include <string_view>
+#include <unistd.h>
+
+namespace {
+
+// A file that may be anybody's by now: no pipe, no device, and no link to one.
+std::string readLog(const std::string& path)
+{
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    if (descriptor < 0)
+        return {};
+    std::string text(kMostHistoryBytes, '\0');
+    std::size_t length = 0;
+    for (;;) {
+        const auto got = read(descriptor, text.data() + length, text.size() - length);
+        if (got <= 0)
+            break;
+        length += static_cast<std::size_t>(got);
+    }
+    close(descriptor);
+    text.resize(length);
+    return text;
+}
+
+// The rest of the first line that begins with the name; empty without one.
+std::string fieldOf(std::istringstream text, std::string_view name)
+{
+    std::string line;
+    while (std::getline(text, line)) {
+        if (line.starts_with(name) && line.substr(name.size()).starts_with(": "))
+            return plainText(line.substr(name.size() + 2), kLogLineLimit);
+    }
+    return {};
+}
+
+PastRun pastRun(const std::string& path, std::size_t number)
+{
+    const auto text = readLog(path);
+    const auto field = [&text](std::string_view name) {
+        return fieldOf(std::istringstream(text), name);
+    };
+    const auto problem = field("problem"); // of a package that nothing was run with
+    const auto result = field("result");
+    return {number,
+            path,
+            field("started"),
+            field("program"),
+            field("printer"),
+            field("address"),
+            field("package"),
+            result.empty() ? problem : result,
+            !field("ended").empty() || !problem.empty()};
+}
+
+} // namespace
+
+std::vector<PastRun> pastRuns(const std::string& folder)
+{
+    std::vector<PastRun> runs;
+    for (const auto& name : logNames(folder))
+        runs.push_back(pastRun(folder + "/" + name, runs.size() + 1));
+    return runs;
+}
+
+std::string logText(const PastRun& run)
+{
+    std::istringstream lines(readLog(run.file));
+    std::string text;
+    std::string line;
+    while (std::getline(lines, line))
+        text += plainText(line, kLogLineLimit) + "\n";
+    return text;
+}
