@@ -1,4 +1,6 @@
 #include "UI/Package/PackageFacts.h"
+#include "VYM/vymBindInfo.h"
+#include "VYM/vymMac.h"
 #include "tests/support/Package.h"
 
 #include <filesystem>
@@ -166,13 +168,11 @@ TEST(OpenPackage, SaysWhyTheFileCannotBeReached)
     const TempFolder folder;
     fs::create_directory(folder.path() / "empty");
     fs::create_directories(folder.path() / "nested" / "VYMBINDDATA");
-    folder.write("file", "");
     const struct {
         const char* name;
         const char* words;
     } cases[] = {
         {"missing", "There is no folder"},
-        {"file", "is not an update package"},
         {"empty", "holds no VYMBINDDATA"},
         {"nested", "is not a file"},
     };
@@ -349,7 +349,8 @@ TEST(UnfitForUpdate, IsAPackageWithoutItsModelOrWithoutAnImage)
 
     Package incomplete;
     incomplete
-        .description({"TGMNAME ACME100", "VERSION MAIN=0110 main.bin", "VERSION FAX=0200 fax.bin"})
+        .description({"TGMNAME ACME100", "UPDATETIME 1", "VERSION MAIN=0110 main.bin",
+                      "VERSION FAX=0200 fax.bin"})
         .file("main.bin", "x")
         .entry("fax.bin", 0, 1'000'000);
     const auto cut = opened(incomplete).package;
