@@ -1,10 +1,10 @@
-// The single entry to printers: makes one transport object per connection, hands out a number for
-// it instead of the object, and passes every later call with that number on to the object.
+// The single entry to printers: makes one transport object per connection, returns a number instead
+// of the object, and passes every later call with that number on to the object.
 //
 // Owns:      every registered transport object, from Connect to Disconnect or program exit.
 // Threads:   any. The registry lock is never held while a transport works. There is no reference
-//            counting: nobody disconnects a handle that another thread is using. The first
-//            Instance call comes from one thread.
+//            counting: a caller must not disconnect a handle that another thread is using. The
+//            first Instance call comes from one thread.
 // Invariant: a handle is never 0, and no two entries have the same one.
 #pragma once
 #include "DevConn/DevConnBase.h"
@@ -16,7 +16,7 @@
 #include <memory>
 #include <vector>
 
-// One printer attached by USB: its port string, inside the block that EnumUsbPort gave.
+// One printer attached by USB: its port string, inside the block of EnumUsbPort.
 struct _PORT_INFO_1A {
     char* m_portName;
 };
@@ -44,13 +44,13 @@ using DevConnMgrKiller = SingletonKiller<DevConnMgr>;
 
 class DevConnMgr {
 public:
-    static DevConnMgr* Instance(); // null where memory cannot hold it
+    static DevConnMgr* Instance(); // null if out of memory
     ~DevConnMgr();
     DevConnMgr(const DevConnMgr&) = delete;
     DevConnMgr& operator=(const DevConnMgr&) = delete;
 
-    // queue: the print queue's identifier or null; port: where the printer is; kind: 0. On success
-    // 0 and *handle; otherwise a result of ConnResult.h, and nothing is left registered.
+    // queue: the print queue's identifier or null; port: the port string; kind: 0. On success sets
+    // *handle and returns 0; otherwise returns a result of ConnResult.h and registers nothing.
     long Connect(const char* queue, const char* port, int kind, unsigned short tcpPort,
                  void** handle);
     long Disconnect(void* handle);
@@ -63,22 +63,23 @@ public:
     LinkState LookAtLink(void* handle); // the initial values for an unknown handle
     long DisposeData(void* handle, void* block);
 
-    // The printers attached by USB in one block, given back with FreeUsbPort; their number. 0 and
-    // null where there are none, no memory, or no host for USB. May pause some seconds a printer.
+    // Lists the printers attached by USB in one block, to be freed with FreeUsbPort; returns their
+    // number. 0 and null without printers, memory or a USB host. May take some seconds per printer.
     long EnumUsbPort(_PORT_INFO_1A** ports);
     void FreeUsbPort(_PORT_INFO_1A* ports);
     static long MacEnumUSBPort(_PORT_INFO_1A** ports);
-    // Is this interface counted? One whose serial or names cannot be read is, with an empty url.
+    // Whether this interface counts. If its serial number or names cannot be read, it does, with an
+    // empty url.
     static bool MacUSBPortURL(UsbInterface& service, std::string& url);
-    // What the device ID says; true, and the texts empty, for one that does not name them.
+    // Reads the device ID; also true if it has no such keys, and then the texts are empty.
     static bool getVendorProductName(UsbInterface& service, std::string& vendor,
                                      std::string& product);
 
     static char* FindModelKey(char* deviceId);
     static char* FindMFGKey(char* deviceId);
 
-    // Transports plug in by kind. Null: there is none of that kind, and Connect says so. The USB
-    // transport is there where UsbHost::plugIn was given a host.
+    // Sets the maker of a kind of transport. Null: there is no such transport, and Connect reports
+    // that. The USB transport needs a host from UsbHost::plugIn.
     enum class Transport : std::uint8_t { usb, network };
     using TransportMaker = std::unique_ptr<DevConnBase> (*)();
     void plugIn(Transport kind, TransportMaker maker);
@@ -87,7 +88,7 @@ public:
     void* CreateDevice(const char* queue, const char* port, int kind); // null on failure
     void DeleteDevice(void* handle);
     bool AddDeviceHandle(DevConnBase* device, void** handle); // owns the device when true
-    bool FindDeviceHandle(void* handle, DevConnBase** device); // device may be null: only asks
+    bool FindDeviceHandle(void* handle, DevConnBase** device); // device may be null: only checks
     void RemoveDeviceHandle(void* handle); // the entry, not the object
 
 private:

@@ -16,16 +16,16 @@ namespace {
 
 constexpr unsigned long kLeastUsbWriteMs = 500;
 constexpr unsigned long kMsPerSecond = 1000; // waits count in whole seconds
-constexpr unsigned long kLookAgainMs = 1; // less than a reply takes, and the processor is free
+constexpr unsigned long kLookAgainMs = 1; // shorter than a reply takes; frees the processor
 constexpr int kTransfers = 2; // one write, one read: no more can end during one wait
 constexpr unsigned long kBulkSize = 512; // of a high-speed bulk packet
 constexpr unsigned long kMostPerRead = 0xFFFFFE00; // the largest multiple that 32 bits hold
 constexpr unsigned long kDeviceIdSize = 1024;
-constexpr unsigned long kDeviceIdMs = 2000; // where no time-out was set
+constexpr unsigned long kDeviceIdMs = 2000; // if no time-out was set
 constexpr std::size_t kDeviceIdPrefix = 2;
 
 constexpr std::uint32_t kPercentStep = 10; // a printer confirms at each of these
-constexpr unsigned long kUnansweredMs = 20; // instead of waiting: what keeps the pace
+constexpr unsigned long kUnansweredMs = 20; // a pause that keeps the pace, instead of waiting
 
 bool openPipes(UsbInterfaceRecord& record)
 {
@@ -38,7 +38,7 @@ bool openPipes(UsbInterfaceRecord& record)
         if (!record.m_connection->pipe(number, pipe))
             return false;
         if (pipe.type == UsbPipe::Type::bulk)
-            (pipe.in ? record.m_bulkIn : record.m_bulkOut) = number; // the last of its kind serves
+            (pipe.in ? record.m_bulkIn : record.m_bulkOut) = number; // the last of its kind is used
         else if (pipe.type == UsbPipe::Type::interrupt && pipe.in)
             record.m_interruptIn = number;
     }
@@ -172,7 +172,7 @@ long DevConnUSB::Disconnect()
     return conn::kSuccess;
 }
 
-// A write has ended when it returns, so nothing is unsent; the bus itself tells of no end.
+// A write has ended when it returns, so no bytes are unsent; the bus reports no end.
 LinkState DevConnUSB::LookAtLink()
 {
     const HoldLock hold(m_lock);
@@ -186,10 +186,10 @@ void DevConnUSB::close()
         m_interface->m_connection->abort(m_interface->m_bulkIn);
     m_readPending = false;
     m_interface.reset();
-    m_readBuffer.reset(); // not before the connection, which may still know it
+    m_readBuffer.reset(); // after the connection, which may still use it
 }
 
-// Another transfer may end first; each wait for this one then has its whole time again.
+// Another transfer may end first; each further wait for this one then has its whole time again.
 bool DevConnUSB::waitFor(const bool& done, unsigned long timeoutMs)
 {
     assert(m_interface != nullptr);
@@ -215,7 +215,7 @@ bool DevConnUSB::WritePort(const unsigned char* buffer, unsigned long length, un
         return false;
     if (!waitFor(m_writeDone, timeoutMs)) {
         connection.abort(m_interface->m_bulkOut);
-        waitFor(m_writeDone, 0); // or the end of this write would be taken for the next one's
+        waitFor(m_writeDone, 0); // otherwise the end of this write would pass for the next one's
         return false;
     }
     if (m_writeStatus != UsbStatus::ok)
@@ -241,7 +241,7 @@ bool DevConnUSB::ReadPort(unsigned char* buffer, unsigned long length, unsigned 
     m_readPending = !waitFor(m_readDone, timeoutMs);
     if (!m_readPending)
         return finishRead(buffer, length, received);
-    // A wait of no seconds comes back at once, and callers ask again until their time is over.
+    // A wait of 0 seconds returns at once, and callers repeat it until their time is over.
     if (timeoutMs < kMsPerSecond)
         pauseMilliseconds(kLookAgainMs);
     m_interface->m_connection->wait(0);
@@ -267,8 +267,8 @@ bool DevConnUSB::startRead(unsigned long missing)
     return false;
 }
 
-// What waited in the cache first, then what the read brought; the surplus goes into the cache. It
-// fits there unless this call wants less than the one that began the read.
+// Gives the cached bytes first, then those of the read; the surplus goes into the cache. It fits
+// unless this call wants less than the one that began the read.
 bool DevConnUSB::finishRead(unsigned char* buffer, unsigned long length, unsigned long* received)
 {
     const auto block = std::move(m_readBuffer);
@@ -293,7 +293,7 @@ unsigned long DevConnUSB::takeCached(unsigned char* buffer, unsigned long length
 
 bool DevConnUSB::readsReply(const unsigned char* packet, unsigned long length)
 {
-    // Whoever sends nothing wants to receive.
+    // A call without a packet wants to receive.
     if (packet == nullptr || IsSendFileCheck(packet, length))
         return true;
     pauseMilliseconds(kUnansweredMs);
@@ -307,7 +307,7 @@ bool DevConnUSB::IsSendFileCheck(const unsigned char* packet, unsigned long leng
     const packets::FilePacket piece(packet, length);
     if (!piece.showsProgress() || piece.kind() != packets::kData)
         return true;
-    // 32 bits, and what overflows is gone: printers confirm by the same sum.
+    // In 32 bits, dropping the overflow: printers calculate in the same way.
     const auto percent = piece.end() != 0 ? piece.start() * 100U / piece.end() : 0;
     const bool reached = percent % kPercentStep == 0 && percent != m_lastPercent;
     m_lastPercent = percent;

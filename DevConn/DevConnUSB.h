@@ -1,9 +1,9 @@
 // The USB transport: the bulk pipes of one printer-class interface, found by port string and
-// package description. Every port string with "usb" in it comes here.
+// package description. Serves every port string that contains "usb".
 //
 // Owns:      the open interface and the buffer of the one read that may be outstanding.
-// Threads:   as DevConnBase; transfers end while their caller waits, so that one thread at a time
-//            uses a connection.
+// Threads:   as DevConnBase; transfers end while their caller waits, so one thread at a time uses a
+//            connection.
 // Invariant: connected means an open interface; a read is outstanding only between two calls, and
 //            its buffer lives until it has ended or was aborted.
 #pragma once
@@ -12,7 +12,7 @@
 #include "Platform/UsbHost.h"
 #include "VYM/vymUtil.h"
 
-// An opened printer: its interface and the numbers of its pipes, 0 where it has none.
+// An opened printer: its interface and the numbers of its pipes, 0 for a missing pipe.
 struct UsbInterfaceRecord {
     std::unique_ptr<UsbConnection> m_connection;
     std::uint8_t m_bulkOut = 0;
@@ -27,12 +27,12 @@ public:
     DevConnUSB(const DevConnUSB&) = delete;
     DevConnUSB& operator=(const DevConnUSB&) = delete;
 
-    // queue and tcpPort say nothing here.
+    // queue and tcpPort are ignored here.
     long Connect(const char* queue, const char* port, unsigned short tcpPort) override;
     long SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
                       unsigned long* replyLength) override;
-    // The device ID's model with its NUL, given back through DisposeData; success with null where
-    // the device ID names none.
+    // The device ID's model with its NUL, to be returned with DisposeData; success with null if the
+    // device ID names no model.
     long GetModelName(char** model, unsigned long* length) override;
     long SetTimeout(unsigned long milliseconds) override;
     long Disconnect() override;
@@ -46,14 +46,14 @@ public:
     // Time-outs count in whole seconds; less than one looks once.
     bool WritePort(const unsigned char* buffer, unsigned long length, unsigned long* sent,
                    unsigned long timeoutMs) override;
-    // A read that finds nothing in time stays outstanding; the next call goes on with it.
+    // A read without bytes in time stays outstanding; the next call continues it.
     bool ReadPort(unsigned char* buffer, unsigned long length, unsigned long* received,
                   unsigned long timeoutMs) override;
     [[nodiscard]] bool peerClosed() const override { return false; } // a lost device is an error
     [[nodiscard]] bool awaitsReply(const unsigned char* /*packet*/,
                                    unsigned long /*length*/) const override
     {
-        return true; // readsReply has decided before
+        return true; // readsReply has already decided
     }
     [[nodiscard]] bool readsReply(const unsigned char* packet, unsigned long length) override;
 
@@ -68,10 +68,10 @@ public:
     void CacheBuffClear() { m_cache.CacheBuffClear(); }
     [[nodiscard]] std::uint32_t GetCacheDataSize() const { return m_cache.GetCacheDataSize(); }
 
-    // Does this packet wait for its reply? Of file data only the one that reaches a new multiple
-    // of ten percent does; asked twice for the same one, the second answer is no.
+    // Whether this packet waits for its reply. Of file data, only the packet that reaches a new
+    // multiple of ten percent does; a second call for the same packet returns false.
     bool IsSendFileCheck(const unsigned char* packet, unsigned long length);
-    // One of the packets that close a file.
+    // Whether it is one of the packets that close a file.
     static bool IsSendFileCmdWithComplete(const unsigned char* packet, unsigned long length);
 
 private:

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr unsigned long kReadMs = 10; // one attempt; also the whole budget when none is left
+constexpr unsigned long kReadMs = 10; // one attempt; also the wait after the budget is used up
 
 using packets::kHeaderSize;
 
@@ -38,8 +38,8 @@ HeaderRead readHeader(PacketStream& stream, const unsigned char* packet, unsigne
     }
 }
 
-// Reads up to length bytes until the deadline; kept takes the first of them as far as it has
-// room, the others are dropped.
+// Reads up to length bytes until the deadline; keeps the first of them as far as kept has room, and
+// drops the others.
 bool readBody(PacketStream& stream, std::uint64_t length, std::uint64_t deadline,
               unsigned char* kept, unsigned long room, unsigned long& got)
 {

@@ -18,7 +18,7 @@ sigset_t endingSignals()
     sigemptyset(&set);
     sigaddset(&set, SIGINT);
     sigaddset(&set, SIGTERM);
-    // Ignored as under nohup, where the lost terminal must not matter: so it stays.
+    // A signal that is ignored stays so: under nohup, a lost terminal must not matter.
     for (const int signal : {SIGHUP, SIGQUIT, SIGTSTP}) {
         if (!isIgnored(signal))
             sigaddset(&set, signal);
@@ -41,7 +41,7 @@ EndingSignals::EndingSignals()
 EndingSignals::~EndingSignals()
 {
     if (m_descriptor >= 0) {
-        take(); // a last Ctrl-C does not take the exit code with it
+        take(); // so that a last Ctrl-C does not change the exit code
         close(m_descriptor);
     }
     pthread_sigmask(SIG_SETMASK, &m_formerMask, nullptr);

@@ -1,23 +1,24 @@
-// The signals that ask a program to end or to halt (from the keys Ctrl-C, Ctrl-\ and Ctrl-Z, say),
-// as something to wait for: while this lives none of them ends or halts the process by itself, so
+// The signals that end or halt a program (from the keys Ctrl-C, Ctrl-\ and Ctrl-Z, for example), as
+// a descriptor to wait for: while this lives, none of them ends or halts the process by itself, so
 // none can cut a transfer. A closed pipe is an error of one write.
 //
 // Owns:    a descriptor, and the process's signal mask while it lives.
-// Threads: built before any other thread, which so inherits the mask; then used by one.
-// Decides nothing: whoever waits says what a signal means.
+// Threads: constructed before other threads start, so that they inherit the mask; then used by one.
+// Decides nothing: the caller that waits decides what a signal means.
 #pragma once
 #include <csignal>
 
 class EndingSignals {
 public:
     EndingSignals();
-    ~EndingSignals(); // what came and was not taken is forgotten
+    ~EndingSignals(); // drops signals that were not taken
     EndingSignals(const EndingSignals&) = delete;
     EndingSignals& operator=(const EndingSignals&) = delete;
 
-    // Readable while a signal waits; negative where there can be none, and signals end the process.
+    // Readable while a signal is pending; negative if it could not be made: signals then end the
+    // process.
     [[nodiscard]] int descriptor() const { return m_descriptor; }
-    int take() const; // all that wait; gives the last one's number, 0 where none waits
+    int take() const; // takes all pending ones; returns the last one's number, or 0
 
 private:
     sigset_t m_formerMask{};

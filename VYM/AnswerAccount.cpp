@@ -4,13 +4,13 @@
 
 namespace {
 
-// A printer that answers within this is waited for no longer than this.
+// The wait for a printer that always answers within this time is no longer than this.
 constexpr unsigned long kLeastPatienceMs = 500;
-// A printer's next answer may take longer than its slowest so far, but hardly twice as long.
+// A printer's next answer may be slower than its slowest so far, but hardly twice as slow.
 constexpr std::uint64_t kPatienceFactor = 2;
 constexpr unsigned kTenth = 10; // percent, and pieces
 constexpr unsigned kWholeFile = 100;
-constexpr std::uint32_t kPattern = 2; // answers at tenths that are no accident
+constexpr std::uint32_t kPattern = 2; // answers at tenths that cannot be an accident
 
 } // namespace
 

@@ -1,33 +1,33 @@
-// Counts a printer's answers against the file packets that went out. Answers carry no number: the
-// first one after a last block may be that to an earlier piece. This account says whether it can
-// be, how long a further answer is worth waiting for, and whether silence may end the wait.
+// Compares the number of a printer's answers with that of the file packets sent. Answers carry no
+// number: the first one after a last block may belong to an earlier piece. This account says
+// whether that is possible, how long to wait for a further answer, and whether silence may end the
+// wait.
 //
 // Threads:   the update worker's.
-// Invariant: due() is the number of packets that were sent and not answered; an answer that comes
-//            when none is due shows that the printer sends more of them than it should.
-// Reads no clock: the time is what its caller says.
+// Invariant: due() is the number of packets that were sent and not answered; an answer when none is
+//            due shows that the printer sends too many.
+// Reads no clock: the caller gives the time.
 #pragma once
 #include <cstdint>
 
 class AnswerAccount {
 public:
-    // The first packet of a firmware follows. What is due from earlier ones stays due.
+    // The first packet of a firmware follows. Answers due from earlier ones stay due.
     void beginFile();
-    // A packet is about to leave, so many percent of its file before it (100: a last block).
+    // A packet is about to leave; percent: the part of its file before it (100: a last block).
     void sent(std::uint64_t now, unsigned percent);
-    // An answer came. early: before the last packet sent had reached the printer, so that it
-    // cannot be that packet's own.
+    // An answer arrived. early: before the last packet had reached the printer, so it cannot be
+    // that packet's own.
     void heard(std::uint64_t now, bool early = false);
-    // An answer to a later request came: as answers come in order, none of these is due any more.
+    // An answer to a later request arrived: since answers arrive in order, these are no longer due.
     void settle();
 
     [[nodiscard]] std::uint32_t due() const { return m_due; }
-    // Every packet is answered, and no answer is without its packet: the last one heard is the
-    // last block's own.
+    // Packets and answers match, so the last answer is the last block's own.
     [[nodiscard]] bool isComplete() const { return m_due == 0 && !m_surplus && !m_early; }
-    // The printer answers later than it is asked, so that silence does not show that it has
-    // nothing more to say. False for one that answers its last block alone, or the pieces that
-    // begin a new tenth or are each tenth one.
+    // The printer's answers lag behind, so silence does not prove that there are no more. False for
+    // a printer that answers only its last block, the pieces that begin a new tenth, or every tenth
+    // piece.
     [[nodiscard]] bool isLagging() const;
     // Milliseconds of silence after which no further answer is expected; at most longestMs.
     [[nodiscard]] unsigned long patience(unsigned long longestMs) const;
@@ -38,17 +38,17 @@ private:
     std::uint32_t m_due = 0;
     bool m_surplus = false;
 
-    // Of the file that is being sent.
+    // For the file that is being sent.
     bool m_lastIsOut = false;
     std::uint32_t m_pieces = 0;
     unsigned m_percent = 0; // of the last piece
-    bool m_isTenth = false; // the last piece is one that printers of few answers would answer
+    bool m_isTenth = false; // printers that answer few pieces would answer the last one
     std::uint32_t m_heardPieces = 0; // before the last block
     std::uint32_t m_besideTenths = 0; // of these
     std::uint32_t m_heardAfterLast = 0;
-    bool m_early = false; // the last answer heard cannot be the last packet's own
+    bool m_early = false; // the last answer cannot be the last packet's own
     std::uint64_t m_sentAt = 0; // the last packet
-    std::uint64_t m_busySince = 0; // the printer has had something to answer, and has said nothing
-    std::uint64_t m_longestGap = 0; // milliseconds between having something to answer and answering
+    std::uint64_t m_busySince = 0; // the printer has an answer to send but has sent none
+    std::uint64_t m_longestGap = 0; // milliseconds between having an answer to send and sending it
     std::uint64_t m_lastGap = 0; // between the last block and the first answer after it
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-// What the version does not decide: whether the image is wholly there, and can be sent at all.
+// Decides the rest after the version: whether the image is complete and can be sent at all.
 VersionDecision withImage(const VersionDecision& decision, const vymProtocol& protocol,
                           const std::string& fileName)
 {
@@ -47,7 +47,7 @@ void decideEntries(vymProtocol& protocol, const std::string& model, CheckReport&
     }
 }
 
-// By the printer's description as it has been read.
+// Decides by the printer's description that was read.
 int decideAll(vymProtocol& protocol, CheckReport& report)
 {
     protocol.getTargetModel(report.printerModel);
@@ -75,7 +75,7 @@ CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,
     report.result = protocol.EnterDownLoadMode(queue, port, portNo, false);
     if (report.result != result::kSuccess)
         return report;
-    // Memory that runs out in between is a result like any other: the printer has to be left.
+    // Running out of memory here is a result like any other: the printer must still be left.
     try {
         if (!stop)
             report.result = readAndDecide(protocol, stop, report);

@@ -30,8 +30,8 @@ bool ContainerSeal::take(const vymBindInfo& container, const Watch& watch)
     return true;
 }
 
-// Reads a part, and says whether it still is what was sealed. It is read from the file each time: a
-// package that has changed ends the run, also where the old bytes would still be at hand.
+// Reads a part, and returns whether it is still the same as when it was sealed. Reads the file each
+// time: a changed package ends the run, even if the old bytes are still in memory.
 bool ContainerSeal::check(const vymBindInfo& container, std::size_t part)
 {
     const auto at = static_cast<std::uint64_t>(part) * kPart;

@@ -17,7 +17,7 @@ constexpr unsigned long kHeadSize = sizeof(TAG_CMDSENDFILE);
 int ImageReader::open(const char* fileName, unsigned long pieceSize)
 {
     auto* container = vymBindInfo::Instance();
-    // A package that is cut short is refused before a printer gets a part of it.
+    // Refuses an incomplete package before a printer gets a part of it.
     if (!container->getBindFileSize(fileName, m_size) || !container->holdsEveryByte(fileName)
         || !container->getBindMngData(fileName, m_place, m_size) || !container->seal())
         return result::kFirmwareUnreadable;

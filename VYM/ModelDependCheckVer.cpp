@@ -12,7 +12,7 @@ constexpr std::size_t kLongForm = 12; // four leading characters and eight digit
 
 constexpr VersionDecision kSend{true, result::kSuccess, VersionReason::applies};
 constexpr VersionDecision kOtherSeries{false, result::kSuccess, VersionReason::otherSeries};
-// A value of the version rule that the form has no answer for: nothing is sent, and no error.
+// The form has no answer for this value of the version rule: sends nothing, without an error.
 constexpr VersionDecision kNoRule{false, result::kSuccess, VersionReason::noRule};
 constexpr VersionDecision kNotNewer{false, result::kNotApplicable, VersionReason::notNewer};
 constexpr VersionDecision kTooOld{false, result::kTooOld, VersionReason::tooOld};
@@ -41,7 +41,7 @@ std::strong_ordering compareNumbers(std::string_view left, std::string_view righ
     return left <=> right;
 }
 
-// Characters that are not there are not equal: an empty or short version is of another series.
+// Missing characters count as different: an empty or short version is of another series.
 bool sameSeries(std::string_view update, std::string_view target)
 {
     return target.size() >= kLeading && update.substr(0, kLeading) == target.substr(0, kLeading);
@@ -61,7 +61,7 @@ struct MajorMinor {
     std::string_view minor;
 };
 
-// The two-digit fields at those positions; nothing where the text is too short or no digits.
+// The two-digit fields at those positions; empty if the text is too short or has no digits there.
 std::optional<MajorMinor> fieldsAt(std::string_view text, std::size_t major, std::size_t minor)
 {
     if (text.size() < minor + kField)
@@ -72,7 +72,7 @@ std::optional<MajorMinor> fieldsAt(std::string_view text, std::size_t major, std
     return fields;
 }
 
-// A higher major number goes under every rule; otherwise the rule speaks of the minor number.
+// A higher major number is sent under every rule; otherwise the rule applies to the minor number.
 VersionDecision decideFields(std::string_view update, std::string_view target, std::size_t major,
                              std::size_t minor, yesno_type rule)
 {
@@ -86,12 +86,12 @@ VersionDecision decideFields(std::string_view update, std::string_view target, s
     return byRule(majors == 0 ? compareNumbers(u->minor, t->minor) : majors, rule);
 }
 
-// Four leading characters, then digits. Here any version goes under "yes".
+// Four leading characters, then digits. Here "yes" sends any version.
 VersionDecision decideWithoutPoint(std::string_view update, std::string_view compatible,
                                    std::string_view target, yesno_type rule)
 {
     if (update.size() < kLeading)
-        return kUnreadable; // the package's own mistake, whatever the printer has
+        return kUnreadable; // a mistake of the package, whatever the printer has
     if (!sameSeries(update, target))
         return kOtherSeries;
     const auto u = update.substr(kLeading);
@@ -115,7 +115,7 @@ VersionDecision decideSeriesFields(std::string_view update, std::string_view tar
     return decideFields(update, target, 4, 7, rule);
 }
 
-// Three points: the fields stand around the third one, wherever that is in the update's version.
+// Three points: the fields are around the third one, at its position in the update's version.
 VersionDecision decideThirdPoint(std::string_view update, std::string_view target, yesno_type rule,
                                  std::size_t firstPoint)
 {
@@ -126,7 +126,7 @@ VersionDecision decideThirdPoint(std::string_view update, std::string_view targe
     return decideFields(update, target, third - kField, third + 1, rule);
 }
 
-// Four leading characters and eight digits in front of the point.
+// Four leading characters and eight digits before the point.
 VersionDecision decideLong(std::string_view update, std::string_view target, yesno_type rule)
 {
     if (!sameSeries(update, target))

@@ -1,8 +1,8 @@
-// The version decision as a value: whether an update may replace what a printer has installed,
-// the protocol's code for it, and the reason in a word. Which form a version text has is told by
-// where the first point stands in the update's version.
+// The version decision as a value: whether an update may replace a printer's installed version, the
+// protocol's code for it, and the reason in a word. The position of the first point in the update's
+// version decides the form of the version texts.
 //
-// Threads: any. Reads nothing but its arguments: no description, no printer.
+// Threads: any. Reads only its arguments: no description, no printer.
 #pragma once
 #include "VYM/ProtocolResult.h"
 #include "VYM/vymParse.h"
@@ -16,7 +16,7 @@ enum class VersionReason : std::uint8_t {
     notListed, // the printer does not list this firmware
     notNewer, // the package's version rule does not allow this step
     tooOld, // the printer's version is below the compatible version
-    otherSeries, // the leading characters of the versions differ: nothing is sent, and no error
+    otherSeries, // the leading characters of the versions differ: sends nothing, without an error
     unreadableVersion, // a version text of no known form
     undecided, // an error came before the decision
     noRule, // the package's version rule sends no such step: nothing is sent, and no error
@@ -24,7 +24,7 @@ enum class VersionReason : std::uint8_t {
 
 struct VersionDecision {
     bool send;
-    int code; // result::kSuccess when sent; also when otherSeries or an unruled step refuses
+    int code; // result::kSuccess if sent, for otherSeries, and for a step without a rule
     VersionReason reason;
 };
 

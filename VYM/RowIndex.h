@@ -1,8 +1,8 @@
-// Where the rows of the known keys stand in one description text: every question is answered from
-// one walk over the text, and the rows of a key asked for in order from one more. A text of 16 MiB
-// with a thousand rows at its end is read at once, not a thousand times.
+// The positions of the known keys' rows in one description text. One walk over the text serves all
+// queries for first rows, and one more serves the rows of a key in order. A text of 16 MiB with a
+// thousand rows at its end is walked twice, not a thousand times.
 //
-// Owns:      positions only, a few hundred bytes whatever the text.
+// Owns:      only positions, a few hundred bytes for any text.
 // Threads:   none of its own; its owner holds a lock.
 // Invariant: gives the same rows as description::findRow over the text.
 #pragma once
@@ -12,7 +12,7 @@
 
 class RowIndex {
 public:
-    // Every key that has a getter. The rows of any other key are found too, by a walk of their own.
+    // Every key that has a getter. Rows of other keys need a walk for each query.
     static constexpr std::array<std::string_view, 21> kKeys = {
         "TGMNAME",         "MODELNAME",         "DRIVERNAME",         "PORT",
         "PORTNO",          "USEDXRL",           "NEEDENTEROPERATION", "NEEDEXITOPERATION",
@@ -21,17 +21,17 @@ public:
         "PRODUCT",         "SUPPORT_COMMAND",   "PLATFORMVERSION",    "USEDRIVERONLY",
         "DEFAULTIPADDRESS"};
 
-    // To be called when the text changes.
+    // Must be called when the text changes.
     void forget() { m_isBuilt = false; }
-    // The index-th row that begins with key, or empty. text is the same in every call between two
-    // calls of forget.
+    // The index-th row that begins with key, or empty. Between two calls of forget, text must be
+    // the same in every call.
     std::string_view find(std::string_view text, std::string_view key, unsigned index);
 
 private:
     struct Place {
         std::size_t first = std::string_view::npos; // of the key's first row
-        std::size_t at = 0; // of the row that was found last
-        unsigned index = 0; // which one that is
+        std::size_t at = 0; // of the last row found
+        unsigned index = 0; // of that row among the key's
     };
     void build(std::string_view text);
 

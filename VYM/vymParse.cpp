@@ -20,7 +20,7 @@ std::string_view orEmpty(const char* text)
     return text != nullptr ? std::string_view(text) : std::string_view();
 }
 
-// The size of an open file and its reading position back at the start; -1 when it has none.
+// Returns the size of an open file and rewinds it; -1 if it has no size.
 long sizeOf(std::FILE* file)
 {
     if (std::fseek(file, 0, SEEK_END) != 0)
@@ -182,7 +182,7 @@ std::string vymParse::removeDoubleQuot(const std::string& text) const
 
 std::string vymParse::removeWhiteSpace(const std::string& text) const
 {
-    // Tabs have always stayed, and packages in the field rely on it.
+    // Tabs have always been kept, and packages in the field rely on that.
     std::string plain(text);
     std::erase(plain, ' ');
     return plain;

@@ -1,14 +1,14 @@
-// One description text in memory, and typed answers about it: the package's own "VYMINFO.txt", the
-// "TargetInfo.txt" that a printer sends, or a package version text. Row and token rules stand in
-// DescriptionText; this class knows the keys, their types and their defaults.
+// One description text in memory, with typed getters: the package's own "VYMINFO.txt", the
+// "TargetInfo.txt" that a printer sends, or a package version text. DescriptionText has the row and
+// token rules; this class knows the keys, their types and their defaults.
 //
-// A getter returns whether it found an answer; a missing row leaves its output untouched unless
-// the key has a default. The text is walked once for the first rows of all keys, and once more for
-// the rows of a key that are asked for in their order.
+// A getter returns whether it found a value; a missing row leaves its output untouched unless the
+// key has a default. The text is walked once for the first rows of all keys, and once more for the
+// rows of a key that are read in order.
 //
 // Owns:    the text, by value.
-// Threads: any; every getter and loader holds the object's lock for its whole run. The readers at
-//          the end take no lock and run only under it (or on an object that nobody shares).
+// Threads: any; every getter and loader holds the object's lock throughout. The readers at the end
+//          take no lock and run only under it (or on an object that no other thread uses).
 #pragma once
 #include "VYM/RowIndex.h"
 #include "VYM/vymLock.h"
@@ -24,7 +24,7 @@ enum loadFile_type : std::uint32_t {
     load_bindinfo = 2, // package version text
 };
 
-// What a yes/no row holds. For version rules: no = newer only, yes = any, both = newer or same.
+// The value of a yes/no row. In version rules: no = newer only, yes = any, both = newer or same.
 enum yesno_type : std::uint32_t {
     yesno_none = 0,
     yesno_no = 1,
@@ -34,12 +34,12 @@ enum yesno_type : std::uint32_t {
 
 class vymParse {
 public:
-    // Replaces text and type; false, and nothing changed, for null data.
+    // Replaces text and type; false without any change for null data.
     bool loadData(const char* data, unsigned long length, loadFile_type type);
-    // Reads a whole file from disk; false, and nothing changed, where that fails.
+    // Reads a whole file from disk; false without any change if that fails.
     bool loadtargetFile(const char* path, loadFile_type type);
-    // 0 no byte-order mark, 1 UTF-8, 2 UTF-16 little-endian. Only the second and third byte tell
-    // the mark, the first has to be one of the two lead bytes. bytes holds at least 3.
+    // 0 no byte-order mark, 1 UTF-8, 2 UTF-16 little-endian. The first byte must be one of the two
+    // lead bytes; only the second and third identify the mark. bytes has at least 3.
     int getFileFormat(const char* bytes, unsigned long& bomLength) const;
 
     bool getTgmName(std::string& name) const;
@@ -63,13 +63,13 @@ public:
     bool getUseDriverOnly(yesno_type& answer) const; // yes without a row
     bool getDefaltIPAddress(std::string& address) const;
 
-    // The index-th VERSION row. Of a description: all six fields, headerValue and the names only
-    // where the row has them; of target information: firmName and updateVersion. Any other type of
-    // text stops the process.
+    // The index-th VERSION row. Of a description: all six fields, headerValue and the names only if
+    // the row has them; of target information: firmName and updateVersion. Any other type of text
+    // stops the process.
     bool getVersion(unsigned index, std::string& firmName, std::string& updateVersion,
                     std::string& fileName, std::string& subFileName, std::string& compatibleVersion,
                     std::string& headerValue) const;
-    // Name and version as users see them; a description only, any other text stops the process.
+    // Name and version for users; only of a description, any other text stops the process.
     bool getDispFirmVersion(unsigned index, std::string& dispFirm, std::string& dispVer) const;
     bool getTargetInfoVersion(unsigned index, std::string& name, std::string& version) const;
     bool getVymBindVersion(unsigned index, std::string& bindVersion,
@@ -78,12 +78,12 @@ public:
     // means no upper limit.
     bool getPlatformVersion(int platform, long& maxVersion, long& minVersion) const;
 
-    // How many VERSION rows there are, in one walk.
+    // The number of VERSION rows, in one walk.
     unsigned countVersionRows() const;
     // The bytes of the longest row that belongs to a known key; 0 without such a row.
     std::size_t longestKnownRow() const;
-    // The installed version of a firmware that a printer lists, its name compared without case;
-    // target information only, in one walk however many rows a printer sends.
+    // The installed version of a firmware in a printer's list, ignoring the case of its name; only
+    // of target information, in one walk for any number of rows.
     bool findTargetInfoVersion(std::string_view firmName, std::string& version) const;
 
     static bool isEmpty(const std::string& text) { return text.empty(); }
@@ -91,7 +91,7 @@ public:
     static int getArraySize(const std::vector<std::string>& values);
     static int getArraySize(const std::vector<int>& values);
 
-    // The readers. key may be null (no answer); index picks the n-th row of the key.
+    // The readers. A null key has no value; index selects the n-th row of the key.
     std::string getTargetKeyRowData(const char* key, unsigned index) const VYM_REQUIRES(m_lock);
     std::string getNextRowData(const std::string& row) const;
     unsigned getSeparatePoint(const std::string& text) const;

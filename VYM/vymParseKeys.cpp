@@ -14,9 +14,9 @@ constexpr const char* kVersion = "VERSION";
 constexpr int kDefaultPortNo = 48350;
 constexpr int kThisPlatform = 4; // the number of this system among the platforms
 constexpr std::string_view kThisPlatformName = "MACOS";
-// Read where a row names no highest version: negative, that is without an upper limit.
+// Read if a row has no highest version: negative means no upper limit.
 constexpr std::string_view kNoHighest = "-0101";
-// Support tells broken callers apart by these places; they stay, wherever the lines move to.
+// Support identifies broken callers by these line numbers; they stay even if the lines move.
 constexpr unsigned kDisplayPlace = 840;
 constexpr unsigned kVersionPlace = 1076;
 
@@ -31,7 +31,7 @@ void keepUnlessEmpty(std::string& kept, std::string&& value)
         kept = std::move(value);
 }
 
-// Fills name and version from a display row's tokens; DISPFIRM and DISPVER win wherever they are.
+// Fills name and version from a display row's tokens; DISPFIRM and DISPVER win at any position.
 void readDisplay(description::Tokens tokens, std::string& dispFirm, std::string& dispVer)
 {
     std::string shownName;
@@ -56,7 +56,7 @@ void readDisplay(description::Tokens tokens, std::string& dispFirm, std::string&
         dispFirm = shownName;
 }
 
-// The name and version of a printer's VERSION row; both empty where its token has no "=".
+// The name and version of a printer's VERSION row; both empty if its token has no "=".
 void readTargetPair(std::string_view valuePart, std::string& name, std::string& version)
 {
     std::string packed(valuePart);

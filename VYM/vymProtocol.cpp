@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr unsigned long kLeastMs = 500; // for entering and leaving when the package says 0
-constexpr unsigned long kFirstPacketSize = 4096; // until the printer has told its own
+constexpr unsigned long kLeastMs = 500; // for entering and leaving if the package says 0
+constexpr unsigned long kFirstPacketSize = 4096; // until the printer has reported its own
 constexpr unsigned long kLongestMs = 0xFFFFFFFF; // a time-out is 32 bits wide
 
 int enterResult(std::uint16_t status)
@@ -76,7 +76,7 @@ int vymProtocol::setTimeout(unsigned long milliseconds)
     return result::kSuccess;
 }
 
-// A time of the package; one that is not positive becomes the least.
+// A time of the package; values that are not positive become the minimum.
 int vymProtocol::setTimeoutSeconds(int seconds)
 {
     if (seconds <= 0)
@@ -119,9 +119,9 @@ int vymProtocol::exchangeOnce(std::span<unsigned char> packet, Reply& reply)
                                                  packet.size(), &reply.m_bytes, &reply.m_length)));
 }
 
-// An exchange whose reply is not a file packet's. Answers to pieces may come later than they were
-// waited for: as many as are still due are passed over, unless one of them is a refusal. Each of
-// them shows that the printer is at work, and gives the next one the whole time-out again.
+// An exchange whose reply is not a file packet's. Answers to pieces may arrive after the wait for
+// them: skips as many as are still due, unless one of them is a refusal. Each of them shows that
+// the printer is at work, and restarts the time-out for the next one.
 int vymProtocol::exchange(std::span<unsigned char> packet, Reply& reply)
 {
     if (!packet.empty()) {
@@ -195,8 +195,8 @@ int vymProtocol::CheckState(tag_devinfo& info)
     return result::kSuccess;
 }
 
-// Whatever is answered, it is read and dropped. Answers to pieces may come first: the printer is
-// not left before it has had its time to say that it has heard us.
+// Reads the answer and ignores it. Answers to pieces may arrive first: the printer gets its time to
+// answer before the connection is closed.
 int vymProtocol::leave(std::span<unsigned char> packet, Reply& reply)
 {
     const auto deadline = tickMilliseconds() + m_timeout;
@@ -217,7 +217,7 @@ int vymProtocol::ExitDownLoadMode()
     int seconds = 0;
     if (!g_VymInfo.getExitTime(seconds))
         return result::kSystem;
-    setTimeoutSeconds(seconds); // the printer is left in any case
+    setTimeoutSeconds(seconds); // leaves the printer in any case
     auto packet = packets::exitDownload();
     Reply reply(*this);
     if (const int sent = leave(asBytes(packet), reply); sent != result::kSuccess)

@@ -1,13 +1,13 @@
-// Drives one printer through a firmware update: opens the connection, enters download mode,
-// fetches the printer's "TargetInfo.txt", decides, sends each firmware in pieces, asks how far the
-// printer has written, leaves download mode. Every result is a protocol code of ProtocolResult.h.
+// Drives one printer through a firmware update: opens the connection, enters download mode, fetches
+// the printer's "TargetInfo.txt", decides, sends each firmware in pieces, queries the writing
+// progress, leaves download mode. Every result is a protocol code of ProtocolResult.h.
 //
-// Trusts nothing that comes back: a reply counts only when it is whole, of the expected command,
-// and long enough for what is read from it; sizes that a printer announces are bounded here.
+// Trusts no reply: one counts only if it is complete, of the expected command, and long enough for
+// its fields; sizes that a printer announces are bounded here.
 //
 // Owns:    the open connection (closed on destruction) and the printer's description.
-// Threads: one, the update worker's. Its lock guards what it writes to a status record; the
-//          record's reader holds another lock, so the fields are stored atomically as well.
+// Threads: one, the update worker's. Its lock guards its writes to a status record; the record's
+//          reader holds another lock, so the fields are stored atomically as well.
 #pragma once
 #include "DevConn/DevConnMgr.h"
 #include "VYM/AnswerAccount.h"
@@ -23,7 +23,7 @@
 #include <string_view>
 #include <vector>
 
-// What a model-specific version rule says: 0 none applies, 1 refuse as not applicable, 2 refuse.
+// The result of a model-specific version rule: 0 no rule, 1 refuse as not applicable, 2 refuse.
 using modelchk_result = int;
 
 class vymProtocol {
@@ -40,40 +40,39 @@ public:
     // queue: the print queue's identifier or null; port: the port string or, without a queue, the
     // IPv4 address.
     int OpenDevice(char* queue, char* port, unsigned short portNo);
-    int CloseDevice(); // the handle is gone whatever the result
+    int CloseDevice(); // the handle is invalid after any result
     int SetPacketSize(unsigned long bytes); // the largest reply that is kept
     [[nodiscard]] bool IsSupportCheckState() const; // the printer lists the status query
     void setPolingTime(unsigned long milliseconds);
     void setUpdateState(tag_devinfo& info, update_state state, int code, unsigned long done,
                         unsigned long total);
 
-    // Opens and enters; the connection stays open also when the printer refuses.
+    // Opens and enters; the connection stays open even if the printer refuses.
     int EnterDownLoadMode(char* queue, char* port, unsigned short portNo, bool flag);
     // Reads a file of the printer and loads it as the printer's description.
     int GetFileData(const char* name);
-    // A last block with data has its start not after its end: that is the caller's duty.
-    // Loads a text as the printer's description, as GetFileData does once it has it.
+    // Loads a text as the printer's description, like the last step of GetFileData.
     int TakeTargetInfo(std::string_view text);
+    // The caller ensures that the start of a last block with data does not exceed its end.
     int SendFileData(const char* name, unsigned short kind, unsigned long start, unsigned long end,
                      unsigned char* data, unsigned long length);
-    // One firmware entry of the package: the fields of its VERSION row; compatibleVersion and
-    // updateVersion may be null where CheckVersion says so. kSuccess also where the version rule
-    // refuses without an error: DecisionReason and FirmwareBytesWentOut tell what happened.
+    // Updates one firmware entry of the package: the fields of its VERSION row; compatibleVersion
+    // and updateVersion may be null if CheckVersion allows it. Also returns kSuccess if the version
+    // rule refuses without an error: DecisionReason and FirmwareBytesWentOut say what happened.
     int UpdateFirmware(const char* model, const char* firmName, const char* updateVersion,
                        const char* fileName, const char* subFileName, const char* compatibleVersion,
                        tag_devinfo& info);
     int CheckState(tag_devinfo& info);
-    // Whether the answer that counted for the last firmware is the last block's own; waits for as
-    // long as the printer may still answer. UpdateFirmware does so by itself where the printer
-    // cannot be queried for its status.
+    // Whether the accepted answer of the last firmware is the last block's own; waits for as long
+    // as the printer may still answer. UpdateFirmware calls it if the printer has no status query.
     int ConcludeFirmware();
-    // Every packet of the last firmware has found its answer, or a later request has.
+    // Whether every packet of the last firmware, or a later request, has been answered.
     [[nodiscard]] bool FirmwareIsAnswered() const { return m_answers.isComplete(); }
-    // A transport failure leaves the connection open; otherwise it is closed.
+    // After a transport failure the connection stays open; otherwise it is closed.
     int ExitDownLoadMode();
 
-    // Whether the firmware is to be sent, by the printer's description as it is after a fresh
-    // GetFileData; code carries the reason or kSuccess.
+    // Whether to send the firmware, by the printer's description from a new GetFileData; code is
+    // the reason or kSuccess.
     bool CheckVersion(const char* model, const char* firmName, const char* updateVersion,
                       const char* compatibleVersion, int& code);
     bool CheckFirmVer(const char* updateVersion, const char* compatibleVersion,
@@ -81,14 +80,14 @@ public:
     // The hook for version rules of single models; none has one, so it never decides (false).
     virtual bool CheckFirmVerForModel(const char* updateVersion, const char* targetVersion,
                                       int& code, modelchk_result& outcome);
-    // CheckVersion's decision without the fetch: by the printer's description as it is now.
-    // installedVersion: what the printer lists for the firmware, empty if it does not.
+    // CheckVersion's decision without the fetch, by the present description of the printer.
+    // installedVersion: from the printer's list, empty if it does not list the firmware.
     VersionDecision DecideVersion(const char* model, const char* firmName,
                                   const char* updateVersion, const char* compatibleVersion,
                                   std::string& installedVersion);
 
-    // What would keep a firmware from being sent once it is decided: a time or a packet size that
-    // cannot be used. kSuccess, or the code with which UpdateFirmware would end.
+    // Checks for obstacles after the decision to send: an unusable time or packet size. Returns
+    // kSuccess, or the code with which UpdateFirmware would end.
     [[nodiscard]] int CheckSending() const;
 
     // Of the last UpdateFirmware.
@@ -111,7 +110,7 @@ public:
     int Make_QuerryUpdateStatus(TAG_CMDQUERYUPDATESTATUS_SP& record) const;
 
 private:
-    class Reply; // a block of the connection, given back at the end of its scope
+    class Reply; // a block of the connection, returned at the end of its scope
     struct Image; // one firmware file of the package while it is being sent
 
     [[nodiscard]] int connected() const;
@@ -147,7 +146,7 @@ private:
 
     unsigned long m_timeout = 0; // milliseconds, as last set on the connection
     AnswerAccount m_answers; // to file packets
-    std::uint64_t m_sendingEnds = UINT64_MAX; // no transfer goes on beyond this
+    std::uint64_t m_sendingEnds = UINT64_MAX; // every transfer ends by then
     std::vector<unsigned char> m_sendBuffer; // head and data of a file packet, kept between calls
     VersionReason m_reason = VersionReason::undecided;
     bool m_bytesWentOut = false;

@@ -1,5 +1,4 @@
-// Hearing what a printer says of the firmware that it was sent: answers that come late, before they
-// are due, or not at all.
+// A printer's answers to the firmware packets: late, early, or missing.
 #include "VYM/ProtocolReply.h"
 #include "VYM/vymMac.h"
 
@@ -7,8 +6,8 @@
 
 namespace {
 
-constexpr unsigned long kLookMs = 500; // between two looks at whether bytes still leave
-constexpr int kMostArrived = 4096; // replies that are there at once; a printer that never stops
+constexpr unsigned long kLookMs = 500; // between two checks whether bytes still leave
+constexpr int kMostArrived = 4096; // ready replies; bounds a printer that never stops
 
 bool isFileAnswer(std::span<const unsigned char> reply)
 {
@@ -34,7 +33,7 @@ int fileReplyResult(std::optional<std::uint16_t> status)
     }
 }
 
-// Only receives, for at most so long; other exchanges keep their time-out.
+// Only receives, for at most this time; other exchanges keep their time-out.
 int vymProtocol::listen(unsigned long milliseconds, Reply& reply)
 {
     m_manager->SetTimeout(m_handle, milliseconds);
@@ -49,8 +48,8 @@ int vymProtocol::takeAnswer(const Reply& reply, bool early)
     return fileReplyResult(packets::statusOf(reply.bytes()));
 }
 
-// What is there before a request cannot be its answer. A refusal of firmware counts all the same;
-// anything else is dropped.
+// A reply that arrived before a request cannot be its answer. A refusal of firmware counts
+// nevertheless; other replies are dropped.
 int vymProtocol::hearArrived()
 {
     Reply reply(*this);
@@ -67,8 +66,7 @@ int vymProtocol::hearArrived()
     return result::kSuccess;
 }
 
-// Where more replies of the same command are there already, the last of them is the one that
-// counts.
+// If more replies of the same command are ready, only the last of them counts.
 int vymProtocol::hearNewest(Reply& reply)
 {
     for (int i = 0; i < kMostArrived && link().arrived; ++i) {
@@ -83,8 +81,8 @@ int vymProtocol::hearNewest(Reply& reply)
     return result::kSuccess;
 }
 
-// Waits on for an answer where what was sent has not all left yet: for as long as the printer takes
-// some of it, and not longer than the time-out without that. kBadReply: no answer came.
+// Goes on waiting for an answer if sent bytes have not all left yet: as long as the printer takes
+// some of them, but no longer than the time-out if it takes none. kBadReply: no answer arrived.
 int vymProtocol::hearAnswer(Reply& reply)
 {
     auto state = link();
@@ -104,14 +102,13 @@ int vymProtocol::hearAnswer(Reply& reply)
     }
     if (isFileAnswer(reply.bytes()))
         return result::kSuccess;
-    // Where answers to pieces are due as well, it is the connection that failed, not an answer.
+    // If answers to pieces are due as well, the connection has failed, not an answer.
     return link().closed && m_answers.due() > 1 ? result::kConnectionLost : result::kBadReply;
 }
 
-// The first answer after a last block may be that to an earlier piece, and the refusal of the last
-// block still under way. Where the printer cannot be queried for its status, nothing else would
-// tell: so what is due is heard until all of it is there, or the printer has been silent for longer
-// than it has ever been.
+// The first answer after a last block may belong to an earlier piece, while a refusal of the last
+// block is still on its way. Without a status query only waiting can show that: reads due answers
+// until all have arrived, or until the printer has been silent for longer than ever before.
 int vymProtocol::ConcludeFirmware()
 {
     if (const int state = connected(); state != result::kSuccess)
@@ -133,9 +130,9 @@ int vymProtocol::ConcludeFirmware()
     return result::kSuccess;
 }
 
-// Answers that lag and then stop: the printer has nothing more to say, or it is gone with what it
-// had not read yet. It is sent the request that comes before every firmware; as answers come in
-// order, the one to this shows that every packet before it was handled.
+// If answers lag and then stop, the printer has no more to send, or it has gone without reading all
+// packets. Sends the request that precedes every firmware; since answers arrive in order, the
+// answer to it shows that the printer handled every packet before.
 int vymProtocol::proveLife()
 {
     auto request = packets::getFile("TargetInfo.txt");

@@ -1,4 +1,4 @@
-// What the printer says of itself, and whether a firmware is for it.
+// Fetches the printer's description, and decides whether a firmware is for it.
 #include "VYM/AsciiCase.h"
 #include "VYM/DebugText.h"
 #include "VYM/ProtocolReply.h"
@@ -8,7 +8,7 @@ namespace {
 
 constexpr const char* kTargetInfo = "TargetInfo.txt";
 constexpr unsigned long kGetFileMs = 1000; // for each block of a file
-// For all blocks of a file together: a text of a few kilobytes, however slow the printer is.
+// For all blocks of a file together: enough for a few kilobytes from the slowest printer.
 constexpr unsigned long kWholeFileMs = 60000;
 constexpr int kLeastPacket = 8; // a reply has at least a header
 
@@ -47,7 +47,7 @@ int vymProtocol::GetFileData(const char* name)
     return received == result::kSuccess ? loadTargetInfo(file) : received;
 }
 
-// One request, then one block after the other until the last.
+// Sends one request, then receives blocks until the last.
 int vymProtocol::receiveFile(std::span<unsigned char> request, FileAssembly& file)
 {
     Reply reply(*this);
@@ -124,7 +124,7 @@ VersionDecision vymProtocol::DecideVersion(const char* model, const char* firmNa
     yesno_type rule = yesno_none;
     if (!g_VymInfo.getAllowVersionDown(rule))
         return {false, result::kSystem, m_reason};
-    // Any version goes under "yes", and only a compatible version asks for a comparison.
+    // "yes" sends any version; only a compatible version requires a comparison.
     if (orEmpty(compatibleVersion).empty() && rule == yesno_yes)
         return {true, result::kSuccess, m_reason = VersionReason::applies};
     int code = result::kNotApplicable;
@@ -138,7 +138,7 @@ bool vymProtocol::CheckFirmVer(const char* updateVersion, const char* compatible
 {
     if (updateVersion == nullptr || targetVersion == nullptr)
         return false;
-    // The first field has always shown the target's version; who reads these texts knows it so.
+    // The first field has always shown the target's version; readers of these texts expect that.
     debugText("UpdateVer:%s, TargetVer:%s, CompatibleVer:%s", targetVersion, targetVersion,
               compatibleVersion != nullptr ? compatibleVersion : "");
     yesno_type rule = yesno_none;

@@ -14,8 +14,8 @@ namespace {
 constexpr unsigned long kHeadSize = packets::kFileHeadSize;
 constexpr std::uint64_t kWhole = 100; // per cent
 
-// What a transfer may take as a whole, beside the time-out of a packet: far more than any printer
-// needs, so that one that takes a byte a second is not waited for for days.
+// The limit of a whole transfer, besides the time-out of a packet: far more than any printer needs,
+// but a printer that takes a byte per second is not waited for for days.
 constexpr std::uint64_t kLongestTransferMs = 600000;
 constexpr std::uint64_t kMsPerByte = 4; // 256 bytes a second
 
@@ -28,7 +28,7 @@ unsigned long dataLengthOf(const TAG_CMDSENDFILE& head)
 
 struct vymProtocol::Image {
     const char* fileName; // in the container
-    const char* name; // towards the printer
+    const char* name; // the printer's name for it
     unsigned short lastKind = packets::kLastUnpolled;
     bool lastCarriesData = false;
     unsigned long pieceSize = 0;
@@ -59,7 +59,7 @@ int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned lo
     return sendFilePacket(m_sendBuffer);
 }
 
-// Printers need not answer a data piece; any other file packet they have to.
+// Printers need not answer a data piece; they must answer every other file packet.
 int vymProtocol::sendFilePacket(std::span<unsigned char> packet)
 {
     const packets::FilePacket sent(packet);
@@ -126,7 +126,7 @@ void vymProtocol::publishDecision(tag_devinfo& info, int code, const char* subFi
     const HoldLock hold(m_lock);
     debugText("FirmNo:%d", static_cast<int>(info.m_firmwareNumber));
     storeField(info.m_result, static_cast<std::int32_t>(code));
-    // A name too long for its field is empty in the packets, and so it is here.
+    // A name too long for its field is empty in the packets, so it is empty here, too.
     std::memset(m_firmwareName, 0, sizeof m_firmwareName);
     strcpy_s(m_firmwareName, sizeof m_firmwareName, subFileName);
     storeFirmwareName(info, m_firmwareName);

@@ -9,7 +9,7 @@
 
 namespace {
 
-// One step of the run; memory that runs out in it is a result like any other.
+// One step of the run; running out of memory in it is a result like any other.
 template <class Step> int guarded(Step step)
 {
     try {
@@ -50,7 +50,7 @@ vymThread::~vymThread()
 
 bool vymThread::UpdateStart(char* queue, char* port, unsigned short portNo)
 {
-    // Its events stay set once they are: a second run would not be waited for, and not stop.
+    // Set events stay set: a second run would neither be waited for nor stop.
     if (m_stopEvent.created != 0)
         return false;
     m_queue = queue;
@@ -59,7 +59,7 @@ bool vymThread::UpdateStart(char* queue, char* port, unsigned short portNo)
     m_started = false;
     bool running = CreateEvent(m_stopEvent) && CreateEvent(m_startedEvent)
         && _beginthread(m_thread, &ThreadFunc, 0, this);
-    while (running && !IsEventSet(m_startedEvent)) // a wait may end for no reason
+    while (running && !IsEventSet(m_startedEvent)) // a wait may end early
         running = WaitForSingleObjectEvent(m_startedEvent, kInfinite) == kWaitSignalled;
     running = running && m_started;
     if (!running) {
@@ -136,8 +136,8 @@ void vymThread::RunThread(char* queue, char* port, unsigned short portNo)
     runUpdate(*protocol, queue, port, portNo);
 }
 
-// From here on only these very bytes of the package are sent. A package that cannot be read is
-// reported by the first image that is read from it.
+// From here on only these bytes of the package are sent. An unreadable package is reported when
+// its first image is read.
 void vymThread::sealPackage()
 {
     guarded([this] {
@@ -153,7 +153,7 @@ void vymThread::runUpdate(vymProtocol& protocol, char* queue, char* port, unsign
     const int entered =
         guarded([&] { return protocol.EnterDownLoadMode(queue, port, portNo, false); });
     if (entered != result::kSuccess) {
-        // Not entered, so not left either; the connection closes with the protocol object.
+        // Without "enter" there is no "leave"; the protocol object closes the connection.
         protocol.setUpdateState(m_info, state_failed, entered, 0, 0);
         idleUntilStopped();
         return;
@@ -183,8 +183,8 @@ int vymThread::updateUntilStopped(vymProtocol& protocol)
     const int updated = updateAllEntries(protocol, model, overall);
     if (updated != result::kSuccess)
         return updated;
-    // The final state is published again and again until somebody has seen it and stops us; each
-    // time the processor is offered to whoever wants to.
+    // Publishes the final state again and again until the run is stopped; each time it yields the
+    // processor to other threads.
     do {
         protocol.setUpdateState(m_info, state_done, overall, 0, 0);
         yieldProcessor();
@@ -192,15 +192,15 @@ int vymThread::updateUntilStopped(vymProtocol& protocol)
     return result::kSuccess;
 }
 
-// Every entry in turn, also after a stop was asked for: a printer with half of its firmware new
-// and half old is worse than a run that takes longer. overall becomes the last entry's outcome.
+// Updates every entry in turn, even after a stop request: a printer with half of its firmware new
+// and half old is worse than a longer run. overall becomes the last entry's outcome.
 int vymThread::updateAllEntries(vymProtocol& protocol, const std::string& model, int& overall)
 {
     const auto total = g_VymInfo.countVersionRows();
     debugText("Thread:TotalFirmNum = %d", static_cast<int>(total));
     {
         const HoldLock hold(m_lock);
-        m_outcomes.reserve(total); // once firmware is under way, what became of it can be kept
+        m_outcomes.reserve(total); // so that an outcome can be stored once firmware is on its way
     }
     for (std::uint32_t n = 0; n < total; ++n) {
         Entry entry;
@@ -240,7 +240,7 @@ int vymThread::updateEntry(vymProtocol& protocol, const std::string& model, std:
     return code;
 }
 
-// Counts an entry that ended well and waits until the printer has written it.
+// Counts a successful entry, and waits until the printer has written it.
 int vymThread::finishEntry(vymProtocol& protocol)
 {
     bool polled = false;
@@ -252,7 +252,7 @@ int vymThread::finishEntry(vymProtocol& protocol)
     if (!polled)
         publishState(state_finished);
     else if (const int code = pollUntilWritten(protocol); code != result::kSuccess) {
-        // That all of it arrived was never said.
+        // The printer never said that all of it arrived.
         const HoldLock hold(m_lock);
         if (!protocol.FirmwareIsAnswered())
             m_outcomes.back().m_result = code;
@@ -263,7 +263,8 @@ int vymThread::finishEntry(vymProtocol& protocol)
     return result::kSuccess;
 }
 
-// Until the printer reports that it is done. A stop ends the asking at once; the printer goes on.
+// Polls until the printer reports that it has finished. A stop ends the polling at once; the
+// printer goes on writing.
 int vymThread::pollUntilWritten(vymProtocol& protocol)
 {
     bool reported = !protocol.FirmwareBytesWentOut();
@@ -278,7 +279,7 @@ int vymThread::pollUntilWritten(vymProtocol& protocol)
             break;
         }
     }
-    // Without a status, the answer to the last block has to do.
+    // Without a status query, the answer to the last block must suffice.
     return reported ? result::kSuccess : protocol.ConcludeFirmware();
 }
 

@@ -1,8 +1,8 @@
-// The update worker: runs a whole update on a thread of its own and publishes where it is in one
+// The update worker: runs a whole update on a thread of its own and publishes its progress in one
 // status record. One object serves one run.
 //
-// Owns:    its thread, its two events, the status record, what became of each entry. The texts
-//          given to UpdateStart stay the caller's, who keeps them until StopThread has returned.
+// Owns:    its thread, its two events, the status record, the outcome of each entry. The caller
+//          owns the texts for UpdateStart, and keeps them until StopThread has returned.
 // Threads: one thread creates, starts, polls, stops and deletes; StopThread may run on another
 //          one while CheckState goes on. The lock guards the worker's own writes to the record,
 //          the interval and the outcomes; the protocol writes the record under a lock of its own.
@@ -17,7 +17,7 @@
 
 class vymProtocol;
 
-// What became of one firmware entry, kept beyond the moment in which the record showed it.
+// The outcome of one firmware entry, kept after the record has moved on.
 struct tag_entryoutcome {
     std::uint32_t m_number; // from 1, the entry's place in the package description
     std::int32_t m_result; // the protocol result of its update
@@ -36,9 +36,9 @@ public:
     vymThread& operator=(const vymThread&) = delete;
 
     // queue: the print queue's identifier or null; port: the port string or IPv4 address.
-    // True when the worker runs; false also on an object that was started before.
+    // True if the worker runs; false also for an object that was started before.
     bool UpdateStart(char* queue, char* port, unsigned short portNo);
-    // Asks the worker to stop and waits for it, without limit: a transfer is never cut.
+    // Requests a stop and waits for the worker, without limit: a transfer is never cut.
     bool StopThread();
     bool SetPolling(unsigned long milliseconds); // 0 is refused
     bool SetVymInfo(); // an empty hook; always false
