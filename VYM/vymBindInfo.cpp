@@ -18,12 +18,12 @@ constexpr std::array<char, 8> kMagic = {'V', 'Y', 'M', 'B', 'I', 'N', 'D', '\0'}
 constexpr std::size_t kTrailerSize = 16;
 constexpr std::size_t kNameSize = 32;
 constexpr std::size_t kEntrySize = kNameSize + 8;
-// Entries read first: every package in use has fewer, so one look-up is one read. A longer table is
-// read in larger parts.
+// Entries of the first read: all packages in use have fewer, so one look-up is one read. Longer
+// tables are read in larger parts.
 constexpr std::size_t kEntriesAtFirst = 16;
 constexpr std::size_t kEntriesAtOnce = 1024;
 constexpr std::size_t kFolderSize = 1024;
-// Support tells broken callers apart by this place; it stays, wherever the line moves to.
+// Support identifies broken callers by this line number; it stays even if the line moves.
 constexpr unsigned kLookupPlace = 440;
 
 std::uint32_t littleEndian(const unsigned char* bytes)
@@ -102,7 +102,7 @@ bool vymBindInfo::readTrailer()
     return m_trailer.magic == kMagic;
 }
 
-// Reads what there is, up to length: fewer bytes at the end of the file, false on an error.
+// Reads up to length bytes: fewer at the end of the file, false on an error.
 bool vymBindInfo::readAt(std::uint64_t offset, void* buffer, std::size_t length,
                          std::size_t& got) const
 {

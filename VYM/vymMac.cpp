@@ -28,8 +28,8 @@ std::atomic_ref<std::uint32_t> signalledFlag(TAG_MUTEXDATA& event)
     return std::atomic_ref(event.signalled);
 }
 
-// The time so many milliseconds from now, on the clock of the condition variable. The wall clock
-// would do for everything but this: set back by an hour, it would stretch a wait by that hour.
+// The time in this many milliseconds, on the clock of the condition variable. Not on the wall
+// clock: if that is set back by an hour, a wait takes an hour longer.
 timespec monotonicIn(unsigned long milliseconds)
 {
     constexpr long kSecond = 1000000000; // in nanoseconds
@@ -41,7 +41,7 @@ timespec monotonicIn(unsigned long milliseconds)
     return limit;
 }
 
-// A condition variable whose timed waits stand on the monotonic clock.
+// A condition variable whose timed waits use the monotonic clock.
 bool createCondition(pthread_cond_t& condition)
 {
     pthread_condattr_t attributes;
@@ -60,13 +60,13 @@ unsigned long waitResult(int error)
     return error == 0 ? kWaitSignalled : kWaitFailed;
 }
 
-// The version that an os-release file gives, 0 without one.
+// The version in an os-release file; 0 without one.
 unsigned long versionInFile(const char* path)
 {
     std::FILE* file = nullptr;
     if (!isPlainFile(path) || fopen_s(&file, path, "rb") != 0)
         return 0;
-    char text[8192]; // such files have a dozen short lines
+    char text[8192]; // enough for such a file's dozen short lines
     const auto length = std::fread(text, 1, sizeof text, file);
     std::fclose(file);
     return systemVersionFromText(versionIdOf({text, length}));
@@ -120,7 +120,8 @@ unsigned long WaitForSingleObjectEvent(TAG_MUTEXDATA& event, unsigned long milli
     if (pthread_mutex_lock(&event.mutex) != 0)
         return kWaitFailed;
     int error = 0;
-    // Checked again under the mutex: an event set since the first look would never wake us.
+    // Checked again under the mutex: an event that was set since the first check would not end the
+    // wait.
     if (!IsEventSet(event)) {
         if (milliseconds == kInfinite) {
             error = pthread_cond_wait(&event.cond, &event.mutex);
@@ -164,7 +165,7 @@ bool _beginthread(TAG_THREADDATA& thread, void* (*routine)(void*), unsigned stac
 
 unsigned long WaitForSingleObjectThread(TAG_THREADDATA& thread, unsigned long /*milliseconds*/)
 {
-    // A thread that was joined must not be joined again: its handle means nothing any more.
+    // A joined thread must not be joined again: its handle is invalid.
     const int error = thread.created != 0 ? pthread_join(thread.thread, nullptr) : EINVAL;
     if (error != 0 && error != EINVAL)
         return kWaitFailed;
@@ -255,7 +256,7 @@ unsigned long getSystemVersion()
         if (const auto version = versionInFile(path); version != 0)
             return version;
     }
-    // Rolling distributions carry no version of their own: the kernel's release stands for it.
+    // Rolling distributions have no version number: the kernel's release replaces it.
     utsname kernel{};
     return uname(&kernel) == 0 ? systemVersionFromText(kernel.release) : 0;
 }
@@ -286,7 +287,7 @@ bool getBundleLocation(char* folder, unsigned long size)
         return strcpy_s(folder, size, g_bundleLocation) == 0;
     char path[kLocationSize] = {};
     const auto length = readlink("/proc/self/exe", path, kLocationSize);
-    // A path that fills the buffer is cut, and what is left of it names another folder.
+    // A path that fills the buffer is truncated and would name another folder.
     if (length <= 0 || static_cast<unsigned long>(length) >= kLocationSize)
         return false;
     char* slash = std::strrchr(path, '/');

@@ -1,4 +1,4 @@
-// The page that shows which printer is going to be updated, before the question.
+// The page that shows the printer to be updated, before the question.
 //
 // Owns:    nothing.
 // Threads: the interface's own.

@@ -1,5 +1,5 @@
-// What the device page decides: what a new list of printers does to it, and whether a typed address
-// is one.
+// The decisions of the device page: the effect of a new list of printers, and whether a typed
+// address is valid.
 //
 // Owns:    nothing.
 // Threads: any. Pure functions of their arguments.
@@ -11,7 +11,7 @@
 
 enum class DeviceMode : std::uint8_t { printer, address };
 
-// What a list that was just made does to the page.
+// The effect of a new list on the page.
 struct DevicePageRule {
     bool acceptsPrinter; // the table takes the focus, and its mode can be chosen
     bool forgetsRow; // there is no row to come back to
@@ -19,9 +19,9 @@ struct DevicePageRule {
 
     bool operator==(const DevicePageRule&) const = default;
 };
-// A mode that the user has already chosen stays, unless there is nothing left to choose in it.
+// A mode that the user has already chosen stays, unless its list is empty.
 DevicePageRule devicePageRule(bool hasPrinters, bool printerChosen, bool addressChosen);
 
-// Four numbers that are not all zero. Their range is checked by the entry.
+// Four numbers that are not all zero. The input checks their range.
 bool inputCheckForIPAddress(const std::vector<std::string>& values);
 std::string joinedAddress(const std::vector<std::string>& values);

@@ -21,7 +21,7 @@ void EndRequests::takeSignal()
         m_asked("signal " + std::to_string(signal));
 }
 
-// Session managers let only those cancel who have asked for a word with the user before.
+// Session managers allow a cancel only after a request to interact with the user.
 void EndRequests::endSession(QSessionManager& session)
 {
     if (m_asked("the end of the session"))

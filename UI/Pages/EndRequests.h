@@ -1,7 +1,7 @@
-// What asks the program to end from outside: a signal, or the end of the desktop's session.
+// Requests from outside to end the program: a signal, or the end of the desktop's session.
 //
 // Threads: the interface's own.
-// Decides nothing itself: whoever made it says whether this is a time to end, and ends.
+// Decides nothing itself: its creator decides whether to end, and ends the program.
 #pragma once
 #include "Platform/EndingSignals.h"
 
@@ -15,10 +15,11 @@ class EndRequests final : public QObject {
     Q_OBJECT
 
 public:
-    // Told what asks, in words for a log; false: not now, and the session has to go on.
+    // Receives the source of the request, in words for a log. False: not now; the session must go
+    // on.
     using Asked = std::function<bool(const std::string& what)>;
 
-    // The signals have to outlive it; null: only the session asks.
+    // The signals must outlive it; null: only the session's end counts.
     EndRequests(const EndingSignals* endings, Asked asked);
 
 private:

@@ -48,7 +48,7 @@ public:
     }
 };
 
-// The loader would look for, and load, whatever Designer plugins are installed.
+// Otherwise the loader would load all installed Designer plugins.
 class WithoutPlugins {
 public:
     WithoutPlugins() { QCoreApplication::setLibraryPaths({}); }

@@ -1,6 +1,6 @@
-// A page of the wizard: its content, its row of buttons, and when it acts. Every page finds its
-// controls in the form by their object names when it is made; they can be used once the form says
-// that none is missing.
+// A page of the wizard: its content, its row of buttons, and its reactions. The constructor finds
+// the controls in the form by their object names; they can be used once the form reports that none
+// is missing.
 //
 // Owns:    nothing; the form owns the controls.
 // Threads: the interface's own.
@@ -12,7 +12,7 @@
 
 class Page {
 public:
-    // The object names of its buttons; null for a page that nothing comes before.
+    // The object names of its buttons; the back button's is null on the first page.
     struct ButtonNames {
         const char* back;
         const char* forward;
@@ -32,9 +32,9 @@ public:
 
     // In the user's language.
     virtual void setTexts() = 0;
-    virtual void dress() { } // for the user's font, palette and style; again when they change
+    virtual void dress() { } // applies font, palette and style, also after a change
     virtual void enter() { } // just before it is shown: loads what it shows
-    virtual void takeFocus() { } // just after; without more, its forward button has the focus
+    virtual void takeFocus() { } // just after; by default its forward button gets the focus
     virtual void leave() { } // before another page is shown: keeps what was chosen
 
 protected:

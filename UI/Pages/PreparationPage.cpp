@@ -29,7 +29,7 @@ void PreparationPage::setTexts()
     setButtonTexts(textkey::kNext);
 }
 
-// Drawings and icon themes take long to read: not before the page is seen.
+// Drawings and icon themes take long to read, so this waits until the page is visible.
 void PreparationPage::dress()
 {
     if (_updateInfoImgView->isVisible())

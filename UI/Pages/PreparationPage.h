@@ -1,4 +1,4 @@
-// The page with what is to be seen to before an update.
+// The page with the user's preparations before an update.
 //
 // Owns:    nothing.
 // Threads: the interface's own.

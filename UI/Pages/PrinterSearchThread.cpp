@@ -4,7 +4,7 @@
 
 #include <system_error>
 
-// Hands what it is told to the interface's thread.
+// Passes the search's reports on to the interface's thread.
 class PrinterSearchThread::Observer : public PrinterSearchObserver {
 public:
     explicit Observer(PrinterSearchThread& search) : m_search(search) { }
@@ -58,14 +58,14 @@ void PrinterSearchThread::start(bool driverOnly)
 {
     m_isWanted = true;
     m_driverOnly = driverOnly;
-    m_isStale = m_thread.joinable(); // one that is still at work is followed by the new one
+    m_isStale = m_thread.joinable(); // the new search follows one that is still at work
     m_cancel = m_isStale;
     if (m_isStale)
         return;
     try {
         m_thread = std::thread([this, driverOnly] { run(driverOnly); });
     } catch (const std::system_error&) {
-        emit threadFound({}); // no printers, and the address entry is still there
+        emit threadFound({}); // no printers; the user can still enter an address
     }
 }
 

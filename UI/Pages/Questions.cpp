@@ -15,7 +15,7 @@ Alert critical(const char* titleKey, const char* messageKey)
     return alert;
 }
 
-// A yes cannot be taken back, so that the Return key says no.
+// A yes cannot be undone, so the Return key says no.
 Alert question(const char* titleKey, const char* messageKey)
 {
     auto alert = critical(titleKey, messageKey);

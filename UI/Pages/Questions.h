@@ -1,14 +1,14 @@
-// The questions and messages of the wizard, in the user's language: what they say and which button
-// the Return key presses.
+// The questions and messages of the wizard, in the user's language: their texts and the button of
+// the Return key.
 //
 // Owns:    nothing.
 // Threads: the interface's own.
-// Does not show them, nor decide what follows an answer.
+// Does not show them, and does not act on the answers.
 #pragma once
 #include "UI/Widgets/Alerts.h"
 
 Alert startQuestion(bool allowsOlderVersions);
 Alert cancelQuestion();
 Alert addressMessage(); // the address of zeros
-// packageProblem: why there is no usable package; empty where there is one.
+// packageProblem: why there is no usable package; empty if there is one.
 Alert unsupportedSystemMessage(const std::string& packageProblem);

@@ -1,5 +1,4 @@
-// The sign that the system shows beside a note or a caution, from the user's icon theme where that
-// has one.
+// The system's sign for a note or a caution, from the user's icon theme if that has one.
 //
 // Owns:    nothing.
 // Threads: the interface's own.
@@ -7,6 +6,5 @@
 #include <QLabel>
 #include <cstdint>
 
-// type: kNoteIcon or kCautionIcon of VYM_Utilities; another type leaves the label without a
-// picture.
+// type: kNoteIcon or kCautionIcon of VYM_Utilities; for other types the label has no picture.
 void showSystemSign(QLabel& label, std::uint32_t type);

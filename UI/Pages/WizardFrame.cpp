@@ -11,7 +11,7 @@
 
 namespace {
 
-// The window at first, in letters and lines of the user's font.
+// The window's initial size, in letters and lines of the user's font.
 constexpr int kWizardLettersWide = 108;
 constexpr int kWizardLinesHigh = 35;
 
@@ -27,7 +27,7 @@ WizardFrame::WizardFrame(Form& form)
 
 void WizardFrame::connectControls()
 {
-    // The toolkit scrolls to what the Tab key reaches, but not to what gets the focus otherwise.
+    // The toolkit scrolls to a control only if the Tab key gives it the focus.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         auto* page = qobject_cast<QScrollArea*>(_mainTabView->currentWidget());
         if (page != nullptr && page->isAncestorOf(now))
@@ -47,7 +47,7 @@ void WizardFrame::open()
 {
     const QFontMetrics metrics(QApplication::font());
     const auto screen = _mainwindow->screen()->availableGeometry();
-    // Room for the title bar, which is not known yet; as much below keeps the window in the middle.
+    // Room for the title bar, whose height is not known yet; the same below centres the window.
     const int bar = _mainwindow->style()->pixelMetric(QStyle::PM_TitleBarHeight);
     const auto most = screen.size() - QSize(0, 2 * bar);
     const QSize wanted(letterWidth(metrics) * kWizardLettersWide,
@@ -66,7 +66,7 @@ void WizardFrame::showPage(Page& page, int step)
     m_page = &page;
     page.enter();
     if (auto* area = qobject_cast<QScrollArea*>(page.content()))
-        area->setWidgetResizable(true); // not in the form: a page that nobody sees needs no layout
+        area->setWidgetResizable(true); // not in the form: hidden pages need no layout
     _mainTabView->setCurrentWidget(page.content());
     _buttonTabView->setCurrentWidget(page.buttonRow());
     _stepBar->setCurrentStep(step);

@@ -18,13 +18,13 @@ public:
     [[nodiscard]] WizardWindow& window() const { return *_mainwindow; }
     void connectControls(); // once the form says that none is missing
     void setTexts();
-    void open(); // in the middle and in front, as large as the user's font needs it
-    void showPage(Page& page, int step); // from 0; leaves the page that was shown
+    void open(); // centred and in front, in a size that suits the user's font
+    void showPage(Page& page, int step); // step: from 0; calls leave of the previous page
 
 private:
     WizardWindow* _mainwindow = nullptr;
     QStackedWidget* _mainTabView = nullptr;
     QStackedWidget* _buttonTabView = nullptr;
     StepBar* _stepBar = nullptr;
-    Page* m_page = nullptr; // that is shown
+    Page* m_page = nullptr; // the current one
 };

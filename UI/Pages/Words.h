@@ -1,4 +1,4 @@
-// The words of the string tables, as pages and alerts use them.
+// The words of the string tables, for pages and alerts.
 //
 // Owns:    nothing.
 // Threads: the interface's own.
@@ -9,9 +9,9 @@
 
 namespace words {
 
-// The key's text as the table has it: for an alert, or as a format.
+// The key's unchanged text: for an alert, or as a format.
 std::string plain(const char* key);
-// The key's text as a format, with one argument or without.
+// The key's text, formatted with at most one argument.
 std::string filled(const char* key, const std::string& argument);
 QString text(const char* key);
 QString text(const char* key, const std::string& argument);

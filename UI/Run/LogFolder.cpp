@@ -17,11 +17,11 @@ namespace {
 namespace fs = std::filesystem;
 using Milliseconds = std::chrono::milliseconds;
 
-constexpr mode_t kOwnFolder = 0700; // as the XDG base directories ask for
+constexpr mode_t kOwnFolder = 0700; // required by the XDG base directory specification
 constexpr mode_t kOwnFile = 0600;
 constexpr std::string_view kShape = "run-########T######.###Z-"; // # is a digit
 constexpr std::string_view kEnding = ".log";
-constexpr int kTries = 100; // names that two runs of one process may want in the same moment
+constexpr int kTries = 100; // names that runs of one process may want at the same moment
 
 bool isDigit(char c)
 {
@@ -31,7 +31,7 @@ bool isDigit(char c)
 std::string environmentPath(const char* name)
 {
     const char* value = std::getenv(name);
-    return value != nullptr && *value == '/' ? value : ""; // a relative one is to be ignored
+    return value != nullptr && *value == '/' ? value : ""; // a relative one must be ignored
 }
 
 std::string nameAt(Milliseconds sinceEpoch)
@@ -71,7 +71,7 @@ NewLog opened(const std::string& folder)
     return log;
 }
 
-// The date in a log's name, as names are made: "20261121T033509" sorts and compares as a time does.
+// The date in a log's name: "20261121T033509" sorts and compares like a time.
 std::string dateOf(std::string_view name)
 {
     constexpr std::size_t kDateAt = 4; // after "run-"
@@ -85,7 +85,7 @@ std::string dateBefore(int days)
     return dateOf(nameAt(std::chrono::duration_cast<Milliseconds>(then.time_since_epoch())));
 }
 
-// The new one stays, and takes one of the places that are always kept.
+// The new log stays, and counts among those that are always kept.
 void removeOldest(const std::string& folder, const std::string& newName)
 {
     auto names = logNames(folder);

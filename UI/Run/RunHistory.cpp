@@ -10,7 +10,7 @@
 
 namespace {
 
-// A file that may be anybody's by now: no pipe, no device, and no link to one.
+// Opens a file that may have been replaced by now: refuses pipes, devices, and links to them.
 std::string readLog(const std::string& path)
 {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
@@ -29,7 +29,7 @@ std::string readLog(const std::string& path)
     return text;
 }
 
-// The rest of the first line that begins with the name; empty without one.
+// The rest of the first line that begins with the name; empty if there is none.
 std::string fieldOf(std::istringstream text, std::string_view name)
 {
     std::string line;
@@ -46,7 +46,7 @@ PastRun pastRun(const std::string& path, std::size_t number)
     const auto field = [&text](std::string_view name) {
         return fieldOf(std::istringstream(text), name);
     };
-    const auto problem = field("problem"); // of a package that nothing was run with
+    const auto problem = field("problem"); // of a package without a run
     const auto result = field("result");
     return {number,
             path,

@@ -1,11 +1,11 @@
-// The log of one run, for people: a text file of its own that says what was updated with what, how
-// far it came and how it ended. Written line by line, so that a crash leaves what was known.
+// The log of one run, for people: a text file that says which printer was updated with which
+// package, how far the run got and how it ended. Written line by line, so that it survives a crash.
 //
-// Owns:      its file's descriptor. From the first log on, the process ignores SIGXFSZ: a file that
-//            may not grow is an error of one write, never the end of a run.
+// Owns:      its file's descriptor. From the first log on, the process ignores SIGXFSZ: a file size
+//            limit is an error of one write, never the end of a run.
 // Threads:   one at a time.
-// Invariant: texts from outside are made fit to be shown; a line never holds two.
-// Errors:    none. A log that cannot be made or goes on no longer says why in problem().
+// Invariant: texts from outside are made safe to show; each fills at most one line.
+// Errors:    none. If a log cannot be made or continued, problem() says why.
 #pragma once
 #include "UI/Run/LogFolder.h"
 #include "VYM/vymThread.h"
@@ -15,21 +15,21 @@
 #include <string_view>
 #include <vector>
 
-// Of one line's text, in bytes: the longest path is cut off, and little else.
+// The longest text of a line, in bytes: cuts the longest paths and hardly anything else.
 constexpr std::size_t kLogLineLimit = 1000;
 
 struct RunLogFirmware {
     std::string name;
     std::string version;
-    std::string nameInPrinter = {}; // what the printer calls it, and the status record
+    std::string nameInPrinter = {}; // the name in the printer and in the status record
 };
 
 struct RunLogFacts {
     std::string program; // with its version
     std::string packageFolder;
-    std::string model; // that the package is for
+    std::string model; // the package is for this model
     std::vector<RunLogFirmware> firmware; // all of the package, in order
-    std::string printer; // its name, where it has one
+    std::string printer; // its name, if it has one
     std::string address;
 };
 
@@ -41,14 +41,14 @@ public:
     RunLog& operator=(const RunLog&) = delete;
 
     void start(const RunLogFacts& facts);
-    // In place of all else: the package is bad, so that little is known and maybe nothing is run.
+    // Instead of all other calls: the package is bad, so little is known and there may be no run.
     void badPackage(const RunLogFacts& facts, std::string_view problem);
     void note(std::string_view text);
-    void look(const tag_devinfo& record); // a line where the stage or the firmware is another one
+    void look(const tag_devinfo& record); // a line for each new stage or firmware
     void outcome(const tag_entryoutcome& outcome); // of each firmware that was handled, in order
     void end(std::string_view name, std::optional<int> code); // the result's
 
-    [[nodiscard]] const std::string& path() const { return m_path; } // empty: there is none
+    [[nodiscard]] const std::string& path() const { return m_path; } // empty: there is no log
     [[nodiscard]] const std::string& problem() const { return m_problem; } // empty: all is written
 
 private:

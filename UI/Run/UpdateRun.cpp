@@ -11,7 +11,7 @@
 
 namespace {
 
-// Where the printer reports its writing, sending is the first half of the bar, writing the second.
+// If the printer reports its writing, sending is the first half of the bar, writing the second.
 constexpr double kHalf = 0.5;
 constexpr double kSecondHalf = 50.0;
 constexpr double kFull = 100.0;
@@ -29,7 +29,7 @@ struct ResultRow {
     std::string_view name;
     std::string_view titleKey;
     std::string_view messageKey;
-    NextStep next; // when no firmware byte went out
+    NextStep next; // if no firmware byte was sent
 };
 constexpr std::array<ResultRow, 12> kResults = {{
     {result::kSuccess, "updated", textkey::kNormalEndTitle, "", NextStep::none},
@@ -77,7 +77,7 @@ RunStep shown(StageKey key, double progress, const tag_devinfo& info, unsigned l
     return {key.one, {}, progress, {}};
 }
 
-// Tests with "<" on purpose: a total of 0 gives no number or no finite one, and shows nothing.
+// Uses "<" on purpose: a total of 0 gives infinity or no number, and shows nothing.
 RunStep sendingStep(const tag_devinfo& info, double percent, unsigned long firmwareCount)
 {
     if (info.m_checkStateSupported == 0)
@@ -140,7 +140,7 @@ tag_devinfo withAgreeingName(const tag_devinfo& info, const std::vector<std::str
     const auto number = info.m_firmwareNumber;
     if (name.empty() || number < 1 || number > names.size() || names[number - 1] == name)
         return agreeing;
-    // The nearest one before it: two rows may have one name.
+    // The nearest previous one, since two rows may have the same name.
     for (auto former = number - 1; former >= 1; --former) {
         if (names[former - 1] == name) {
             agreeing.m_firmwareNumber = former;

@@ -8,10 +8,10 @@
 //   run.takeOutcomes();  run.finish(name, code);
 //
 // Owns:      the worker, the port string and the queue that the worker points to, the log.
-// Threads:   one thread at a time, but stop: it waits for the worker for as long as a transfer
-//            takes, so it may run on another thread while the first goes on looking.
-// Invariant: the worker has ended before anything that it points to goes.
-// Decides nothing about words, and never stops a run by itself.
+// Threads:   one thread at a time, except for stop: that waits for the worker for as long as a
+//            transfer takes, so it may run on another thread while the first goes on looking.
+// Invariant: the worker ends before any data that it points to is destroyed.
+// Knows no words, and never stops a run by itself.
 #pragma once
 #include "UI/Run/RunLog.h"
 #include "UI/Run/RunTarget.h"
@@ -33,24 +33,24 @@ public:
     WatchedRun(const WatchedRun&) = delete;
     WatchedRun& operator=(const WatchedRun&) = delete;
 
-    // Once. False: no worker runs, and the run has ended with the code of a system error; so it
-    // does with a target that never took a printer.
+    // Call once. False: no worker runs, and the run has ended with the code of a system error; also
+    // for a target without a printer.
     bool start(const RunTarget& target, unsigned short portNumber);
 
-    // What the record shows now; also a line in the log where that is something new.
+    // Reads the record and returns what to show; also writes a line to the log if that is new.
     const RunStep& look();
-    // Of the last look. Number and name always belong to the same firmware.
+    // The record of the last look. Number and name always belong to the same firmware.
     [[nodiscard]] const tag_devinfo& record() const { return m_record; }
-    // How long the record has been the same, in milliseconds, as of the last look.
+    // How long the record had not changed at the last look, in milliseconds.
     [[nodiscard]] std::uint64_t quietMilliseconds() const { return m_quiet; }
-    // The code with which the run ended by itself, before it was asked to stop.
+    // The code with which the run ended by itself, before a stop request.
     [[nodiscard]] std::optional<int> endCode() const { return m_endCode; }
 
-    // From here on endCode stays as it is: the record no longer tells how the run would have ended.
+    // From now on endCode stays unchanged: the record no longer says how the run would have ended.
     void willStop() { m_isStopping = true; }
     void stop(); // the same, and waits until the worker has ended
 
-    // Once, after stop: what became of each firmware that was handled; also into the log.
+    // Call once, after stop: the outcome of each firmware that was handled; also writes the log.
     std::vector<tag_entryoutcome> takeOutcomes();
     void finish(std::string_view resultName, std::optional<int> code); // the last lines of the log
     [[nodiscard]] RunLog& log() { return m_log; }

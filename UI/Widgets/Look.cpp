@@ -16,21 +16,21 @@
 
 namespace {
 
-constexpr double kMutedShare = 0.3; // of the background in lesser text: contrast stays above 4.5
+constexpr double kMutedShare = 0.3; // of the background in secondary text: contrast stays above 4.5
 constexpr double kSeparatorShare = 0.75; // of the background in lines
 constexpr int kColumnCharacters = 84; // longer lines are hard to read
 constexpr int kPageMargins = 2; // in margins of the style
 constexpr int kSectionGap = 3; // in spacings of the style
-// Tables show at least, and such as take no more room than their rows at most, so many rows.
+// The least rows that a table shows; also the most rows of a table that is as high as its rows.
 constexpr int kFewestRows = 2;
 constexpr int kMostRows = 8;
 
 struct TextLook {
     const char* name;
-    double size; // in sizes of the user's font
+    double size; // in units of the user's font size
     bool isBold;
     bool isMuted;
-    bool beginsGroup; // with some air above
+    bool beginsGroup; // with some space above
 };
 constexpr std::array<TextLook, 6> kTextLooks = {{
     {"hero", 1.7, true, false, false},
@@ -59,7 +59,7 @@ int styleSpacing(const QWidget& widget)
 {
     const int spacing =
         widget.style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing, nullptr, &widget);
-    // Some styles decide from control to control, and give no number.
+    // Some styles decide for each control, and return no number.
     return spacing >= 0 ? spacing : styleMargin(widget) / 2;
 }
 
@@ -119,7 +119,7 @@ int heightOfRows(const QWidget& frame, int rows)
         + rows * table->verticalHeader()->defaultSectionSize();
 }
 
-// What belongs to a radio button begins where its text does.
+// Controls that belong to a radio button are aligned with its text.
 void dressIndent(QWidget& indented)
 {
     const auto* style = indented.style();
