@@ -16,6 +16,7 @@ constexpr std::uint64_t kFastestWrite = 1'000'000'000'000; // keeps rate times t
 constexpr int kLargestWindow = 64 << 20;
 constexpr std::int64_t kLongestDelay = 3'600'000; // an hour
 constexpr std::size_t kLongestTargetInfo = 16U << 20;
+constexpr std::size_t kLongestSession = 64U << 20; // of text: images of 30 MB
 
 constexpr const char* kDescription =
     "A virtual printer: the printer's side of a firmware update over TCP or on a USB bus, with\n"
@@ -32,8 +33,9 @@ constexpr const char* kExamples =
     "      all failures that it can show\n"
     "  vymprinter --usb any --model \"Model 100\"\n"
     "      a printer on the USB bus, where the kernel has a device controller\n\n"
-    "Exit codes: 0 ended as asked, 1 an address, a USB controller or a folder cannot be used, 64\n"
-    "wrong usage.";
+    "Exit codes: 0 ended as asked, 1 an address, a USB controller or a folder cannot be used, or "
+    "a\n"
+    "replayed session went another way, 64 wrong usage.";
 
 // The command line's own view of what is asked, before it is put together.
 struct Raw {
@@ -46,6 +48,9 @@ struct Raw {
     std::int64_t pieceTime = 0;
     std::string store;
     std::vector<std::string> faults;
+    std::string recording;
+    std::string replay;
+    std::string relay;
 };
 
 struct RepliesWord {
@@ -139,6 +144,21 @@ void addDeskOptions(CLI::App& app, Raw& raw, Options& options)
     app.add_flag("--quiet", options.quiet, "Tell nothing on standard error but errors");
 }
 
+void addSessionOptions(CLI::App& app, Raw& raw)
+{
+    app.add_option("--record", raw.recording,
+                   "Write the first connection into FILE, one line for each packet")
+        ->type_name("FILE");
+    app.add_option("--replay", raw.replay,
+                   "Play the printer of a recorded connection; end with 1 where the updater sends "
+                   "other bytes")
+        ->check(CLI::ExistingFile)
+        ->type_name("FILE");
+    app.add_option("--relay", raw.relay,
+                   "Pass the first connection on to a real printer; with --record")
+        ->type_name("ADDRESS[:PORT]");
+}
+
 FirmwareVersion readFirmware(const std::string& text)
 {
     const auto equals = text.find('=');
@@ -149,16 +169,49 @@ FirmwareVersion readFirmware(const std::string& text)
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
 
-std::string readTargetInfo(const std::string& path)
+std::string readTextFile(const std::string& path, std::size_t longest, const char* option)
 {
     std::ifstream file(path, std::ios::binary);
-    std::string text(kLongestTargetInfo + 1, '\0');
+    std::string text(longest + 1, '\0');
     file.read(text.data(), static_cast<std::streamsize>(text.size()));
     if (file.bad() || !file.eof())
-        throw CLI::ValidationError("--target-info",
-                                   "cannot read " + path + ", or it is over 16 MiB");
+        throw CLI::ValidationError(option,
+                                   "cannot read " + path + ", or it is over "
+                                       + std::to_string(longest >> 20) + " MiB");
     text.resize(static_cast<std::size_t>(file.gcount()));
     return text;
+}
+
+std::vector<SessionLine> readSession(const std::string& path)
+{
+    auto parsed = parseSession(readTextFile(path, kLongestSession, "--replay"));
+    if (parsed.wrongLine != 0)
+        throw CLI::ValidationError("--replay",
+                                   path + ":" + std::to_string(parsed.wrongLine)
+                                       + ": is not MILLISECONDS >|< HEX");
+    if (parsed.lines.empty())
+        throw CLI::ValidationError("--replay", path + " holds no packet");
+    return std::move(parsed.lines);
+}
+
+void readSessionOptions(const Raw& raw, bool onUsb, Options& options)
+{
+    const bool isPlayed = !raw.replay.empty();
+    const bool isRelayed = !raw.relay.empty();
+    if (isPlayed && (isRelayed || !raw.recording.empty()))
+        throw CLI::ValidationError("--replay", "is not for --record and --relay");
+    if (isRelayed && raw.recording.empty())
+        throw CLI::ValidationError("--relay", "needs --record FILE");
+    if (onUsb && (isPlayed || !raw.recording.empty()))
+        throw CLI::ValidationError("--usb", "sessions are recorded and played over TCP only");
+    if (isPlayed)
+        options.replay = readSession(raw.replay);
+    if (!raw.recording.empty())
+        options.recording = raw.recording;
+    if (isRelayed)
+        options.relay = parseEndpoint(raw.relay);
+    if (isRelayed && !options.relay)
+        throw CLI::ValidationError("--relay", "'" + raw.relay + "' is not ADDRESS[:PORT]");
 }
 
 std::vector<Endpoint> readEndpoints(const Raw& raw)
@@ -214,9 +267,10 @@ void putTogether(const Raw& raw, Options& options)
     model.replyDelay = Millis(raw.replyDelay);
     model.pieceTime = Millis(raw.pieceTime);
     if (!raw.targetInfo.empty())
-        model.targetInfo = readTargetInfo(raw.targetInfo);
+        model.targetInfo = readTextFile(raw.targetInfo, kLongestTargetInfo, "--target-info");
     if (!raw.store.empty())
         options.store = raw.store;
+    readSessionOptions(raw, onUsb, options);
 }
 
 } // namespace
@@ -230,6 +284,7 @@ ParsedOptions parseOptions(int argc, const char* const* argv)
     app.set_version_flag("--version", "vymprinter " VYMKIT_VERSION);
     addDeskOptions(app, raw, options);
     addPrinterOptions(app, raw, options.model);
+    addSessionOptions(app, raw);
     addUsbOptions(app, options.usb);
     try {
         app.parse(argc, argv);

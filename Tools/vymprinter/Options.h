@@ -1,10 +1,11 @@
 // What the command line asks for.
 //
 // Threads:   any.
-// Does not open or create anything but the file of --target-info, which it reads.
+// Does not open or create anything but the files of --target-info and --replay, which it reads.
 #pragma once
 #include "Tools/vymprinter/Faults.h"
 #include "Tools/vymprinter/PrinterModel.h"
+#include "Tools/vymprinter/SessionText.h"
 #include "Tools/vymprinter/TcpListen.h"
 #include "Tools/vymprinter/UsbOptions.h"
 
@@ -20,6 +21,9 @@ struct Options {
     PrinterModel model;
     std::vector<Fault> faults;
     std::optional<std::filesystem::path> store;
+    std::optional<std::string> recording; // the file of --record
+    std::vector<SessionLine> replay; // empty: the printer is a model
+    std::optional<Endpoint> relay; // where connections go instead of to a model
     std::uint64_t faultyConnections = 0; // faults strike these first ones; 0: all
     int window = 0; // bytes of receive buffer over TCP; 0: the system's choice
     std::uint64_t sessions = 0; // end after that many; 0: never

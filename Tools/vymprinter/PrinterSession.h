@@ -17,6 +17,7 @@
 namespace vymprinter {
 
 class PrinterSession;
+class SessionRecorder;
 
 // One printer on the desk, shared by its sessions and outliving them.
 struct Printer {
@@ -26,6 +27,7 @@ struct Printer {
     std::uint64_t faultyConnections = 0; // faults strike these first ones; 0: all
     std::uint64_t connections = 0; // ever made
     const PrinterSession* downloading = nullptr; // the session that is in download mode
+    SessionRecorder* recorder = nullptr; // of the first connection, where one is wanted
 };
 
 class PrinterSession {

@@ -1,5 +1,6 @@
 #include "Tools/vymprinter/Serve.h"
 
+#include "Tools/vymprinter/SessionServe.h"
 #include "Tools/vymprinter/Store.h"
 #include "Tools/vymprinter/TcpServer.h"
 #include "Tools/vymprinter/UsbServer.h"
@@ -33,9 +34,24 @@ int fail(const std::string& error)
     return kExitCannotServe;
 }
 
-Printer printerOf(const Options& options, PrinterRecord& record)
+Printer printerOf(const Options& options, PrinterRecord& record,
+                  SessionRecorder* recorder = nullptr)
 {
-    return {options.model, options.faults, record, options.faultyConnections};
+    Printer printer{options.model, options.faults, record, options.faultyConnections};
+    printer.recorder = recorder;
+    return printer;
+}
+
+// Everything that --record, --replay and --relay do; the exit code.
+int serveSession(const Options& options, SessionRecorder* recorder, int stop)
+{
+    const auto listening = listenOn(options.endpoints.front());
+    if (!listening.error.empty())
+        return fail(listening.error);
+    std::cout << "listening on " << listening.endpoint.text() << std::endl;
+    const auto wrong = options.relay ? relaySession(listening, *options.relay, *recorder, stop)
+                                     : playSession(listening, Replay(options.replay), stop);
+    return wrong.empty() ? 0 : fail(wrong);
 }
 
 // Names the controller that was asked for; for "any", the first one that is free.
@@ -78,6 +94,14 @@ std::string addUsbPrinter(const Options& options, std::size_t number, UsbServer&
 
 int serveTcp(const Options& options, int stop)
 {
+    std::optional<SessionRecorder> recorder;
+    if (options.recording)
+        recorder.emplace(*options.recording);
+    if (recorder && !recorder->good())
+        return fail("cannot write " + *options.recording);
+    auto* const recording = recorder ? &*recorder : nullptr;
+    if (options.relay || !options.replay.empty())
+        return serveSession(options, recording, stop);
     Stores stores;
     std::string lines;
     TcpServer server;
@@ -90,11 +114,11 @@ int serveTcp(const Options& options, int stop)
         if (!error.empty())
             return fail(error);
         lines += "listening on " + name + '\n';
-        server.add(std::move(listening), printerOf(options, *stores.back()));
+        server.add(std::move(listening), printerOf(options, *stores.back(), recording));
     }
     std::cout << lines << std::flush;
     server.run(stop, options.sessions);
-    return 0;
+    return recorder && !recorder->good() ? fail("the recording could not be written") : 0;
 }
 
 int serveUsb(const Options& options, int stop)

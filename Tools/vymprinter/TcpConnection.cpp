@@ -1,5 +1,7 @@
 #include "Tools/vymprinter/TcpConnection.h"
 
+#include "Tools/vymprinter/SessionRecorder.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -22,7 +24,9 @@ bool wouldBlock()
 } // namespace
 
 TcpConnection::TcpConnection(FileHandle socket, Printer& printer, Millis now)
-    : m_socket(std::move(socket)), m_session(printer, now)
+    : m_socket(std::move(socket)), m_session(printer, now),
+      m_recorder(printer.recorder != nullptr && printer.recorder->claim() ? printer.recorder
+                                                                          : nullptr)
 {
     const int yes = 1; // a reply in two parts must not wait for the updater's acknowledgement
     ::setsockopt(m_socket.get(), IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
@@ -51,7 +55,7 @@ void TcpConnection::serve(short ready, Millis now)
     if ((ready & POLLRDHUP) != 0 && m_session.stalled())
         m_peerDone = true;
     if ((ready & POLLIN) != 0)
-        readSome();
+        readSome(now);
     if (m_peerDone)
         m_session.inputEnded();
     m_session.advance(now);
@@ -59,13 +63,16 @@ void TcpConnection::serve(short ready, Millis now)
     m_over = m_over || m_session.finished();
 }
 
-void TcpConnection::readSome()
+void TcpConnection::readSome(Millis now)
 {
     std::array<std::uint8_t, kReadSize> buffer;
     const auto got = ::recv(m_socket.get(), buffer.data(), buffer.size(), 0);
-    if (got > 0)
-        m_session.receive(ByteView(buffer).first(static_cast<std::size_t>(got)));
-    else if (got == 0)
+    if (got > 0) {
+        const auto bytes = ByteView(buffer).first(static_cast<std::size_t>(got));
+        if (m_recorder != nullptr)
+            m_recorder->note(true, bytes, now);
+        m_session.receive(bytes);
+    } else if (got == 0)
         m_peerDone = true;
     else if (!wouldBlock())
         m_over = true;
@@ -79,9 +86,11 @@ void TcpConnection::writeDue(Millis now)
             return endLink(parts.front().end);
         const auto bytes = parts.unsent();
         const auto sent = ::send(m_socket.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (sent >= 0)
+        if (sent >= 0) {
+            if (m_recorder != nullptr)
+                m_recorder->note(false, bytes.first(static_cast<std::size_t>(sent)), now);
             parts.sent(static_cast<std::size_t>(sent));
-        else if (wouldBlock())
+        } else if (wouldBlock())
             m_sendBlocked = true;
         else
             m_over = true;

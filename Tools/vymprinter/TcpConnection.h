@@ -24,12 +24,13 @@ public:
     [[nodiscard]] bool over() const { return m_over; }
 
 private:
-    void readSome();
+    void readSome(Millis now);
     void writeDue(Millis now);
     void endLink(LinkEnd how);
 
     FileHandle m_socket;
     PrinterSession m_session;
+    SessionRecorder* m_recorder; // null where this connection is not recorded
     bool m_sendBlocked = false; // the socket accepts no more for now
     bool m_peerDone = false; // it has sent its last byte
     bool m_over = false;
