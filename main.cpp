@@ -43,7 +43,7 @@ MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
     setup.formFile = AppController::formFile();
     setup.alerts = &alerts;
     setup.version = VYMKIT_VERSION;
-    setup.packageProblem = openPackage(options.packageFolder).problem;
+    setup.packageProblem = openPackage(options.package).problem;
     if (!setup.packageProblem.empty())
         say(setup.packageProblem);
     setup.findPrinters = PrinterSearchThread::throughServer(
@@ -89,7 +89,7 @@ int main(int argc, char** argv)
     const EndingSignals endings; // before the toolkit's threads begin
     const QApplication application(argc, argv); // takes the toolkit's own options away
     QApplication::setQuitOnLastWindowClosed(false);
-    QGuiApplication::setDesktopFileName(QStringLiteral("vymkit"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.vymkit.Vymkit"));
     options = parseWizardOptions(argc, argv);
     if (!options.usageError.empty()) {
         say(options.usageError + " See vymkit --help.");

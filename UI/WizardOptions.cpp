@@ -7,17 +7,21 @@
 WizardOptions parseWizardOptions(int argc, const char* const* argv)
 {
     WizardOptions options;
-    std::string folder;
+    std::string package;
+    std::string file;
     try {
         CLI::App app;
         app.set_help_flag();
-        app.add_option("-p,--package", folder);
+        auto* named = app.add_option("-p,--package", package);
+        app.add_option("FILE", file)->excludes(named);
         app.add_flag("-h,--help", options.help);
         app.add_flag("--version", options.version);
         if (argc > 0) // a program may be started with nothing at all
             app.parse(argc, argv);
         if (app.count("--package") != 0)
-            options.packageFolder = folder;
+            options.package = package;
+        else if (app.count("FILE") != 0)
+            options.package = file;
     } catch (const CLI::ParseError& error) {
         options.usageError = plainText(error.what()) + ".";
     }
@@ -26,14 +30,14 @@ WizardOptions parseWizardOptions(int argc, const char* const* argv)
 
 std::string wizardHelpText()
 {
-    return "Usage: vymkit [--package FOLDER]\n"
+    return "Usage: vymkit [OPTIONS] [FILE]\n"
            "\n"
-           "Leads through the update of a printer's firmware, page by page. On a computer without\n"
-           "a display, use vymkit-cli instead.\n"
+           "Leads through the update of a printer's firmware, page by page. FILE is an update\n"
+           "package; without it and --package, the file VYMBINDDATA beside the program or in\n"
+           "/usr/share/vymkit. On a computer without a display, use vymkit-cli instead.\n"
            "\n"
            "Options:\n"
-           "  -p, --package FOLDER   the folder that holds the update package VYMBINDDATA;\n"
-           "                         without it, the one that vymkit itself lies in\n"
+           "  -p, --package PACKAGE  an update package, or the folder that holds VYMBINDDATA\n"
            "  -h, --help             show this help\n"
            "      --version          show the version\n"
            "\n"

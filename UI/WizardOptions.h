@@ -7,7 +7,7 @@
 #include <string>
 
 struct WizardOptions {
-    std::optional<std::string> packageFolder;
+    std::optional<std::string> package; // a file, or the folder that holds VYMBINDDATA
     bool help = false;
     bool version = false;
     std::string usageError; // empty when the line is right

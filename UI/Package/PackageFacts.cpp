@@ -1,5 +1,6 @@
 #include "UI/Package/PackageFacts.h"
 
+#include "UI/Package/PackagePlace.h"
 #include "UI/Text/PlainText.h"
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymMac.h"
@@ -13,12 +14,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kContainerName = "VYMBINDDATA";
 constexpr const char* kDescription = "VYMINFO.txt";
 // Far above any printer family.
 constexpr unsigned kMostFirmware = 1000;
 constexpr int kThisPlatform = 4; // the description's number for the system it names
-constexpr std::size_t kLongestFolder = 1024; // as long as the engine keeps a location
 constexpr int kHighestPort = 65535;
 
 // A path is shown whole: one that is cut short is of no use.
@@ -145,28 +144,6 @@ PackageFacts readPackage(const std::string& folder)
     return package;
 }
 
-std::string currentFolder()
-{
-    std::array<char, kLongestFolder> folder{};
-    return getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
-}
-
-struct Place {
-    std::string folder;
-    std::string file;
-};
-
-// A path may name the package's folder, or its file, whatever that is called.
-Place placeOf(const std::optional<std::string>& path)
-{
-    const auto folder = path.value_or(currentFolder());
-    std::error_code error;
-    if (!path.has_value() || !fs::is_regular_file(folder, error))
-        return {folder, folder + "/" + kContainerName};
-    const auto parent = fs::path(folder).parent_path().string();
-    return {parent.empty() ? "." : parent, folder};
-}
-
 std::string withAdvice(const std::string& why, const std::string& file)
 {
     return why + " Run \"vympack check " + plainPath(file) + "\" to see what is wrong with it.";
@@ -175,15 +152,13 @@ std::string withAdvice(const std::string& why, const std::string& file)
 // Why the file cannot even be opened; empty when it can.
 std::string unreachable(const std::string& folder, const std::string& file)
 {
-    const std::string advice = " Give the folder that holds " + std::string(kContainerName)
+    const std::string advice = " Give the folder that holds " + std::string(kPackageName)
         + " with --package FOLDER, or the file itself.";
     std::error_code error;
-    if (fs::exists(folder, error) && !fs::is_directory(folder, error))
-        return "'" + plainPath(folder) + "' is neither a folder nor a file." + advice;
     if (!fs::is_directory(folder, error))
         return "There is no folder '" + plainPath(folder) + "' that can be read." + advice;
     if (!fs::exists(file, error))
-        return "The folder '" + plainPath(folder) + "' holds no " + kContainerName + "." + advice;
+        return "The folder '" + plainPath(folder) + "' holds no " + kPackageName + "." + advice;
     if (!fs::is_regular_file(file, error)) // a pipe or a device would never end
         return "'" + plainPath(file) + "' is not a file." + advice;
     if (access(file.c_str(), R_OK) != 0)
@@ -245,10 +220,8 @@ OpenedPackage openPackage(const std::optional<std::string>& path)
 OpenedPackage openPackage(const PackageRequest& request)
 {
     const auto shouldStop = [&request] { return request.shouldStop && request.shouldStop(); };
-    const auto [where, file] = placeOf(request.path);
-    const bool isOther = fs::path(file).filename() != kContainerName;
-    if ((request.path.has_value() && !setBundleLocation(where.c_str()))
-        || !setBundleFile(isOther ? file.c_str() : ""))
+    const auto [where, file, isOtherName] = findPackage(request.path);
+    if (!setBundleLocation(where.c_str()) || !setBundleFile(isOtherName ? file.c_str() : ""))
         return unusable("The package's folder or file has too long a name.");
     if (auto problem = unreachable(where, file); !problem.empty())
         return unusable(std::move(problem));

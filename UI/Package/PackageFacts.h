@@ -52,7 +52,8 @@ struct PackageFacts {
 constexpr std::size_t kLongestRow = 65536;
 
 struct PackageRequest {
-    std::optional<std::string> path; // the folder, or the file; empty: the program's own folder
+    // The package's folder, or its file; empty: it is looked for where programs keep theirs.
+    std::optional<std::string> path;
     std::function<bool()> shouldStop; // whether the user has had enough; may be empty
 };
 

@@ -15,14 +15,21 @@ template <std::size_t count> WizardOptions parsed(const std::array<const char*, 
 TEST(WizardOptions, StartsWithThePackageBesideTheProgram)
 {
     const auto options = parsed(std::array{"vymkit"});
-    EXPECT_FALSE(options.packageFolder.has_value());
+    EXPECT_FALSE(options.package.has_value());
     EXPECT_EQ(options.usageError, "");
 }
 
-TEST(WizardOptions, TakesAFolder)
+TEST(WizardOptions, TakesAPackageByItsOption)
 {
-    EXPECT_EQ(parsed(std::array{"vymkit", "--package", "/a b"}).packageFolder, "/a b");
-    EXPECT_EQ(parsed(std::array{"vymkit", "-p", "x"}).packageFolder, "x");
+    EXPECT_EQ(parsed(std::array{"vymkit", "--package", "/a b"}).package, "/a b");
+    EXPECT_EQ(parsed(std::array{"vymkit", "-p", "x"}).package, "x");
+}
+
+TEST(WizardOptions, TakesAFileAsADoubleClickGivesIt)
+{
+    const auto options = parsed(std::array{"vymkit", "/media/stick/office 1.2.vymbind"});
+    EXPECT_EQ(options.package, "/media/stick/office 1.2.vymbind");
+    EXPECT_EQ(options.usageError, "");
 }
 
 TEST(WizardOptions, KnowsHelpAndVersion)
@@ -37,7 +44,8 @@ TEST(WizardOptions, NamesWhatItDoesNotKnow)
 {
     EXPECT_NE(parsed(std::array{"vymkit", "--bad"}).usageError.find("--bad"), std::string::npos);
     EXPECT_NE(parsed(std::array{"vymkit", "--package"}).usageError, "");
-    EXPECT_NE(parsed(std::array{"vymkit", "left over"}).usageError, "");
+    EXPECT_NE(parsed(std::array{"vymkit", "one", "left over"}).usageError, "");
+    EXPECT_NE(parsed(std::array{"vymkit", "one", "--package", "two"}).usageError, "");
 }
 
 TEST(WizardOptions, BearsAnEmptyLine)

@@ -78,6 +78,7 @@ void Package::openFolder(const std::string& folder)
 {
     delete vymBindInfo::Instance();
     setBundleLocation(folder.c_str());
+    setBundleFile("");
     g_VymInfo.loadData("", 0, load_vyminfo);
 }
 

@@ -184,6 +184,17 @@ TEST(OpenPackage, SaysWhyTheFileCannotBeReached)
     }
 }
 
+TEST(OpenPackage, RefusesAFileThatIsNoPackage)
+{
+    const TempFolder folder;
+    folder.write("letter.txt", "Dear printer");
+    Package::openFolder(folder.path().string()); // forgets the one that was read
+    const auto result = openPackage((folder.path() / "letter.txt").string());
+    EXPECT_FALSE(result.package.has_value());
+    EXPECT_NE(result.problem.find("letter.txt' is not an update package"), std::string::npos)
+        << result.problem;
+}
+
 TEST(OpenPackage, TakesAFileOfAnyNameAsWellAsItsFolder)
 {
     WholePackage package;
