@@ -18,7 +18,7 @@ std::string tooLongText(const std::string& what, std::size_t size, const std::st
         + " takes. Give the printer's IPv4 address with --address.";
 }
 
-// Why the target could not be taken; empty where it fits.
+// Why the target is unusable; empty if it fits.
 std::string problemOf(TargetFit fit)
 {
     switch (fit) {

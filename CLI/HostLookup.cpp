@@ -10,17 +10,17 @@
 
 namespace {
 
-// All that the looking thread works with, so that it can outlive the wait for it.
+// All data of the look-up thread, so that the thread can outlive the wait for it.
 struct Lookup {
     std::string name;
     HostLookup found;
-    BackgroundTask task; // last: ends before what it works with
+    BackgroundTask task; // last, so that it ends before its data
 };
 
 HostLookup found(const std::string& name)
 {
     addrinfo hints{};
-    hints.ai_family = AF_INET; // connections take no other
+    hints.ai_family = AF_INET; // connections accept no other
     hints.ai_socktype = SOCK_STREAM;
     addrinfo* list = nullptr;
     if (const int error = getaddrinfo(name.c_str(), nullptr, &hints, &list); error != 0)
@@ -46,7 +46,7 @@ HostLookup lookUpHost(Workplace& place, const std::string& name)
         if (wake != Wake::signal && wake != Wake::deadline)
             continue;
         place.isThreadLeft = true;
-        static_cast<void>(lookup.release()); // the thread's, until the process ends
+        static_cast<void>(lookup.release()); // the thread keeps using it until the process ends
         return {{}, {}, wake == Wake::signal ? StopCause::user : StopCause::deadline};
     }
     return lookup->found;

@@ -1,6 +1,6 @@
-// How a command ended, as one value that both kinds of report show: for people, and as JSON.
+// The outcome of a command, as one value for both kinds of report: for people, and as JSON.
 //
-// Owns:      its texts, by value; all of them fit to be shown.
+// Owns:      its texts, by value; all are safe to show.
 // Invariant: the names of exit codes, decisions and reasons never change once released.
 #pragma once
 #include "CLI/Options.h"
@@ -15,17 +15,17 @@
 #include <vector>
 
 namespace exitcode {
-constexpr int kDone = 0; // updated; a check that found something to send; a text that was asked for
+constexpr int kDone = 0; // updated; a check found firmware to send; a requested text
 constexpr int kNothingToUpdate = 2;
 constexpr int kEngineBase = 10; // plus the engine's result code without its sign
-constexpr int kUsage = 64; // as sysexits.h counts
+constexpr int kUsage = 64; // from sysexits.h
 constexpr int kNoPackage = 66;
 constexpr int kNoSuchPrinter = 68;
 constexpr int kNoPrintServer = 69;
-constexpr int kStopped = 130; // as a shell reports Ctrl-C
+constexpr int kStopped = 130; // a shell's code for Ctrl-C
 } // namespace exitcode
 
-// The word that the message for people begins with.
+// The first word of the message for people.
 enum class Verdict : std::uint8_t {
     shown, // a text or a package, without a verdict
     updated,
@@ -47,16 +47,16 @@ Decision decisionOf(const VersionDecision& decision);
 
 struct FirmwareOutcome {
     PackagedFirmware firmware;
-    bool reached = false; // false: the run ended, or would end, at a firmware before it
+    bool reached = false; // false: the run ended, or would end, at an earlier firmware
     Decision decision = Decision::undecided;
     VersionReason reason = VersionReason::undecided;
-    std::optional<std::string> installed; // as the printer says, where it was asked
+    std::optional<std::string> installed; // from the printer, if it was queried
     std::optional<int> resultCode;
     bool bytesWentOut = false;
     bool confirmed = false; // the printer reported that it has finished writing
     std::uint32_t bytesSent = 0;
     std::uint32_t bytesTotal = 0; // of its image
-    std::string warning; // what may go wrong although nothing is wrong yet; empty without one
+    std::string warning; // a possible later problem; empty if there is none
 };
 
 struct Outcome {
@@ -64,26 +64,26 @@ struct Outcome {
     int exitCode = exitcode::kDone;
     Verdict verdict = Verdict::shown;
     std::string name;
-    std::optional<int> resultCode; // the engine's, where the engine came to one
-    std::string title; // a few words; empty where the verdict says it all
+    std::optional<int> resultCode; // the engine's, if it has one
+    std::string title; // a few words; empty if the verdict suffices
     std::string message;
     NextStep next = NextStep::none;
     std::string address;
     std::string printerName; // of the queue that led to the printer
-    std::string printerModel; // where the printer was asked for it
+    std::string printerModel; // if the printer was queried for it
     bool bytesWentOut = false;
     std::vector<FirmwareOutcome> firmware;
     std::optional<PackageFacts> package; // for the command that shows it
     std::optional<PrinterFacts> printers; // for the command that lists them
     std::vector<PastRun> pastRuns; // for the command that lists them, or shows one
     std::string log; // the text of that one
-    bool notPermitted = false; // a USB printer is there that this user may not open
-    std::string warning; // of the whole: this system is not one that the package is for
+    bool notPermitted = false; // there is a USB printer that this user may not open
+    std::string warning; // for the whole run: the package is not for this system
     double seconds = 0;
 };
 
 int exitCodeOf(int resultCode);
 Outcome usageOutcome(const Options& options, std::string message);
 Outcome packageOutcome(const Options& options, std::string problem);
-// No printer is meant by the words that name one, or one that cannot be updated.
+// The given name matches no printer, or one that cannot be updated.
 Outcome printerOutcome(const Options& options, std::string name, std::string problem);

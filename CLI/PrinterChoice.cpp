@@ -11,7 +11,7 @@ namespace {
 using Findings = std::vector<const PrinterFinding*>;
 using Text = const PrinterInfo::Text& (PrinterInfo::*)() const;
 
-// A USB printer that is no candidate has no name of its own: it is not meant.
+// A USB printer that is no candidate has no name of its own, so it is never meant.
 bool hasName(const PrinterFinding& finding)
 {
     return finding.foundAs == FoundAs::queue || finding.reason == PrinterReason::candidate;

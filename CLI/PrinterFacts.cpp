@@ -9,7 +9,7 @@
 
 namespace {
 
-// Addresses are for copying too, so they stay whole up to what a connection takes.
+// Addresses are also for copying, so they stay whole up to a connection's limit.
 constexpr std::size_t kAddressLimit = 255;
 
 struct ConnectionWords {
@@ -17,7 +17,7 @@ struct ConnectionWords {
     const char* text;
 };
 
-// By the kConnection numbers.
+// Indexed by the kConnection numbers.
 constexpr std::array<ConnectionWords, 5> kConnections = {{{"other", "other"},
                                                           {"network", "network"},
                                                           {"network-ipv6", "network (IPv6)"},

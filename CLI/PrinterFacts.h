@@ -1,5 +1,5 @@
-// The printers that were found, as values: what is shown of each, and why it can be updated or
-// cannot. All texts are fit to be shown.
+// The printers that were found, as values: the texts about each, and why it can be updated or not.
+// All texts are safe to show.
 //
 // Owns:    its texts, by value.
 // Threads: any. Pure functions.
@@ -12,7 +12,7 @@
 struct ListedPrinter {
     std::string name;
     std::string identifier; // of its queue; empty without one
-    std::string address; // the port string, as --uri takes it; may be empty
+    std::string address; // the port string, usable with --uri; may be empty
     std::string connection; // a stable name
     std::string model;
     FoundAs foundAs = FoundAs::queue;
@@ -25,10 +25,10 @@ struct ListedPrinter {
 struct PrinterFacts {
     bool all = false; // the list has every printer, not only those that can be updated
     std::vector<ListedPrinter> list;
-    std::size_t found = 0; // all that were looked at
+    std::size_t found = 0; // the number of printers that were checked
     std::size_t candidates = 0;
     std::size_t notPermitted = 0;
-    std::string serverProblem; // empty where the print server answered
+    std::string serverProblem; // empty if the print server answered
 };
 
 PrinterFacts printerFacts(const TargetPrinters& made, bool all);

@@ -1,8 +1,8 @@
-// What a command tells while it runs and when it has ended. Two kinds exist: for people, and as
-// JSON lines.
+// The reports of a command while it runs and when it has ended. There are two kinds: for people,
+// and as JSON lines.
 //
 // Owns:      its output streams' waiting texts.
-// Threads:   the command's own; engine threads reach the error stream through Display only.
+// Threads:   the command's own; engine threads use the error stream only through Display.
 // Invariant: finish is called exactly once, last.
 #pragma once
 #include "CLI/Conclusion.h"
@@ -14,7 +14,7 @@
 // One look at a running update.
 struct StatusView {
     tag_devinfo record;
-    std::string firmwareName; // as the record has it, fit to be shown
+    std::string firmwareName; // from the record, safe to show
     std::string displayName; // the same firmware's name for people
     RunStep step;
     std::size_t firmwareCount;
@@ -24,12 +24,12 @@ struct StatusView {
 class Report {
 public:
     virtual ~Report() = default;
-    virtual void waiting(const std::string& stage, double seconds) = 0; // for somebody's answer
+    virtual void waiting(const std::string& stage, double seconds) = 0; // for an answer
     virtual void status(const StatusView& view) = 0;
     virtual void warn(const std::string& text) = 0; // before the command begins
     // Nothing has changed for so long that a person wants to know why.
     virtual void quiet(double silence, double seconds) = 0;
-    // A stop was asked for; also each time that it is asked for again.
+    // A stop was requested; called again for each further request.
     virtual void stopping(StopCause cause, double seconds) = 0;
     virtual void finish(const Outcome& outcome) = 0;
 

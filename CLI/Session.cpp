@@ -11,7 +11,7 @@
 
 namespace {
 
-// An answer is a word; whoever sends more has not answered.
+// An answer is a word; a longer line is no answer.
 constexpr std::size_t kLongestLine = 80;
 
 } // namespace
@@ -73,7 +73,7 @@ Wake Session::waitFor(int readable, int milliseconds)
     if (takeDeadline())
         return Wake::deadline;
     if (entries[1].revents != 0) {
-        std::uint64_t count = 0; // of calls; reading it makes none wait
+        std::uint64_t count = 0; // of calls; reading it clears them
         [[maybe_unused]] const auto length = read(m_notified, &count, sizeof count);
         return Wake::notified;
     }

@@ -1,11 +1,10 @@
-// The one place where the program waits: for the next look at a run, for a signal, for the limit
-// of its time, for an answer. Signals that ask the program to end are only noticed here, so none
-// of them can cut a transfer.
+// The only place where the program waits: for the next look at a run, for a signal, for its time
+// limit, for an answer. Ending signals are only noticed here, so none of them can cut a transfer.
 //
 // Owns:      a descriptor, and the process's signals while it lives.
-// Threads:   built before any other thread, which so inherits the mask; one thread waits, any
-//            thread may call notify.
-// Invariant: the limit of time is reported once.
+// Threads:   constructed before other threads start, so that they inherit the mask; one thread
+//            waits, any thread may call notify.
+// Invariant: the time limit is reported once.
 #pragma once
 #include "Platform/EndingSignals.h"
 
@@ -26,10 +25,10 @@ public:
     [[nodiscard]] double seconds() const; // since the session's start
     // Waits for one interval between two looks at a run, or until something happens.
     Wake wait() { return waitFor(-1, waitMilliseconds()); }
-    // A signal or the limit of time that is there already, without waiting: another value for none.
+    // Checks for a signal or the time limit without waiting; returns another value without either.
     Wake check() { return waitFor(-1, 0); }
-    // Reads one line, without its end; what arrived of it when the stream ends. No line when a
-    // signal or the limit of time came first.
+    // Reads one line, without its end; if the stream ends, the part that arrived. No value if a
+    // signal or the time limit comes first.
     std::optional<std::string> readLine(int descriptor);
     void notify() const;
     [[nodiscard]] bool isOverdue() const { return m_overdue; }

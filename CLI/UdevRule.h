@@ -6,6 +6,6 @@
 
 // Its number is lower than those of the rules that turn the tag into a permission.
 std::string udevRuleFile();
-std::string udevRuleLine(); // without its end
+std::string udevRuleLine(); // without a line end
 // How to install it, as whole sentences; the line is shown beside them.
 std::string udevAdvice();

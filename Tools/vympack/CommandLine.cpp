@@ -34,7 +34,7 @@ interrupted. simulate ends as vymkit-cli check would with such a printer.)";
 
 using Work = std::function<int(Streams)>;
 
-// One command: its options fill an order, which lives as long as the work that reads it.
+// One command: its options fill an order, which lives until the command has run.
 template <class Order>
 std::pair<CLI::App*, std::shared_ptr<Order>> addCommand(CLI::App& app, const char* name,
                                                         const char* what, Work& work,

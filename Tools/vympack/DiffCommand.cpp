@@ -13,7 +13,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// None with a complaint where the file is no package with a description that can be read.
+// Empty, with a complaint, if the file is not a package with a readable description.
 std::optional<PackageContent> readContent(const std::string& path, Streams streams)
 {
     InputFile file;

@@ -1,4 +1,4 @@
-// Says what differs between two packages.
+// Shows the differences between two packages.
 //
 // Threads: one.
 #pragma once
@@ -12,7 +12,7 @@ struct DiffOrder {
     bool json = false;
 };
 
-// kExitDone without a difference, kExitDefects with one, kExitNoInput where one is no package.
+// kExitDone without a difference, kExitDefects with one, kExitNoInput if one is not a package.
 int diffFiles(const DiffOrder& order, Streams streams);
 
 } // namespace vympack

@@ -13,10 +13,10 @@ namespace vympack {
 namespace {
 
 constexpr const char* kEndOfRow = "\r\n";
-constexpr std::size_t kLongestSentName = 31; // what the packets have room for
+constexpr std::size_t kLongestSentName = 31; // the room in the packets
 constexpr const char* kExample = "MAIN=AB010203:main.bin:Main controller";
 
-// What one --firmware says.
+// The value of one --firmware.
 struct PlannedFirmware {
     std::string version; // with its name, NAME=VERSION
     std::string image;
@@ -39,7 +39,7 @@ std::optional<PlannedFirmware> parseFirmware(const std::string& text)
     return isBroken ? std::nullopt : std::optional(firmware);
 }
 
-// The image's name in capitals, cut to what a printer is sent.
+// The image's name in capitals, cut to the packets' room.
 std::string sentName(const std::string& image)
 {
     auto name = image.substr(image.find_last_of("/\\") + 1).substr(0, kLongestSentName);

@@ -1,5 +1,5 @@
-// Writes a complete description to begin a package with: every key with a value that check accepts,
-// rows that end in CR LF, and comments that say what to replace.
+// Writes a complete description as the start of a package: every key with a value that check
+// accepts, rows that end in CR LF, and comments that say what to replace.
 //
 // Threads: one.
 #pragma once

@@ -14,7 +14,7 @@ namespace vympack {
 
 namespace {
 
-// Texts by name, in the order in which the names first came.
+// Texts by name, in the order of the names' first appearance.
 class Named {
 public:
     void add(const std::string& name, const std::string& text)
@@ -57,7 +57,7 @@ std::string upperCased(std::string_view text)
     return out;
 }
 
-// What the programs read of a description, apart from its firmware: the first row of each key, and
+// The rows of a description that the programs read, except firmware: the first row of each key, and
 // every row of PLATFORMVERSION.
 Named settingsOf(std::string_view text)
 {
@@ -77,7 +77,7 @@ Named settingsOf(std::string_view text)
     return settings;
 }
 
-// Firmware by name; a row without one goes by its number.
+// Firmware by name; a row without a name by its number.
 Named firmwareOf(std::string_view text)
 {
     Named firmware;
@@ -129,7 +129,7 @@ const char* decisionText(const VersionDecision& decision)
                                                                                         : "refused";
 }
 
-// What an update with a row does to a printer that has the installed version.
+// The effect of an update with a row on a printer with the installed version.
 std::string decisionFor(const std::string& rowValue, std::string_view installed, yesno_type rule)
 {
     const auto row = "VERSION " + rowValue;
@@ -141,7 +141,7 @@ std::string decisionFor(const std::string& rowValue, std::string_view installed,
     return decisionText(decideVersion(*version.first.value, version.compatible, installed, rule));
 }
 
-// Of printers that have the old package's firmware.
+// For printers with the old package's firmware.
 void compareDecisions(const PackageContent& before, const PackageContent& after,
                       std::vector<Difference>& found)
 {

@@ -1,7 +1,7 @@
-// Writes defects and tables for people and for programs. Whatever comes from a package is made
-// printable here and nowhere else.
+// Writes defects and tables for people and for programs. Only this room makes texts from a package
+// printable.
 //
-// Threads: none of its own; writes to the stream it is given.
+// Threads: none of its own; writes to the given stream.
 #pragma once
 #include "Tools/vympack/Container.h"
 #include "Tools/vympack/ContainerWriter.h"
@@ -15,15 +15,15 @@ namespace vympack {
 inline constexpr int kSchemaVersion = 1; // of every JSON result; see docs/makers.md
 inline constexpr int kIndent = 2; // of JSON for people
 
-// One line a defect, with the row to write instead and, for the first of its kind, why it matters;
-// then one line that counts them.
+// One line per defect, with the row to write instead and, for the first of its kind, why it
+// matters; then one line with the counts.
 void writeDefects(std::ostream& out, const std::string& path, const Defects& defects);
 void writeDefectsJson(std::ostream& out, const std::string& path, const Defects& defects,
                       int exitCode);
-// One line a file: name, offset, size.
+// One line per file: name, offset, size.
 void writeTable(std::ostream& out, const Table& table);
 void writeTableJson(std::ostream& out, const std::string& path, const Table& table);
-// The package that was made, then one line a file in it; whole has the package's path as its name.
+// The new package, then one line per file in it; whole has the package's path as its name.
 void writeMade(std::ostream& out, const PackedFile& whole, const std::vector<PackedFile>& files);
 void writeMadeJson(std::ostream& out, const PackedFile& whole,
                    const std::vector<PackedFile>& files);

@@ -15,7 +15,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr const char* kWhere = "(simulated)"; // where an address stands in messages
+constexpr const char* kWhere = "(simulated)"; // replaces the address in messages
 
 Outcome concluded(const PackageFacts& package, const SimulatedPrinter& printer)
 {
@@ -35,7 +35,7 @@ void writeSimulation(std::ostream& out, const Outcome& outcome, const std::vecto
 void writeSimulationJson(std::ostream& out, const Outcome& outcome,
                          const std::vector<TableRow>& rows, bool withTable)
 {
-    // What no printer can be asked for has no place here.
+    // Removes fields that mean nothing without a real printer.
     auto json = ordered_json::parse(resultAsJson(outcome));
     for (const char* key : {"seconds", "firmware_bytes_sent", "address", "printer_name", "package",
                             "printers", "udev_rule"})

@@ -8,7 +8,7 @@
 namespace vymprinter {
 namespace {
 
-constexpr std::size_t kNear = 3; // typing mistakes up to which a name is offered
+constexpr std::size_t kNear = 3; // the most typing mistakes in a name that is still suggested
 constexpr std::string_view kSeeList = "`--fault list` shows all";
 
 constexpr std::string_view kListHead =
@@ -16,7 +16,7 @@ constexpr std::string_view kListHead =
     "the request of that stage, from 1; at piece it is how many bytes of firmware have arrived;\n"
     "at connect it is the number of the connection, and without it every connection is meant.\n";
 
-// How many letters have to be typed, left out or changed to get from one word to the other.
+// The number of letters to insert, delete or change to turn one word into the other.
 std::size_t distance(std::string_view a, std::string_view b)
 {
     std::vector<std::size_t> row(b.size() + 1);
@@ -58,7 +58,7 @@ std::string stageNames(unsigned stages)
     return names;
 }
 
-// Reads "STAGE" or "STAGE:N"; gives what is wrong, or nothing.
+// Reads "STAGE" or "STAGE:N"; returns what is wrong, or empty.
 std::string readStage(std::string_view text, const FaultRow& row, Fault& fault)
 {
     const auto colon = text.find(':');

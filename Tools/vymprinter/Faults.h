@@ -1,11 +1,11 @@
-// The failures that the printer can be told to show, each by a name, and when each strikes.
+// The failures that the printer can simulate, by name, and the times at which they strike.
 // A fault is written NAME[=VALUE][@STAGE[:N]].
 //
 // Owns:      the table of faults, constant; a FaultPlan owns the counters of one connection.
 // Threads:   the table any; a FaultPlan none of its own.
-// Invariant: a parsed Fault's stage is one that its row allows; a value is present exactly when
-//            the row wants one.
-// Does not carry a fault out: PrinterSession, FileBlocks and shapeReply do.
+// Invariant: a parsed Fault's stage is one that its row allows; it has a value exactly if the row
+//            requires one.
+// Does not perform a fault: PrinterSession, FileBlocks and shapeReply do.
 #pragma once
 #include <bitset>
 #include <cstdint>
@@ -54,23 +54,23 @@ enum class FaultKind {
     emptyPacket,
     idHalt,
     idSilent,
-    count // how many there are; none itself
+    count // the number of kinds, not a kind
 };
 
 struct Fault {
     FaultKind kind = FaultKind::count;
     Stage stage = Stage::connect;
-    std::optional<std::uint64_t> at; // which such request; for a piece, after how many bytes
+    std::optional<std::uint64_t> at; // number of the request; bytes before a piece
     std::string value;
 };
 
 struct ParsedFault {
     std::optional<Fault> fault;
-    std::string error; // what is wrong and what to write instead; empty when `fault` is there
+    std::string error; // what is wrong and what to write instead; empty if there is a `fault`
 };
 
 [[nodiscard]] ParsedFault parseFault(const std::string& text);
-// All names, what each does and what a person sees whose updater meets it.
+// All names, with the effect of each and what the updater's user sees.
 [[nodiscard]] std::string faultList();
 [[nodiscard]] std::string_view faultName(FaultKind kind);
 
@@ -88,16 +88,16 @@ private:
     std::bitset<static_cast<std::size_t>(FaultKind::count)> m_kinds;
 };
 
-// Counts what happens on one connection and says which faults strike now.
+// Counts the events of one connection and returns the faults that strike now.
 class FaultPlan {
 public:
     explicit FaultPlan(std::vector<Fault> faults);
 
-    // The connection is the printer's n-th, from 1.
+    // This connection is the printer's n-th, from 1.
     FaultSet atConnect(std::uint64_t connection);
-    // A request of that stage is being handled; pieces have a question of their own.
+    // Call for a request of that stage; pieces have a call of their own.
     FaultSet atRequest(Stage stage);
-    // A piece is being handled; `bytes` of firmware have arrived so far, its own included.
+    // Call for a piece; `bytes` of firmware have arrived so far, including its own.
     FaultSet atPiece(std::uint64_t bytes);
     // Whether the connection breaks once that many bytes of firmware have arrived.
     FaultSet breakAt(std::uint64_t bytes) const;
@@ -109,9 +109,9 @@ private:
     void strike(std::size_t index, FaultSet& now);
 
     std::vector<Fault> m_faults;
-    std::vector<bool> m_struck; // beside m_faults: those that strike once and have
-    std::vector<std::uint64_t> m_requests; // by stage: how many have been handled
-    FaultSet m_lasting; // those that stay for every later request
+    std::vector<bool> m_struck; // parallel to m_faults: strikes once and has done so
+    std::vector<std::uint64_t> m_requests; // the number handled, by stage
+    FaultSet m_lasting; // those that last for every later request
 };
 
 } // namespace vymprinter

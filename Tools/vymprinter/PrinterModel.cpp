@@ -24,7 +24,7 @@ bool beginsWith(std::string_view row, std::string_view key)
                       [](char a, char b) { return upper(a) == upper(b); });
 }
 
-// Cuts the first row off the text, its end included.
+// Cuts the first row off the text, including its end.
 std::string_view takeRow(std::string_view& text)
 {
     const auto end = text.find(kRowEnd);

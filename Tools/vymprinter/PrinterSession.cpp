@@ -7,9 +7,9 @@
 namespace vymprinter {
 namespace {
 
-// A packet that is a little too long is refused, one that is longer ends the connection.
+// A packet that is a little too long is refused; a longer one ends the connection.
 constexpr std::size_t kOverlongRefused = 64U << 10;
-constexpr Millis kPowerBack{4000}; // a printer starts no quicker
+constexpr Millis kPowerBack{4000}; // no printer starts faster
 constexpr std::uint64_t kMillisPerSecond = 1000;
 constexpr std::uint32_t kHundred = 100;
 constexpr std::uint32_t kTenth = 10; // in per cent
@@ -37,7 +37,7 @@ std::optional<Stage> stageOf(const Request& request)
     }
 }
 
-// Of the connection that has just been counted.
+// The faults of the connection that was counted last.
 std::vector<Fault> faultsOf(const Printer& printer)
 {
     const bool spared =
@@ -102,7 +102,7 @@ void PrinterSession::advance(Millis now)
         leaveDownloadMode();
 }
 
-// Handles the packet at the front as far as it has arrived; says whether it is done with.
+// Handles the arrived part of the packet at the front; returns whether it is finished.
 bool PrinterSession::handleFront(Millis now)
 {
     const auto packet = m_input.front();
@@ -125,7 +125,7 @@ bool PrinterSession::handleFront(Millis now)
     return true;
 }
 
-// A slow printer: a whole packet with firmware keeps it busy before it is taken and answered.
+// A slow printer: a whole packet with firmware keeps it busy before it handles and answers that.
 bool PrinterSession::worksOn(ByteView packet, Millis now)
 {
     if (m_printer.model.pieceTime == Millis(0) || !isSendFile(packet))
@@ -238,7 +238,7 @@ void PrinterSession::exit(const Request& request, const FaultSet& faults, Millis
     answer(request, {}, faults, now);
 }
 
-// How much of the firmware last received the printer has written.
+// The number of bytes of the last received firmware that the printer has written.
 std::uint32_t PrinterSession::writtenBy(Millis now) const
 {
     const auto size = m_download.finished()->size;
@@ -279,8 +279,8 @@ bool PrinterSession::breakOff(const FaultSet& faults, Millis now)
     return true;
 }
 
-// Its power goes: what it has not handled is lost, whoever has taken it, and nothing is said any
-// more. Once it is back, its system knows of no such connection.
+// The power fails: packets that were not handled are lost, and no more replies leave. After the
+// restart, its system does not know the connection.
 void PrinterSession::die(Millis now)
 {
     m_stalled = true;
@@ -326,7 +326,7 @@ bool PrinterSession::repliesTo(const Request& request, std::uint16_t status,
     return blockKind::isLast(request.kind) || m_tenthReached;
 }
 
-// 32 bits, and what overflows is gone: updaters wait by the same sum.
+// In 32 bits, dropping the overflow: updaters calculate in the same way.
 bool PrinterSession::reachesTenth(const Request& request)
 {
     const auto percent = request.end != 0 ? request.start * kHundred / request.end : 0;

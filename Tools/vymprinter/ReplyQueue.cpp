@@ -5,7 +5,7 @@
 namespace vymprinter {
 namespace {
 
-// Enough for every reply that a slow link delays; an updater that never reads is made to wait.
+// Enough for all replies that a slow link delays; an updater that never reads has to wait.
 constexpr std::size_t kMostParts = 8192;
 constexpr std::size_t kMostBytes = 256U << 10;
 

@@ -1,5 +1,5 @@
-// What a printer has yet to send on one connection, each part with the time at which it leaves.
-// The end of the connection waits in the same line, behind the replies that go before it.
+// The data that a printer still has to send on one connection, each part with the time at which it
+// leaves. The end of the connection waits in the same queue, after earlier replies.
 //
 // Owns:      the bytes.
 // Threads:   none of its own; a PrinterSession embeds one.
@@ -12,7 +12,7 @@
 
 namespace vymprinter {
 
-// How a link ends. Halting a pipe is for a carrier that has pipes.
+// The ends of a link. Halting a pipe is for carriers with pipes.
 enum class LinkEnd { none, close, reset, haltIn, haltOut };
 
 struct Outgoing {
@@ -24,21 +24,21 @@ struct Outgoing {
 class ReplyQueue {
 public:
     void push(Outgoing part);
-    void clear(); // what has not left is lost
+    void clear(); // drops data that has not left
     [[nodiscard]] bool empty() const { return m_parts.empty(); }
-    // Whether no more replies should be made before some of these have left.
+    // Whether to make no more replies until some of these have left.
     [[nodiscard]] bool full() const;
-    // The part that is first in line; asked only when there is one.
+    // The first part; must not be called on an empty queue.
     [[nodiscard]] const Outgoing& front() const { return m_parts.front(); }
-    // The first `count` bytes of the part in line have left.
+    // The first `count` bytes of the first part have left.
     void sent(std::size_t count);
-    // The bytes of the part in line that have not left yet.
+    // The bytes of the first part that have not left yet.
     [[nodiscard]] ByteView unsent() const { return ByteView(front().bytes).subspan(m_sent); }
 
 private:
     std::deque<Outgoing> m_parts;
     std::size_t m_bytes = 0;
-    std::size_t m_sent = 0; // of the part in line
+    std::size_t m_sent = 0; // of the first part
 };
 
 } // namespace vymprinter

@@ -12,7 +12,7 @@
 namespace vymprinter {
 namespace {
 
-constexpr int kBacklog = 64; // updaters that may knock at once
+constexpr int kBacklog = 64; // updaters that may connect at the same time
 
 sockaddr_in socketAddress(const Endpoint& endpoint)
 {
@@ -49,7 +49,7 @@ Listening failed(const Endpoint& endpoint, int error)
 
 bool bindAndListen(int socket, const Endpoint& endpoint)
 {
-    const int yes = 1; // a port of a printer that has just been switched off is free at once
+    const int yes = 1; // the port of a stopped printer is free at once
     ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     const auto address = socketAddress(endpoint);
     return ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0
@@ -106,7 +106,7 @@ std::vector<Endpoint> consecutive(const Endpoint& first, std::uint32_t count)
 Listening listenOn(const Endpoint& endpoint, int window)
 {
     FileHandle handle(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    // Before anybody connects: the first offer decides how large a window can become.
+    // Before any connection: the first offer decides how large a window can become.
     if (handle.valid() && window != 0)
         ::setsockopt(handle.get(), SOL_SOCKET, SO_RCVBUF, &window, sizeof window);
     if (!handle.valid() || !bindAndListen(handle.get(), endpoint))

@@ -1,4 +1,4 @@
-// IPv4 addresses as the command line writes them, and listening sockets on them.
+// IPv4 addresses in the command line's format, and listening sockets on them.
 //
 // Owns:      a FileHandle closes its descriptor.
 // Threads:   any.
@@ -22,9 +22,9 @@ struct Endpoint {
     [[nodiscard]] std::string text() const; // ADDRESS:PORT
 };
 
-// Reads ADDRESS[:PORT]; nothing when it is not one.
+// Reads ADDRESS[:PORT]; empty if the text is not one.
 [[nodiscard]] std::optional<Endpoint> parseEndpoint(const std::string& text);
-// `count` endpoints on consecutive addresses from the first; empty when the addresses run out.
+// `count` endpoints on consecutive addresses from the first; empty if the addresses run out.
 [[nodiscard]] std::vector<Endpoint> consecutive(const Endpoint& first, std::uint32_t count);
 
 class FileHandle {
@@ -47,12 +47,12 @@ private:
 };
 
 struct Listening {
-    FileHandle socket; // not valid when it failed
-    Endpoint endpoint; // with the port that it really has
-    std::string error; // why not, and what to do about it
+    FileHandle socket; // invalid if it failed
+    Endpoint endpoint; // with its actual port
+    std::string error; // why it failed, and what to do about it
 };
 
-// window: bytes that the system takes for a connection before they are read; 0: its own choice.
+// window: bytes that the system accepts on a connection before they are read; 0: its own choice.
 [[nodiscard]] Listening listenOn(const Endpoint& endpoint, int window = 0);
 
 } // namespace vymprinter

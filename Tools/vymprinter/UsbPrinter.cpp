@@ -5,8 +5,8 @@
 namespace vymprinter {
 namespace {
 
-constexpr Millis kPulledOut{3000}; // until somebody has plugged it in again
-constexpr Millis kRestart{500}; // a printer that starts anew is away for a moment
+constexpr Millis kPulledOut{3000}; // until it is plugged in again
+constexpr Millis kRestart{500}; // a restarting printer is away for a moment
 constexpr Millis kSilence{10000}; // longer than any host waits for an answer
 
 } // namespace
@@ -41,7 +41,7 @@ void UsbPrinter::serve(Millis now)
     endQuietSession(now);
 }
 
-// While an answer is withheld, the kernel takes any look at the control pipe for a refusal.
+// While an answer is withheld, the kernel would take any read of the control pipe for a refusal.
 void UsbPrinter::handleEvents(Millis now)
 {
     if (m_silentUntil && *m_silentUntil <= now)
@@ -109,14 +109,14 @@ void UsbPrinter::writeDue(Millis now)
     }
 }
 
-// One request of the bus; a host that reads more than there is learns the end from a packet that
-// is not full.
+// One request of the bus; a packet that is not full shows the end to a host that reads more than
+// there is.
 void UsbPrinter::writePart()
 {
     auto& parts = m_session->outgoing();
     const auto rest = parts.unsent();
     const auto bytes = rest.first(std::min<std::size_t>(rest.size(), kLongestTake));
-    static_cast<void>(m_function.write(bytes)); // what nobody is there to read is lost
+    static_cast<void>(m_function.write(bytes)); // lost if there is no host to read it
     m_owesEmptyPacket = m_identity.emptyPacketEnds && !bytes.empty() && bytes.size() == rest.size()
         && bytes.size() % kBusPacket == 0;
     parts.sent(bytes.size());
@@ -133,7 +133,7 @@ void UsbPrinter::endLink(LinkEnd how, Millis now)
     m_plugAgainAt = now + (how == LinkEnd::close ? kPulledOut : kRestart);
 }
 
-// What has arrived of it belongs to nobody any more.
+// Bytes that have arrived from it are dropped.
 void UsbPrinter::endSession()
 {
     m_owesEmptyPacket = false;
@@ -145,7 +145,7 @@ void UsbPrinter::endSession()
     ++m_sessionsEnded;
 }
 
-// Whether nothing will move unless the updater sends or reads.
+// Whether it only waits for the updater to send or read.
 bool UsbPrinter::quiet() const
 {
     return m_session->stalled() || m_function.writing()
