@@ -1,5 +1,5 @@
-// Calls that fail, for a whole program: loaded in front of the system's library (LD_PRELOAD), it
-// lets the n-th call of one kind fail, once or from then on. Counting begins with main.
+// Makes calls of a whole program fail: loaded before the system's library (LD_PRELOAD), it fails
+// the n-th call of one kind, once or from then on. Counting begins with main.
 //
 //   FAILING_CALL   alloc, open, read, write, poll, connect, send, recv, pread, thread or event
 //   FAILING_AT     n, from 1; 0 only counts
@@ -29,7 +29,7 @@ const char* g_kind = "";
 std::uint64_t g_at = 0;
 bool g_always = false;
 
-// Is this the call that fails? errno is set for it.
+// Whether this call fails; sets errno for it.
 bool fails(const char* kind, int error)
 {
     if (!g_counting || std::strcmp(kind, g_kind) != 0)

@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""Lets calls of whole programs fail, one after the other, and looks at how the programs take it.
+"""Makes calls of whole programs fail, one after the other, and checks how the programs react.
 
 Usage: failing_calls.py --shim LIB --bin FOLDER --cli PROGRAM [--commands a,b] [--calls a,b]
                         [--most N] [--keep-going] [--jobs N]
 
-For every command and kind of call: counts the calls of a sound run, then lets the n-th of them fail,
-once and for good, for up to --most values of n (0: all). A run passes when it ends in time, by itself,
-with a documented exit code, and, with --json, when its last line is a result with that code which does
-not deny bytes of firmware that the printer got.
+For every command and kind of call: counts the calls of a run without failures, then fails the n-th of
+them, once and for good, for up to --most values of n (0: all). A run passes if it ends in time, by
+itself, with a documented exit code. With --json, its last line must also be a result with that code
+that does not deny firmware bytes that the printer received.
 """
 import argparse
 import concurrent.futures
@@ -39,7 +39,7 @@ VERSION BOOT=AB010200 BOOT.img BOOT.FW
 
 
 class Stage:
-    """A package, and a printer for each address."""
+    """Makes a package, and a printer for each address."""
 
     def __init__(self, arguments):
         self.bin = pathlib.Path(arguments.bin)
@@ -91,7 +91,7 @@ def command_of(stage, name, address, scratch):
 
 
 class Printer:
-    """A virtual printer for one run; what it got is in its store."""
+    """A virtual printer for one run; its store has the bytes that it received."""
 
     def __init__(self, stage, address, store):
         self.store = store
@@ -115,7 +115,7 @@ class Printer:
 
 
 def run(stage, name, call, at, always):
-    """(what is wrong or None, number of calls); at 0: a sound run"""
+    """Returns (the problem or None, number of calls); at 0: a run without failures."""
     address = stage.own_address()
     with tempfile.TemporaryDirectory(dir=stage.folder) as text:
         scratch = pathlib.Path(text)
@@ -152,7 +152,7 @@ def fault_of(done, has_json, printer, call):
         return None
     lines = done.stdout.decode(errors="replace").strip().splitlines()
     if not lines:
-        # A result line that cannot be written is named in words, if at all.
+        # A result line that cannot be written is reported in words, if at all.
         return None if call == "write" else "no result line"
     try:
         result = json.loads(lines[-1])
@@ -170,7 +170,7 @@ def fault_of(done, has_json, printer, call):
 def sample(count, most):
     if most == 0 or count <= most:
         return list(range(1, count + 1))
-    # The first ones, where a program sets itself up, and the rest evenly.
+    # The first calls, during the program's start-up, and the rest evenly.
     front = most // 4
     step = (count - front) / (most - front)
     return sorted({*range(1, front + 1), *(front + 1 + int(i * step) for i in range(most - front))})

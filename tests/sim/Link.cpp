@@ -8,7 +8,7 @@ namespace sim {
 
 namespace {
 
-constexpr Micros kRetransmitted = 900 * kSecond; // how long a kernel goes on without an answer
+constexpr Micros kRetransmitted = 900 * kSecond; // how long a kernel retries without an answer
 constexpr std::size_t kHostWindow = 1 << 20; // answers are small: never full
 
 World& world()
@@ -46,7 +46,7 @@ int Link::connect()
         });
         break;
     default:
-        world().in(130 * kSecond, [this] { resetHost(ETIMEDOUT); }); // as the system gives up
+        world().in(130 * kSecond, [this] { resetHost(ETIMEDOUT); }); // when the system gives up
         break;
     }
     errno = EINPROGRESS;
@@ -113,7 +113,7 @@ long Link::receive(char* bytes, std::size_t length)
     return -1;
 }
 
-// As much of our queue as the printer's window takes is put on its way.
+// Sends as much of the host's queue as fits into the printer's window.
 void Link::pump()
 {
     while (!m_outQueue.empty() && !m_silent && !m_hostReset) {
@@ -171,7 +171,7 @@ std::string Link::printerRead(std::size_t most)
 {
     auto taken = m_printerQueue.substr(0, most);
     m_printerQueue.erase(0, taken.size());
-    // The window opens again as soon as the host has heard of it.
+    // The window opens again when the news reaches the host.
     world().at(due(m_lastBack, m_manners.delayBack), [this] { pump(); });
     return taken;
 }
@@ -194,7 +194,7 @@ void Link::arriveAtHost(const std::string& bytes)
 {
     if (m_silent || m_hostReset)
         return;
-    if (m_hostClosed) { // nobody can read them any more: the kernel says so
+    if (m_hostClosed) { // they can no longer be read: the kernel resets the connection
         world().at(due(m_lastOut, m_manners.delayOut),
                    [this] { resetPrinter("bytes for a closed socket"); });
         m_hostReset = true;
@@ -302,7 +302,7 @@ void Link::meetFate()
         world().in(m_manners.fateTakes, [this] {
             m_silent = false;
             m_printerGone = true;
-            if (unacknowledged() != 0) // the kernel tries again and again
+            if (unacknowledged() != 0) // the kernel retries
                 resetHost(ECONNRESET);
         });
         break;

@@ -1,10 +1,10 @@
-// One TCP connection between the host's kernel and the printer, with the facts of TCP that matter
-// for an update: bytes that were written may still lie in our own queue or unread in the printer's
-// window; both are bounded; a side that closes with unread bytes, or gets bytes after its close,
-// resets the connection, and the other side then loses what it had not read.
+// One TCP connection between the host's kernel and the printer, with the properties of TCP that
+// matter for an update: written bytes may still be in the host's queue or unread in the printer's
+// window; both are bounded; a side that closes with unread bytes, or receives bytes after its
+// close, resets the connection, and the other side then loses its unread bytes.
 //
 // Owns:      the bytes on their way.
-// Threads:   one. Its events refer to it: it outlives the world's last event.
+// Threads:   one. Its events refer to it, so it must outlive the world's last event.
 // Invariant: bytes arrive in order, once, or not at all.
 #pragma once
 #include "tests/sim/Random.h"
@@ -18,11 +18,11 @@ namespace sim {
 enum class Opening { accepts, refuses, silent, noSocket };
 enum class Fate {
     none,
-    silence, // nothing goes through any more
-    reset, // both ends are told so
-    printerDies, // its power goes: what it had not read is lost; it resets once it is back
-    printerCloses, // it ends the connection: orderly, or by a reset where bytes are unread
-    standstill, // nothing goes through for a while, and then all of it
+    silence, // no more bytes get through
+    reset, // both ends notice it
+    printerDies, // its power fails: unread bytes are lost; it resets after its restart
+    printerCloses, // it ends the connection: cleanly, or by a reset if bytes are unread
+    standstill, // no bytes get through for a while, and then all of them
 };
 enum class Trigger { time, bytesOut, bytesBack };
 
@@ -33,10 +33,10 @@ struct LinkManners {
     Micros perKilobyte = 0; // on the way out
     std::size_t segmentOut = 1460;
     std::size_t fragmentBack = 1460; // an answer arrives in pieces of this size
-    Micros fragmentGap = 0; // so long after each other
+    Micros fragmentGap = 0; // the time between two of them
     std::size_t sendBuffer = 65536; // the host's
     std::size_t window = 65536; // the printer's receive buffer
-    unsigned shortPercent = 0; // of calls that do less than they could, or are interrupted
+    unsigned shortPercent = 0; // of calls that are incomplete or interrupted
     Fate fate = Fate::none;
     Trigger trigger = Trigger::time;
     std::uint64_t triggerAt = 0;
@@ -47,7 +47,7 @@ class Link {
 public:
     Link(const LinkManners& manners, Random random) : m_manners(manners), m_random(random) { }
 
-    // The host's side, as its system calls see it: -1 with errno.
+    // The host's side, for its system calls: -1 with errno.
     int connect();
     [[nodiscard]] bool connecting() const { return m_connecting; }
     long send(const char* bytes, std::size_t length);
@@ -74,10 +74,10 @@ public:
     [[nodiscard]] std::size_t printerUnread() const { return m_printerQueue.size(); }
     [[nodiscard]] bool printerSeesEnd() const { return m_endArrived && m_printerQueue.empty(); }
     [[nodiscard]] bool printerIsCut() const { return m_printerCut; }
-    bool printerSend(const std::string& bytes); // false: there is nobody to send to
+    bool printerSend(const std::string& bytes); // false: there is no peer
     void printerClose();
 
-    // The fate has taken its course; a stand-still is one, too.
+    // The link's fate has happened; a stand-still is one, too.
     [[nodiscard]] bool disturbed() const { return m_disturbed; }
 
 private:
@@ -97,14 +97,14 @@ private:
     bool m_connecting = false;
     bool m_connected = false;
     bool m_hostClosed = false;
-    bool m_endQueued = false; // the host's end of the stream waits behind its queue
+    bool m_endQueued = false; // the host's end of the stream waits after its queue
     bool m_endSent = false;
     bool m_endArrived = false;
     bool m_silent = false; // nothing goes through
-    Micros m_silentUntil = 0; // nothing goes through before
+    Micros m_silentUntil = 0; // no bytes get through before
     bool m_printerCut = false; // reset, or dead
     bool m_printerClosed = false;
-    bool m_printerGone = false; // its answer to everything is a reset
+    bool m_printerGone = false; // it answers everything with a reset
     bool m_hostReset = false;
     bool m_hostEnd = false; // the printer's end of the stream has arrived
     bool m_disturbed = false;

@@ -1,5 +1,5 @@
-// Memory that runs out for the product alone: its n-th allocation fails, once or for good. What the
-// simulation allocates for itself, inside an Outside, always succeeds and is not counted.
+// Memory that runs out for the product only: its n-th allocation fails, once or for good. The
+// simulation's own allocations, inside an Outside, always succeed and are not counted.
 //
 // Threads: one.
 #pragma once
@@ -9,10 +9,10 @@ namespace sim {
 
 // From now on the product's n-th allocation (from 1) fails; forGood: every later one, too.
 void failAllocation(std::uint64_t n, bool forGood);
-void allocateSafely(); // nothing fails any more, nothing is counted
+void allocateSafely(); // no allocation fails or is counted any more
 bool allocationFailed(); // since failAllocation
 
-// The simulation works, and not the product, for the length of this scope.
+// In this scope the simulation works, not the product.
 class Outside {
 public:
     Outside();

@@ -9,7 +9,7 @@ PrinterDesk::PrinterDesk(Link& link, ModelPrinter& printer, std::size_t readsAtO
     m_link.onChange = [this] { work(); };
 }
 
-// Until it is busy, or nothing is there to work on.
+// Works until it is busy or has no more packets.
 void PrinterDesk::work()
 {
     while (!m_busy && !m_closed && !m_link.printerIsCut()) {

@@ -1,7 +1,7 @@
-// The model printer at the end of a link: reads as fast as it can, works on one packet after the
+// The model printer at the end of a link: reads as fast as it can, handles one packet after the
 // other, and answers.
 //
-// Owns:    the bytes that it has read and not worked on.
+// Owns:    the bytes that it has read and not handled.
 // Threads: one; its events refer to it.
 #pragma once
 #include "tests/sim/Link.h"
@@ -13,7 +13,7 @@ class PrinterDesk {
 public:
     PrinterDesk(Link& link, ModelPrinter& printer, std::size_t readsAtOnce);
 
-    void atTheEnd(); // what is left of a packet is counted
+    void atTheEnd(); // counts the rest of an incomplete packet
 
 private:
     void work();

@@ -1,4 +1,4 @@
-// Numbers out of one seed, the same on every machine and with every library.
+// Random numbers from one seed, the same on every machine and with every library.
 //
 // Threads: one at a time.
 #pragma once

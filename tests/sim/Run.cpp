@@ -13,11 +13,11 @@ namespace sim {
 
 namespace {
 
-constexpr Micros kPatience = 4 * 3600 * kSecond; // then somebody stops the run
-constexpr Micros kAfterwards = 7200 * kSecond; // for what is still on its way
+constexpr Micros kPatience = 4 * 3600 * kSecond; // then the run is stopped
+constexpr Micros kAfterwards = 7200 * kSecond; // for bytes that are still on their way
 
-// The person or program in front of the worker: looks at its record again and again, and stops it
-// once it has ended, when the moment has come, or when patience ends.
+// The worker's caller: looks at its record again and again, and stops it when it has ended, at the
+// scenario's moment, or after kPatience.
 class Desk {
 public:
     Desk(World& world, vymThread& worker, const Scenario& scenario)

@@ -1,4 +1,4 @@
-// One simulated run from its start to its last byte, and what is untrue about it.
+// One simulated run from its start to its last byte, and the untrue claims about it.
 //
 // Threads: one; one run at a time.
 #pragma once
@@ -12,12 +12,12 @@ namespace sim {
 
 struct RunReport {
     std::vector<std::string> untruths;
-    std::string trace; // where one was wanted
-    int result = 0; // as the status record says
+    std::string trace; // if one was requested
+    int result = 0; // from the status record
     bool started = false;
-    unsigned sent = 0; // entries of which bytes went out
+    unsigned sent = 0; // entries with bytes sent
     unsigned succeeded = 0; // of those
-    unsigned refused = 0; // by the printer, with whatever code they ended
+    unsigned refused = 0; // by the printer, whatever their code
     bool sound = false;
     bool disturbed = false;
     bool memoryFailed = false;

@@ -1,5 +1,5 @@
-// The socket calls of the product, on the simulated link. The linker puts these in place of the
-// system's calls (--wrap); descriptors that are not ours go on to the system.
+// The socket calls of the product, on the simulated link. The linker replaces the system's calls by
+// these (--wrap); calls with other descriptors are passed on to the system.
 #include "tests/sim/Sockets.h"
 
 #include "tests/sim/Memory.h"
@@ -17,7 +17,7 @@
 namespace {
 
 constexpr int kSocket = 700; // far above every real descriptor of this process
-constexpr sim::Micros kCall = 3; // what a system call takes
+constexpr sim::Micros kCall = 3; // the time of a system call
 
 sim::Link* g_link = nullptr;
 bool g_open = false;

@@ -1,10 +1,10 @@
-// The one network of a simulated process; Sockets.cpp stands in for the system's calls.
+// The only network of a simulated process; Sockets.cpp replaces the system's calls.
 #pragma once
 #include "tests/sim/Link.h"
 
 namespace sim {
 
-// The link that the next socket gets; null: none. It stays the caller's.
+// The link for the next socket; null: no link. The caller owns it.
 void plugInLink(Link* link);
 bool socketIsOpen(); // the product has a socket that it has not closed
 

@@ -1,6 +1,6 @@
-// The threads of one simulated process: there is one, and whoever waits lets the others go on. The
-// linker puts these in place of the system's calls (--wrap). A new thread runs inside the first
-// wait of the one that made it; a wait for its end finds it there or lets it come to its end later.
+// The threads of a simulated process: there is one real thread, and a wait lets the others run. The
+// linker replaces the system's calls by these (--wrap). A new thread runs inside the first wait of
+// its creator; a wait for its end finds it ended or lets it end later.
 #include "tests/sim/Threads.h"
 
 #include "tests/sim/Memory.h"
@@ -13,10 +13,10 @@
 
 namespace {
 
-void* (*g_routine)(void*) = nullptr; // made and not running yet
+void* (*g_routine)(void*) = nullptr; // created and not running yet
 void* g_argument = nullptr;
 bool g_refused = false;
-std::map<const void*, std::uint64_t> g_signals; // how often each condition was signalled
+std::map<const void*, std::uint64_t> g_signals; // the number of signals of each condition
 
 void runMadeThread()
 {
@@ -26,7 +26,7 @@ void runMadeThread()
         routine(g_argument);
 }
 
-// The wait itself; the mutex is free in the meantime, as it is in a real one.
+// The wait itself; the mutex is free meanwhile, as in a real one.
 int waitFor(pthread_cond_t* condition, pthread_mutex_t* mutex, sim::Micros deadline)
 {
     pthread_mutex_unlock(mutex);
@@ -81,7 +81,7 @@ int __wrap_pthread_create(pthread_t* thread, const pthread_attr_t* /*attributes*
     return 0;
 }
 
-// The thread's work comes to its end by itself: inside whose wait it runs comes back then.
+// The thread's work ends by itself; then the wait in which it runs returns.
 int __wrap_pthread_join(pthread_t /*thread*/, void** /*result*/)
 {
     runMadeThread();

@@ -1,9 +1,9 @@
-// What a run decides about its threads; the rest of Threads.cpp stands in for the system's calls.
+// A run's settings of its threads; the rest of Threads.cpp replaces the system's calls.
 #pragma once
 
 namespace sim {
 
-// Forgets the run before; refused: no thread can be made in this one.
+// Forgets the previous run; refused: no thread can be created in this one.
 void refuseThreads(bool refused);
 
 } // namespace sim

@@ -13,8 +13,8 @@ std::uint64_t g_seed = 0;
 
 namespace {
 
-constexpr Micros kLongestRun = 48 * 3600 * kSecond; // no run of a few images is as long as this
-constexpr std::uint64_t kMostCalls = 20'000'000; // a run that waits makes far fewer
+constexpr Micros kLongestRun = 48 * 3600 * kSecond; // no run of a few images takes this long
+constexpr std::uint64_t kMostCalls = 20'000'000; // a run with waits makes far fewer
 
 World* g_world = nullptr;
 

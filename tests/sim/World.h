@@ -1,11 +1,11 @@
-// Time and everything that happens in it, in one thread: the product runs until it waits, and while
-// it waits, what is due takes place. Link, printer and desk are events; nothing is left to a system
-// that could do it differently the next time.
+// Time and all events, in one thread: the product runs until it waits, and during its wait the due
+// events happen. Link, printer and desk are events; no system decides anything that could differ
+// the next time.
 //
-// Owns:      the clock, the events that have not taken place, the trace.
+// Owns:      the clock, the pending events, the trace.
 // Threads:   one.
-// Invariant: events take place in the order of their times, those of one time in that of their
-//            making; the clock never goes back.
+// Invariant: events happen in the order of their times, events of the same time in the order of
+//            their creation; the clock never goes back.
 #pragma once
 #include "VYM/vymMac.h"
 
@@ -37,16 +37,16 @@ public:
     [[nodiscard]] Micros now() const { return m_now; }
     void at(Micros when, std::function<void()> what);
     void in(Micros delay, std::function<void()> what) { at(m_now + delay, std::move(what)); }
-    // Lets time pass until ready or the deadline; true when ready. Without either ever coming, the
-    // run hangs: the process says so and ends.
+    // Lets time pass until ready or the deadline; true if ready. If neither ever comes, the run
+    // hangs: the process reports that and ends.
     bool waitUntil(Micros deadline, const std::function<bool()>& ready);
-    // A call of the product takes its moment.
+    // Lets a call of the product take its time.
     void spend(Micros moment);
-    // The product offers the processor: the next event takes place.
+    // The product yields the processor: the next event happens.
     void yield();
-    // Everything that is still to happen, at most so much later.
+    // Lets all pending events happen, up to this much later.
     void settle(Micros longest);
-    // How long the wait for an event is to take that comes next.
+    // Sets the length of the next wait for an event.
     [[nodiscard]] unsigned long eventWait() const { return m_eventWait; }
 
     [[nodiscard]] bool traced() const { return m_traced; }
@@ -75,7 +75,7 @@ private:
     std::string m_trace;
 };
 
-// The seed that is being run, for whoever ends the process.
+// The current seed, for code that ends the process.
 extern std::uint64_t g_seed;
 
 } // namespace sim

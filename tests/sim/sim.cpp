@@ -1,5 +1,5 @@
-// A whole update out of one number: worker, procedure, connection, a simulated line, a model
-// printer, clock, memory and stop. The same seed gives the same run, byte for byte.
+// A whole update from one number: worker, procedure, connection, a simulated line, a model printer,
+// clock, memory and stop. The same seed gives the same run, byte for byte.
 #include "VYM/vymBindInfo.h"
 #include "tests/sim/Run.h"
 #include "tests/sim/World.h"
@@ -33,7 +33,7 @@ void openPackage()
         std::abort();
 }
 
-// An end that no run may have: the seed is the one thing to know about it.
+// An end that no run may have: prints the seed, which is enough to repeat it.
 void nameSeed(int signal)
 {
     char text[80];
