@@ -16,7 +16,7 @@ WizardOptions parseWizardOptions(int argc, const char* const* argv)
         app.add_option("FILE", file)->excludes(named);
         app.add_flag("-h,--help", options.help);
         app.add_flag("--version", options.version);
-        if (argc > 0) // a program may be started with nothing at all
+        if (argc > 0) // a program may be started without even its name
             app.parse(argc, argv);
         if (app.count("--package") != 0)
             options.package = package;

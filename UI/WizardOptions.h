@@ -1,4 +1,4 @@
-// What the wizard is started with, read from its command line.
+// The options of the wizard, read from its command line.
 //
 // Owns:    its texts, by value.
 // Threads: any. Opens no package.
@@ -10,7 +10,7 @@ struct WizardOptions {
     std::optional<std::string> package; // a file, or the folder that holds VYMBINDDATA
     bool help = false;
     bool version = false;
-    std::string usageError; // empty when the line is right
+    std::string usageError; // empty if the line is right
 };
 
 WizardOptions parseWizardOptions(int argc, const char* const* argv);

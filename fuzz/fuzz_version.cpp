@@ -1,5 +1,5 @@
 // Any three texts as the versions of an update: a byte for the version rule, then update,
-// compatible and target version, parted by line feeds.
+// compatible and target version, separated by line feeds.
 #include "VYM/ModelDependCheckVer.h"
 #include "fuzz/Fuzz.h"
 
@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     Input input(data, size);
     const auto rule = static_cast<yesno_type>(input.byte() % 5); // one more than there are
-    // Copies of their own: a step behind a text is noticed.
+    // Separate copies: reading past the end is noticed.
     const std::string update(input.until('\n'));
     const std::string compatible(input.until('\n'));
     const std::string target(input.until('\n'));

@@ -16,7 +16,7 @@ constexpr std::uint64_t kFastestWrite = 1'000'000'000'000; // keeps rate times t
 constexpr int kLargestWindow = 64 << 20;
 constexpr std::int64_t kLongestDelay = 3'600'000; // an hour
 constexpr std::size_t kLongestTargetInfo = 16U << 20;
-constexpr std::size_t kLongestSession = 64U << 20; // of text: images of 30 MB
+constexpr std::size_t kLongestSession = 64U << 20; // of text: enough for images of 30 MB
 
 constexpr const char* kDescription =
     "A virtual printer: the printer's side of a firmware update over TCP or on a USB bus, with\n"
@@ -37,13 +37,13 @@ constexpr const char* kExamples =
     "a\n"
     "replayed session went another way, 64 wrong usage.";
 
-// The command line's own view of what is asked, before it is put together.
+// The raw values of the command line, before they are combined.
 struct Raw {
     std::vector<std::string> listen;
     std::uint32_t count = 1;
     std::vector<std::string> firmware;
     std::string targetInfo;
-    std::string replies; // empty: every over TCP, tenths over USB
+    std::string replies; // empty: "every" over TCP, "tenths" over USB
     std::int64_t replyDelay = 0;
     std::int64_t pieceTime = 0;
     std::string store;

@@ -1,7 +1,7 @@
-// What the command line asks for.
+// The options of the command line.
 //
 // Threads:   any.
-// Does not open or create anything but the files of --target-info and --replay, which it reads.
+// Opens only the files of --target-info and --replay, which it reads; creates no files.
 #pragma once
 #include "Tools/vymprinter/Faults.h"
 #include "Tools/vymprinter/PrinterModel.h"
@@ -23,7 +23,7 @@ struct Options {
     std::optional<std::filesystem::path> store;
     std::optional<std::string> recording; // the file of --record
     std::vector<SessionLine> replay; // empty: the printer is a model
-    std::optional<Endpoint> relay; // where connections go instead of to a model
+    std::optional<Endpoint> relay; // the destination of connections, instead of a model
     std::uint64_t faultyConnections = 0; // faults strike these first ones; 0: all
     int window = 0; // bytes of receive buffer over TCP; 0: the system's choice
     std::uint64_t sessions = 0; // end after that many; 0: never
@@ -32,7 +32,7 @@ struct Options {
 
 struct ParsedOptions {
     std::optional<Options> options;
-    int exitCode = 0; // when there are no options: help was shown, or the command line is wrong
+    int exitCode = 0; // without options: help was shown, or the command line is wrong
 };
 
 [[nodiscard]] ParsedOptions parseOptions(int argc, const char* const* argv);

@@ -1,13 +1,13 @@
 // One connection to a printer: bytes from an updater go in, replies with their times come out.
-// The carrier (a TCP socket, a USB gadget) moves the bytes and nothing else:
-//   receive() what arrived, advance() the printer, then send what outgoing() says is due.
+// The carrier (a TCP socket, a USB gadget) only moves the bytes:
+//   receive() the arrived bytes, advance() the printer, then send the due parts of outgoing().
 //
-// Owns:      what arrived and is not handled yet, what is not sent yet, and download mode while
+// Owns:      bytes that are not handled yet, replies that are not sent yet, and download mode while
 //            this session holds it.
 // Threads:   one, the same for all sessions of a Printer.
-// Invariant: a session that has broken off handles nothing more; download mode is held by at most
-//            one session of a Printer and is left when that one ends.
-// Does no I/O and reads no clock: the time is what its caller says.
+// Invariant: a session that has broken off handles no more packets; at most one session of a
+//            Printer holds download mode, and its end leaves that mode.
+// Does no I/O and reads no clock: the caller gives the time.
 #pragma once
 #include "Tools/vymprinter/Download.h"
 #include "Tools/vymprinter/FileBlocks.h"
@@ -19,7 +19,7 @@ namespace vymprinter {
 class PrinterSession;
 class SessionRecorder;
 
-// One printer on the desk, shared by its sessions and outliving them.
+// One printer, shared by its sessions; must outlive them.
 struct Printer {
     PrinterModel model;
     std::vector<Fault> faults;
@@ -27,7 +27,7 @@ struct Printer {
     std::uint64_t faultyConnections = 0; // faults strike these first ones; 0: all
     std::uint64_t connections = 0; // ever made
     const PrinterSession* downloading = nullptr; // the session that is in download mode
-    SessionRecorder* recorder = nullptr; // of the first connection, where one is wanted
+    SessionRecorder* recorder = nullptr; // of the first connection, if requested
 };
 
 class PrinterSession {
@@ -37,21 +37,21 @@ public:
     PrinterSession(const PrinterSession&) = delete;
     PrinterSession& operator=(const PrinterSession&) = delete;
 
-    // Bytes arrived. Not to be called while !wantsInput().
+    // Bytes have arrived. Must not be called while !wantsInput().
     void receive(ByteView bytes);
-    // Handles what can be handled now.
+    // Handles as much as possible now.
     void advance(Millis now);
-    // The updater will send nothing more.
+    // The updater will send no more bytes.
     void inputEnded() { m_inputEnded = true; }
 
-    // Whether advance() would do something; so after replies have made room by leaving.
+    // Whether advance() has work to do, for example after leaving replies have made room.
     [[nodiscard]] bool hasWork() const;
-    // It works on a packet until then, and does nothing else.
+    // The time until which it only works on a packet.
     [[nodiscard]] std::optional<Millis> busyUntil() const { return m_busyUntil; }
-    // False while the printer does not read: it has stalled, broken off, or has enough to do.
+    // False while the printer does not read: it has stalled, has broken off, or is busy.
     [[nodiscard]] bool wantsInput() const;
     [[nodiscard]] bool stalled() const { return m_stalled; }
-    // Nothing is left to do: the updater has finished and every reply has left.
+    // All work is done: the updater has finished and every reply has left.
     [[nodiscard]] bool finished() const;
     [[nodiscard]] ReplyQueue& outgoing() { return m_outgoing; }
     [[nodiscard]] const ReplyQueue& outgoing() const { return m_outgoing; }
@@ -74,7 +74,7 @@ private:
     [[nodiscard]] std::uint32_t writtenBy(Millis now) const;
     [[nodiscard]] bool inDownloadMode() const { return m_printer.downloading == this; }
     void leaveDownloadMode();
-    // Acts on close, reset and stall; says whether one of them struck.
+    // Performs close, reset and stall; returns whether one of them struck.
     bool breakOff(const FaultSet& faults, Millis now);
     void end(LinkEnd how, Millis now);
     void die(Millis now);
@@ -93,11 +93,11 @@ private:
     RequestBuffer m_input;
     ReplyQueue m_outgoing;
     Download m_download;
-    std::optional<FileBlocks> m_blocks; // the file that is being handed out
+    std::optional<FileBlocks> m_blocks; // the file that is being sent
     FaultSet m_blockFaults;
-    std::uint64_t m_firmwareBytes = 0; // received in packets that are handled
-    std::uint32_t m_lastPercent = 0; // at the last piece, of whichever file
-    bool m_tenthReached = false; // by it
+    std::uint64_t m_firmwareBytes = 0; // received in handled packets
+    std::uint32_t m_lastPercent = 0; // at the last piece of any file
+    bool m_tenthReached = false; // by that piece
     Millis m_writingSince{0};
     std::optional<Millis> m_busyUntil; // with the packet at the front
     bool m_inputEnded = false;

@@ -5,7 +5,7 @@
 namespace vymprinter {
 namespace {
 
-constexpr std::size_t kShown = 32; // bytes around the first that differs
+constexpr std::size_t kShown = 32; // bytes around the first difference
 
 std::string hexAround(ByteView bytes, std::size_t place)
 {
@@ -78,7 +78,7 @@ Bytes Replay::takeDue(Millis now)
 {
     auto bytes = m_lines[m_next].bytes;
     pass(now);
-    compare(now); // what the updater has sent meanwhile
+    compare(now); // the bytes that the updater sent meanwhile
     return bytes;
 }
 

@@ -1,10 +1,10 @@
-// A printer that plays a recorded conversation: it expects the updater's packets byte for byte and
-// answers each as the recorded printer did, after as long a time.
+// A printer that plays a recorded conversation: it expects the updater's packets byte for byte, and
+// sends the recorded answers after the recorded times.
 //
-// Owns:      the conversation and what has arrived of it.
+// Owns:      the conversation and its bytes that have arrived.
 // Threads:   one.
-// Invariant: once it differs(), nothing more is expected or sent.
-// Does no I/O and reads no clock: the time is what its caller says.
+// Invariant: once it differs(), it expects and sends no more.
+// Does no I/O and reads no clock: the caller gives the time.
 #pragma once
 #include "Tools/vymprinter/SessionText.h"
 
@@ -17,14 +17,14 @@ public:
     explicit Replay(std::vector<SessionLine> lines) : m_lines(std::move(lines)) { }
 
     void receive(ByteView bytes, Millis now);
-    // The updater will send nothing more.
+    // The updater will send no more bytes.
     void inputEnded();
-    // When the next packet of the printer leaves; none while the updater is to speak.
+    // The time at which the printer's next packet leaves; empty while it is the updater's turn.
     [[nodiscard]] std::optional<Millis> nextDue() const;
-    // That packet, which then counts as sent; called when it is due.
+    // That packet, which then counts as sent; call when it is due.
     [[nodiscard]] Bytes takeDue(Millis now);
 
-    // How the conversation went another way than the recorded one; empty while it has not.
+    // The difference from the recorded conversation; empty if there is none so far.
     [[nodiscard]] const std::string& differs() const { return m_differs; }
     [[nodiscard]] bool finished() const { return m_next == m_lines.size(); }
 

@@ -13,7 +13,7 @@ namespace {
 
 using Stores = std::vector<std::unique_ptr<Store>>;
 
-// The printer's folder is called after its address, and its port when that is not enough.
+// The printer's folder is named after its address, and its port if that is not enough.
 std::optional<std::filesystem::path> folderOf(const Options& options, std::size_t index,
                                               const Endpoint& endpoint)
 {
@@ -42,7 +42,7 @@ Printer printerOf(const Options& options, PrinterRecord& record,
     return printer;
 }
 
-// Everything that --record, --replay and --relay do; the exit code.
+// Performs --record, --replay and --relay; returns the exit code.
 int serveSession(const Options& options, SessionRecorder* recorder, int stop)
 {
     const auto listening = listenOn(options.endpoints.front());
@@ -54,7 +54,7 @@ int serveSession(const Options& options, SessionRecorder* recorder, int stop)
     return wrong.empty() ? 0 : fail(wrong);
 }
 
-// Names the controller that was asked for; for "any", the first one that is free.
+// The name of the requested controller; for "any", the first free one.
 std::string chooseController(const std::string& asked, std::string& error)
 {
     if (asked != kAnyController)
@@ -66,7 +66,7 @@ std::string chooseController(const std::string& asked, std::string& error)
     return names.empty() ? std::string() : names.front();
 }
 
-// Adds the printer to the server; what went wrong, or empty.
+// Adds the printer to the server; returns what went wrong, or empty.
 std::string addUsbPrinter(const Options& options, std::size_t number, UsbServer& server,
                           Stores& stores)
 {

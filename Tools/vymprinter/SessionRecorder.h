@@ -1,9 +1,10 @@
-// Writes one conversation into a file, packet by packet, as it goes over the link.
+// Writes one conversation to a file, packet by packet, in its order on the link.
 //
-// Owns:      the file's stream and the bytes of packets that are not whole yet.
+// Owns:      the file's stream and the bytes of incomplete packets.
 // Threads:   one, the server's.
-// Invariant: a line is written when its packet is whole; what is left of one is written at the end.
-// Does not interpret the packets but for their length.
+// Invariant: a line is written when its packet is complete; the rest of an incomplete one at the
+//            end.
+// Interprets only the length of packets.
 #pragma once
 #include "Tools/vymprinter/RequestBuffer.h"
 #include "Tools/vymprinter/SessionText.h"
@@ -30,7 +31,7 @@ public:
 private:
     struct Side {
         RequestBuffer waiting{kLargestPacket};
-        Millis since{0}; // the first byte of the packet that waits
+        Millis since{0}; // the arrival of the incomplete packet's first byte
     };
     void writeWhole(bool fromUpdater, Side& side);
     void writeFront(bool fromUpdater, Side& side);

@@ -11,7 +11,7 @@
 namespace vymprinter {
 namespace {
 
-constexpr std::size_t kReadAtOnce = 64U << 10; // a usual packet in one go
+constexpr std::size_t kReadAtOnce = 64U << 10; // a usual packet in one read
 constexpr int kForever = -1;
 
 Millis steadyNow()
@@ -19,7 +19,7 @@ Millis steadyNow()
     return std::chrono::duration_cast<Millis>(std::chrono::steady_clock::now().time_since_epoch());
 }
 
-// The first connection; not valid where stop became readable before.
+// The first connection; invalid if stop became readable before.
 FileHandle firstConnection(const Listening& listening, int stop)
 {
     std::array<pollfd, 2> list{{{stop, POLLIN, 0}, {listening.socket.get(), POLLIN, 0}}};
@@ -30,7 +30,7 @@ FileHandle firstConnection(const Listening& listening, int stop)
     return FileHandle(::accept4(listening.socket.get(), nullptr, nullptr, SOCK_CLOEXEC));
 }
 
-// False when the other side is gone.
+// False if the other side has gone.
 bool sendAll(int socket, ByteView bytes)
 {
     while (!bytes.empty()) {
@@ -44,7 +44,7 @@ bool sendAll(int socket, ByteView bytes)
     return true;
 }
 
-// What has arrived; empty at the connection's end.
+// The bytes that have arrived; empty at the connection's end.
 Bytes receiveSome(int socket)
 {
     Bytes bytes(kReadAtOnce);

@@ -1,5 +1,5 @@
-// One connection to the printer that is not a model: played from a recorded conversation, or passed
-// on to another printer while it is recorded.
+// Serves one connection without a model: plays a recorded conversation, or passes the connection on
+// to another printer and records it.
 //
 // Owns:    the sockets.
 // Threads: one; each call blocks its caller's until the connection has ended.
@@ -10,10 +10,10 @@
 
 namespace vymprinter {
 
-// How the connection went wrong; empty where it went as recorded, and where `stop` became readable
-// before an updater came.
+// How the connection differed; empty if it went as recorded, or if `stop` became readable before an
+// updater connected.
 [[nodiscard]] std::string playSession(const Listening& listening, Replay replay, int stop);
-// The first connection goes to the target and back; empty where that could be reached.
+// Passes the first connection on to the target and back; empty if the target could be reached.
 [[nodiscard]] std::string relaySession(const Listening& listening, const Endpoint& target,
                                        SessionRecorder& recorder, int stop);
 

@@ -7,7 +7,7 @@ namespace vymprinter {
 namespace {
 
 constexpr std::string_view kDigits = "0123456789abcdef";
-constexpr std::int64_t kLongestTime = 86'400'000; // a day, far within what the clock holds
+constexpr std::int64_t kLongestTime = 86'400'000; // a day, far below the clock's limit
 
 // Cuts the first word off the line.
 std::string_view takeWord(std::string_view& line)

@@ -19,10 +19,10 @@ struct SessionLine {
 
 struct ParsedSession {
     std::vector<SessionLine> lines;
-    std::size_t wrongLine = 0; // the first one that is none; 0: all are right
+    std::size_t wrongLine = 0; // the first malformed one; 0: all are right
 };
 
-// With its line end.
+// Including its line end.
 [[nodiscard]] std::string sessionText(Millis at, bool fromUpdater, ByteView bytes);
 [[nodiscard]] ParsedSession parseSession(std::string_view text);
 

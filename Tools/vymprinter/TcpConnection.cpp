@@ -97,8 +97,7 @@ void TcpConnection::writeDue(Millis now)
     }
 }
 
-// What has arrived is read away before an orderly end: bytes left unread would turn it into a
-// reset.
+// Reads and drops arrived bytes before a clean end: unread bytes would turn it into a reset.
 void TcpConnection::endLink(LinkEnd how)
 {
     m_over = true;

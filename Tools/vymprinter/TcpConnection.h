@@ -30,7 +30,7 @@ private:
 
     FileHandle m_socket;
     PrinterSession m_session;
-    SessionRecorder* m_recorder; // null where this connection is not recorded
+    SessionRecorder* m_recorder; // null if this connection is not recorded
     bool m_sendBlocked = false; // the socket accepts no more for now
     bool m_peerDone = false; // it has sent its last byte
     bool m_over = false;

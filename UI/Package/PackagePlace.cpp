@@ -9,7 +9,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kData = "/usr/share/vymkit"; // of every user of this computer
+constexpr const char* kData = "/usr/share/vymkit"; // for all users of this computer
 
 bool holdsPackage(const std::string& folder)
 {

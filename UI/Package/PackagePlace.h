@@ -1,6 +1,6 @@
-// Where the update package is: what the person named, or else the first place that has one.
+// Finds the update package: the one that the user named, otherwise the first place that has one.
 //
-// Threads: any. Looks at names only; opens no package.
+// Threads: any. Checks only names; opens no package.
 #pragma once
 #include <cstddef>
 #include <optional>
@@ -8,19 +8,19 @@
 
 struct PackagePlace {
     std::string folder;
-    std::string file; // with the folder; there may be none of that name
+    std::string file; // with the folder; need not exist
     bool isOtherName = false; // than VYMBINDDATA
 };
 
 constexpr std::size_t kLongestFolder = 1024; // as long as the engine keeps a location
-// The file that a package has where only its folder is named.
+// The package's file name if only its folder is named.
 constexpr const char* kPackageName = "VYMBINDDATA";
 
-// given: a package's file, of any name, or the folder that holds VYMBINDDATA; a name that leads
-// nowhere is taken for a folder's. Without it: beside the program, then where the program's own
-// installation keeps its data, then /usr/share/vymkit; where none of them has one, beside the
-// program.
+// given: a package's file, of any name, or the folder that holds VYMBINDDATA; a name that does not
+// exist counts as a folder's. Without it: searches the program's folder, then the data folder of
+// the program's installation, then /usr/share/vymkit; if none of them has one, the program's
+// folder.
 PackagePlace findPackage(const std::optional<std::string>& given);
-// The same for a program in a folder of its own; data: the folder of all users' packages.
+// The same for a program in another folder; data: the folder of all users' packages.
 PackagePlace findPackage(const std::optional<std::string>& given, const std::string& programFolder,
                          const std::string& data);

@@ -1,7 +1,7 @@
-// A package, as the flat functions give its description and its files. Linked in place of the real
-// functions.
+// A fake package behind the flat functions for its description and files, which replace the real
+// ones at link time.
 //
-// Owns:    everything that it was given, until the next reset.
+// Owns:    its settings, until the next reset.
 // Threads: the command's.
 #pragma once
 #include "UI/vymParseController.h"
@@ -27,5 +27,5 @@ struct FakePackage {
     std::map<std::string, unsigned long> files;
 };
 
-// The one of this process, as new.
+// The only one of this process, reset.
 FakePackage& resetFakePackage();

@@ -1,4 +1,4 @@
-// What the network transport knows of its link, how long it writes, and how it leaves.
+// The network transport's knowledge of its link, the length of its writes, and its way of leaving.
 #include "VYM/vymMac.h"
 #include "tests/DevConn/TcpFixture.h"
 
@@ -6,7 +6,7 @@ namespace {
 
 using TcpLink = TcpConnection;
 
-// A file packet's head with so many bytes of data.
+// A file packet's head with that many bytes of data.
 std::string filePacket(std::size_t data)
 {
     std::string packet(60 + data, 'd');
@@ -84,7 +84,7 @@ TEST_F(TcpLink, WritesOnForAsLongAsAPeerTakesSomeOfIt)
     connectTo(peer);
     const std::string bytes(size, 'x');
     unsigned long sent = 0;
-    // Longer than the time-out altogether, but never without progress for so long.
+    // Longer than the time-out in total, but never that long without progress.
     EXPECT_TRUE(transport->WritePacket(reinterpret_cast<const unsigned char*>(bytes.data()),
                                        bytes.size(), &sent, 250));
     EXPECT_EQ(sent, size);
@@ -107,7 +107,7 @@ TEST_F(TcpLink, LeavesSoThatThePeerStillReadsEverything)
     connectTo(peer);
     const auto packet = filePacket(3000);
     exchange(packet);
-    exchange(packet); // unanswered: there is an answer to be waited for
+    exchange(packet); // unanswered: an answer is still due
     exchange(packet);
     sent = true;
     EXPECT_EQ(transport->Disconnect(), -1);

@@ -152,7 +152,7 @@ TEST(ModelDependCheckVer, ReadsNothingBeyondAVersionThatIsShorterThanItsForm)
         for (std::size_t length = 0; length < text.size(); ++length) {
             const auto cut = text.substr(0, length);
             SCOPED_TRACE(text + " / " + cut);
-            // Whatever remains, nothing is read beyond it and no older printer is overlooked.
+            // Reads no byte beyond the rest of a version, and overlooks no older printer.
             decideVersion(text, text, cut, yesno_no);
             decideVersion(cut, text, text, yesno_no);
             decideVersion(cut, cut, cut, yesno_no);

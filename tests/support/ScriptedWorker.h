@@ -1,9 +1,9 @@
-// The flat functions in front of the update worker and of a check, played by a script: a test
-// program that names ScriptedWorker.cpp among its sources links them in place of the real ones.
-// What a look or a check finds is the test's; what the worker was given is kept.
+// Scripted flat functions for the update worker and the check: a test program that lists
+// ScriptedWorker.cpp among its sources links them instead of the real ones. The test sets the
+// results of looks and checks; the worker's arguments are kept.
 //
-// Threads: as the real ones; StopThread and a check may come from another thread. What a function
-//          here is given is the test's to read while none of them runs.
+// Threads: as the real ones; StopThread and a check may come from another thread. A test may read
+//          the arguments while none of these functions runs.
 #pragma once
 #include "UI/vym_etc.h"
 
@@ -18,7 +18,7 @@
 
 class ScriptedWorker {
 public:
-    ScriptedWorker(); // the one that the flat functions speak to, until it goes
+    ScriptedWorker(); // the flat functions use this one until it is destroyed
     ~ScriptedWorker();
     ScriptedWorker(const ScriptedWorker&) = delete;
     ScriptedWorker& operator=(const ScriptedWorker&) = delete;
@@ -26,19 +26,19 @@ public:
     bool canBeCreated = true;
     bool canStart = true;
 
-    // Each look finds the next of the records, and then the last one again and again; without
-    // records it finds record. After the stop it finds recordAfterStop, where there is one.
+    // Each look returns the next of the records, then the last one again and again; without records
+    // it returns record. After the stop it returns recordAfterStop, if that is set.
     tag_devinfo record{}; // with result 1
     std::vector<tag_devinfo> records;
     std::optional<tag_devinfo> recordAfterStop;
     std::atomic<std::size_t> looks{0};
     // Later looks wait for the stop.
     std::size_t stopFollowsLook = std::numeric_limits<std::size_t>::max();
-    std::function<void(std::size_t look)> atLook; // what else happens at that look, from 0
+    std::function<void(std::size_t look)> atLook; // a further action at that look, from 0
     unsigned long lookTakes = 0; // milliseconds, on the clock of vymMac
 
     std::chrono::milliseconds stopTakes{0};
-    std::function<void()> atStop; // while the stop is waited for
+    std::function<void()> atStop; // during the wait for the stop
     std::vector<tag_entryoutcome> outcomes;
 
     CheckReport report{};
@@ -46,14 +46,14 @@ public:
 
     unsigned long systemVersion = 0x1200;
 
-    // What it was given.
+    // The arguments.
     std::string port;
     std::optional<std::string> queue;
     unsigned short portNumber = 0;
     unsigned long polling = 0;
     int workers = 0; // created and not yet deleted
     int stops = 0;
-    [[nodiscard]] std::vector<std::string> calls() const; // but looks
+    [[nodiscard]] std::vector<std::string> calls() const; // without looks
 
     // For the flat functions.
     void note(const std::string& call);

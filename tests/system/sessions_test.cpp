@@ -1,6 +1,6 @@
-// Conversations kept as text: what is recorded can be played, and every one in the folder sessions/
-// still goes as it was recorded, byte for byte. A file's first line tells how the update ends.
-// VYMKIT_KEEP_SESSIONS=FOLDER keeps what the first test records, to add to that folder.
+// Conversations as text: recordings can be played, and every one in the folder sessions/ still goes
+// as recorded, byte for byte. A file's first line says how the update ends.
+// VYMKIT_KEEP_SESSIONS=FOLDER keeps the first test's recordings, to add to that folder.
 #include "tests/system/Desk.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ PackageFolder smallPackage()
     return PackageFolder({{"MAIN", "AB010200", 700}}, {"ALLOWVERSIONDOWN BOTH"});
 }
 
-// A virtual printer that takes one connection and ends.
+// A virtual printer that accepts one connection and ends.
 class OnceServed {
 public:
     explicit OnceServed(std::vector<std::string> options) : m_process(command(m_address, options))

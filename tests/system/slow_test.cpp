@@ -1,5 +1,5 @@
-// Printers that are honest and slow: every byte arrives, or the result is an error. What is claimed
-// is held against what the printer has stored.
+// Printers that are honest and slow: every byte arrives, or the result is an error. The claims are
+// compared with the firmware that the printer has stored.
 #include "tests/system/Desk.h"
 
 namespace {
@@ -73,7 +73,7 @@ TEST_P(SlowFault, IsNeverCalledAnUpdate)
     expectTruth(run, printer, package, false);
 }
 
-// Faults strike in the backlog: all pieces lie in the window while the printer works on the third.
+// Faults strike in the backlog: all pieces are in the window while the printer works on the third.
 const Slowness kFaults[] = {
     {"PowerLoss", 50000, {"--piece-time", "160", "--fault", "die@piece:12200"}},
     {"PowerLossWithLargePieces",
@@ -101,7 +101,7 @@ TEST(SlowRun, IsHeardOutForEveryFirmwareOfARun)
     expectTruth(run, printer, package, true);
 }
 
-// The second firmware's last block finds the answer to an earlier piece; its own is a refusal.
+// The second firmware's last block gets the answer to an earlier piece; its own is a refusal.
 TEST(LateAnswer, DoesNotHideARefusalOfAPrinterWithoutAStatusQuery)
 {
     const PackageFolder package({{"MAIN", "AB010200", 20000}, {"BOOT", "01.20", 4000}});
@@ -111,7 +111,7 @@ TEST(LateAnswer, DoesNotHideARefusalOfAPrinterWithoutAStatusQuery)
     EXPECT_EQ(run.exitCode(kBound), 12) << run.process().out();
 }
 
-// What a printer that answers in time sees is the same as ever.
+// A printer that answers in time sees the same packets as ever.
 TEST(PromptPrinter, SeesNoOtherPacketsWhereItAnswersItsLastBlockAlone)
 {
     const PackageFolder package({{"MAIN", "AB010200", 20000}});
