@@ -43,7 +43,11 @@ MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
     setup.formFile = AppController::formFile();
     setup.alerts = &alerts;
     setup.version = VYMKIT_VERSION;
-    setup.packageProblem = openPackage(options.package).problem;
+    const auto opened = openPackage(options.package);
+    setup.packageProblem = opened.problem;
+    if (opened.package && opened.package->signature)
+        setup.packageSignature =
+            opened.package->signature->key + " (" + opened.package->signature->comment + ")";
     if (!setup.packageProblem.empty())
         say(setup.packageProblem);
     setup.findPrinters = PrinterSearchThread::throughServer(

@@ -104,6 +104,8 @@ Outcome runOnPackage(Workplace& place)
     auto stop = StopCause::none;
     PackageRequest request;
     request.path = options.package;
+    request.trust.sha256 = options.sha256.value_or("");
+    request.trust.key = options.key.value_or("");
     request.shouldStop = [&] {
         const auto wake = place.session.check();
         if (wake == Wake::signal || wake == Wake::deadline)
@@ -113,8 +115,12 @@ Outcome runOnPackage(Workplace& place)
     auto [package, problem, state] = openPackage(request);
     if (state == PackageState::stopped)
         return concludeReadingStopped(options.command, stop);
-    if (!package.has_value())
-        return packageOutcome(options, problem);
+    if (!package.has_value()) {
+        auto outcome = packageOutcome(options, problem);
+        if (state == PackageState::notTrusted)
+            outcome.name = "package-not-trusted";
+        return outcome;
+    }
     if (options.command == Command::info)
         return runInfo(*package);
     if (options.command == Command::printers)

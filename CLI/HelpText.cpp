@@ -30,6 +30,9 @@ Options, before or after the command:
   -y, --yes            Start the update without a question (update).
   -p, --package FOLDER The folder that holds VYMBINDDATA, or the package's file itself;
                        otherwise this program's own folder.
+      --sha256 HEX     Refuse any package but the one with this SHA-256.
+      --key KEY        Refuse any package that is not signed with this key: a file
+                       made by minisign, or the key itself.
       --deadline S     Stop after S seconds, as Ctrl-C does.
       --stall-limit S  Stop when the printer shows no progress for S seconds (update).
       --json           Write JSON lines to the standard output, and nothing else; ask nothing.

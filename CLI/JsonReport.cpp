@@ -101,6 +101,9 @@ Json packageToJson(const PackageFacts& package)
                  {"firmware", Json::array()}};
     for (const auto& firmware : package.firmware)
         json["firmware"].push_back(firmwareToJson(firmware));
+    if (package.signature) // only where there was a key to check it with
+        json["signature"] = {{"key", package.signature->key},
+                             {"trusted_comment", package.signature->comment}};
     return json;
 }
 

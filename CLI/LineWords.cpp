@@ -22,6 +22,8 @@ constexpr std::array kOptions = {
     OptionWord{"-p", true},
     OptionWord{"--deadline", true},
     OptionWord{"--stall-limit", true},
+    OptionWord{"--sha256", true},
+    OptionWord{"--key", true},
     OptionWord{"--trace", true},
     OptionWord{"--all", false},
     OptionWord{"--yes", false},

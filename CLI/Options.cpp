@@ -3,6 +3,7 @@
 #include "CLI/LineWords.h"
 #include "UI/Printers/PrinterCheck.h"
 #include "UI/Text/PlainText.h"
+#include "VYM/Sha256.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -25,6 +26,8 @@ struct Words {
     std::string printer;
     std::string uri;
     std::string package;
+    std::string sha256;
+    std::string key;
     std::string deadline;
     std::string stallLimit;
     std::string port;
@@ -51,6 +54,8 @@ void declare(CLI::App& app, Options& options, Words& words)
     app.add_option("-p,--package", words.package);
     app.add_option("--port", words.port);
     app.add_option("--trace", words.trace);
+    app.add_option("--sha256", words.sha256);
+    app.add_option("--key", words.key);
     app.add_option("--deadline", words.deadline);
     app.add_option("--stall-limit", words.stallLimit);
     app.add_flag("-y,--yes", options.yes);
@@ -150,14 +155,28 @@ std::string numberError(const Options& options, const CLI::App& app, const Words
     return {};
 }
 
+// What is wrong with the demands on the package.
+std::string trustError(const Options& options)
+{
+    const bool opensPackage = options.command == Command::info || asksAPrinter(options.command);
+    if (!opensPackage && (options.sha256 || options.key))
+        return "--sha256 and --key belong to 'info', 'check' and 'update'.";
+    if (options.sha256 && !Sha256::fromHex(*options.sha256))
+        return "'" + plainText(*options.sha256)
+            + "' is not a SHA-256: give --sha256 the 64 hexadecimal digits that sha256sum prints.";
+    if (options.key && options.key->empty())
+        return "--key needs a key: give it a file made by minisign, or the key itself.";
+    return {};
+}
+
 std::string usageErrorOf(const Options& options, const CLI::App& app, const Words& words)
 {
     if (options.command == Command::help || options.command == Command::version)
         return {};
     if (options.command == Command::none)
         return kWhatToDo;
-    for (auto& error :
-         {targetError(options, app), strayError(options, app), numberError(options, app, words)}) {
+    for (auto& error : {targetError(options, app), strayError(options, app), trustError(options),
+                        numberError(options, app, words)}) {
         if (!error.empty())
             return error;
     }
@@ -181,6 +200,10 @@ void take(Options& options, const CLI::App& app, const Words& words)
         options.traceFile = words.trace;
     options.port = parseNumber(words.port, kHighestPort);
     options.run = parseNumber(words.run, kHighestRun);
+    if (app.count("--sha256") != 0)
+        options.sha256 = words.sha256;
+    if (app.count("--key") != 0)
+        options.key = words.key;
     options.deadline = parseSeconds(words.deadline);
     options.stallLimit = parseSeconds(words.stallLimit);
     options.usageError = usageErrorOf(options, app, words);

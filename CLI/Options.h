@@ -27,6 +27,8 @@ struct Options {
     std::optional<int> port; // in place of the package's
     std::optional<std::string> traceFile;
     std::optional<std::size_t> run; // of the history, counted from 1, the newest
+    std::optional<std::string> sha256; // that the package must have
+    std::optional<std::string> key; // that the package must be signed with: a file or Base64
     std::optional<double> deadline; // seconds
     std::optional<double> stallLimit; // seconds without any progress
     bool yes = false;

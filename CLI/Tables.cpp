@@ -126,6 +126,9 @@ std::string packageTable(const PackageFacts& package)
     text += labelled("Versions sent", ruleText(package.versionRule));
     text += labelled("Lowest system", systemText(package.lowestSystem));
     text += labelled("Highest system", systemText(package.highestSystem));
+    if (package.signature)
+        text += labelled("Signed with",
+                         package.signature->key + " (" + package.signature->comment + ")");
     std::vector<Row> rows = {{"Firmware", "Version", "File", "Size"}};
     for (const auto& firmware : package.firmware)
         rows.push_back({firmware.displayName, orDash(firmware.displayVersion),

@@ -56,6 +56,10 @@
         <translation>Versión</translation>
     </message>
     <message>
+        <source>Start_SignedWith</source>
+        <translation>Firmado con %@.</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit, versión %@</translation>
     </message>

@@ -56,6 +56,10 @@
         <translation>Version</translation>
     </message>
     <message>
+        <source>Start_SignedWith</source>
+        <translation>Signé avec %@.</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit, version %@</translation>
     </message>

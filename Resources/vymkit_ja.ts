@@ -56,6 +56,10 @@
         <translation>バージョン</translation>
     </message>
     <message>
+        <source>Start_SignedWith</source>
+        <translation>署名: %@</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit バージョン %@</translation>
     </message>

@@ -56,6 +56,10 @@
         <translation>版本</translation>
     </message>
     <message>
+        <source>Start_SignedWith</source>
+        <translation>签名：%@</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit 版本 %@</translation>
     </message>

@@ -63,6 +63,8 @@ void MainWindowController::awakeFromNib()
     _setLocalizedStrings();
     _makeFirmWareList();
     m_opening.showPackage(vymParseController::getModelName());
+    if (!m_setup.packageSignature.empty())
+        m_opening.showSignature(m_setup.packageSignature);
     dressAll();
     for (auto* window : {&m_frame.window(), &m_progress.window()})
         window->installEventFilter(this);

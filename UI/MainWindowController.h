@@ -26,6 +26,7 @@ struct MainWindowSetup {
     Alerts* alerts = nullptr;
     PrinterSearchThread::Find findPrinters;
     std::string packageProblem; // why there is no usable package; empty where there is one
+    std::string packageSignature; // whose signature it bears; empty where none was checked
     std::string version; // of the program
     bool isUseDriverOnly = false; // choose among print queues only
     const EndingSignals* endings = nullptr; // outlive the window

@@ -49,6 +49,7 @@ THIRD_PARTY = [
     (r"^nlohmann/", ["CLI/*", "Tools/*"]),
     (r"^libusb", ["Platform/Libusb*"]),
     (r"^cups/", ["Platform/Libcups.h"]),
+    (r"^sodium", ["Platform/SodiumSignature.cpp"]),
     (r"^systemd/", ["Platform/LogindInhibitor.cpp"]),
     (r"^Q[A-Z]|^Qt", ["main.cpp", "UI/MainWindowController*", "UI/AppController.*", "UI/Pages/*",
                       "UI/InputNSMatrixControl.*", "UI/vymTableView.*", "UI/Widgets/*"]),

@@ -203,6 +203,13 @@ OpenedPackage unusable(std::string problem)
     return {std::nullopt, std::move(problem), PackageState::unusable};
 }
 
+OpenedPackage notTrusted(std::string problem)
+{
+    vymBindInfo::Instance()->CloseVymFile();
+    g_VymInfo.loadData("", 0, load_vyminfo);
+    return {std::nullopt, std::move(problem), PackageState::notTrusted};
+}
+
 OpenedPackage stopped()
 {
     return {std::nullopt, "Stopped while the package was being read.", PackageState::stopped};
@@ -227,12 +234,22 @@ OpenedPackage openPackage(const PackageRequest& request)
         return unusable(std::move(problem));
     if (shouldStop())
         return stopped();
+    std::optional<PackageSignature> signature;
+    if (vymbind_isContainer()) {
+        auto trust = checkTrust(*vymBindInfo::Instance(), file, request.trust, request.shouldStop);
+        if (trust.wasStopped)
+            return stopped();
+        if (!trust.isTrusted)
+            return notTrusted(std::move(trust.problem));
+        signature = std::move(trust.signature);
+    }
     if (auto problem = loadDescription(file); !problem.empty())
         return unusable(std::move(problem));
     if (shouldStop())
         return stopped();
     auto package = readPackage(where);
     package.file = plainPath(file);
+    package.signature = std::move(signature);
     if (auto problem = problemOf(package, file); !problem.empty())
         return unusable(std::move(problem));
     return {std::move(package), {}, PackageState::usable};

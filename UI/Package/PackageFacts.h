@@ -7,6 +7,7 @@
 // Owns:    its texts, by value.
 // Threads: opened on one thread, once in a process, before any worker starts; read by any.
 #pragma once
+#include "UI/Package/PackageTrust.h"
 #include "UI/vymParseController.h"
 
 #include <functional>
@@ -46,6 +47,7 @@ struct PackageFacts {
     std::optional<long> highestSystem;
     std::vector<PackagedFirmware> firmware;
     std::string file = {}; // of the package, with its folder
+    std::optional<PackageSignature> signature = {}; // where it was checked, against a trusted key
 };
 
 // Bytes of one row of the description: far above what a printer family needs.
@@ -54,10 +56,13 @@ constexpr std::size_t kLongestRow = 65536;
 struct PackageRequest {
     // The package's folder, or its file; empty: it is looked for where programs keep theirs.
     std::optional<std::string> path;
+    TrustRequest trust; // which packages are trusted
     std::function<bool()> shouldStop; // whether the user has had enough; may be empty
 };
 
-enum class PackageState : std::uint8_t { usable, unusable, stopped };
+// A package that is not trusted is closed for the whole process: nothing of it can be sent or
+// shown.
+enum class PackageState : std::uint8_t { usable, unusable, notTrusted, stopped };
 
 struct OpenedPackage {
     std::optional<PackageFacts> package; // where it is usable

@@ -59,3 +59,9 @@ void OpeningPage::showPackage(const std::string& model)
                             {}});
     _firmInfoTblView->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
 }
+
+void OpeningPage::showSignature(const std::string& signature)
+{
+    _AppCommentTxtField->setText(_AppCommentTxtField->text() + QStringLiteral("\n\n")
+                                 + words::text(textkey::kStartSignedWith, signature));
+}

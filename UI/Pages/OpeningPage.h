@@ -17,6 +17,7 @@ public:
     void setTexts() override;
     void dress() override;
     void showPackage(const std::string& model); // and the rows of the list, as they now are
+    void showSignature(const std::string& signature); // whose it is; after the texts are set
 
 private:
     const FirmwareList& m_firmware;

@@ -28,6 +28,7 @@ constexpr const char* kStartDevNameTitle = "Start_DevNameTitle";
 constexpr const char* kStartFirmInfoTitle = "Start_FirmInfoTitle";
 constexpr const char* kStartListTypeTitle = "Start_ListTypeTitle";
 constexpr const char* kStartListVerTitle = "Start_ListVerTitle";
+constexpr const char* kStartSignedWith = "Start_SignedWith"; // (text) the key, and what it signed
 constexpr const char* kStartVersionTxt = "Start_VersionTxt"; // (text) the program's version
 
 // Preparation page.

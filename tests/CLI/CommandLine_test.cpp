@@ -179,6 +179,22 @@ TEST(CommandLine, SendsNothingFromAPackageThatLacksAnImage)
     expectGolden("no-package.json", run.out);
 }
 
+TEST(CommandLine, ConnectsToNothingForAPackageThatIsNotTrusted)
+{
+    const std::string anySha256(64, '0');
+    for (const auto* key : {"no key", ""}) {
+        CommandRun run;
+        std::vector<std::string> words = {"update", "-a", "192.0.2.7", "--yes", "--json"};
+        if (*key != '\0')
+            words.insert(words.end(), {"--key", key});
+        else
+            words.insert(words.end(), {"--sha256", anySha256});
+        EXPECT_EQ(run.runOnPackage(words), 66);
+        EXPECT_THAT(run.out, HasSubstr("\"name\":\"package-not-trusted\""));
+        EXPECT_EQ(run.worker.portNumber, 0);
+    }
+}
+
 TEST(CommandLine, SendsNothingFromAPackageThatNamesNoModel)
 {
     CommandRun run;

@@ -1,0 +1,182 @@
+#include "UI/Package/PackageTrust.h"
+
+#include "Platform/SignatureCheck.h"
+#include "UI/Package/Minisign.h"
+#include "UI/Text/PlainText.h"
+#include "VYM/vymUtil.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Far above a key or a signature with the longest comment that minisign writes (8 KiB).
+constexpr std::size_t kLargestTextFile = 65536;
+constexpr std::size_t kShownPath = 4096; // a path that is cut short is of no use
+
+struct TrustedKey {
+    std::string name; // as shown
+    std::optional<minisign::PublicKey> key; // empty: its file cannot be read
+};
+
+// The whole of a small file; no value where it cannot be read or is larger than such files are.
+std::optional<std::string> smallFile(const std::string& path)
+{
+    std::FILE* file = nullptr;
+    if (!isPlainFile(path.c_str()) || fopen_s(&file, path.c_str(), "rb") != 0)
+        return std::nullopt;
+    std::string text(kLargestTextFile + 1, '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file));
+    const bool isRead = std::ferror(file) == 0;
+    std::fclose(file);
+    if (!isRead || text.size() > kLargestTextFile)
+        return std::nullopt;
+    return text;
+}
+
+TrustedKey keyInFile(const std::string& path)
+{
+    const auto text = smallFile(path);
+    return {plainText(fs::path(path).filename().string()),
+            text ? minisign::parsePublicKey(*text) : std::nullopt};
+}
+
+TrustedKey givenKey(const std::string& given)
+{
+    std::error_code error;
+    if (fs::exists(given, error))
+        return keyInFile(given);
+    return {"the given key", minisign::parsePublicKey(given)};
+}
+
+// The keys that decide. Not even one that cannot be read is passed over: where there is a key, an
+// unsigned package is refused. No value where the folder is there and cannot be read.
+std::optional<std::vector<TrustedKey>> keysOf(const TrustRequest& request)
+{
+    if (!request.key.empty())
+        return std::vector{givenKey(request.key)};
+    std::error_code error;
+    const auto status = fs::symlink_status(request.keyFolder, error);
+    if (status.type() == fs::file_type::not_found)
+        return std::vector<TrustedKey>();
+    std::vector<std::string> paths;
+    fs::directory_iterator each(request.keyFolder, error);
+    for (; !error && each != fs::directory_iterator(); each.increment(error)) {
+        if (each->path().extension() == ".pub")
+            paths.push_back(each->path().string());
+    }
+    if (error)
+        return std::nullopt;
+    std::sort(paths.begin(), paths.end());
+    std::vector<TrustedKey> keys;
+    for (const auto& path : paths)
+        keys.push_back(keyInFile(path));
+    return keys;
+}
+
+std::string namesOf(const std::vector<TrustedKey>& keys)
+{
+    std::string names;
+    for (const auto& key : keys)
+        names += (names.empty() ? "" : ", ") + key.name
+            + (key.key.has_value() ? "" : " (which is no key that can be read)");
+    return plainText(names, kShownPath);
+}
+
+// Both proofs: of the file's sum, and of the comment together with the first signature.
+bool isSignedBy(const minisign::PublicKey& key, const minisign::DetachedSignature& found,
+                const signature::Sum& sum)
+{
+    if (key.id != found.id || !signature::isValid(found.bytes, sum, key.bytes))
+        return false;
+    std::vector<unsigned char> commented(found.bytes.begin(), found.bytes.end());
+    commented.insert(commented.end(), found.trustedComment.begin(), found.trustedComment.end());
+    return signature::isValid(found.commentBytes, commented, key.bytes);
+}
+
+// The sums of the container, taken in the reading that seals it.
+struct Sums {
+    Sha256 sha256;
+    signature::RunningSum blake2b;
+};
+
+TrustResult refused(std::string problem)
+{
+    TrustResult result;
+    result.problem = std::move(problem);
+    return result;
+}
+
+TrustResult checkSignature(const std::string& signatureFile, const std::vector<TrustedKey>& keys,
+                           const std::optional<std::string>& text, Sums& sums)
+{
+    const auto shown = "'" + plainText(signatureFile, kShownPath) + "'";
+    const auto advice = " Only a package signed with a trusted key is used here: " + namesOf(keys)
+        + ". Get the package and its signature from its maker.";
+    if (!signature::isAvailable())
+        return refused("This program cannot check signatures: it was built without libsodium.");
+    std::error_code error;
+    if (!text && fs::symlink_status(signatureFile, error).type() == fs::file_type::not_found)
+        return refused("The package is not signed: there is no " + shown + "." + advice);
+    const auto found = text ? minisign::parseSignature(*text) : std::nullopt;
+    if (!found)
+        return refused("The package's signature " + shown + " cannot be read." + advice);
+    if (!found->isPrehashed)
+        return refused("The package's signature " + shown
+                       + " has an old form, made with the option -l of minisign." + advice);
+    signature::Sum sum{};
+    const bool isSummed = sums.blake2b.finish(sum);
+    for (const auto& key : keys) {
+        if (!isSummed || !key.key || !isSignedBy(*key.key, *found, sum))
+            continue;
+        TrustResult result;
+        result.isTrusted = true;
+        result.signature = PackageSignature{key.name, plainText(found->trustedComment)};
+        return result;
+    }
+    return refused("The package's signature " + shown
+                   + " is of no trusted key, or the package was changed after it was signed."
+                   + advice);
+}
+
+} // namespace
+
+TrustResult checkTrust(vymBindInfo& container, const std::string& containerFile,
+                       const TrustRequest& request, const std::function<bool()>& shouldStop)
+{
+    const auto keys = keysOf(request);
+    if (!keys)
+        return refused("The trusted keys in '" + plainText(request.keyFolder, kShownPath)
+                       + "' cannot be read. Ask the administrator of this computer.");
+    TrustResult result;
+    result.isTrusted = request.sha256.empty() && keys->empty(); // nothing is demanded
+    if (result.isTrusted)
+        return result;
+    const auto signatureFile = containerFile + kSignatureSuffix;
+    const auto signatureText = keys->empty() ? std::nullopt : smallFile(signatureFile);
+    Sums sums;
+    const bool isRead = container.seal([&](std::span<const unsigned char> part) {
+        sums.sha256.add(part);
+        if (!keys->empty())
+            sums.blake2b.add(part);
+        result.wasStopped = shouldStop && shouldStop();
+        return !result.wasStopped;
+    });
+    if (!isRead) {
+        if (!result.wasStopped)
+            result.problem = "The package could not be read to its end, or memory is short.";
+        return result;
+    }
+    const auto digest = sums.sha256.finish();
+    if (!request.sha256.empty() && Sha256::fromHex(request.sha256) != digest)
+        return refused("The package is another one: its SHA-256 is " + Sha256::toHex(digest)
+                       + ", not the one that --sha256 gives. Get the package again.");
+    if (keys->empty()) {
+        result.isTrusted = true;
+        return result;
+    }
+    return checkSignature(signatureFile, *keys, signatureText, sums);
+}
