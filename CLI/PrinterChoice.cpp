@@ -41,7 +41,7 @@ Findings called(const TargetPrinters& made, const std::string& name, Text text, 
     return found;
 }
 
-// What is written exactly so comes first, and an identifier before a name that people read.
+// Exact matches come first, and identifiers before names for people.
 Findings calledAtAll(const TargetPrinters& made, const std::string& name)
 {
     for (const auto same : {&isSame, &isSameWithoutCase}) {

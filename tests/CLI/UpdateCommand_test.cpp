@@ -136,7 +136,7 @@ TEST(UpdateCommand, ClaimsNoUpdateWhenNothingWasSent)
     expectGolden("update-nothing.json", update.out);
 }
 
-TEST(UpdateCommand, TellsWhatToDoWhenThePackageNeedsAHand)
+TEST(UpdateCommand, SaysWhatToDoIfThePackageNeedsAHand)
 {
     Update update;
     update.package.needsExitOperation = yesno_yes;
@@ -156,7 +156,7 @@ TEST(UpdateCommand, TellsThatAConnectionBrokeInTheMiddleOfAFirmware)
     expectGolden("update-lost.json", update.out);
 }
 
-TEST(UpdateCommand, TellsThatAPrinterCannotBeReached)
+TEST(UpdateCommand, ReportsThatAPrinterCannotBeReached)
 {
     Update update;
     update.worker.records = {status(state_initial), status(state_failed, 0, "", 0, 0, 0, -6)};
@@ -313,7 +313,7 @@ TEST(UpdateCommand, NotesInItsLogWhatTheSystemIs)
     EXPECT_THAT(readFile(logs->path()), HasSubstr("note: This system has version 9.0.0."));
 }
 
-TEST(UpdateCommand, AnErrorAfterTheStopIsToldWhenFirmwareWasOnItsWay)
+TEST(UpdateCommand, AnErrorAfterTheStopIsReportedWhenFirmwareWasOnItsWay)
 {
     Update update;
     update.interrupt(3, status(state_failed, 1, "MAIN.BIN", 0, 0, 0, -6));

@@ -31,7 +31,7 @@ TEST_F(TcpLink, KnowsNothingWithoutAConnection)
     EXPECT_FALSE(link.closed);
 }
 
-TEST_F(TcpLink, SaysWhatHasNotReachedThePeer)
+TEST_F(TcpLink, ReportsBytesThatHaveNotReachedThePeer)
 {
     std::atomic<bool> reads{false};
     const LoopbackPeer peer([&](PeerLink& link) {

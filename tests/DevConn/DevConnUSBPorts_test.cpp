@@ -76,7 +76,7 @@ TEST_F(UsbWrite, NeedsABufferACountAndAConnection)
     EXPECT_EQ(sent, 0U);
 }
 
-TEST_F(UsbRead, AsksForMultiplesOf512AndKeepsTheSurplus)
+TEST_F(UsbRead, RequestsMultiplesOf512AndKeepsTheSurplus)
 {
     printer.sends("0123456789");
     EXPECT_EQ(read(8), "01234567");
@@ -99,7 +99,7 @@ TEST_F(UsbRead, RoundsTheShortfallUp)
     }
 }
 
-TEST_F(UsbRead, PutsTheCachedBytesFirstAndAsksForTheRest)
+TEST_F(UsbRead, GivesTheCachedBytesFirstAndRequestsTheRest)
 {
     printer.sends("abcdefgh" + std::string(300, 'i')).sends(std::string(400, 'j'));
     EXPECT_EQ(read(8), "abcdefgh");

@@ -110,7 +110,7 @@ TEST_F(UsbPrinterSearch, ComparesTheSerialOfThePort)
     EXPECT_TRUE(finds(("usb://Acme/P1?serial=" + std::string(255, '7')).c_str()));
 }
 
-TEST_F(UsbPrinterSearch, AsksForNoSerialWhereTheDeviceIsNotFound)
+TEST_F(UsbPrinterSearch, QueriesNoSerialIfTheDeviceIsNotFound)
 {
     auto& printer = host.printer();
     printer.parent = false;

@@ -175,7 +175,7 @@ TEST(CupsPeers, ThatSendGarbageAreNotUnderstood)
     expectNotUnderstood(answered("HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\nxxxxx"));
 }
 
-TEST(CupsPeers, ThatStopInTheMiddleOfAPackedAnswerLeaveNothingBehind)
+TEST(CupsPeers, ThatStopInTheMiddleOfAPackedAnswerLeakNoMemory)
 {
     const std::string start("\x1F\x8B\x08\0\0\0\0\0\0\x03\x01\x05\0\xFA\xFFhe", 17); // gzip
     expectNotUnderstood(answered("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n"

@@ -61,7 +61,7 @@ TEST(VymprinterSessionFaults, EmptyPacketGoesAheadOfTheReply)
     EXPECT_EQ(desk.due(), simple(0x5101, 0x0080));
 }
 
-TEST(VymprinterSessionFaults, FirstConnectionsOnlyAreStruckWhereThatIsAsked)
+TEST(VymprinterSessionFaults, OnlyTheFirstConnectionsAreStruckOnRequest)
 {
     Desk desk({}, {"refuse-busy"});
     desk.printer->faultyConnections = 2;

@@ -209,7 +209,7 @@ TEST(VymprinterSession, QueryIsRefusedWhenNotSupported)
     EXPECT_EQ(desk.lastVerdict(), "not supported");
 }
 
-TEST(VymprinterSession, RepliesCanBeLeftOutButErrorsAreTold)
+TEST(VymprinterSession, RepliesCanBeLeftOutButErrorsAreReported)
 {
     const struct {
         Replies replies;

@@ -81,7 +81,7 @@ TEST(AddressOfAQueue, IsReadByTheRulesOfTheFile)
     }
 }
 
-TEST(AddressOfAQueue, IsThatOfTheQueueAskedFor)
+TEST(AddressOfAQueue, IsThatOfTheRequestedQueue)
 {
     Conf conf("<Printer A>\nDevicePath net:1.1.1.1\n<Printer B>\n<Printer C>\n"
               "DevicePath net:3.3.3.3\n");

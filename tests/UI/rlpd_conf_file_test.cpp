@@ -123,7 +123,7 @@ TEST(PrinterAddress, FailsWithoutItsArgumentsAndWithoutAFile)
     EXPECT_EQ(signature, nullptr);
 }
 
-TEST(PrinterAddress, ComesWithoutItsSignatureToACallerThatDoesNotAskForIt)
+TEST(PrinterAddress, ComesWithoutItsSignatureIfTheCallerDoesNotWantIt)
 {
     const ConfFolder folder("<Printer A>\nDevicePath net:1.2.3.4\n");
     char* address = nullptr;

@@ -1,4 +1,4 @@
-// What the printer answers late, early, too often or not at all, and which answer counts.
+// Answers that are late, early, too many or missing, and which of them counts.
 #include "tests/support/ProtocolFixture.h"
 
 namespace {
@@ -27,11 +27,11 @@ protected:
     }
 };
 
-TEST_F(vymProtocolAnswers, PassesLateAnswersToPiecesOverWhereAnotherReplyIsAwaited)
+TEST_F(vymProtocolAnswers, SkipsLateAnswersToPiecesBeforeAnotherReply)
 {
     prepare(250);
-    m_script.queueReply("").queueReply("").queueReply(""); // three pieces, unanswered in time
-    m_script.queueReply(printer::piece()); // the first one's, taken for the last block's
+    m_script.queueReply("").queueReply("").queueReply(""); // three pieces without an answer in time
+    m_script.queueReply(printer::piece()); // the first one's, which passes for the last block's
     EXPECT_EQ(update(), 1);
     m_script.queueReply(printer::piece(0x80)).queueReply(printer::piece(0x80));
     m_script.queueReply(printer::piece(0x80)).queueReply(printer::progress(128, 250, 250));
@@ -39,7 +39,7 @@ TEST_F(vymProtocolAnswers, PassesLateAnswersToPiecesOverWhereAnotherReplyIsAwait
     EXPECT_EQ(m_info.m_updateState, state_finished);
 }
 
-TEST_F(vymProtocolAnswers, PassesNoMoreAnswersOverThanPiecesWentUnanswered)
+TEST_F(vymProtocolAnswers, SkipsNoMoreAnswersThanThereArePiecesWithoutOne)
 {
     prepare(50);
     m_script.queueReply("").queueReply(printer::piece());
@@ -58,7 +58,7 @@ TEST_F(vymProtocolAnswers, TakesALateRefusalForWhatItIs)
     EXPECT_EQ(m_protocol->CheckState(m_info), -2);
 }
 
-TEST_F(vymProtocolAnswers, HearsALateRefusalOfAPrinterThatCannotBeAskedForItsState)
+TEST_F(vymProtocolAnswers, NoticesALateRefusalOfAPrinterWithoutAStatusQuery)
 {
     prepare(50, false);
     m_script.queueReply("").queueReply(printer::piece()); // the piece's, taken for the last block's
@@ -88,7 +88,7 @@ TEST_F(vymProtocolAnswers, WaitsForASlowPrinterAsLongAsItGoesOnAnswering)
     EXPECT_EQ(m_info.m_updateState, state_finished);
 }
 
-TEST_F(vymProtocolAnswers, CountsEveryAnswerOfASlowPrinterThatCannotBeAskedForItsState)
+TEST_F(vymProtocolAnswers, CountsEveryAnswerOfASlowPrinterWithoutAStatusQuery)
 {
     prepare(500, false);
     silentPieces(5);
@@ -98,7 +98,7 @@ TEST_F(vymProtocolAnswers, CountsEveryAnswerOfASlowPrinterThatCannotBeAskedForIt
     EXPECT_EQ(m_script.sent().size(), 2U + 6U + 5U);
 }
 
-TEST_F(vymProtocolAnswers, AsksForALifeSignWhereAnswersLagAndThenStop)
+TEST_F(vymProtocolAnswers, RequestsALifeSignIfAnswersLagAndThenStop)
 {
     prepare(500, false);
     silentPieces(5);
@@ -192,7 +192,7 @@ TEST_F(vymProtocolAnswers, TakesNothingThatWasThereBeforeARequestForItsAnswer)
     prepare(100);
     m_script.queueReply(printer::piece()).queueReply(printer::piece());
     EXPECT_EQ(update(), 1);
-    // A thousand answers nobody asked for, all but the last still "writing".
+    // A thousand unrequested answers, all but the last still "writing".
     queue(1000, printer::progress(129, 100, 10));
     m_script.linkStateIs([this] { return LinkState{0, m_script.queuedReplies() > 1, false}; });
     m_script.queueReply(printer::progress(128, 100, 100));
@@ -208,7 +208,7 @@ TEST_F(vymProtocolAnswers, TakesTheNewestOfSeveralStatusAnswers)
     queue(1000, printer::progress(129, 100, 10));
     m_script.queueReply(printer::progress(128, 100, 100));
     const auto before = m_script.sent().size();
-    m_script.linkStateIs([this, before] { // they come all at once, after the query
+    m_script.linkStateIs([this, before] { // they arrive all at once, after the query
         return LinkState{0, m_script.sent().size() > before && m_script.queuedReplies() != 0,
                          false};
     });

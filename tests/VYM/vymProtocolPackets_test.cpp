@@ -47,7 +47,7 @@ TEST_F(vymProtocolPackets, SetsAHeaderWithoutTouchingItsReservedWord)
     EXPECT_EQ(std::memcmp(&header, expected, sizeof expected), 0);
 }
 
-TEST_F(vymProtocolPackets, SumsBytesOrSaysThatThereAreNone)
+TEST_F(vymProtocolPackets, SumsBytesAndReportsMissingOnes)
 {
     const std::vector<unsigned char> bytes(300, 0xFF);
     unsigned short sum = 5;

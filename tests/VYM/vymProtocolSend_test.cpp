@@ -186,7 +186,7 @@ TEST_F(vymProtocolSend, MakesAnAnswerToAPieceACode)
     }
 }
 
-TEST_F(vymProtocolSend, CountsAnAnswerThatIsNoneAsMissing)
+TEST_F(vymProtocolSend, CountsAMalformedAnswerAsMissing)
 {
     for (const std::string& reply : {printer::enter(), printer::reply(0x5002, ""),
                                      std::string("garbage bytes"), printer::piece(0x803) + "x"}) {

@@ -260,7 +260,7 @@ TEST_F(vymThreadTest, NeedsThePackagesModel)
     EXPECT_EQ(conversation(), "enter get exit");
 }
 
-TEST_F(vymThreadTest, StopsPollingWhenAskedAndStillSendsTheRest)
+TEST_F(vymThreadTest, StopsPollingOnRequestAndStillSendsTheRest)
 {
     prepare({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION BOOT=02.00 main.bin BOOTFW"});
     m_printer->instead("\x51\x03", printer::progress(129, 9, 3)); // writes forever

@@ -47,7 +47,7 @@ public:
         m_failAt = m_exchanges + n;
         m_failCode = code;
     }
-    // What the link says of itself, asked anew each time; without it, nothing is known.
+    // The state of the link, queried each time; without it, the state is unknown.
     void linkStateIs(std::function<LinkState()> state)
     {
         const std::lock_guard lock(m_mutex);

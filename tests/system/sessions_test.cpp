@@ -144,7 +144,7 @@ TEST(Sessions, AConversationWithAnotherPrinterIsRecordedOnItsWay)
     EXPECT_EQ(played.end(), 0) << played.errors();
 }
 
-TEST(Sessions, FilesThatAreNoneAreWrongUsage)
+TEST(Sessions, MalformedFilesAreWrongUsage)
 {
     const TempFolder folder;
     const struct {

@@ -58,7 +58,7 @@ std::string oldName(std::size_t number)
     return "run-20010101T000000." + std::to_string(100 + number) + "Z-1.log";
 }
 
-// The i-th log of a day so many days ago.
+// The i-th log of the day that was this many days ago.
 std::string nameDaysAgo(int days, std::size_t i)
 {
     const auto then = std::time(nullptr) - static_cast<std::time_t>(days) * 24 * 3600;

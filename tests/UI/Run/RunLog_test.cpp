@@ -59,7 +59,7 @@ private:
 
 } // namespace
 
-TEST(RunLog, TellsAWholeRun)
+TEST(RunLog, RecordsAWholeRun)
 {
     const TempFolder folder;
     RunLog log(folder.path());
@@ -97,7 +97,7 @@ TEST(RunLog, TellsAWholeRun)
               "ended: TIME\n");
 }
 
-TEST(RunLog, TellsOfABadPackageInAFewLines)
+TEST(RunLog, RecordsABadPackageInAFewLines)
 {
     const TempFolder folder;
     RunLog log(folder.path());
