@@ -93,7 +93,7 @@ const Slowness kFaults[] = {
 
 INSTANTIATE_TEST_SUITE_P(InTheBacklog, SlowFault, ::testing::ValuesIn(kFaults), &nameOf);
 
-TEST(SlowRun, IsWaitedForWithEveryFirmwareOfARun)
+TEST(SlowRun, IsHeardOutForEveryFirmwareOfARun)
 {
     const PackageFolder package({{"MAIN", "AB010200", 20000}, {"BOOT", "01.20", 9000}});
     const VirtualPrinter printer(listsOlder({"--no-status-query", "--piece-time", "60"}));
