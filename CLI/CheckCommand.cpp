@@ -33,6 +33,7 @@ Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& des
             place.report.stopping(facts.stop, place.session.seconds());
         }
     }
+    facts.connect = place.trace.lastConnect();
     facts.notPermitted = isForbiddenPort(destination.run.port());
     return concludeCheck(package, facts);
 }

@@ -150,6 +150,12 @@ Outcome run(Workplace& place)
     if (cannotAsk(options, place.console))
         return usageOutcome(options,
                             "Nobody can be asked here whether the update may start: add --yes.");
+    if (options.traceFile.has_value()) {
+        if (const auto problem = place.trace.openFile(*options.traceFile); !problem.empty())
+            return usageOutcome(options,
+                                "The trace cannot be written to '" + plainText(*options.traceFile)
+                                    + "': " + problem + ".");
+    }
     if (options.deadline.has_value())
         place.session.setDeadline(*options.deadline);
     if (options.command == Command::history)
@@ -176,7 +182,9 @@ int runCommandLine(int argc, char** argv, PrintServer* printServer, const Consol
     const DebugTexts debugTexts(options.verbose, display);
     const auto report =
         options.json ? makeJsonReport(console.out) : makeHumanReport(console.out, display, options);
-    Workplace place{options, console, session, display, *report, printServer};
+    PacketTrace trace(options.verbose ? &display : nullptr,
+                      [&session] { return session.seconds(); });
+    Workplace place{options, console, session, display, *report, trace, printServer};
     auto outcome = runSafely(place);
     outcome.seconds = session.seconds();
     report->finish(outcome);

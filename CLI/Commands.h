@@ -3,6 +3,7 @@
 //
 // Threads: the caller's; the engine's work runs on threads that are joined before the return.
 #pragma once
+#include "CLI/PacketTrace.h"
 #include "CLI/Report.h"
 #include "CLI/Session.h"
 #include "CLI/Terminal.h"
@@ -16,6 +17,7 @@ struct Workplace {
     Session& session;
     Display& display;
     Report& report;
+    PacketTrace& trace;
     PrintServer* printServer; // null: this system has no print queues
     std::string systemRemark = {}; // what the package's bounds say of this system; may be empty
     // A thread that only reads is still waiting for an answer: the process ends without it.

@@ -98,6 +98,7 @@ MessageFacts factsOf(const PackageFacts& package, const Outcome& outcome)
         outcome.printerModel.empty() ? "another one" : "the model " + outcome.printerModel;
     facts.firmware = "a firmware";
     facts.permission = udevAdvice();
+    facts.port = std::to_string(package.portNumber);
     facts.place = "before any firmware was sent";
     facts.sent = sentText(outcome);
     facts.count = std::to_string(outcome.firmware.size());
@@ -113,8 +114,28 @@ void say(Outcome& outcome, std::string_view messageKey, const MessageFacts& fact
 }
 
 // Which message a result has here: the text of its code, but where more is known a better one.
+std::string_view unconnectedKey(const Outcome& outcome, std::optional<ConnectProblem> connect)
+{
+    if (outcome.notPermitted)
+        return "NotPermitted";
+    switch (connect.value_or(ConnectProblem::other)) {
+    case ConnectProblem::none:
+        return "LostEarly";
+    case ConnectProblem::unknownHost:
+        return "UnknownHost";
+    case ConnectProblem::refused:
+        return "Refused";
+    case ConnectProblem::timedOut:
+        return "TimedOut";
+    case ConnectProblem::noRoute:
+        return "NoRoute";
+    default:
+        return "Unreachable";
+    }
+}
+
 std::string_view messageKeyOf(int code, const FirmwareOutcome* last, const Outcome& outcome,
-                              bool automaticEnd)
+                              std::optional<ConnectProblem> connect, bool automaticEnd)
 {
     if (code == result::kBadReply && last != nullptr
         && last->reason == VersionReason::unreadableVersion)
@@ -122,7 +143,7 @@ std::string_view messageKeyOf(int code, const FirmwareOutcome* last, const Outco
     if (code == result::kDeviceError && last != nullptr && isPassedOver(*last))
         return "OtherSeries";
     if (code == result::kConnectionLost && last == nullptr && !outcome.bytesWentOut)
-        return outcome.notPermitted ? "NotPermitted" : "Unreachable";
+        return unconnectedKey(outcome, connect);
     return resultText(code, automaticEnd).messageKey;
 }
 
@@ -132,17 +153,22 @@ std::string_view titleKeyOf(std::string_view messageKey, int code, bool automati
         return "NotPermittedTitle";
     if (messageKey == "OtherSeries")
         return "OtherSeriesTitle";
-    return messageKey == "Unreachable" ? "UnreachableTitle"
-                                       : resultText(code, automaticEnd).titleKey;
+    for (const auto* unconnected :
+         {"UnknownHost", "Refused", "TimedOut", "NoRoute", "Unreachable"}) {
+        if (messageKey == unconnected)
+            return "UnreachableTitle";
+    }
+    return resultText(code, automaticEnd).titleKey;
 }
 
 void concludeWith(Outcome& outcome, int code, const PackageFacts& package,
-                  const FirmwareOutcome* last, MessageFacts facts)
+                  const FirmwareOutcome* last, std::optional<ConnectProblem> connect,
+                  MessageFacts facts)
 {
     if (last != nullptr)
         facts.firmware = firmwareText(*last);
     const bool automaticEnd = package.needsExitOperation == yesno_no;
-    const auto key = messageKeyOf(code, last, outcome, automaticEnd);
+    const auto key = messageKeyOf(code, last, outcome, connect, automaticEnd);
     outcome.resultCode = code;
     outcome.exitCode = exitCodeOf(code);
     outcome.name = resultName(code);
@@ -329,7 +355,7 @@ Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts)
     words.place = placeOf(last);
     if (const auto code = codeOf(outcome, facts); code.has_value()) {
         outcome.verdict = verdictOf(*code);
-        concludeWith(outcome, *code, package, last, words);
+        concludeWith(outcome, *code, package, last, facts.connect, words);
         return outcome;
     }
     words.number = std::to_string(std::lround(facts.stallLimit));
@@ -357,11 +383,11 @@ Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts)
     words.place = "during the check";
     if (facts.report.result != result::kSuccess) {
         outcome.verdict = verdictOf(facts.report.result);
-        concludeWith(outcome, facts.report.result, package, nullptr, words);
+        concludeWith(outcome, facts.report.result, package, nullptr, facts.connect, words);
     } else if (refused != nullptr) {
         outcome.verdict = Verdict::refused;
         concludeWith(outcome, refused->resultCode.value_or(result::kSystem), package, refused,
-                     words);
+                     facts.connect, words);
     } else
         concludeDecided(outcome, words);
     return outcome;

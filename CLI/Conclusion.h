@@ -5,6 +5,7 @@
 // Threads: any. Pure functions.
 #pragma once
 #include "CLI/Outcome.h"
+#include "DevConn/LinkTrace.h"
 #include "VYM/CheckRun.h"
 #include "VYM/vymThread.h"
 
@@ -14,6 +15,7 @@ struct UpdateFacts {
     std::string address;
     std::string printerName;
     bool notPermitted = false; // the printer is on USB, and this user may not open it
+    std::optional<ConnectProblem> connect; // of the last connection that was tried
     tag_devinfo lastRecord{};
     std::vector<tag_entryoutcome> outcomes; // of the firmware that were handled, in order
     std::optional<int> endCode; // where the run ended before anybody asked it to stop
@@ -26,6 +28,7 @@ struct CheckFacts {
     std::string address;
     std::string printerName;
     bool notPermitted = false; // as above
+    std::optional<ConnectProblem> connect; // as above
     CheckReport report;
     StopCause stop = StopCause::none;
 };

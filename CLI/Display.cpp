@@ -1,11 +1,19 @@
 #include "CLI/Display.h"
 
+#include "CLI/ProgressText.h"
 #include "CLI/Terminal.h"
+
+#include <algorithm>
 
 namespace {
 
-// Back to the first column, then clear the line.
-constexpr std::string_view kErase = "\r\x1b[K";
+// Back to where the live line began, then clear all that is shown of it: a terminal that became
+// narrower has broken it into several.
+std::string erase(std::size_t liveColumns, std::size_t columns)
+{
+    const auto rows = liveColumns != 0 ? (liveColumns - 1) / std::max<std::size_t>(columns, 1) : 0;
+    return (rows != 0 ? "\x1b[" + std::to_string(rows) + "A" : "") + "\r\x1b[J";
+}
 
 } // namespace
 
@@ -44,9 +52,10 @@ void Display::live(std::string_view text)
     const HoldLock hold(m_lock);
     if (!m_canRedraw)
         return;
-    // The last column stays free, or the terminal would go on to the next line.
-    m_output.writeProgress(std::string(kErase).append(fitColumns(text, columns() - 1)));
-    m_liveShown = true;
+    const auto width = columns();
+    const auto shown = fitColumns(text, width > kFreeColumns ? width - kFreeColumns : 0);
+    m_output.writeProgress(erase(m_liveColumns, width).append(shown));
+    m_liveColumns = std::max<std::size_t>(columnsNeeded(shown), 1);
 }
 
 void Display::clearLive()
@@ -63,7 +72,7 @@ void Display::drain()
 
 void Display::eraseLive()
 {
-    if (m_liveShown)
-        m_output.write(kErase);
-    m_liveShown = false;
+    if (m_liveColumns != 0)
+        m_output.write(erase(m_liveColumns, columns()));
+    m_liveColumns = 0;
 }

@@ -35,5 +35,5 @@ private:
     const bool m_canColour;
     CRITSECT m_lock;
     Output m_output VYM_GUARDED_BY(m_lock);
-    bool m_liveShown VYM_GUARDED_BY(m_lock) = false;
+    std::size_t m_liveColumns VYM_GUARDED_BY(m_lock) = 0; // of the live line; 0: none is shown
 };

@@ -100,10 +100,12 @@ void HumanReport::follow(const StatusView& view)
     m_last = view.record;
     m_parts.seconds = view.seconds;
     m_parts.silence = view.seconds - m_lastChange;
-    m_parts.bytesDone = view.record.m_bytesDone;
-    m_parts.bytesTotal = view.record.m_bytesTotal;
-    if (view.step.progress.has_value())
+    // Percent and bytes of one look: "0 %" never stands beside "300.0 of 300.0 KiB".
+    if (view.step.progress.has_value()) {
         m_parts.percent = view.step.progress;
+        m_parts.bytesDone = view.record.m_bytesDone;
+        m_parts.bytesTotal = view.record.m_bytesTotal;
+    }
     if (!view.step.textKey.has_value())
         return;
     MessageFacts facts;
@@ -186,11 +188,12 @@ std::string warningText(const Outcome& outcome, std::size_t columns)
     return text;
 }
 
-std::string tableOf(const Outcome& outcome)
+std::string tableOf(const Outcome& outcome, std::size_t columns)
 {
     if (outcome.command == Command::history)
-        return outcome.log.empty() ? historyTable(outcome.pastRuns) : outcome.log;
-    return outcome.printers ? printerTable(*outcome.printers) : firmwareTable(outcome);
+        return outcome.log.empty() ? historyTable(outcome.pastRuns, columns) : outcome.log;
+    return outcome.printers ? printerTable(*outcome.printers, columns)
+                            : firmwareTable(outcome, columns);
 }
 
 void HumanReport::finish(const Outcome& outcome)
@@ -199,7 +202,7 @@ void HumanReport::finish(const Outcome& outcome)
     const bool goesToErrors = outcome.verdict != Verdict::shown && isError(outcome.verdict);
     // Never wrapped: it is for copying.
     const auto rule = outcome.notPermitted ? "udev rule: " + udevRuleLine() + "\n" : "";
-    const auto rows = tableOf(outcome);
+    const auto rows = tableOf(outcome, m_outputColumns);
     if (goesToErrors)
         m_display.prompt(verdictText(outcome, m_display.hasColours(), m_display.textColumns())
                          + rule + warningText(outcome, m_display.textColumns()));
@@ -213,7 +216,7 @@ void HumanReport::finish(const Outcome& outcome)
     if (outcome.verdict == Verdict::wrongUsage)
         m_display.line("Run \"vymkit-cli --help\" to see what is right.");
     if (outcome.package.has_value())
-        m_output.write(packageTable(*outcome.package));
+        m_output.write(packageTable(*outcome.package, m_outputColumns));
     m_output.write(rows);
     m_output.drain();
 }

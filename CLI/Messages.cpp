@@ -74,6 +74,14 @@ constexpr std::array kTexts = {
     KeyText{"Unreachable",
             "There is no connection to the printer at {address}: it could not be made, or it was "
             "lost {place}."},
+    KeyText{"Refused",
+            "What is at {address} refuses connections to its port {port}: it is no printer, or it "
+            "takes no updates over the network now."},
+    KeyText{"TimedOut", "Nothing answered at {address}, port {port}."},
+    KeyText{"NoRoute", "This computer knows no way to {address}."},
+    KeyText{"UnknownHost", "The host that {address} names is unknown."},
+    KeyText{"LostEarly",
+            "The printer at {address} was reached, and the connection was lost {place}."},
     KeyText{"NotPermittedTitle", "not permitted"},
     KeyText{"NotPermitted", "This user may not open the USB printer at {address}."},
     KeyText{"UnreadableVersion",
@@ -111,6 +119,18 @@ constexpr std::array kAdvice = {
     KeyText{"Unreachable",
             "Check that the printer is switched on, that {address} is its address and that "
             "nothing between it and this computer blocks the connection, then try again."},
+    KeyText{"Refused",
+            "Check that {address} is the printer's address and that its settings allow updates, "
+            "then try again."},
+    KeyText{"TimedOut",
+            "Check that the printer is switched on, that {address} is its address and that "
+            "nothing between it and this computer blocks the connection, then try again."},
+    KeyText{"NoRoute",
+            "Check that {address} is the printer's address and that this computer is connected to "
+            "its network, then try again."},
+    KeyText{"UnknownHost", "Check the name, or give the printer's IPv4 address with --address."},
+    KeyText{"LostEarly",
+            "Try again. With --trace FILE, what was sent and what was answered is kept."},
     KeyText{"NotPermitted", "{permission}"},
     KeyText{"UnreadableVersion", "Get another package for this printer."},
     KeyText{"OtherSeries", "Choose the package for this printer."},
@@ -131,13 +151,14 @@ std::string_view find(const std::array<KeyText, size>& texts, std::string_view k
 
 std::string_view factOf(const MessageFacts& facts, std::string_view name)
 {
-    const std::array<std::pair<std::string_view, std::string_view>, 9> known = {
+    const std::array<std::pair<std::string_view, std::string_view>, 10> known = {
         {{"address", facts.address},
          {"model", facts.model},
          {"printer", facts.printer},
          {"firmware", facts.firmware},
          {"place", facts.place},
          {"sent", facts.sent},
+         {"port", facts.port},
          {"number", facts.number},
          {"count", facts.count},
          {"permission", facts.permission}}};

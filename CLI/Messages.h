@@ -16,6 +16,7 @@ struct MessageFacts {
     std::string firmware; // "firmware 1 (MAIN)", or "the firmware"
     std::string place; // how far the run had come, such as "while firmware 1 (MAIN) was being sent"
     std::string sent; // what may already have reached the printer, as the start of a sentence
+    std::string port; // of TCP
     std::string number;
     std::string count;
     std::string permission; // how to be allowed to open a USB printer

@@ -46,29 +46,59 @@ std::string bar(double percent, std::size_t columns)
     return " [" + std::string(filled, '#') + std::string(width - filled, '-') + "]";
 }
 
-std::string behindBar(const ProgressParts& parts, double percent)
+// What moves, between the percent and the clock.
+std::string detailOf(const ProgressParts& parts)
 {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), " %3d %%", static_cast<int>(percent));
-    std::string behind = text.data();
     if (parts.silence >= kQuiet)
-        behind += "  waiting for the printer, " + wholeSeconds(parts.silence);
-    else if (parts.bytesTotal != 0)
-        behind += "  " + bytesText(parts.bytesDone, parts.bytesTotal);
-    return behind + "  " + clockText(parts.seconds);
+        return "  waiting for the printer, " + wholeSeconds(parts.silence);
+    return parts.bytesTotal != 0 ? "  " + bytesText(parts.bytesDone, parts.bytesTotal) : "";
+}
+
+// The stage in so many columns: whole, or its beginning and "...".
+std::string shortened(const std::string& stage, std::size_t columns)
+{
+    constexpr std::string_view kCut = "...";
+    if (columnsNeeded(stage) <= columns)
+        return stage;
+    const auto room = columns > kCut.size() ? columns - kCut.size() : 0;
+    return std::string(fitColumns(stage, room)).append(room != 0 ? kCut : "");
+}
+
+std::string waitingLine(const ProgressParts& parts, std::size_t columns)
+{
+    const auto clock = "  " + clockText(parts.seconds);
+    const auto room = columns - std::min(columns, clock.size());
+    const auto silence = wholeSeconds(parts.silence);
+    const auto whole =
+        parts.stage + (parts.stageTellsWho ? ", " : ": waiting for the printer, ") + silence;
+    if (columnsNeeded(whole) <= room)
+        return whole + clock;
+    const auto brief = ", " + silence;
+    return shortened(parts.stage, room - std::min(room, brief.size())) + brief + clock;
 }
 
 } // namespace
 
+// What is left out first on a narrow terminal: the bar, then what moves, then the stage's end.
 std::string progressLine(const ProgressParts& parts, std::size_t columns)
 {
+    columns -= std::min<std::size_t>(columns, kFreeColumns);
     if (!parts.percent.has_value() || !std::isfinite(*parts.percent))
-        return parts.stage + (parts.stageTellsWho ? ", " : ": waiting for the printer, ")
-            + wholeSeconds(parts.silence) + "  " + clockText(parts.seconds);
+        return waitingLine(parts, columns);
     const auto percent = std::clamp(*parts.percent, 0.0, 100.0);
-    const auto behind = behindBar(parts, percent);
-    const auto used = columnsNeeded(parts.stage) + columnsNeeded(behind) + 1;
-    return parts.stage + bar(percent, columns > used ? columns - used : 0) + behind;
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), " %3d %%", static_cast<int>(percent));
+    const std::string percentText = text.data();
+    const auto clock = "  " + clockText(parts.seconds);
+    auto detail = detailOf(parts);
+    const auto fixed = percentText.size() + clock.size();
+    const auto stageColumns = columnsNeeded(parts.stage);
+    if (stageColumns + fixed + detail.size() > columns)
+        detail.clear();
+    const auto used = stageColumns + fixed + detail.size();
+    const auto room = columns - std::min(columns, fixed + detail.size());
+    return shortened(parts.stage, room) + bar(percent, columns > used ? columns - used : 0)
+        + percentText + detail + clock;
 }
 
 std::string clockText(double seconds)

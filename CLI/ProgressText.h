@@ -7,6 +7,10 @@
 #include <optional>
 #include <string>
 
+// Free at the end of the live line, so that neither it nor the "^C" that a terminal echoes goes on
+// to the next line.
+constexpr std::size_t kFreeColumns = 3;
+
 struct ProgressParts {
     std::string stage; // "Sending firmware 1 of 2 (MAIN)"
     std::optional<double> percent; // empty if unknown
@@ -18,7 +22,8 @@ struct ProgressParts {
 };
 
 // "Sending firmware 1 of 2 (MAIN) [####----]  50 %  1.0 of 2.0 MiB  0:35", with a bar as wide as
-// the columns allow; without a percentage, the duration of the wait. Never the remaining time: only
+// the columns allow; without a percentage, the duration of the wait. On a narrow terminal the clock
+// and the percentage stay, and the stage is shortened. Never the remaining time: only
 // the printer knows that.
 std::string progressLine(const ProgressParts& parts, std::size_t columns);
 std::string clockText(double seconds); // "0:35", "1:02:03"

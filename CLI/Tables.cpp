@@ -30,8 +30,42 @@ std::size_t columnWidth(const std::vector<Row>& rows, std::size_t column, std::s
     return std::min(width, widest);
 }
 
+// A row of its own for each cell, for a terminal that is too narrow for the table.
+std::string blocks(const std::vector<Row>& rows)
+{
+    std::string text;
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+        text += "  " + rows[i].front() + "\n";
+        for (std::size_t column = 1; column < rows[i].size(); ++column) {
+            if (!rows[i][column].empty())
+                text += "    " + rows.front()[column] + ": " + rows[i][column] + "\n";
+        }
+    }
+    return text;
+}
+
+std::size_t widestLine(std::string_view text)
+{
+    std::size_t widest = 0;
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\n'), text.size());
+        widest = std::max(widest, columnsNeeded(text.substr(0, end)));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return widest;
+}
+
+std::string aligned(const std::vector<Row>& rows, std::size_t widest);
+
+std::string table(const std::vector<Row>& rows, std::size_t columns,
+                  std::size_t widest = kWidestCell)
+{
+    auto text = aligned(rows, widest);
+    return widestLine(text) <= columns ? text : blocks(rows);
+}
+
 // The last column is not padded, so that no line ends in blanks.
-std::string table(const std::vector<Row>& rows, std::size_t widest = kWidestCell)
+std::string aligned(const std::vector<Row>& rows, std::size_t widest)
 {
     std::string text;
     for (const auto& row : rows) {
@@ -108,7 +142,7 @@ std::string fileSizeText(const std::optional<unsigned long>& bytes)
 
 } // namespace
 
-std::string packageTable(const PackageFacts& package)
+std::string packageTable(const PackageFacts& package, std::size_t columns)
 {
     std::string text = "Package in " + package.folder + "\n";
     text += labelled("Model", package.model);
@@ -133,10 +167,10 @@ std::string packageTable(const PackageFacts& package)
     for (const auto& firmware : package.firmware)
         rows.push_back({firmware.displayName, orDash(firmware.displayVersion),
                         orDash(firmware.file), fileSizeText(firmware.bytes)});
-    return text + "\n" + table(rows);
+    return text + "\n" + table(rows, columns);
 }
 
-std::string firmwareTable(const Outcome& outcome)
+std::string firmwareTable(const Outcome& outcome, std::size_t columns)
 {
     const auto& all = outcome.firmware;
     if (std::none_of(all.begin(), all.end(), [](const auto& each) { return each.reached; }))
@@ -153,10 +187,10 @@ std::string firmwareTable(const Outcome& outcome)
             rows.push_back(
                 {firmware.displayName, orDash(firmware.displayVersion), updatedText(each)});
     }
-    return table(rows);
+    return table(rows, columns);
 }
 
-std::string printerTable(const PrinterFacts& printers)
+std::string printerTable(const PrinterFacts& printers, std::size_t columns)
 {
     if (printers.list.empty())
         return {};
@@ -176,10 +210,10 @@ std::string printerTable(const PrinterFacts& printers)
         if (warns)
             rows.back().push_back(each.warning);
     }
-    return table(rows, kWidestAddress);
+    return table(rows, columns, kWidestAddress);
 }
 
-std::string historyTable(const std::vector<PastRun>& runs)
+std::string historyTable(const std::vector<PastRun>& runs, std::size_t columns)
 {
     if (runs.empty())
         return {};
@@ -190,5 +224,5 @@ std::string historyTable(const std::vector<PastRun>& runs)
         rows.push_back({std::to_string(each.number), orDash(each.started), orDash(printer),
                         orDash(each.package), each.hasEnded ? each.result : "not finished"});
     }
-    return table(rows);
+    return table(rows, columns);
 }

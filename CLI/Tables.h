@@ -1,5 +1,5 @@
 // What a package holds, what became of each firmware, which printers there are, as tables for
-// people.
+// people. A table that is wider than so many columns becomes a list.
 //
 // Threads: any. Pure functions.
 #pragma once
@@ -7,9 +7,9 @@
 
 #include <string>
 
-std::string packageTable(const PackageFacts& package);
+std::string packageTable(const PackageFacts& package, std::size_t columns);
 // Empty where no firmware was reached: there is nothing to tell then.
-std::string firmwareTable(const Outcome& outcome);
+std::string firmwareTable(const Outcome& outcome, std::size_t columns);
 // Empty where the list is.
-std::string printerTable(const PrinterFacts& printers);
-std::string historyTable(const std::vector<PastRun>& runs);
+std::string printerTable(const PrinterFacts& printers, std::size_t columns);
+std::string historyTable(const std::vector<PastRun>& runs, std::size_t columns);

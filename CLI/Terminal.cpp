@@ -1,15 +1,19 @@
 #include "CLI/Terminal.h"
 
+#include "UI/Text/Utf8.h"
+
 #include <algorithm>
+#include <clocale>
 #include <cstdlib>
+#include <cwchar>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr std::size_t kUsualColumns = 80;
-// Without the user's locale, narrow and wide characters look the same. Counting all as wide makes a
-// line at worst shorter than necessary, but it never wraps.
+// Where the system has no table of widths: counted as wide, a line is at worst shorter than it
+// might be, and never wraps.
 constexpr std::size_t kWideColumns = 2;
 
 std::string_view environment(const char* name)
@@ -18,16 +22,33 @@ std::string_view environment(const char* name)
     return value != nullptr ? value : "";
 }
 
-bool continuesCharacter(char c)
+// The system's table of widths, whatever the user's locale is: an accented letter takes one column,
+// a Japanese one two, a mark that combines none.
+std::size_t columnsOfCharacter(std::uint32_t code)
 {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
+    static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (code < 0x80)
+        return 1;
+    if (utf8 == nullptr)
+        return kWideColumns;
+    const auto former = uselocale(utf8);
+    const int columns = wcwidth(static_cast<wchar_t>(code));
+    uselocale(former);
+    return columns >= 0 ? static_cast<std::size_t>(columns) : 1;
 }
 
-std::size_t columnsOfByte(char c)
+struct Measured {
+    std::size_t bytes;
+    std::size_t columns;
+};
+
+// The first character of a text that is not empty; a byte that is no UTF-8 counts as one.
+Measured firstOf(std::string_view text)
 {
-    if (continuesCharacter(c))
-        return 0;
-    return static_cast<unsigned char>(c) < 0x80 ? 1 : kWideColumns;
+    const auto character = firstCharacter(text);
+    if (character.length == 0)
+        return {1, 1};
+    return {character.length, columnsOfCharacter(character.code)};
 }
 
 } // namespace
@@ -64,20 +85,26 @@ std::size_t textColumnsOf(int descriptor)
 std::size_t columnsNeeded(std::string_view text)
 {
     std::size_t columns = 0;
-    for (const char c : text)
-        columns += columnsOfByte(c);
+    while (!text.empty()) {
+        const auto [bytes, needed] = firstOf(text);
+        columns += needed;
+        text.remove_prefix(bytes);
+    }
     return columns;
 }
 
 std::string_view fitColumns(std::string_view text, std::size_t columns)
 {
     std::size_t used = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        used += columnsOfByte(text[i]);
-        if (used > columns)
-            return text.substr(0, i);
+    std::size_t end = 0;
+    while (end < text.size()) {
+        const auto [bytes, needed] = firstOf(text.substr(end));
+        if (used + needed > columns)
+            break;
+        used += needed;
+        end += bytes;
     }
-    return text;
+    return text.substr(0, end);
 }
 
 std::string wrapped(std::string_view text, std::size_t columns)

@@ -25,7 +25,7 @@ std::size_t columnsOf(int descriptor);
 // The width for whole sentences: unlimited if no terminal would wrap them.
 std::size_t textColumnsOf(int descriptor);
 
-// The most columns that a text may need: one for each ASCII character, two for any other.
+// How many columns a text needs on a terminal.
 std::size_t columnsNeeded(std::string_view text);
 // The longest prefix of text that fits into these columns.
 std::string_view fitColumns(std::string_view text, std::size_t columns);

@@ -42,6 +42,7 @@ public:
         m_facts.endCode = m_run.endCode();
         m_facts.lastRecord = m_run.record();
         m_facts.outcomes = m_run.takeOutcomes();
+        m_facts.connect = m_place.trace.lastConnect();
         m_facts.notPermitted = isForbiddenPort(m_destination.run.port());
         auto outcome = concludeUpdate(m_package, m_facts);
         m_run.finish(outcome.name, outcome.resultCode);

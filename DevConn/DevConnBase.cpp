@@ -15,6 +15,12 @@ DevConnBase::~DevConnBase()
     }
 }
 
+ConnectProblem DevConnBase::connectProblem(int& error)
+{
+    error = 0;
+    return ConnectProblem::other;
+}
+
 long DevConnBase::SetRecvPacketSize(unsigned long size)
 {
     const HoldLock hold(m_lock);

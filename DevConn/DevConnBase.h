@@ -6,6 +6,7 @@
 // Threads:   any, one operation at a time: each holds the object's lock for its whole run.
 // Invariant: a block in the memory list came from AllocMem and was not freed.
 #pragma once
+#include "DevConn/LinkTrace.h"
 #include "DevConn/ReplyExchange.h"
 #include "VYM/vymLock.h"
 
@@ -36,6 +37,8 @@ public:
     virtual long Disconnect() = 0;
     // A transport that knows nothing says so with the initial values.
     virtual LinkState LookAtLink() { return {}; }
+    // Why the last Connect failed, and errno of it where there was one.
+    [[nodiscard]] virtual ConnectProblem connectProblem(int& error);
 
     long SetRecvPacketSize(unsigned long size); // any size; a reply is kept up to it
     // What to do in every exchange from now on while its reply is awaited; null: nothing. The work

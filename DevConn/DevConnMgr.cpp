@@ -49,6 +49,16 @@ long connectDevice(DevConnBase* device, const char* queue, const char* port, uns
     }
 }
 
+void traceConnect(DevConnBase* device, long result, const char* port, unsigned short tcpPort)
+{
+    auto* trace = linkTrace();
+    if (trace == nullptr || device == nullptr)
+        return;
+    int error = 0;
+    const auto problem = result < 0 ? device->connectProblem(error) : ConnectProblem::none;
+    trace->connected(port, tcpPort, problem, error);
+}
+
 } // namespace
 
 DevConnMgr* DevConnMgr::_instance = nullptr;
@@ -91,7 +101,9 @@ long DevConnMgr::Connect(const char* queue, const char* port, int kind, unsigned
     void* created = CreateDevice(queue, port, kind);
     if (created == nullptr)
         return conn::kNoTransport;
-    const long result = connectDevice(deviceOf(created), queue, port, tcpPort);
+    auto* device = deviceOf(created);
+    const long result = connectDevice(device, queue, port, tcpPort);
+    traceConnect(device, result, port, tcpPort);
     if (result < 0) {
         DeleteDevice(created);
         return result;
@@ -194,8 +206,15 @@ long DevConnMgr::SendRecvData(void* handle, unsigned char* send, unsigned long s
                               unsigned char** recv, unsigned long* recvLength)
 {
     auto* device = deviceOf(handle);
-    return device != nullptr ? device->SendRecvData(send, sendLength, recv, recvLength)
-                             : conn::kUnknownHandle;
+    const long result = device != nullptr ? device->SendRecvData(send, sendLength, recv, recvLength)
+                                          : conn::kUnknownHandle;
+    auto* trace = linkTrace();
+    if (trace != nullptr && send != nullptr)
+        trace->sent({send, sendLength}, result);
+    if (trace != nullptr && result >= 0 && recv != nullptr && recvLength != nullptr
+        && *recv != nullptr)
+        trace->received({*recv, *recvLength});
+    return result;
 }
 
 long DevConnMgr::GetModelName(void* handle, char** model, unsigned long* length)

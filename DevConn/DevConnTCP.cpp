@@ -112,6 +112,8 @@ long DevConnTCP::Connect(const char* queue, const char* port, unsigned short tcp
         queue == nullptr ? dottedAddress(port, address) : ResolveIpAddr(port, &address);
     address.sin_family = AF_INET;
     address.sin_port = htons(tcpPort);
+    m_isUnknown = !known;
+    m_connectError = 0;
     if (!known || !openSocket(address)) {
         closeSocket();
         m_connecting = false;
@@ -125,11 +127,20 @@ long DevConnTCP::Connect(const char* queue, const char* port, unsigned short tcp
     return conn::kSuccess;
 }
 
+ConnectProblem DevConnTCP::connectProblem(int& error)
+{
+    const HoldLock hold(m_lock);
+    error = m_connectError;
+    return m_isUnknown ? ConnectProblem::unknownHost : connectProblemOf(error);
+}
+
 bool DevConnTCP::openSocket(const sockaddr_in& address)
 {
     m_socket = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    if (m_socket < 0)
+    if (m_socket < 0) {
+        m_connectError = errno;
         return false;
+    }
     // A packet must leave at once: held back for the last one's acknowledgement, every piece of a
     // firmware would stand still for 40 ms.
     const int on = 1;
@@ -137,11 +148,15 @@ bool DevConnTCP::openSocket(const sockaddr_in& address)
     setsockopt(m_socket, SOL_SOCKET, SO_SNDBUF, &kSendBuffer, sizeof kSendBuffer);
     if (connect(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
         return true;
-    if (errno != EINPROGRESS || waitFor(m_socket, POLLOUT, kConnectMs) != Ready::yes)
+    m_connectError = errno;
+    if (errno != EINPROGRESS)
         return false;
-    int error = 0;
-    socklen_t length = sizeof error;
-    return getsockopt(m_socket, SOL_SOCKET, SO_ERROR, &error, &length) == 0 && error == 0;
+    m_connectError = ETIMEDOUT;
+    if (waitFor(m_socket, POLLOUT, kConnectMs) != Ready::yes)
+        return false;
+    socklen_t length = sizeof m_connectError;
+    return getsockopt(m_socket, SOL_SOCKET, SO_ERROR, &m_connectError, &length) == 0
+        && m_connectError == 0;
 }
 
 void DevConnTCP::closeSocket()

@@ -27,6 +27,8 @@ public:
     long Disconnect() override;
     LinkState LookAtLink() override;
 
+    [[nodiscard]] ConnectProblem connectProblem(int& error) override;
+
     bool WritePort(const unsigned char* buffer, unsigned long length, unsigned long* sent,
                    unsigned long timeoutMs) override;
     bool WritePacket(const unsigned char* buffer, unsigned long length, unsigned long* sent,
@@ -55,6 +57,8 @@ private:
     void takeLeave();
 
     bool m_connecting = false;
+    bool m_isUnknown = false; // the host of the last Connect
+    int m_connectError = 0; // errno of the last Connect that found no connection
     int m_socket = -1;
     bool m_peerClosed = false;
     bool m_moreIsLikely = false; // the last read took all it wanted and found it at once

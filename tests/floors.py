@@ -116,7 +116,8 @@ def find_cycle(graph):
 def check_tests(paths, faults):
     tests = {test.stem for test in (ROOT / "tests").rglob("*_test.cpp")}
     for path in paths:
-        if path.endswith(".cpp") and path.startswith(("VYM/", "DevConn/", "UI/")):
+        if path.endswith(".cpp") and path.startswith(("VYM/", "DevConn/", "UI/", "CLI/"))\
+                and path != "CLI/main.cpp":
             stem = pathlib.PurePath(path).stem
             if f"{stem}_test" not in tests:
                 faults.append(f"{path} has no test of its stem under tests/")

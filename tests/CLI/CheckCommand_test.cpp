@@ -1,3 +1,4 @@
+#include "DevConn/LinkTrace.h"
 #include "tests/CLI/CommandRun.h"
 
 #include <csignal>
@@ -215,6 +216,22 @@ TEST(CheckCommand, AStopThatCameTooLateChangesNothing)
             std::this_thread::yield();
     };
     EXPECT_EQ(check.json(), 0);
+}
+
+TEST(CheckCommand, WritesATraceOnRequest)
+{
+    Check check({entry(1, kSend, "VP010200"), entry(2, kSend, "VE010100")});
+    check.worker.duringCheck = [](const std::atomic<bool>&) {
+        linkTrace()->connected("192.0.2.7", 9100, ConnectProblem::none, 0);
+    };
+    const auto trace = check.folder / "trace";
+    EXPECT_EQ(check.runOnPackage({"check", "-a", "192.0.2.7", "--trace", trace}), 0);
+    EXPECT_THAT(readFile(trace), HasSubstr(" connect 192.0.2.7 port 9100: connected\n"));
+    EXPECT_EQ(check.err.find("connect 192"), std::string::npos);
+    EXPECT_EQ(check.runOnPackage({"check", "-a", "192.0.2.7", "--json", "--verbose"}), 0);
+    EXPECT_THAT(check.err, HasSubstr(" connect 192.0.2.7 port 9100: connected\n"));
+    EXPECT_EQ(check.runOnPackage({"check", "-a", "192.0.2.7", "--trace", "/nowhere/trace"}), 64);
+    EXPECT_THAT(check.err, HasSubstr("cannot be written to '/nowhere/trace': No such file"));
 }
 
 TEST(CheckCommand, StaysQuietOnRequest)

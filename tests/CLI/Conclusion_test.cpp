@@ -140,6 +140,39 @@ TEST(Conclusion, AStoppedRunSaysWhetherAPersonHasToLook)
     }
 }
 
+TEST(Conclusion, SaysWhyThereIsNoConnection)
+{
+    const struct {
+        std::optional<ConnectProblem> connect;
+        const char* title;
+        const char* message;
+    } rows[] = {
+        {ConnectProblem::refused, "no connection", "refuses connections to its port 48350"},
+        {ConnectProblem::timedOut, "no connection", "Nothing answered at 192.0.2.7, port 48350"},
+        {ConnectProblem::noRoute, "no connection", "knows no way to 192.0.2.7"},
+        {ConnectProblem::unknownHost, "no connection", "is unknown. Check the name"},
+        {ConnectProblem::none, "connection lost", "was reached, and the connection was lost"},
+        {ConnectProblem::other, "no connection", "There is no connection"},
+        {std::nullopt, "no connection", "There is no connection"},
+    };
+    auto package = twoFirmware();
+    package.portNumber = 48350;
+    for (const auto& row : rows) {
+        auto facts = ended(-6, {});
+        facts.connect = row.connect;
+        const auto outcome = concludeUpdate(package, facts);
+        EXPECT_EQ(outcome.title, row.title);
+        EXPECT_THAT(outcome.message, HasSubstr(row.message));
+        EXPECT_EQ(outcome.exitCode, 16);
+        EXPECT_EQ(outcome.name, "connection-lost");
+        CheckFacts check;
+        check.address = "192.0.2.7";
+        check.report.result = -6;
+        check.connect = row.connect;
+        EXPECT_THAT(concludeCheck(package, check).message, HasSubstr(row.message));
+    }
+}
+
 TEST(Conclusion, NumbersThatNoFirmwareHasAreLeftOut)
 {
     const auto outcome =

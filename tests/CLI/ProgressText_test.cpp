@@ -16,7 +16,7 @@ ProgressParts sending()
 TEST(ProgressText, ShowsStageBarPercentBytesAndTime)
 {
     EXPECT_EQ(progressLine(sending(), 90),
-              "Sending firmware 1 of 2 (MAIN) [##############--------------]  50 %"
+              "Sending firmware 1 of 2 (MAIN) [#############-------------]  50 %"
               "  1.0 of 2.0 MiB  0:35");
 }
 
@@ -30,14 +30,23 @@ TEST(ProgressText, CountsSmallFirmwareInKibibytes)
 
 TEST(ProgressText, LeavesOutTheBarWithoutRoom)
 {
-    EXPECT_EQ(progressLine(sending(), 40),
+    EXPECT_EQ(progressLine(sending(), 62),
               "Sending firmware 1 of 2 (MAIN)  50 %  1.0 of 2.0 MiB  0:35");
+}
+
+TEST(ProgressText, KeepsClockAndPercentOnANarrowTerminal)
+{
+    EXPECT_EQ(progressLine(sending(), 40), "Sending firmware 1 of ...  50 %  0:35");
+    EXPECT_EQ(progressLine(sending(), 20), "Se...  50 %  0:35");
+    const ProgressParts waiting{"Connecting to the printer", {}, 0, 0, 12.4, 12.4};
+    EXPECT_EQ(progressLine(waiting, 40), "Connecting to the printer, 12 s  0:12");
+    EXPECT_EQ(progressLine(waiting, 34), "Connecting to th..., 12 s  0:12");
 }
 
 TEST(ProgressText, NeverNeedsMoreThanTheColumns)
 {
-    for (std::size_t columns = 70; columns < 200; ++columns)
-        EXPECT_LE(columnsNeeded(progressLine(sending(), columns)), columns - 1);
+    for (std::size_t columns = 20; columns < 200; ++columns)
+        EXPECT_LE(columnsNeeded(progressLine(sending(), columns)), columns - kFreeColumns);
 }
 
 TEST(ProgressText, SaysThatItWaitsIfTheProgressIsUnknown)
@@ -84,6 +93,15 @@ TEST(Terminal, BreaksSentencesBetweenWords)
     EXPECT_EQ(wrapped("a longword b", 3), "a\nlongword\nb");
     EXPECT_EQ(wrapped("one two", std::string::npos), "one two");
     EXPECT_EQ(wrapped("", 5), "");
+}
+
+TEST(Terminal, KnowsHowWideLettersAre)
+{
+    EXPECT_EQ(columnsNeeded("abc"), 3U);
+    EXPECT_EQ(columnsNeeded("\xc3\xa9t\xc3\xa9"), 3U); // accented
+    EXPECT_EQ(columnsNeeded("\xe5\x8d\xb0\xe5\x88\xb7"), 4U); // wide
+    EXPECT_EQ(columnsNeeded("e\xcc\x81"), 1U); // a mark that combines
+    EXPECT_EQ(columnsNeeded("\xff"), 1U);
 }
 
 TEST(Terminal, FitsATextIntoColumnsWithoutCuttingALetter)

@@ -96,7 +96,7 @@ TEST(Terminal, AsksBeforeItStartsAndShowsABar)
     EXPECT_EQ(run.run({"update"}), 0);
     EXPECT_THAT(run.screen, HasSubstr("Start the update? [y/N] "));
     EXPECT_THAT(run.screen, HasSubstr("  Main controller 1.2.10\r\n"));
-    EXPECT_THAT(run.screen, HasSubstr("\r\x1b[KSending firmware 1 of 2 (Main controller) ["));
+    EXPECT_THAT(run.screen, HasSubstr("\r\x1b[JSending firmware 1 of 2 (Main controller) ["));
     EXPECT_THAT(run.screen, HasSubstr("]  25 %  2.0 of 3.9 KiB  0:02"));
     EXPECT_THAT(run.screen, HasSubstr("]  75 %"));
     EXPECT_THAT(run.screen, HasSubstr("\x1b[32mUpdated\x1b[0m: The printer"));

@@ -1,0 +1,51 @@
+// What goes over the connection, for people: a line for each attempt to connect and for each
+// packet, and in a file the bytes too. Keeps why the last connection could not be made.
+//
+// Owns:      the file. The process's link trace while it lives.
+// Threads:   built and asked by the command's thread; called by the one that uses the connection.
+// Invariant: texts from outside are made fit to be shown; a line never holds two.
+#pragma once
+#include "CLI/Display.h"
+#include "DevConn/LinkTrace.h"
+#include "VYM/vymLock.h"
+
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+// "-> send-file, 4060 bytes", "<- send-file, status 0x0080, 12 bytes"; result: of the sending.
+std::string sentLine(std::span<const unsigned char> packet, long result);
+std::string receivedLine(std::span<const unsigned char> reply);
+std::string connectLine(const char* port, unsigned short tcpPort, ConnectProblem problem,
+                        int error);
+
+class PacketTrace final : public LinkTrace {
+public:
+    // display: null, or where each line is shown as well; seconds: since the program's start.
+    PacketTrace(Display* display, std::function<double()> seconds);
+    ~PacketTrace() override;
+    PacketTrace(const PacketTrace&) = delete;
+    PacketTrace& operator=(const PacketTrace&) = delete;
+
+    // Writes to this file from now on; why it cannot be, or empty.
+    std::string openFile(const std::string& path);
+
+    // Nothing where no connection was tried. none: the last one was made.
+    [[nodiscard]] std::optional<ConnectProblem> lastConnect() const;
+
+    void connected(const char* port, unsigned short tcpPort, ConnectProblem problem,
+                   int error) override;
+    void sent(std::span<const unsigned char> packet, long result) override;
+    void received(std::span<const unsigned char> reply) override;
+
+private:
+    void line(const std::string& text, std::span<const unsigned char> bytes);
+
+    Display* m_display;
+    const std::function<double()> m_seconds;
+    mutable CRITSECT m_lock;
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_file VYM_GUARDED_BY(m_lock);
+    std::optional<ConnectProblem> m_lastConnect VYM_GUARDED_BY(m_lock);
+};

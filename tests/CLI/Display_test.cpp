@@ -1,0 +1,95 @@
+#include "CLI/Display.h"
+#include "tests/support/TempFolder.h"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace {
+
+// A terminal, and what is written to it.
+class Screen : public ::testing::Test {
+protected:
+    Screen()
+    {
+        setenv("TERM", "xterm", 1);
+        m_person = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
+        EXPECT_EQ(grantpt(m_person), 0);
+        EXPECT_EQ(unlockpt(m_person), 0);
+        program = open(ptsname(m_person), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        resize(80);
+    }
+    ~Screen() override
+    {
+        close(program);
+        close(m_person);
+    }
+    void resize(unsigned short columns) const
+    {
+        winsize size{};
+        size.ws_row = 24;
+        size.ws_col = columns;
+        EXPECT_EQ(ioctl(m_person, TIOCSWINSZ, &size), 0);
+    }
+    [[nodiscard]] std::string shown() const
+    {
+        std::string text(65536, '\0');
+        const auto length = read(m_person, text.data(), text.size());
+        text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+        return text;
+    }
+    int program = -1;
+
+private:
+    int m_person = -1;
+};
+
+} // namespace
+
+TEST_F(Screen, RedrawsItsLiveLineInPlace)
+{
+    Display display(program, true);
+    ASSERT_TRUE(display.hasLiveLine());
+    display.live("one");
+    display.live("two");
+    display.line("done");
+    EXPECT_EQ(shown(), "\r\x1b[Jone\r\x1b[Jtwo\r\x1b[Jdone\r\n");
+}
+
+TEST_F(Screen, LeavesRoomForWhatTheTerminalEchoes)
+{
+    resize(10);
+    Display display(program, true);
+    display.live("123456789");
+    EXPECT_EQ(shown(), "\r\x1b[J1234567");
+}
+
+TEST_F(Screen, ClearsALiveLineThatANarrowerTerminalHasBroken)
+{
+    Display display(program, true);
+    display.live(std::string(50, 'x'));
+    static_cast<void>(shown());
+    resize(20); // it stands in three rows now
+    display.line("done");
+    EXPECT_EQ(shown(), "\x1b[2A\r\x1b[Jdone\r\n");
+}
+
+TEST(Display, HasNoLiveLineInAFile)
+{
+    TempFolder folder;
+    folder.write("out", "");
+    const int file = open((folder / "out").c_str(), O_WRONLY | O_CLOEXEC);
+    {
+        Display display(file, false);
+        EXPECT_FALSE(display.hasLiveLine());
+        EXPECT_FALSE(display.hasColours());
+        display.live("never");
+        display.prompt("asked? ");
+        display.line("told");
+        display.drain();
+    }
+    close(file);
+    EXPECT_EQ(readFile(folder / "out"), "asked? told\n");
+}
