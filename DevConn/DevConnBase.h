@@ -1,10 +1,10 @@
-// A connection to one printer, whatever the transport: what the manager drives, and what all
-// transports share (lock, time-out, receive packet size, the blocks handed out).
+// A connection to one printer over any transport: the manager's interface, and the common parts of
+// all transports (lock, time-out, receive packet size, blocks given to callers).
 //
-// Owns:      every block handed to a caller until it comes back through DisposeData; whatever is
-//            not given back is freed with the object.
-// Threads:   any, one operation at a time: each holds the object's lock for its whole run.
-// Invariant: a block in the memory list came from AllocMem and was not freed.
+// Owns:      every block given to a caller until it is returned with DisposeData; blocks that are
+//            not returned are freed with the object.
+// Threads:   any, one operation at a time: each holds the object's lock throughout.
+// Invariant: a block in the memory list came from AllocMem and has not been freed.
 #pragma once
 #include "DevConn/LinkTrace.h"
 #include "DevConn/ReplyExchange.h"
@@ -12,7 +12,7 @@
 
 #include <vector>
 
-// What a transport knows of its link without waiting.
+// A transport's knowledge of its link, without waiting.
 struct LinkState {
     unsigned long unsent =
         0; // bytes that have not reached the printer: it cannot have answered them
@@ -26,26 +26,26 @@ public:
     DevConnBase(const DevConnBase&) = delete;
     DevConnBase& operator=(const DevConnBase&) = delete;
 
-    // queue: the print queue's identifier or null; port: where the printer is.
+    // queue: the print queue's identifier or null; port: the port string.
     virtual long Connect(const char* queue, const char* port, unsigned short tcpPort) = 0;
     // Sends a packet (null and length 0: only receives) and collects the reply. Success without a
-    // reply leaves *reply null; a reply goes back through DisposeData.
+    // reply leaves *reply null; return a reply with DisposeData.
     virtual long SendRecvData(unsigned char* send, unsigned long sendLength, unsigned char** reply,
                               unsigned long* replyLength) = 0;
     virtual long GetModelName(char** model, unsigned long* length) = 0;
     virtual long SetTimeout(unsigned long milliseconds) = 0;
     virtual long Disconnect() = 0;
-    // A transport that knows nothing says so with the initial values.
+    // The initial values mean that the transport knows nothing.
     virtual LinkState LookAtLink() { return {}; }
     // Why the last Connect failed, and errno of it where there was one.
     [[nodiscard]] virtual ConnectProblem connectProblem(int& error);
 
     long SetRecvPacketSize(unsigned long size); // any size; a reply is kept up to it
-    // What to do in every exchange from now on while its reply is awaited; null: nothing. The work
-    // stays the caller's, and outlives its use.
+    // Sets the work for the wait in every exchange from now on; null: no work. The caller owns it
+    // and keeps it during its use.
     long SetIdleWork(IdleWork* work);
     long DisposeData(void* block); // kForeignBlock for a block that is not ours
-    // With the lock held; false for null or out of memory.
+    // Call with the lock held; false for null or out of memory.
     bool addMemList(void* block) VYM_REQUIRES(m_lock);
     static char* FindModelKey(char* deviceId);
 

@@ -17,7 +17,7 @@ void* asPointer(std::uint32_t handle)
     return reinterpret_cast<void*>(static_cast<std::uintptr_t>(handle));
 }
 
-// 0, which no entry has, for a value that was never issued.
+// Returns 0, which no entry has, for a value that was never issued.
 std::uint32_t asNumber(void* handle)
 {
     const auto value = reinterpret_cast<std::uintptr_t>(handle);
@@ -35,7 +35,7 @@ std::unique_ptr<DevConnBase> makeUsbTransport()
     return host != nullptr ? std::make_unique<DevConnUSB>(*host) : nullptr;
 }
 
-// No exception leaves the manager, whatever a transport runs out of.
+// No exception leaves the manager, even if a transport runs out of memory.
 long connectDevice(DevConnBase* device, const char* queue, const char* port, unsigned short tcpPort)
 {
     if (device == nullptr)
@@ -125,7 +125,7 @@ void* DevConnMgr::CreateDevice(const char* /*queue*/, const char* port, int kind
         void* handle = nullptr;
         if (device == nullptr || !AddDeviceHandle(device.get(), &handle))
             return nullptr;
-        static_cast<void>(device.release()); // the registry's from here on
+        static_cast<void>(device.release()); // from here on the registry owns it
         return handle;
     } catch (const std::bad_alloc&) {
         return nullptr;
@@ -134,8 +134,8 @@ void* DevConnMgr::CreateDevice(const char* /*queue*/, const char* port, int kind
 
 bool DevConnMgr::AddDeviceHandle(DevConnBase* device, void** handle)
 {
-    // Stays at the number last issued: the next search begins there and goes on to the first
-    // free one, so that numbers come back only after all others.
+    // Stays at the number last issued: the next search starts there and goes on to the first free
+    // one, so that a number is reused only after all others.
     static std::uint32_t dwHandle = 0;
     const HoldLock hold(m_registryLock);
     if (device == nullptr || handle == nullptr)
@@ -197,7 +197,7 @@ long DevConnMgr::Disconnect(void* handle)
     auto* device = deviceOf(handle);
     if (device == nullptr)
         return conn::kUnknownHandle;
-    device->Disconnect(); // whatever it says, the connection is gone
+    device->Disconnect(); // ends the connection whatever it returns
     DeleteDevice(handle);
     return conn::kSuccess;
 }

@@ -25,24 +25,24 @@ namespace {
 
 constexpr std::size_t kLongestPortString = 1023;
 constexpr unsigned long kLeastTcpWriteMs = 5000; // a printer that stores a packet first needs time
-// A printer that is switched off must not hold the run for the minutes that the system would wait.
+// A printer that is switched off must not delay the run for the system's limit of minutes.
 constexpr unsigned long kConnectMs = 10000;
-// What we hand to the system and the printer has not: little, so that a slow printer slows us down
-// at once. As much as a fast one takes within a millisecond or two.
+// Limits the bytes in the system's queue: few, so that a slow printer slows the sender down at
+// once, but as many as a fast one takes within a millisecond or two.
 constexpr int kSendBuffer = 128 * 1024;
-// A write may go on for as long as some of it leaves within each time-out; but a printer that takes
-// less than this many bytes a second is not waited for.
+// A write may go on as long as some of it leaves within each time-out, but a printer that takes
+// fewer bytes per second than this is given up.
 constexpr std::uint64_t kSlowestBytesPerSecond = 256;
-// A printer that never stops talking is not listened to for ever when the connection ends.
+// Limits the reading from a printer that never stops sending when the connection ends.
 constexpr unsigned long kMostDropped = 1024 * 1024;
 
 enum class Ready { yes, timedOut, failed };
 
-// Waits for one socket; a signal does not shorten or lengthen the wait. poll, not select: a
-// descriptor may be larger than a select set holds.
+// Waits for one socket; a signal neither shortens nor lengthens the wait. Uses poll, since a
+// descriptor may be too large for select.
 Ready waitFor(int socket, short events, unsigned long timeoutMs)
 {
-    if (socket < 0) // which poll would pass over, and wait for nothing
+    if (socket < 0) // poll would ignore it and wait in vain
         return Ready::failed;
     const auto deadline = tickMilliseconds() + timeoutMs;
     for (;;) {
@@ -64,7 +64,7 @@ bool wouldBlock(int error)
     return error == EAGAIN || error == EWOULDBLOCK || error == EINTR;
 }
 
-// Neither no address nor the broadcast address, which a conversion also gives for bad text.
+// Rejects 0.0.0.0 and 255.255.255.255; inet_addr returns the latter for malformed text, too.
 bool dottedAddress(const char* text, sockaddr_in& address)
 {
     const auto value = inet_addr(text);
@@ -141,8 +141,8 @@ bool DevConnTCP::openSocket(const sockaddr_in& address)
         m_connectError = errno;
         return false;
     }
-    // A packet must leave at once: held back for the last one's acknowledgement, every piece of a
-    // firmware would stand still for 40 ms.
+    // A packet must leave at once: if it waited for the previous one's acknowledgement, every piece
+    // of firmware would be delayed by 40 ms.
     const int on = 1;
     setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     setsockopt(m_socket, SOL_SOCKET, SO_SNDBUF, &kSendBuffer, sizeof kSendBuffer);
@@ -183,7 +183,7 @@ bool DevConnTCP::GetIpFromPort(const char* port, sockaddr_in* address)
     const std::string host(text.substr(0, slash));
     if (dottedAddress(host.c_str(), *address))
         return true;
-    // The number behind a colon is never a port to connect to: that one comes with Connect.
+    // The number after a colon is never the port to connect to: Connect has a parameter for that.
     const auto colon = host.find(':');
     if (colon != std::string::npos && dottedAddress(host.substr(0, colon).c_str(), *address))
         return true;
@@ -220,7 +220,7 @@ bool DevConnTCP::WritePacket(const unsigned char* buffer, unsigned long length, 
                  tickMilliseconds() + timeoutMs + length * 1000 / kSlowestBytesPerSecond);
 }
 
-// Until all has left, none of it has for the time-out, or the last moment has come.
+// Writes until all bytes have left, none has left for the time-out, or the deadline has passed.
 bool DevConnTCP::write(const unsigned char* buffer, unsigned long length, unsigned long& sent,
                        unsigned long timeoutMs, std::uint64_t last)
 {
@@ -252,7 +252,7 @@ bool DevConnTCP::ReadPort(unsigned char* buffer, unsigned long length, unsigned 
     *received = 0;
     if (length == 0)
         return true;
-    // Where a header has just been taken, its body is there already: no need to ask first.
+    // After a header, its body is usually there already: no need to poll first.
     if (m_moreIsLikely) {
         const bool linked = receive(buffer, length, received);
         if (!linked || *received != 0 || m_peerClosed)
@@ -264,7 +264,7 @@ bool DevConnTCP::ReadPort(unsigned char* buffer, unsigned long length, unsigned 
     return receive(buffer, length, received);
 }
 
-// One attempt; true with nothing received where nothing is there yet.
+// One attempt; true without bytes if none have arrived yet.
 bool DevConnTCP::receive(unsigned char* buffer, unsigned long length, unsigned long* received)
 {
     const auto count = recv(m_socket, buffer, length, 0);
@@ -332,9 +332,9 @@ LinkState DevConnTCP::LookAtLink()
     return {unsentBytes(), arrived, m_peerClosed};
 }
 
-// A socket that is closed with bytes unread, or to which bytes come after it was closed, resets the
-// connection, and the printer loses what it has not read. So our side ends first, and what comes is
-// read until the printer has ended its own, or its time is over.
+// Closing a socket with unread bytes, or receiving bytes after the close, resets the connection,
+// and the printer loses its unread bytes. So this ends our side first, then reads and drops bytes
+// until the printer has ended its own side or its time is over.
 void DevConnTCP::takeLeave()
 {
     const bool waits = m_carriedFirmware && (m_replyIsDue || unsentBytes() != 0);

@@ -1,9 +1,9 @@
-// The network transport: one IPv4 stream to the printer. Every port string without "usb" in it
-// comes here. Knows nothing of a packet but that file data need not be answered.
+// The network transport: one IPv4 stream to the printer. Serves every port string without "usb".
+// Its only knowledge of packets is that file data need not be answered.
 //
 // Owns:      the socket.
-// Threads:   as DevConnBase; blocking calls are made with the lock held, each of them bounded.
-// Invariant: connected means an open socket; a failed Connect leaves none.
+// Threads:   as DevConnBase; blocking calls hold the lock, and each of them is bounded.
+// Invariant: connected means an open socket; a failed Connect leaves no socket.
 #pragma once
 #include "DevConn/DevConnBase.h"
 
@@ -11,7 +11,7 @@ struct sockaddr_in;
 
 class DevConnTCP : public DevConnBase, public PacketStream {
 public:
-    DevConnTCP(); // SIGPIPE is ignored from now on: a closed peer is an error, not the end
+    DevConnTCP(); // ignores SIGPIPE from now on: a closed peer is only an error
     ~DevConnTCP() override;
     DevConnTCP(const DevConnTCP&) = delete;
     DevConnTCP& operator=(const DevConnTCP&) = delete;
@@ -22,8 +22,8 @@ public:
                       unsigned long* replyLength) override;
     long GetModelName(char** model, unsigned long* length) override; // no device ID here
     long SetTimeout(unsigned long milliseconds) override;
-    // kNetworkClosed when it worked, as its callers know it. Leaves so that the printer keeps what
-    // it has not read yet: where firmware went out, up to the time-out is waited for its end.
+    // Returns kNetworkClosed on success, which its callers expect. Closes in a way that lets the
+    // printer keep unread bytes: after sending firmware, waits up to the time-out for its end.
     long Disconnect() override;
     LinkState LookAtLink() override;
 
@@ -40,10 +40,10 @@ public:
                                    unsigned long length) const override;
 
     // The address in a port string: "lpd://", host, an optional colon and port (never used), a
-    // slash. Asks the resolver for a host that is no dotted address.
+    // slash. Resolves a host that is not a dotted address.
     static bool GetIpFromPort(const char* port, sockaddr_in* address);
     static bool ResolveIpAddr(const char* port, sockaddr_in* address);
-    // An entry point with no look-up behind it: always false.
+    // An entry point without an implementation: always false.
     static bool GetIpFromReg(const char* first, const char* second, const char* third,
                              sockaddr_in* address);
 
@@ -61,7 +61,7 @@ private:
     int m_connectError = 0; // errno of the last Connect that found no connection
     int m_socket = -1;
     bool m_peerClosed = false;
-    bool m_moreIsLikely = false; // the last read took all it wanted and found it at once
+    bool m_moreIsLikely = false; // the last read got all requested bytes at once
     bool m_carriedFirmware = false;
-    bool m_replyIsDue = false; // the last packet found none
+    bool m_replyIsDue = false; // the last packet got none
 };

@@ -17,10 +17,10 @@ namespace {
 constexpr const char* kDescription = "VYMINFO.txt";
 // Far above any printer family.
 constexpr unsigned kMostFirmware = 1000;
-constexpr int kThisPlatform = 4; // the description's number for the system it names
+constexpr int kThisPlatform = 4; // this system's number in descriptions
 constexpr int kHighestPort = 65535;
 
-// A path is shown whole: one that is cut short is of no use.
+// A path is shown whole: a truncated one is useless.
 std::string plainPath(const std::string& path)
 {
     constexpr std::size_t kPathLimit = 4 * kLongestFolder; // each byte of it may become an escape
@@ -62,7 +62,7 @@ int numberOf(IntGetter getter)
     return number;
 }
 
-// Everything of the row but the size of its image.
+// All facts of the row except the size of its image.
 std::optional<PackagedFirmware> readFirmware(unsigned index, std::string& file)
 {
     std::string name;
@@ -149,7 +149,7 @@ std::string withAdvice(const std::string& why, const std::string& file)
     return why + " Run \"vympack check " + plainPath(file) + "\" to see what is wrong with it.";
 }
 
-// Why the file cannot even be opened; empty when it can.
+// Why the file cannot be opened; empty if it can.
 std::string unreachable(const std::string& folder, const std::string& file)
 {
     const std::string advice = " Give the folder that holds " + std::string(kPackageName)
@@ -166,7 +166,7 @@ std::string unreachable(const std::string& folder, const std::string& file)
     return {};
 }
 
-// Why the container's description cannot be read; empty when it can. It is loaded then.
+// Loads the container's description; returns why that is impossible, or empty.
 std::string loadDescription(const std::string& file)
 {
     unsigned long size = 0;

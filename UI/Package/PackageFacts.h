@@ -1,8 +1,8 @@
-// The update package as values: everything that is shown of it or decided from it before a
-// connection is made. All of its texts are fit to be shown.
+// The update package as values: all facts that are shown or used for decisions before there is a
+// connection. All texts are safe to show.
 //
-// Opening takes a time in proportion to the size of the file, whatever the file holds, and checks
-// every fraction of a second whether it should stop.
+// Opening takes time in proportion to the file's size, whatever its content, and checks every
+// fraction of a second whether it should stop.
 //
 // Owns:    its texts, by value.
 // Threads: opened on one thread, once in a process, before any worker starts; read by any.
@@ -21,15 +21,15 @@ struct PackagedFirmware {
     std::string version;
     std::string displayName;
     std::string displayVersion;
-    std::string nameInPrinter; // what the printer calls it, and the status record
+    std::string nameInPrinter; // the name in the printer and in the status record
     std::string compatibleVersion; // may be empty
     std::string file;
-    std::optional<unsigned long> bytes; // empty where the image is not wholly in the package
+    std::optional<unsigned long> bytes; // empty if the image is missing or incomplete
 };
 
 struct PackageFacts {
     std::string folder;
-    std::string model; // what a printer has to be; empty when the package does not say
+    std::string model; // the printer must be this model; empty if the package has none
     std::string product;
     std::vector<std::string> modelNames;
     std::vector<std::string> driverNames;
@@ -50,14 +50,14 @@ struct PackageFacts {
     std::optional<PackageSignature> signature = {}; // where it was checked, against a trusted key
 };
 
-// Bytes of one row of the description: far above what a printer family needs.
+// Bytes of one row of the description: far more than a printer family needs.
 constexpr std::size_t kLongestRow = 65536;
 
 struct PackageRequest {
     // The package's folder, or its file; empty: it is looked for where programs keep theirs.
     std::optional<std::string> path;
     TrustRequest trust; // which packages are trusted
-    std::function<bool()> shouldStop; // whether the user has had enough; may be empty
+    std::function<bool()> shouldStop; // whether the user wants to stop; may be empty
 };
 
 // A package that is not trusted is closed for the whole process: nothing of it can be sent or
@@ -65,12 +65,12 @@ struct PackageRequest {
 enum class PackageState : std::uint8_t { usable, unusable, notTrusted, stopped };
 
 struct OpenedPackage {
-    std::optional<PackageFacts> package; // where it is usable
-    std::string problem; // else why it is not, and what to do
+    std::optional<PackageFacts> package; // if it is usable
+    std::string problem; // otherwise why it is not, and what to do
     PackageState state = PackageState::usable;
 };
 
 OpenedPackage openPackage(const PackageRequest& request);
 OpenedPackage openPackage(const std::optional<std::string>& path);
-// Why a printer cannot be updated from this package, and what to do; empty when it can be.
+// Why a printer cannot be updated from this package, and what to do; empty if it can.
 std::string unfitForUpdate(const PackageFacts& package);

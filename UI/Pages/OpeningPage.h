@@ -1,6 +1,6 @@
-// The first page: which model the package is for, and which firmware it carries.
+// The first page: the model and the firmware of the package.
 //
-// Owns:    nothing; the list of firmware is the controller's and outlives the page.
+// Owns:    nothing; the controller owns the list of firmware, which outlives the page.
 // Threads: the interface's own.
 #pragma once
 #include "UI/FirmwareList.h"
@@ -16,7 +16,7 @@ public:
 
     void setTexts() override;
     void dress() override;
-    void showPackage(const std::string& model); // and the rows of the list, as they now are
+    void showPackage(const std::string& model); // and the present rows of the list
     void showSignature(const std::string& signature); // whose it is; after the texts are set
 
 private:
