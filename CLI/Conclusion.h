@@ -1,7 +1,7 @@
-// From what was seen of a run to how it ended: exit code, name, message, next step, and what
-// became of each firmware.
+// Turns the facts of a run into its outcome: exit code, name, message, next step, and the outcome
+// of each firmware.
 //
-// Owns:    nothing; the facts stay the caller's for the length of a call.
+// Owns:    nothing; the caller owns the facts and keeps them during a call.
 // Threads: any. Pure functions.
 #pragma once
 #include "CLI/Outcome.h"
@@ -15,12 +15,12 @@ struct UpdateFacts {
     std::string address;
     std::string printerName;
     bool notPermitted = false; // the printer is on USB, and this user may not open it
-    std::optional<ConnectProblem> connect; // of the last connection that was tried
+    std::optional<ConnectProblem> connect; // of the last attempt to connect
     tag_devinfo lastRecord{};
     std::vector<tag_entryoutcome> outcomes; // of the firmware that were handled, in order
-    std::optional<int> endCode; // where the run ended before anybody asked it to stop
+    std::optional<int> endCode; // if the run ended before a stop request
     StopCause stop = StopCause::none;
-    double stallLimit = 0; // seconds without progress, where they were the cause
+    double stallLimit = 0; // seconds without progress, if they were the cause
 };
 Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts);
 
@@ -34,8 +34,8 @@ struct CheckFacts {
 };
 Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts);
 
-// A list of printers; and a stop before it was there, whatever it was wanted for.
+// For a list of printers; and for a stop before it was ready, whatever its purpose.
 Outcome concludePrinters(PrinterFacts facts);
 Outcome concludeLookupStopped(Command command, StopCause stop);
-// A stop while the package was being read.
+// For a stop while the package was being read.
 Outcome concludeReadingStopped(Command command, StopCause stop);

@@ -1,4 +1,4 @@
-// The text of --help: the whole of what the program can do, on one page.
+// The text of --help: all that the program can do, on one page.
 #pragma once
 #include <string_view>
 

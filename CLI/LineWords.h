@@ -1,5 +1,5 @@
-// The words of a command line before it is parsed: what can be said of a line that is wrong, and
-// which known word an unknown one may have meant.
+// The words of a command line before it is parsed: finds what is wrong with a line, and the known
+// word that an unknown one may mean.
 //
 // Owns:    its texts, by value.
 // Threads: any. Pure functions.
@@ -10,13 +10,13 @@
 #include <string_view>
 
 struct LineWords {
-    Command command = Command::none; // the first word that names one, also in a wrong line
-    bool wantsHelp = false; // -h or --help stands anywhere
+    Command command = Command::none; // the first word that is a command, also in a wrong line
+    bool wantsHelp = false; // -h or --help appears anywhere
     bool wantsJson = false;
-    std::string unknown; // the first word that is neither option nor command; as it was written
+    std::string unknown; // the first word that is neither option nor command, unchanged
     std::string emptyOption; // the first option that ends in "=", without the sign
 };
 LineWords lineWords(int argc, const char* const* argv);
 
-// "Did you mean ...?", or empty where nothing known is near.
+// "Did you mean ...?", or empty if no known word is similar.
 std::string suggestionFor(std::string_view unknown);

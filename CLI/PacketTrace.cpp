@@ -11,7 +11,7 @@
 namespace {
 
 constexpr std::size_t kStatusAt = 10; // in every reply
-constexpr std::size_t kPortLimit = 300; // of a port string, in bytes: whole, and little more
+constexpr std::size_t kPortLimit = 300; // of a port string, in bytes: little more than the longest
 constexpr std::size_t kBytesInRow = 32; // of the hexadecimal dump
 
 std::string hex(unsigned value, int digits)
@@ -127,7 +127,7 @@ void PacketTrace::connected(const char* port, unsigned short tcpPort, ConnectPro
     try {
         line(connectLine(port, tcpPort, problem, error), {});
     } catch (const std::exception&) {
-        return; // a line less
+        return; // loses this line
     }
 }
 
@@ -162,5 +162,5 @@ void PacketTrace::line(const std::string& text, std::span<const unsigned char> b
         return;
     const auto rows = time.data() + text + "\n" + rowsOf(bytes);
     std::fwrite(rows.data(), 1, rows.size(), m_file.get());
-    std::fflush(m_file.get()); // a crash, or a printer that hangs, leaves what was known
+    std::fflush(m_file.get()); // so that the text survives a crash or a hanging printer
 }

@@ -1,9 +1,10 @@
-// What goes over the connection, for people: a line for each attempt to connect and for each
-// packet, and in a file the bytes too. Keeps why the last connection could not be made.
+// The traffic of the connection, for people: a line for each attempt to connect and for each
+// packet, in a file with the bytes, too. Keeps the reason why the last connection failed.
 //
-// Owns:      the file. The process's link trace while it lives.
-// Threads:   built and asked by the command's thread; called by the one that uses the connection.
-// Invariant: texts from outside are made fit to be shown; a line never holds two.
+// Owns:      the file. Is the process's link trace while it lives.
+// Threads:   constructed and queried by the command's thread; called by the one that uses the
+//            connection.
+// Invariant: texts from outside are made safe to show; each fills at most one line.
 #pragma once
 #include "CLI/Display.h"
 #include "DevConn/LinkTrace.h"
@@ -23,16 +24,16 @@ std::string connectLine(const char* port, unsigned short tcpPort, ConnectProblem
 
 class PacketTrace final : public LinkTrace {
 public:
-    // display: null, or where each line is shown as well; seconds: since the program's start.
+    // display: shows each line as well, or null; seconds: since the program's start.
     PacketTrace(Display* display, std::function<double()> seconds);
     ~PacketTrace() override;
     PacketTrace(const PacketTrace&) = delete;
     PacketTrace& operator=(const PacketTrace&) = delete;
 
-    // Writes to this file from now on; why it cannot be, or empty.
+    // Writes to this file from now on; returns why that is impossible, or empty.
     std::string openFile(const std::string& path);
 
-    // Nothing where no connection was tried. none: the last one was made.
+    // Empty without an attempt to connect. none: the last attempt succeeded.
     [[nodiscard]] std::optional<ConnectProblem> lastConnect() const;
 
     void connected(const char* port, unsigned short tcpPort, ConnectProblem problem,

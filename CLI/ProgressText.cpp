@@ -46,7 +46,7 @@ std::string bar(double percent, std::size_t columns)
     return " [" + std::string(filled, '#') + std::string(width - filled, '-') + "]";
 }
 
-// What moves, between the percent and the clock.
+// The detail between the percentage and the clock: the wait or the bytes.
 std::string detailOf(const ProgressParts& parts)
 {
     if (parts.silence >= kQuiet)
@@ -54,7 +54,7 @@ std::string detailOf(const ProgressParts& parts)
     return parts.bytesTotal != 0 ? "  " + bytesText(parts.bytesDone, parts.bytesTotal) : "";
 }
 
-// The stage in so many columns: whole, or its beginning and "...".
+// The stage in this many columns: whole, or its beginning and "...".
 std::string shortened(const std::string& stage, std::size_t columns)
 {
     constexpr std::string_view kCut = "...";
@@ -79,7 +79,7 @@ std::string waitingLine(const ProgressParts& parts, std::size_t columns)
 
 } // namespace
 
-// What is left out first on a narrow terminal: the bar, then what moves, then the stage's end.
+// A narrow terminal first loses the bar, then the detail, then the stage's end.
 std::string progressLine(const ProgressParts& parts, std::size_t columns)
 {
     columns -= std::min<std::size_t>(columns, kFreeColumns);

@@ -12,8 +12,8 @@
 namespace {
 
 constexpr std::size_t kUsualColumns = 80;
-// Where the system has no table of widths: counted as wide, a line is at worst shorter than it
-// might be, and never wraps.
+// Without the system's table of widths, characters count as wide: a line is at worst shorter than
+// necessary, but it never wraps.
 constexpr std::size_t kWideColumns = 2;
 
 std::string_view environment(const char* name)
@@ -22,8 +22,8 @@ std::string_view environment(const char* name)
     return value != nullptr ? value : "";
 }
 
-// The system's table of widths, whatever the user's locale is: an accented letter takes one column,
-// a Japanese one two, a mark that combines none.
+// The system's table of widths, for any user's locale: an accented letter takes one column, a
+// Japanese one two, a combining mark zero.
 std::size_t columnsOfCharacter(std::uint32_t code)
 {
     static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
@@ -42,7 +42,7 @@ struct Measured {
     std::size_t columns;
 };
 
-// The first character of a text that is not empty; a byte that is no UTF-8 counts as one.
+// The first character of a text that is not empty; an invalid byte counts as one.
 Measured firstOf(std::string_view text)
 {
     const auto character = firstCharacter(text);

@@ -1,8 +1,8 @@
-// What happens on connections, for a program that wants to show it or to say why one failed: each
+// Receives the events of connections, for a program that shows them or explains failures: each
 // attempt to connect, each packet that leaves and each that arrives.
 //
-// Owns:    nothing; bytes are the caller's for the length of a call.
-// Threads: called on the thread that uses the connection, without a lock of the manager's. Must not
+// Owns:    nothing; the caller owns the bytes and keeps them during a call.
+// Threads: called on the thread that uses the connection, without the manager's lock. Must not
 //          throw.
 #pragma once
 #include <cstdint>
@@ -11,9 +11,9 @@
 enum class ConnectProblem : std::uint8_t {
     none,
     unknownHost, // the name has no IPv4 address
-    refused, // somebody is there and takes no connection on this port
-    timedOut, // nobody answered in the time of a connection
-    noRoute, // this computer knows no way to the address
+    refused, // the host exists but accepts no connection on this port
+    timedOut, // no answer within the time for a connection
+    noRoute, // this computer has no route to the address
     other,
 };
 
@@ -32,7 +32,7 @@ protected:
     LinkTrace& operator=(const LinkTrace&) = default;
 };
 
-// The process's, or null; it stays the caller's until it is taken away, after the last connection.
+// The process's trace, or null. The caller owns it, and removes it after the last connection.
 void setLinkTrace(LinkTrace* trace);
 LinkTrace* linkTrace();
 

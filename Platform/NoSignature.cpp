@@ -1,4 +1,4 @@
-// A program without libsodium: no signature can be proved, so none is valid.
+// For builds without libsodium: no signature can be verified, so every one is invalid.
 #include "Platform/SignatureCheck.h"
 
 namespace signature {

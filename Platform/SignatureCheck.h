@@ -1,9 +1,9 @@
-// The two cryptographic operations behind a signed package: a BLAKE2b-512 sum of its bytes and the
-// check of an Ed25519 signature. Everything else about signatures is plain text and stands above.
+// The two cryptographic operations for signed packages: a BLAKE2b-512 sum of bytes and the
+// verification of an Ed25519 signature. Higher floors handle the text files of signatures.
 //
 // Owns:    a running sum owns its state.
 // Threads: any; one object at a time.
-// Fails closed: where the library is missing or does not start, no signature is ever valid.
+// Fails closed: if the library is missing or does not start, no signature is valid.
 #pragma once
 #include <array>
 #include <cstddef>
@@ -16,12 +16,12 @@ using Sum = std::array<unsigned char, 64>; // BLAKE2b-512
 using Signature = std::array<unsigned char, 64>; // Ed25519
 using Key = std::array<unsigned char, 32>; // its public half
 
-// Whether signatures can be checked at all in this program.
+// Whether this program can verify signatures at all.
 bool isAvailable();
-// True only where the signature was proved to be this key's over the whole message.
+// True only if this is proved to be the key's signature over the whole message.
 bool isValid(const Signature& signature, std::span<const unsigned char> message, const Key& key);
 
-// The sum of bytes that arrive in parts.
+// Computes the sum of bytes that arrive in parts.
 class RunningSum {
 public:
     RunningSum();
@@ -30,7 +30,7 @@ public:
     RunningSum& operator=(const RunningSum&) = delete;
 
     void add(std::span<const unsigned char> bytes);
-    // False where the sum could not be taken. The object is not to be used any more.
+    // False if the sum could not be computed. The object must not be used afterwards.
     bool finish(Sum& sum);
 
 private:

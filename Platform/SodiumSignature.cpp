@@ -16,7 +16,7 @@ struct RunningSum::State {
 
 bool isAvailable()
 {
-    return sodium_init() >= 0; // 1 where it was started before
+    return sodium_init() >= 0; // 1 if it was already started
 }
 
 bool isValid(const Signature& signature, std::span<const unsigned char> message, const Key& key)

@@ -11,7 +11,7 @@ constexpr std::string_view kUntrusted = "untrusted comment: ";
 constexpr std::string_view kTrusted = "trusted comment: ";
 constexpr std::string_view kDigits =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-constexpr std::size_t kMark = 2; // bytes that name the algorithm
+constexpr std::size_t kMark = 2; // bytes for the algorithm's name
 
 // The lines of a text without their ends; no empty line after the last line feed.
 std::vector<std::string_view> linesOf(std::string_view text)
@@ -60,7 +60,7 @@ std::optional<std::vector<unsigned char>> fromBase64(std::string_view text)
         if (i % 4 != 0)
             bytes.push_back(static_cast<unsigned char>(bits >> (6 - 2 * (i % 4))));
     }
-    // Bits beyond the last byte are 0, so that one value has one text.
+    // Bits beyond the last byte must be 0, so that each value has only one text.
     const auto unused = end % 4 == 2 ? 0xFU : end % 4 == 3 ? 3U : 0U;
     if ((bits & unused) != 0)
         return std::nullopt;

@@ -1,8 +1,8 @@
-// The two small text files of minisign: a public key and a detached signature. Read strictly: a
-// file that is not exactly of that form is not read at all.
+// The two small text files of minisign: a public key and a detached signature. Strict: refuses
+// every file that does not have exactly that form.
 //
 // Owns:    its values.
-// Threads: any. Checks nothing: whether a signature is a key's is PackageTrust's question.
+// Threads: any. Verifies no signature: PackageTrust does that.
 #pragma once
 #include "Platform/SignatureCheck.h"
 
@@ -22,8 +22,8 @@ struct PublicKey {
 };
 
 struct DetachedSignature {
-    bool isPrehashed; // over the BLAKE2b sum; else over the file itself, the form before 2020
-    KeyId id; // of the key that it says it is of
+    bool isPrehashed; // over the BLAKE2b sum; otherwise over the file itself, the form before 2020
+    KeyId id; // of the key that it claims
     signature::Signature bytes; // over the file
     std::string trustedComment;
     signature::Signature commentBytes; // over the signature and the trusted comment

@@ -13,16 +13,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Far above a key or a signature with the longest comment that minisign writes (8 KiB).
+// Far larger than a key or a signature with minisign's longest comment (8 KiB).
 constexpr std::size_t kLargestTextFile = 65536;
-constexpr std::size_t kShownPath = 4096; // a path that is cut short is of no use
+constexpr std::size_t kShownPath = 4096; // a truncated path is useless
 
 struct TrustedKey {
     std::string name; // as shown
     std::optional<minisign::PublicKey> key; // empty: its file cannot be read
 };
 
-// The whole of a small file; no value where it cannot be read or is larger than such files are.
+// The content of a small file; no value if it cannot be read or is larger than such files are.
 std::optional<std::string> smallFile(const std::string& path)
 {
     std::FILE* file = nullptr;
@@ -52,8 +52,8 @@ TrustedKey givenKey(const std::string& given)
     return {"the given key", minisign::parsePublicKey(given)};
 }
 
-// The keys that decide. Not even one that cannot be read is passed over: where there is a key, an
-// unsigned package is refused. No value where the folder is there and cannot be read.
+// The keys that decide. Includes unreadable ones: if there is any key, an unsigned package is
+// refused. No value if the folder exists but cannot be read.
 std::optional<std::vector<TrustedKey>> keysOf(const TrustRequest& request)
 {
     if (!request.key.empty())
@@ -97,7 +97,7 @@ bool isSignedBy(const minisign::PublicKey& key, const minisign::DetachedSignatur
     return signature::isValid(found.commentBytes, commented, key.bytes);
 }
 
-// The sums of the container, taken in the reading that seals it.
+// The sums of the container, computed by the reading that seals it.
 struct Sums {
     Sha256 sha256;
     signature::RunningSum blake2b;
@@ -152,7 +152,7 @@ TrustResult checkTrust(vymBindInfo& container, const std::string& containerFile,
         return refused("The trusted keys in '" + plainText(request.keyFolder, kShownPath)
                        + "' cannot be read. Ask the administrator of this computer.");
     TrustResult result;
-    result.isTrusted = request.sha256.empty() && keys->empty(); // nothing is demanded
+    result.isTrusted = request.sha256.empty() && keys->empty(); // no requirements
     if (result.isTrusted)
         return result;
     const auto signatureFile = containerFile + kSignatureSuffix;

@@ -1,8 +1,8 @@
-// Whether the container is the one that it should be: the one with this SHA-256, and one that is
-// signed with a trusted key. Success is proved, never assumed: whatever cannot be read, is missing
-// or is not understood leaves the package untrusted.
+// Decides whether the container can be trusted: it has the given SHA-256, and it is signed with a
+// trusted key. Success is proved, never assumed: an unreadable, missing or malformed file leaves
+// the package untrusted.
 //
-// The container is sealed in the same reading, so that what was checked is what is sent later.
+// The same reading seals the container, so that only checked bytes are sent later.
 //
 // Owns:    nothing.
 // Threads: the caller's; the container is used by one thread at a time.
@@ -15,30 +15,30 @@
 
 // Keys that the administrator trusts, one file each, their names ending in ".pub".
 constexpr const char* kKeyFolder = "/etc/vymkit/keys";
-// Beside the container's name, the name of its signature.
+// Added to the container's name, this is the name of its signature.
 constexpr const char* kSignatureSuffix = ".minisig";
 
 struct TrustRequest {
     std::string sha256; // the container's, in hexadecimal; empty: any
-    // A key file or the key's Base64 text; only a package signed with it is trusted then. Empty:
+    // A key file or the key's Base64 text; then only a package signed with it is trusted. Empty:
     // the keys of the folder decide, if there are any.
     std::string key;
     std::string keyFolder = kKeyFolder;
 };
 
-// Whose signature a package bears; both texts are fit to be shown.
+// The signer of a package; both texts are safe to show.
 struct PackageSignature {
     std::string key; // the key file's name
-    std::string comment; // the trusted comment, which is signed as well
+    std::string comment; // the trusted comment, which is also signed
 };
 
 struct TrustResult {
     bool isTrusted = false;
     bool wasStopped = false;
     std::string problem; // why it is not trusted, and what to do
-    std::optional<PackageSignature> signature; // where there was a key to check it with
+    std::optional<PackageSignature> signature; // if there was a key to verify it
 };
 
-// containerFile: the path that the open container was opened by.
+// containerFile: the path with which the container was opened.
 TrustResult checkTrust(vymBindInfo& container, const std::string& containerFile,
                        const TrustRequest& request, const std::function<bool()>& shouldStop);
