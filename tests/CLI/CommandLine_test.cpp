@@ -1,4 +1,4 @@
-// Whole command lines that ask no printer: help, package information, wrong usage, bad packages.
+// Whole command lines that query no printer: help, package information, wrong usage, bad packages.
 #include "tests/CLI/CommandRun.h"
 
 #include <gmock/gmock.h>
@@ -73,7 +73,7 @@ TEST(CommandLine, SaysWhatIsWrongUsage)
     EXPECT_EQ(run.err, "");
 }
 
-TEST(CommandLine, ShowsItsCommandsToWhoeverWritesNone)
+TEST(CommandLine, ShowsItsCommandsOnAnEmptyCommandLine)
 {
     CommandRun run;
     EXPECT_EQ(run.run({}), 64);
@@ -96,7 +96,7 @@ TEST(CommandLine, ConnectsToAnotherPortOnRequest)
     EXPECT_EQ(run.worker.portNumber, 9100);
 }
 
-TEST(CommandLine, UpdatesNothingUnaskedWhereNobodyCanBeAsked)
+TEST(CommandLine, UpdatesNothingWithoutConsentIfItCannotAsk)
 {
     CommandRun run;
     EXPECT_EQ(run.runOnPackage({"update", "--address", "192.0.2.7"}), 64);

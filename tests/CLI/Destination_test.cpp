@@ -1,4 +1,4 @@
-// Whole command lines that name a printer by its queue or its port string.
+// Whole command lines with a printer's queue or port string.
 #include "tests/CLI/PrintersRun.h"
 
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@ TEST(PrinterByName, IsFoundWithoutCaseAsPrintServersDo)
     EXPECT_EQ(run.check("--printer", "oFFICE"), 2);
     EXPECT_EQ(run.worker.port, "lpd://10.0.0.5/q/");
     run.server.queue("OFFICE", "lpd://10.0.0.7/q", "Driver 100 PS");
-    EXPECT_EQ(run.check("--printer", "OFFICE"), 2); // exactly so
+    EXPECT_EQ(run.check("--printer", "OFFICE"), 2); // an exact match
     EXPECT_EQ(run.worker.port, "lpd://10.0.0.7/q/");
     EXPECT_EQ(run.check("--printer", "oFFICE"), 68);
     EXPECT_THAT(run.out, HasSubstr("several-printers"));
@@ -80,7 +80,7 @@ TEST(PrinterByName, IsRefusedWhenItFitsNoneOrSeveralOrOneThatCannotBeUpdated)
     }
 }
 
-TEST(PrinterByName, IsNotKnownWhereThePrintServerCannotBeAsked)
+TEST(PrinterByName, IsNotKnownIfThePrintServerCannotBeQueried)
 {
     Printers run;
     run.usbPrinter("12");

@@ -9,7 +9,7 @@
 
 namespace {
 
-// A terminal, and what is written to it.
+// A terminal and the text written to it.
 class Screen : public ::testing::Test {
 protected:
     Screen()
@@ -71,7 +71,7 @@ TEST_F(Screen, ClearsALiveLineThatANarrowerTerminalHasBroken)
     Display display(program, true);
     display.live(std::string(50, 'x'));
     static_cast<void>(shown());
-    resize(20); // it stands in three rows now
+    resize(20); // it takes three rows now
     display.line("done");
     EXPECT_EQ(shown(), "\x1b[2A\r\x1b[Jdone\r\n");
 }

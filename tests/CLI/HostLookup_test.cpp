@@ -1,4 +1,4 @@
-// The name of a host in place of an address; "localhost" is the one name that every system knows.
+// A host name instead of an address; "localhost" is the only name that every system knows.
 #include "tests/CLI/CommandRun.h"
 
 #include <gmock/gmock.h>

@@ -7,7 +7,7 @@
 
 namespace {
 
-// What a report writes to its two streams, both of them files.
+// The output of a report on its two streams, which are files.
 class Reported {
 public:
     template <class Use> explicit Reported(Use use, bool quiet = false)
@@ -76,7 +76,7 @@ TEST(HumanReport, ShowsPercentAndBytesOfOneMoment)
         view.step = {"State_PrepUpdate", {}, 0.0, {}};
         report.status(view);
         view.record.m_bytesDone = view.record.m_bytesTotal = 300;
-        view.step = {}; // all sent: the bar stays where it is
+        view.step = {}; // all sent: the bar stays unchanged
         report.status(view);
     });
     EXPECT_EQ(reported.err, "Sending the firmware\n");

@@ -7,7 +7,7 @@
 
 namespace {
 
-// What a report writes into a file.
+// The output of a report in a file.
 template <class Use> std::string written(Use use)
 {
     TempFolder folder;

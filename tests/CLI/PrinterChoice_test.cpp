@@ -34,8 +34,8 @@ TEST(PrinterChoice, TakesAnIdentifierBeforeANameAndExactBeforeInexact)
     EXPECT_EQ(chosen(made, "office"), "office");
     EXPECT_EQ(chosen(made, "OFFICE"), "OFFICE");
     EXPECT_EQ(chosen(made, "Home"), "office"); // its name, exactly
-    EXPECT_EQ(chosen(made, "HOME"), "home"); // an identifier without case
-    EXPECT_EQ(chosen(made, "tHIRD"), "OFFICE"); // a name without case
+    EXPECT_EQ(chosen(made, "HOME"), "home"); // an identifier, ignoring case
+    EXPECT_EQ(chosen(made, "tHIRD"), "OFFICE"); // a name, ignoring case
 }
 
 TEST(PrinterChoice, RefusesWhatFitsNoneOrSeveralOrOneThatCannotBeUpdated)

@@ -1,4 +1,4 @@
-// The wait for printers that are being looked for, and its end.
+// The wait for the search for printers, and its end.
 #include "tests/CLI/PrintersRun.h"
 
 #include <csignal>

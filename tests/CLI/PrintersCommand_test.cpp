@@ -52,7 +52,7 @@ TEST(PrintersCommand, SaysThatThereIsNone)
     EXPECT_THAT(run.out, HasSubstr(R"("printers":[],"udev_rule":null,)"));
 }
 
-TEST(PrintersCommand, ListsUsbWhereThePrintServerCannotBeAsked)
+TEST(PrintersCommand, ListsUsbIfThePrintServerCannotBeQueried)
 {
     Printers run;
     run.usbPrinter("12");

@@ -1,12 +1,11 @@
-// Whole command lines over two print queues and printers on USB: what the tests of the list, of the
-// look-up and of the choice share.
+// Whole command lines with two print queues and printers on USB, for the tests of the list, of the
+// look-up and of the choice.
 #pragma once
 #include "VYM/vymParse.h"
 #include "tests/CLI/CommandRun.h"
 #include "tests/support/ScriptedUsbHost.h"
 
-inline constexpr unsigned kUntilSeen =
-    200000; // microseconds; what another thread reacts to at once
+inline constexpr unsigned kUntilSeen = 200000; // microseconds; another thread reacts faster
 
 inline std::string usbPort(const std::string& serial)
 {
@@ -14,7 +13,7 @@ inline std::string usbPort(const std::string& serial)
 }
 
 // Two queues for two printers, and on the bus a printer of the package's model: the one that the
-// test named first has no queue.
+// test names first has no queue.
 class Printers : public CommandRun {
 public:
     Printers()

@@ -100,7 +100,7 @@ TEST(Terminal, KnowsHowWideLettersAre)
     EXPECT_EQ(columnsNeeded("abc"), 3U);
     EXPECT_EQ(columnsNeeded("\xc3\xa9t\xc3\xa9"), 3U); // accented
     EXPECT_EQ(columnsNeeded("\xe5\x8d\xb0\xe5\x88\xb7"), 4U); // wide
-    EXPECT_EQ(columnsNeeded("e\xcc\x81"), 1U); // a mark that combines
+    EXPECT_EQ(columnsNeeded("e\xcc\x81"), 1U); // a combining mark
     EXPECT_EQ(columnsNeeded("\xff"), 1U);
 }
 

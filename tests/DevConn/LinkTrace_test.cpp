@@ -31,7 +31,7 @@ TEST(LinkTrace, TellsWhyAConnectionWasNotMade)
     Recorder recorder;
     void* handle = nullptr;
     auto* manager = DevConnMgr::Instance();
-    // Port 1 of the loopback: reserved, and nothing listens there.
+    // Port 1 of the loopback is reserved and has no listener.
     EXPECT_LT(manager->Connect(nullptr, "127.0.0.1", 0, 1, &handle), 0);
     EXPECT_LT(manager->Connect("queue", "lpd://no-such-host.invalid/", 0, 1, &handle), 0);
     ASSERT_EQ(recorder.problems.size(), 2U);

@@ -1,4 +1,4 @@
-// A program without the library proves nothing, and so trusts nothing.
+// A program without the library can prove no signature, so it trusts none.
 #include "Platform/SignatureCheck.h"
 
 #include <gtest/gtest.h>

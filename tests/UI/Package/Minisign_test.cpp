@@ -4,7 +4,7 @@
 
 namespace {
 
-// Both made by minisign 0.11.
+// minisign 0.11 made both.
 constexpr std::string_view kKeyLine = "RWSrABLVWcVxU4KJnD4V4jXaYymWk926n1LeHrVKabjMGJAkOu+9Qs7H";
 const std::string kKeyFile =
     "untrusted comment: minisign public key 5371C559D51200AB\n" + std::string(kKeyLine) + "\n";

@@ -1,4 +1,4 @@
-// Packages signed by the real minisign, and everything that may be wrong with one.
+// Packages signed with the real minisign, and all possible faults of a signature.
 #include "UI/Package/PackageFacts.h"
 #include "tests/support/Package.h"
 
@@ -37,7 +37,7 @@ protected:
         run("-S -s " + m_keys / (name + ".key") + " -m " + container() + " -t '" + kComment + "' "
             + options);
     }
-    // The administrator trusts this key.
+    // Makes this a key that the administrator trusts.
     void trust(const std::string& name) const
     {
         fs::copy_file(publicKey(name), keyFolder() / (name + ".pub"));
@@ -151,7 +151,7 @@ TEST_F(Trust, RefusesASignatureWithAnyByteChanged)
     sign();
     const auto path = container() + ".minisig";
     const auto whole = readFile(path);
-    // The first line is a comment that nobody signed.
+    // The first line is an unsigned comment.
     for (auto at = whole.find('\n'); at < whole.size(); ++at) {
         auto changed = whole;
         changed[at] = changed[at] == 'A' ? 'B' : 'A';
