@@ -62,6 +62,14 @@ std::string otherSeries(std::string_view version)
     return text;
 }
 
+// Of the same series, with a letter where a digit is compared.
+std::string unreadable(std::string_view version, const Fields& fields)
+{
+    std::string text(version);
+    text[fields.minor.begin + fields.minor.size - 1] = 'X';
+    return text;
+}
+
 std::string belowCompatible(std::string_view update, std::string_view compatible)
 {
     const bool counts = update.find('.') == update.npos && compatible.size() > kSeriesLength;
@@ -92,7 +100,7 @@ std::vector<VersionSample> versionSamples(std::string_view update, std::string_v
             {"higher major number", major(true)},
             {"below COMPATIBLE", belowCompatible(update, compatible)},
             {"another series", fields.series ? otherSeries(update) : std::string()},
-            {"unreadable", kUnreadable}};
+            {"unreadable", unreadable(update, fields)}};
 }
 
 const char* formText(std::string_view version)

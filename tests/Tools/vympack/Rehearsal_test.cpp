@@ -129,6 +129,7 @@ void expectSameCheck(const Outcome& left, const Outcome& right)
         EXPECT_EQ(one.reason, other.reason);
         EXPECT_EQ(one.resultCode, other.resultCode);
         EXPECT_EQ(one.installed, other.installed);
+        EXPECT_EQ(one.warning, other.warning);
     }
 }
 
@@ -186,7 +187,11 @@ TEST(VympackRehearsal, SimulationCheckAndRunNeverDifferWhereThePrinterDoesNotDec
         }
         const auto simulation = simulated(*package.facts(), made.printer);
         expectSameCheck(simulation, checked(*package.facts(), made.printer));
-        if (doesPrinterDecide(simulation, made.printer)) {
+        const auto& all = simulation.firmware;
+        const bool isWarned = std::any_of(
+            all.begin(), all.end(), [](const auto& firmware) { return !firmware.warning.empty(); });
+        EXPECT_EQ(isWarned, doesPrinterDecide(simulation, made.printer));
+        if (isWarned) {
             ++decidedByPrinter;
             continue;
         }

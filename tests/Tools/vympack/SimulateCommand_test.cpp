@@ -29,7 +29,7 @@ TEST(VympackSimulate, EndsAsACheckOfSuchAPrinterWould)
         {"nothing listed", kDemo, 2},
         {"another series", kDemo + " --installed MAIN=XX010100", 2},
         {"too old", kDemo + " --installed MAIN=VP010000", 22},
-        {"unreadable", kDemo + " --installed MAIN=one", 15},
+        {"unreadable", kDemo + " --installed MAIN=VP01010X", 15},
         {"another model", kDemo + " --model 'Model 9' --installed MAIN=VP010100", 17},
         {"the model in another case", kDemo + " --model 'VYMPRINT 200' --installed MAIN=VP010100",
          0},
