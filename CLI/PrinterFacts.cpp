@@ -53,7 +53,7 @@ std::string hostOf(std::string_view uri)
 
 using Hosts = std::map<std::string, std::string>; // to the name of the candidate that has it
 
-// Candidates are candidates whatever is wrong with their address: the list is the window's too.
+// A bad address does not disqualify a candidate: the window has the same list.
 std::string warningOf(const PrinterFinding& finding, Hosts& hosts)
 {
     const auto uri = finding.printer->printerURI().value_or("");

@@ -19,7 +19,7 @@ struct ListedPrinter {
     PrinterReason reason = PrinterReason::candidate;
     std::string sameAs;
     std::string answeredModel;
-    std::string warning; // what would go wrong with a candidate; empty where nothing is foreseen
+    std::string warning; // a foreseeable problem of a candidate; may be empty
 };
 
 struct PrinterFacts {

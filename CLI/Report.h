@@ -27,7 +27,7 @@ public:
     virtual void waiting(const std::string& stage, double seconds) = 0; // for an answer
     virtual void status(const StatusView& view) = 0;
     virtual void warn(const std::string& text) = 0; // before the command begins
-    // Nothing has changed for so long that a person wants to know why.
+    // Nothing has changed for long enough to explain that to a person.
     virtual void quiet(double silence, double seconds) = 0;
     // A stop was requested; called again for each further request.
     virtual void stopping(StopCause cause, double seconds) = 0;

@@ -19,7 +19,7 @@ enum class VersionReason : std::uint8_t {
     otherSeries, // the leading characters of the versions differ: sends nothing, without an error
     unreadableVersion, // a version text of no known form
     undecided, // an error came before the decision
-    noRule, // the package's version rule sends no such step: nothing is sent, and no error
+    noRule, // the package's version rule does not cover this step: sends nothing, without an error
 };
 
 struct VersionDecision {

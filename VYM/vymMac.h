@@ -91,7 +91,7 @@ unsigned long getSystemVersion();
 // null or a path of more than 1023 bytes.
 // Threads: before the container is opened.
 bool setBundleLocation(const char* folder);
-// A package file of any name, opened in place of VYMBINDDATA in that folder; empty: none, as at the
+// A package file of any name, opened instead of VYMBINDDATA in that folder; empty: none, as at the
 // start. Returns and threads as above.
 bool setBundleFile(const char* path);
 const char* bundleFile(); // empty where none was set

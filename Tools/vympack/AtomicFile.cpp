@@ -11,7 +11,7 @@ namespace vympack {
 namespace {
 
 constexpr int kTries = 100; // temporary names that another run may have left
-constexpr mode_t kNewFile = 0666; // less what the umask takes away
+constexpr mode_t kNewFile = 0666; // minus the bits of the umask
 constexpr mode_t kPermissions = 07777;
 
 std::string folderOf(const std::string& path)

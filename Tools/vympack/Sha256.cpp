@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kRounds = 64;
 constexpr std::size_t kGivenWords = 16; // of a block; the rounds use words made from them
-constexpr std::size_t kLengthPlace = 56; // where the length stands in the last block
+constexpr std::size_t kLengthPlace = 56; // the offset of the length in the last block
 
 // The fractional parts of the cube roots of the first 64 primes.
 constexpr std::array<std::uint32_t, kRounds> kRoundConstants{

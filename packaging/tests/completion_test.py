@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Completion as a person at a terminal meets it: in bash, in zsh and in fish.
+"""Completion as users see it: in bash, in zsh and in fish.
 
 completion_test.py BUILD_FOLDER
 """
@@ -31,7 +31,7 @@ autoload -Uz compinit; compinit -u -D; zstyle ':completion:*' menu no; LISTMAX=9
 
 
 class Place:
-    """A folder with stand-ins of the programs, so that live values are known."""
+    """A folder with replacements of the programs, so that their values are known."""
 
     def __init__(self):
         self.path = pathlib.Path(tempfile.mkdtemp())
@@ -89,7 +89,7 @@ class Completion(unittest.TestCase):
         return {each.split("\t")[0] for each in found}
 
     def zsh(self, line, expected):
-        """Types the line and the tab key; whether the text appears."""
+        """Types the line and the tab key; returns whether the text appears."""
         child, terminal = pty.fork()
         if child == 0:
             os.chdir(self.place.path)

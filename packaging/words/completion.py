@@ -1,8 +1,8 @@
-"""Writes a program's completion for a shell out of what its --help says.
+"""Writes a program's completion for a shell, from its --help.
 
 completion.py bash|zsh|fish PROGRAM PATH > FILE
-Values are completed by their kind: folders, files, and what only the program itself knows, which
-the completion asks it for while it runs (print queues, port strings, faults).
+Values are completed by their kind: folders, files, and values that only the program itself knows, for
+which the completion runs it (print queues, port strings, faults).
 """
 import re
 import sys
@@ -15,8 +15,8 @@ LIVE = {"--printer": "queues", "--uri": "ports", "--fault": "faults"}
 FOLDERS = ("FOLDER", "DIR", "DIRECTORY")
 FILES = ("FILE", "PACKAGE", "INPUT", "OLD", "NEW")
 
-# One JSON object in a line: what stands after a key, or nothing. A queue has a name that people
-# read and an identifier; the identifier has no blanks.
+# Prints the value after a key in one line of JSON, if there is one. A queue has a name for people and
+# an identifier; the identifier has no blanks.
 QUERY = r"""vymkit-cli printers --all --json --deadline 5 %s 2>/dev/null |
         grep -o '"%s":"[^"]*"' | cut -d '"' -f 4 | sort -u"""
 
@@ -34,7 +34,7 @@ def kind(entry):
 
 
 def scopes(page):
-    """(command or '', its options): what can be written after it."""
+    """Yields (command or '', its options): the words that may follow it."""
     found = [("", page.options())]
     for name, (_, own) in page.commands.items():
         if own is None:

@@ -1,7 +1,7 @@
 """Reads the --help page of a program: commands, options, examples and exit codes as values.
 
-The page is the one place where an option is declared for people; manual pages and completion are
-made of it, so that they cannot say something else.
+The page is the only place where an option is described for people; manual pages and completion are
+made from it, so that they cannot differ.
 """
 import collections
 import dataclasses
@@ -45,12 +45,12 @@ class Page:
         return [option for page in pages for option in page.options()]
 
     def all_names(self):
-        """The same in every spelling."""
+        """The same for every spelling."""
         return {name for option in self.all_options() for name in option.names}
 
 
 def sections(text):
-    """Parts of the page under lines such as 'Options:'; what comes first has the title ''."""
+    """Parts of the page under lines such as 'Options:'; the first part has the title ''."""
     title, lines, found = "", [], []
     for line in text.splitlines():
         match = SECTION.match(line)
@@ -64,7 +64,7 @@ def sections(text):
 
 
 def text_column(lines):
-    """Where descriptions begin: most entries leave two blanks before it."""
+    """The column where descriptions begin: most entries have two blanks before it."""
     starts = [re.match(r"^\s+\S.*?\s{2,}(?=\S)", line) for line in lines
               if not line.startswith(" " * 12)]
     columns = collections.Counter(match.end() for match in starts if match)
@@ -72,7 +72,7 @@ def text_column(lines):
 
 
 def entries(lines):
-    """(left side, description) of each entry, its following lines joined."""
+    """(left side, description) of each entry, with its lines joined."""
     column = text_column(lines)
     lines = [line for line in lines if line.strip()]
     indents = [len(line) - len(line.lstrip()) for line in lines] + [0]

@@ -1,4 +1,4 @@
-"""Fills a manual page's template with what the program's --help says.
+"""Fills a manual page's template with the content of the program's --help.
 
 manpage.py PROGRAM PATH TEMPLATE VERSION DATE > PAGE
 Lines of a template that are replaced: @COMMANDS@, @OPTIONS@, @EXIT@.

@@ -1,4 +1,4 @@
-// Debug texts, and what the portability layer asks of the system around it.
+// Debug texts, and the portability layer's queries to the system.
 #include "VYM/vymMac.h"
 #include "tests/support/TempFolder.h"
 
@@ -34,7 +34,7 @@ protected:
     }
 };
 
-// The user's locale variables, all gone, and as they were again afterwards.
+// Unsets the user's locale variables, and restores them afterwards.
 class Locale : public testing::Test {
 protected:
     Locale()
@@ -54,7 +54,7 @@ protected:
     {
         char* text = getLocaleString();
         const std::string copy = text;
-        std::free(text); // NOLINT: the caller's to free
+        std::free(text); // NOLINT: the caller frees it
         return copy;
     }
 
@@ -156,11 +156,11 @@ TEST(BundleLocation, IsTheExecutablesFolderUntilItIsSet)
     ASSERT_TRUE(setBundleLocation("/some/where"));
     ASSERT_TRUE(getBundleLocation(folder, sizeof folder));
     EXPECT_STREQ(folder, "/some/where");
-    EXPECT_TRUE(setBundleLocation("")); // the executable's again
+    EXPECT_TRUE(setBundleLocation("")); // the executable's folder again
 }
 
-// A copy of this program in a folder whose path is so long, started for its exit code: 0 known, 1
-// not.
+// Starts a copy of this program in a folder with a path of this length. Exit code 0: location
+// known, 1: unknown.
 TEST(BundleLocation, IsUnknownWhereTheExecutablesPathFillsTheBuffer)
 {
     if (std::getenv("VYMKIT_TEST_ASK_FOLDER") != nullptr) {

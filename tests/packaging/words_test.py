@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""The options and exit codes of --help, manual page, docs and completion are the same, and every
-place that needs the version has the same one.
+"""The options and exit codes of --help, manual page, docs and completion agree, and every place with
+the version has the same one.
 
 words_test.py BUILD_FOLDER
-A new option belongs into the program's --help; manual page and completion are made of it. What
-fails here then is the docs, which are written by hand.
+A new option belongs in the program's --help; manual page and completion are made from that. This test
+then fails for the docs, which are written by hand.
 """
 import pathlib
 import re
@@ -24,7 +24,7 @@ WORDS = BUILD / "packaging/words"
 # program with commands of its own, in its examples.
 TABLES = {"vymkit": ["users"], "vymkit-cli": ["command-line"], "vymprinter": ["virtual-printer"]}
 EXAMPLES = {"vympack": ["package-format", "makers"]}
-# What every program has, and no page has to repeat.
+# Options of every program, which pages need not repeat.
 ALWAYS = {"-h", "--help", "--version", "--help-all"}
 NAME = r"(?<![\w-])--?[A-Za-z][\w-]*"
 
@@ -44,7 +44,7 @@ def first_cells(text):
 
 
 def manual(program):
-    """The page's text as lines, without what roff adds to it."""
+    """The page's text as lines, without roff's additions."""
     text = (WORDS / f"{program}.1").read_text(encoding="utf-8")
     return text.replace("\\-", "-").replace("\\(aq", "'").replace("\\e", "\\").replace("\\&", "")
 
@@ -71,8 +71,8 @@ class Words(unittest.TestCase):
             self.assertTrue(page.usage.startswith(program), page.usage)
 
     def test_every_option_of_the_help_is_taken_by_the_command_line(self):
-        # The other programs' help is made of what their parser knows. A parser names every word
-        # that it does not know; the last one makes sure that nothing starts.
+        # The other programs' help is made from their parser. A parser names every word that it does
+        # not know; the last one ensures that nothing starts.
         for option in PAGES["vymkit-cli"].options():
             if set(option.names) & ALWAYS:
                 continue  # wins over everything else on the line
