@@ -22,6 +22,7 @@ public:
         return *vymBindInfo::Instance();
     }
     [[nodiscard]] const MemoryFile& file() const { return m_file; }
+    [[nodiscard]] std::string folder() const { return m_folder.path().string(); }
 
 private:
     TempFolder m_folder;

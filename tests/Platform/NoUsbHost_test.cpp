@@ -1,0 +1,8 @@
+#include "Platform/SystemUsbHost.h"
+
+#include <gtest/gtest.h>
+
+TEST(NoUsbHost, IsNull)
+{
+    EXPECT_EQ(systemUsbHost(), nullptr);
+}
