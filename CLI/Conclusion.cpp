@@ -144,6 +144,8 @@ std::string_view messageKeyOf(int code, const FirmwareOutcome* last, const Outco
         return "OtherSeries";
     if (code == result::kConnectionLost && last == nullptr && !outcome.bytesWentOut)
         return unconnectedKey(outcome, connect);
+    if (code == result::kSuccess && automaticEnd && hasUnconfirmed(outcome))
+        return "NormalEnd_Unconfirmed";
     return resultText(code, automaticEnd).messageKey;
 }
 

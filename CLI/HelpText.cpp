@@ -34,6 +34,7 @@ Options, before or after the command:
       --key KEY        Refuse any package that is not signed with this key: a file
                        made by minisign, or the key itself.
       --deadline S     Stop after S seconds, as Ctrl-C does.
+      --verify S       Afterwards wait up to S seconds for the printer, and compare its versions.
       --stall-limit S  Stop when the printer shows no progress for S seconds (update).
       --json           Write JSON lines to the standard output, and nothing else; ask nothing.
   -q, --quiet          Show no progress.
@@ -49,6 +50,8 @@ printer can be left. Never switch the printer off while an update runs.
 Exit codes:
   0    updated; for check: an update would send something; for printers: they are listed
   2    nothing to update
+  3    with --verify: updated, but the printer did not come back to confirm it
+  4    with --verify: updated, but the printer came back with another version
   11   the printer reports an error            18   a firmware image cannot be read
   12   data arrived damaged                    19   system error
   13   the printer is busy                     20   other error

@@ -76,7 +76,8 @@ Json outcomeToJson(const FirmwareOutcome& outcome)
             {"bytes_sent", outcome.bytesSent},
             {"bytes_total", outcome.bytesTotal},
             {"confirmed", outcome.confirmed},
-            {"warning", orNull(outcome.warning)}};
+            {"warning", orNull(outcome.warning)},
+            {"installed_after", orNull(outcome.installedAfter.value_or(""))}};
 }
 
 Json packageToJson(const PackageFacts& package)
@@ -154,7 +155,8 @@ Json resultToJson(const Outcome& outcome)
                  {"package", Json()},
                  {"printers", Json()},
                  {"udev_rule", outcome.notPermitted ? udevRule() : Json()},
-                 {"warning", orNull(outcome.warning)}};
+                 {"warning", orNull(outcome.warning)},
+                 {"verdict", orNull(outcome.verification)}};
     for (const auto& firmware : outcome.firmware)
         json["firmware"].push_back(outcomeToJson(firmware));
     if (outcome.package.has_value())

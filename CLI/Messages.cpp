@@ -66,6 +66,21 @@ constexpr std::array kTexts = {
     KeyText{"Error_OtherMes",
             "The printer at {address} gave no answer, or none that was expected, {place}."},
 
+    KeyText{"NormalEnd_Unconfirmed",
+            "The firmware was sent to the printer at {address}. This printer does not confirm that "
+            "it has written it: leave it switched on until it is ready, then run the check, or "
+            "update with --verify."},
+    KeyText{"Verified",
+            "The printer at {address} has come back, and has the versions that were sent."},
+    KeyText{"NotConfirmedTitle", "not confirmed"},
+    KeyText{"NotConfirmed",
+            "The firmware was sent, but the printer at {address} did not come back in time to say "
+            "which versions it has. Wait until it is ready, then run the check."},
+    KeyText{"NotInstalledTitle", "another version"},
+    KeyText{"NotInstalled",
+            "The firmware was sent, but the printer at {address} has come back with another "
+            "version. Wait until it is ready, then run the check."},
+
     KeyText{"UpdateAvailable",
             "An update would send {number} of {count} firmware to the printer "
             "at {address}."},

@@ -30,6 +30,7 @@ struct Words {
     std::string key;
     std::string deadline;
     std::string stallLimit;
+    std::string verify;
     std::string port;
     std::string trace;
     std::string run;
@@ -58,6 +59,7 @@ void declare(CLI::App& app, Options& options, Words& words)
     app.add_option("--key", words.key);
     app.add_option("--deadline", words.deadline);
     app.add_option("--stall-limit", words.stallLimit);
+    app.add_option("--verify", words.verify);
     app.add_flag("-y,--yes", options.yes);
     app.add_flag("--json", options.json);
     app.add_flag("-q,--quiet", options.quiet);
@@ -125,8 +127,10 @@ std::string strayError(const Options& options, const CLI::App& app)
         return belongsError("--yes", "'update'");
     if (options.all && command != Command::printers)
         return belongsError("--all", "'printers'");
-    if (app.count("--stall-limit") != 0 && command != Command::update)
-        return belongsError("--stall-limit", "'update'");
+    for (const auto* option : {"--stall-limit", "--verify"}) {
+        if (app.count(option) != 0 && command != Command::update)
+            return belongsError(option, "'update'");
+    }
     for (const auto* option : {"--port", "--trace"}) {
         if (app.count(option) != 0 && !asksAPrinter(command))
             return belongsError(option, "'check' and 'update'");
@@ -146,6 +150,8 @@ std::string numberError(const Options& options, const CLI::App& app, const Words
         return limitError("--deadline", words.deadline);
     if (app.count("--stall-limit") != 0 && !options.stallLimit.has_value())
         return limitError("--stall-limit", words.stallLimit);
+    if (app.count("--verify") != 0 && !options.verify.has_value())
+        return limitError("--verify", words.verify);
     if (app.count("--port") != 0 && !options.port.has_value())
         return "'" + plainText(words.port) + "' is not a port: give --port a number from 1 to "
             + std::to_string(kHighestPort) + ".";
@@ -206,6 +212,7 @@ void take(Options& options, const CLI::App& app, const Words& words)
         options.key = words.key;
     options.deadline = parseSeconds(words.deadline);
     options.stallLimit = parseSeconds(words.stallLimit);
+    options.verify = parseSeconds(words.verify);
     options.usageError = usageErrorOf(options, app, words);
 }
 

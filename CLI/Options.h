@@ -30,6 +30,7 @@ struct Options {
     std::optional<std::string> sha256; // that the package must have
     std::optional<std::string> key; // that the package must be signed with: a file or Base64
     std::optional<double> deadline; // seconds
+    std::optional<double> verify; // seconds in which the printer has to come back
     std::optional<double> stallLimit; // seconds without any progress
     bool yes = false;
     bool all = false; // also the printers that cannot be updated

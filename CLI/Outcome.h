@@ -17,6 +17,8 @@
 namespace exitcode {
 constexpr int kDone = 0; // updated; a check found firmware to send; a requested text
 constexpr int kNothingToUpdate = 2;
+constexpr int kNotConfirmed = 3; // updated, but the printer did not come back to say so
+constexpr int kNotInstalled = 4; // updated, but the printer came back with another version
 constexpr int kEngineBase = 10; // plus the engine's result code without its sign
 constexpr int kUsage = 64; // from sysexits.h
 constexpr int kNoPackage = 66;
@@ -51,6 +53,7 @@ struct FirmwareOutcome {
     Decision decision = Decision::undecided;
     VersionReason reason = VersionReason::undecided;
     std::optional<std::string> installed; // from the printer, if it was queried
+    std::optional<std::string> installedAfter; // as the printer says after the update
     std::optional<int> resultCode;
     bool bytesWentOut = false;
     bool confirmed = false; // the printer reported that it has finished writing
@@ -79,6 +82,7 @@ struct Outcome {
     std::string log; // the text of that one
     bool notPermitted = false; // there is a USB printer that this user may not open
     std::string warning; // for the whole run: the package is not for this system
+    std::string verification; // a stable name; empty where none was wanted or possible
     double seconds = 0;
 };
 

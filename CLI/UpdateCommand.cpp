@@ -1,5 +1,6 @@
 #include "CLI/BackgroundTask.h"
 #include "CLI/Commands.h"
+#include "CLI/Verification.h"
 #include "Platform/SleepInhibitor.h"
 #include "UI/Printers/PrinterCheck.h"
 #include "UI/Run/WatchedRun.h"
@@ -197,5 +198,8 @@ Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& de
         if (facts.stop != StopCause::none)
             return concludeUpdate(package, facts);
     }
-    return FollowedRun(package, place, destination).follow();
+    auto outcome = FollowedRun(package, place, destination).follow();
+    if (place.options.verify.has_value() && outcome.verdict == Verdict::updated)
+        verify(package, place, destination, *place.options.verify, outcome);
+    return outcome;
 }

@@ -1,5 +1,6 @@
 #include "VYM/vymBindInfo.h"
 
+#include "VYM/BundlePath.h"
 #include "VYM/vymMac.h"
 
 #include <algorithm>
@@ -22,7 +23,6 @@ constexpr std::size_t kEntrySize = kNameSize + 8;
 // tables are read in larger parts.
 constexpr std::size_t kEntriesAtFirst = 16;
 constexpr std::size_t kEntriesAtOnce = 1024;
-constexpr std::size_t kFolderSize = 1024;
 // Support identifies broken callers by this line number; it stays even if the line moves.
 constexpr unsigned kLookupPlace = 440;
 
@@ -57,8 +57,8 @@ vymBindInfo* vymBindInfo::Instance()
 
 vymBindInfo::vymBindInfo()
 {
-    char folder[kFolderSize] = {};
-    m_located = getBundleLocation(folder, kFolderSize);
+    char folder[kBundlePathSize] = {};
+    m_located = getBundleLocation(folder, kBundlePathSize);
     if (m_located) {
         const std::string other(bundleFile());
         const auto path = other.empty() ? std::string(folder) + "//VYMBINDDATA" : other;

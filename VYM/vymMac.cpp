@@ -1,6 +1,7 @@
 #include "VYM/vymMac.h"
 
 #include "VYM/AsciiCase.h"
+#include "VYM/BundlePath.h"
 #include "VYM/SystemVersion.h"
 
 #include <atomic>
@@ -15,13 +16,11 @@
 
 namespace {
 
-constexpr unsigned long kLocationSize = 1024; // the path buffer of the container's location
-
 std::atomic<TimeSource*> g_timeSource{nullptr};
 std::atomic<unsigned> g_debugLevel{1};
 std::atomic<DebugSink> g_debugSink{nullptr};
-char g_bundleLocation[kLocationSize]; // empty: the executable's folder
-char g_bundleFile[kLocationSize]; // empty: VYMBINDDATA in that folder
+char g_bundleLocation[kBundlePathSize]; // empty: the executable's folder
+char g_bundleFile[kBundlePathSize]; // empty: VYMBINDDATA in that folder
 
 std::atomic_ref<std::uint32_t> signalledFlag(TAG_MUTEXDATA& event)
 {
@@ -268,12 +267,12 @@ char* getLocaleString()
 
 bool setBundleLocation(const char* folder)
 {
-    return strcpy_s(g_bundleLocation, kLocationSize, folder) == 0;
+    return strcpy_s(g_bundleLocation, kBundlePathSize, folder) == 0;
 }
 
 bool setBundleFile(const char* path)
 {
-    return strcpy_s(g_bundleFile, kLocationSize, path) == 0;
+    return strcpy_s(g_bundleFile, kBundlePathSize, path) == 0;
 }
 
 const char* bundleFile()
@@ -285,10 +284,10 @@ bool getBundleLocation(char* folder, unsigned long size)
 {
     if (g_bundleLocation[0] != '\0')
         return strcpy_s(folder, size, g_bundleLocation) == 0;
-    char path[kLocationSize] = {};
-    const auto length = readlink("/proc/self/exe", path, kLocationSize);
+    char path[kBundlePathSize] = {};
+    const auto length = readlink("/proc/self/exe", path, kBundlePathSize);
     // A path that fills the buffer is truncated and would name another folder.
-    if (length <= 0 || static_cast<unsigned long>(length) >= kLocationSize)
+    if (length <= 0 || static_cast<unsigned long>(length) >= kBundlePathSize)
         return false;
     char* slash = std::strrchr(path, '/');
     if (slash == nullptr)

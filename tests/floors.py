@@ -16,8 +16,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # The first pattern that matches a file gives its floor.
 FLOORS = [
     (1, ["VYM/vymLock.*", "VYM/vymMac.*", "VYM/vymUtil.*", "VYM/ThreadSafety.h",
-         "VYM/SingletonKiller.h", "VYM/SystemVersion.*", "VYM/DebugText.h", "VYM/BigEndian.h", "VYM/AsciiCase.h",
-         "VYM/Sha256.*", "Platform/*.h"]),
+         "VYM/SingletonKiller.h", "VYM/SystemVersion.*", "VYM/DebugText.h", "VYM/BigEndian.h",
+         "VYM/AsciiCase.h", "VYM/BundlePath.h", "VYM/Sha256.*", "Platform/*.h"]),
     (2, ["DevConn/*", "VYM/vymBindInfo.*", "VYM/vymParse*", "VYM/DescriptionText.*", "VYM/RowIndex.*",
          "VYM/ContainerSeal.*",
          "VYM/vymPackets.*",

@@ -27,7 +27,7 @@ Outcome concluded(const PackageFacts& package, const SimulatedPrinter& printer)
 
 void writeSimulation(std::ostream& out, const Outcome& outcome, const std::vector<TableRow>& rows)
 {
-    out << firmwareTable(outcome);
+    out << firmwareTable(outcome, std::string::npos);
     out << outcome.name << " (" << outcome.exitCode << "): " << outcome.message << "\n";
     writeDecisionTable(out, rows);
 }

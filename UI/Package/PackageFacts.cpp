@@ -2,6 +2,7 @@
 
 #include "UI/Package/PackagePlace.h"
 #include "UI/Text/PlainText.h"
+#include "VYM/BundlePath.h"
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymMac.h"
 
@@ -23,7 +24,7 @@ constexpr int kHighestPort = 65535;
 // A path is shown whole: a truncated one is useless.
 std::string plainPath(const std::string& path)
 {
-    constexpr std::size_t kPathLimit = 4 * kLongestFolder; // each byte of it may become an escape
+    constexpr std::size_t kPathLimit = 4 * kBundlePathSize; // each byte of it may become an escape
     return plainText(path, kPathLimit);
 }
 

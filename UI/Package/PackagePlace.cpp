@@ -1,5 +1,6 @@
 #include "UI/Package/PackagePlace.h"
 
+#include "VYM/BundlePath.h"
 #include "VYM/vymMac.h"
 
 #include <array>
@@ -37,7 +38,7 @@ PackagePlace givenPlace(const std::string& given)
 
 PackagePlace findPackage(const std::optional<std::string>& given)
 {
-    std::array<char, kLongestFolder> folder{};
+    std::array<char, kBundlePathSize> folder{};
     const bool isKnown = given.has_value() || getBundleLocation(folder.data(), folder.size());
     return findPackage(given, isKnown ? folder.data() : "", kData);
 }

@@ -12,7 +12,6 @@ struct PackagePlace {
     bool isOtherName = false; // than VYMBINDDATA
 };
 
-constexpr std::size_t kLongestFolder = 1024; // as long as the engine keeps a location
 // The package's file name if only its folder is named.
 constexpr const char* kPackageName = "VYMBINDDATA";
 

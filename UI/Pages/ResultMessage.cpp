@@ -5,16 +5,15 @@
 #include "UI/Text/PlainText.h"
 #include "UI/Text/TextFormat.h"
 #include "UI/Text/TextKeys.h"
+#include "VYM/BundlePath.h"
 
 namespace {
-
-constexpr std::size_t kLongestFolder = 1024; // as long as the engine keeps one
 
 std::string detailsOf(int code, const ResultFacts& facts)
 {
     const auto name = plainText(facts.printer.printerName().value_or("")) + ", "
         + plainText(facts.printer.printerURI().value_or(""));
-    const auto folder = plainText(facts.packageFolder, kLongestFolder);
+    const auto folder = plainText(facts.packageFolder, kBundlePathSize);
     auto details = words::filled(textkey::kDetailsPrinter, name) + '\n'
         + words::filled(textkey::kDetailsPackage, folder) + '\n'
         + words::filled(textkey::kDetailsResult, std::string(resultName(code)));

@@ -5,16 +5,15 @@
 #include "UI/Text/TextKeys.h"
 #include "UI/Widgets/Aside.h"
 #include "UI/vymParseController.h"
+#include "VYM/BundlePath.h"
 
 #include <array>
 
 namespace {
 
-constexpr std::size_t kPathSize = 1024; // of the package's folder, as long as the engine keeps one
-
 std::string packageFolder()
 {
-    std::array<char, kPathSize> folder{};
+    std::array<char, kBundlePathSize> folder{};
     return getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
 }
 

@@ -53,7 +53,7 @@ TEST(Conclusion, EveryEndOfARunHasItsCodeNameAndNextStep)
         {"updated", ended(1, {sent(1, 1, true, 4000)}), 0, "updated", NextStep::none,
          "has taken the update"},
         {"a printer that does not report its writing", ended(1, {sent(1, 1, false, 4000)}), 0,
-         "updated", NextStep::none, "has taken the update"},
+         "updated", NextStep::none, "This printer does not confirm"},
         {"skipped", ended(-11, {unsent(1, -11, VersionReason::notListed)}), 2, "nothing-to-update",
          NextStep::none, "needs nothing"},
         {"another series", ended(1, {unsent(1, 1, VersionReason::otherSeries)}), 2,

@@ -34,6 +34,7 @@ TEST(LineWords, FindTheFirstWordThatIsUnknown)
         {{"check", "--address", "--force"}, ""}, // a value
         {{"check", "--adress=1"}, "--adress=1"},
         {{"history", "3"}, ""},
+        {{"update", "--key", "k", "--sha256", "h", "--verify", "9", "--trace", "t"}, ""},
         {{"check", "-x"}, "-x"},
     };
     for (const auto& row : rows)

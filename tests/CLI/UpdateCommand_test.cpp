@@ -307,7 +307,7 @@ TEST(UpdateCommand, NotesInItsLogWhatTheSystemIs)
     update.package.systemBounds = {{0x1040, 0x1060}};
     update.worker.systemVersion = 0x900;
     EXPECT_EQ(update.json(), 0);
-    EXPECT_THAT(update.out, HasSubstr(R"("warning":null}
+    EXPECT_THAT(update.out, HasSubstr(R"("warning":null,"verdict":null}
 )"));
     const std::filesystem::directory_iterator logs(update.folder / "state/vymkit");
     EXPECT_THAT(readFile(logs->path()), HasSubstr("note: This system has version 9.0.0."));

@@ -1,0 +1,117 @@
+#include "CLI/Verification.h"
+
+#include "CLI/BackgroundTask.h"
+#include "CLI/Messages.h"
+#include "UI/Text/PlainText.h"
+#include "UI/vym_etc.h"
+#include "VYM/AsciiCase.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kTicksBetween = 5; // seconds from one query to the next; a restart takes minutes
+
+// What is being waited for, and who asked to end the wait.
+class Waiting {
+public:
+    Waiting(const PackageFacts& package, Workplace& place, double seconds)
+        : m_place(place), m_end(place.session.seconds() + seconds),
+          m_stage(package.needsExitOperation == yesno_yes
+                      ? "Switch the printer off and on again. Waiting for it"
+                      : "Waiting for the printer to come back")
+    {
+    }
+
+    // False once the wait is over.
+    bool goesOn()
+    {
+        const auto wake = m_place.session.wait();
+        m_place.report.waiting(m_stage, m_place.session.seconds());
+        m_wakes += wake == Wake::tick ? 1 : 0;
+        m_isStopped = m_isStopped || wake == Wake::signal || wake == Wake::deadline;
+        return !m_isStopped && m_place.session.seconds() < m_end;
+    }
+    void pause()
+    {
+        for (m_wakes = 0; m_wakes < kTicksBetween && goesOn();) { }
+    }
+    [[nodiscard]] bool isOver() const { return m_isStopped || m_place.session.seconds() >= m_end; }
+
+private:
+    Workplace& m_place;
+    const double m_end;
+    const std::string m_stage;
+    int m_wakes = 0;
+    bool m_isStopped = false;
+};
+
+CheckReport query(const PackageFacts& package, Workplace& place, Destination& destination,
+                  Waiting& waiting)
+{
+    CheckReport report{};
+    std::atomic<bool> stop{false};
+    BackgroundTask task;
+    task.start(place.session, [&] {
+        report = vymCheck_Run(destination.run.queue(), destination.run.port(),
+                              static_cast<unsigned short>(package.portNumber), stop);
+    });
+    while (!task.isDone()) {
+        if (!waiting.goesOn())
+            stop = true;
+    }
+    return report;
+}
+
+// Takes over the installed versions; whether all that was sent is there.
+bool take(const CheckReport& report, Outcome& outcome)
+{
+    for (const auto& entry : report.entries) {
+        if (entry.number >= 1 && entry.number <= outcome.firmware.size())
+            outcome.firmware[entry.number - 1].installedAfter = plainText(entry.installedVersion);
+    }
+    const auto& all = outcome.firmware;
+    return std::all_of(all.begin(), all.end(), [](const auto& each) {
+        return !each.bytesWentOut
+            || ascii::equalNoCase(each.installedAfter.value_or(""), each.firmware.version);
+    });
+}
+
+void conclude(Outcome& outcome, const char* name, int exitCode, std::string_view messageKey)
+{
+    MessageFacts facts;
+    facts.address = outcome.address;
+    outcome.verification = name;
+    outcome.message = englishText(messageKey, facts);
+    if (exitCode == exitcode::kDone)
+        return;
+    outcome.exitCode = exitCode;
+    outcome.name = name;
+    outcome.verdict = Verdict::failed;
+    outcome.title = englishText(std::string(messageKey) + "Title", facts);
+    outcome.next = NextStep::checkPrinter;
+}
+
+} // namespace
+
+void verify(const PackageFacts& package, Workplace& place, Destination& destination, double seconds,
+            Outcome& outcome)
+{
+    Waiting waiting(package, place, seconds);
+    bool wasRead = false;
+    do {
+        waiting.pause();
+        const auto report = query(package, place, destination, waiting);
+        if (report.result != result::kSuccess || report.entries.empty())
+            continue;
+        wasRead = true;
+        if (take(report, outcome)) {
+            conclude(outcome, "verified", exitcode::kDone, "Verified");
+            return;
+        }
+    } while (!waiting.isOver());
+    if (wasRead)
+        conclude(outcome, "not-installed", exitcode::kNotInstalled, "NotInstalled");
+    else
+        conclude(outcome, "not-confirmed", exitcode::kNotConfirmed, "NotConfirmed");
+}
