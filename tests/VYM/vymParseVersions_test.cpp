@@ -80,6 +80,12 @@ TEST(VersionRow, OfADescriptionTellsItsTokensApartByFormAndName)
         {"an empty name", "VERSION =1", {"", "1", "-", "-", "", "-"}},
         {"an empty value", "VERSION A=", {"A", "", "-", "-", "", "-"}},
         {"tabs and blanks", "VERSION\t A=1 \t f", {"A", "1", "f", "-", "", "-"}},
+        {"quotes around a version stay",
+         "VERSION A=\"1 0\" f",
+         {"A", "\"1 0\"", "f", "-", "", "-"}},
+        {"and around the other texts",
+         "VERSION A=1 \"a b.bin\" \"c d\" COMPATIBLE=\"0 1\" HEADER=\"2\"",
+         {"A", "1", "\"a b.bin\"", "\"c d\"", "\"0 1\"", "\"2\""}},
     };
     for (const auto& entry : table)
         EXPECT_EQ(versionRow(entry.text), entry.row) << entry.why;

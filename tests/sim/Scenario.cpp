@@ -15,6 +15,8 @@ constexpr std::size_t kWholeAnswer = 1460; // longer than an answer ever is
 constexpr std::size_t kBlockHead = 28; // in front of a block of the printer's description
 constexpr std::size_t kMostPieces = 400; // of one image: more show nothing new
 constexpr double kInTime = 0.4; // of a time of the package: nobody could call that late
+constexpr std::size_t kTellingPieces = 4; // whose answers show that each piece has one
+constexpr double kLeastPatienceMs = 400; // for which a host listens after any answer
 constexpr unsigned kInfoMs = 1000; // what a block of the printer's description may take
 
 std::string garbleOf(Random& random)
@@ -197,13 +199,33 @@ void Scenario::drawLie(Random& random)
 
 bool Scenario::honest() const
 {
-    return printer.answerCopies == 1 && printer.unasked.empty() && !printer.garbledAnswer;
+    return printer.answerCopies == 1 && printer.unasked.empty() && !printer.garbledAnswer
+        && tellable();
+}
+
+bool Scenario::tellable() const
+{
+    const auto piecesOf = [&](const ScenarioEntry& entry) {
+        return kImageSizes[entry.image] / (maxPacket - kHead);
+    };
+    const bool showsItself = printer.answerEvery == 1
+        && std::all_of(entries.begin(), entries.end(),
+                       [&](const auto& entry) { return piecesOf(entry) >= kTellingPieces; });
+    const double last = printer.lastMs + (printer.refusedPacket ? printer.refusalMs : 0);
+    const bool keepsPace = last <= std::max(kLeastPatienceMs, 1.5 * printer.pieceMs)
+        && 2.5 * printer.pieceMs + roundTripMs() <= 1000.0 * updateSeconds;
+    return showsItself || keepsPace;
+}
+
+double Scenario::roundTripMs() const
+{
+    return static_cast<double>(link.delayOut + link.delayBack) / kMilli;
 }
 
 // The longest time for which the printer, sound as it is, may let the host hear nothing.
 double Scenario::quietMs() const
 {
-    const auto roundTrip = static_cast<double>(link.delayOut + link.delayBack) / kMilli;
+    const auto roundTrip = roundTripMs();
     const auto packet = static_cast<double>(maxPacket);
     const auto window = static_cast<double>(std::min(link.window, readsAtOnce));
     const double packetMs = printer.pieceMs
@@ -230,7 +252,7 @@ bool Scenario::inTime() const
     // A header that comes in two parts is an error of the line by itself.
     if (link.fragmentBack < kWholeAnswer && link.fragmentGap != 0)
         return false;
-    const auto roundTrip = static_cast<double>(link.delayOut + link.delayBack) / kMilli;
+    const auto roundTrip = roundTripMs();
     const auto slowLine = static_cast<double>(500 / link.fragmentBack * link.fragmentGap) / kMilli;
     return printer.enterMs + 3 * roundTrip + slowLine < kInTime * 1000 * enterSeconds
         && printer.infoMs + 3 * roundTrip + slowLine < kInTime * kInfoMs

@@ -41,11 +41,16 @@ struct Scenario {
     bool usable = true; // the printer's model and versions let every entry end well
     std::uint64_t lineSeed = 0;
 
-    // The printer answers each packet at most once, after it has taken it.
+    // The printer answers each packet at most once, after it has taken it, and so that it can be
+    // told.
     [[nodiscard]] bool honest() const;
     // Nothing is wrong with it, and its answers come well within the package's times.
     [[nodiscard]] bool sound() const;
     [[nodiscard]] bool inTime() const;
+    // Its own answer to the last block can be told from one to a piece: it answers every piece of
+    // several, or takes not much longer for its last answer than for those before. For any other
+    // one a host would have to wait as long as a printer may take, after each success.
+    [[nodiscard]] bool tellable() const;
 
 private:
     void drawPackage(Random& random);
@@ -55,6 +60,7 @@ private:
     void drawFate(Random& random);
     void drawLie(Random& random);
     [[nodiscard]] double quietMs() const;
+    [[nodiscard]] double roundTripMs() const;
 };
 
 } // namespace sim

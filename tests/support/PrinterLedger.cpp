@@ -89,8 +89,11 @@ void PrinterLedger::answeredFile(const std::string& name, bool last, std::uint16
 void PrinterLedger::answeredQuery(std::uint16_t status)
 {
     const auto found = m_firmware.find(m_lastName);
-    if (found != m_firmware.end() && found->second.lastTaken && status == wire::kFinished)
-        found->second.finished = true;
+    if (found == m_firmware.end() || !found->second.lastTaken)
+        return;
+    found->second.finished = found->second.finished || status == wire::kFinished;
+    found->second.statusRefused =
+        found->second.statusRefused || (status != wire::kFinished && status != wire::kWriting);
 }
 
 const FirmwareFacts* PrinterLedger::firmware(const std::string& name) const

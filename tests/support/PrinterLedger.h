@@ -49,6 +49,7 @@ struct FirmwareFacts {
     bool lastTaken = false; // a last block arrived
     std::optional<std::uint16_t> lastAnswer; // the printer's own answer to it
     std::optional<std::uint16_t> refusal; // the first refusing answer
+    bool statusRefused = false; // a status query after the last block was answered with an error
     bool finished = false; // a status query after the last block was answered with "finished"
 };
 

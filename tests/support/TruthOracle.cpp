@@ -63,7 +63,7 @@ private:
 
     void judgeRefusal()
     {
-        if (m_claim.sent && m_peer.honest && !m_facts.refusal)
+        if (m_claim.sent && m_peer.honest && !m_facts.refusal && !m_facts.statusRefused)
             say(m_claim.result == kDeviceError || m_claim.result == kDamaged,
                 "a refusal is claimed that the printer never gave");
         if (!m_facts.refusal || !m_peer.honest || !m_peer.undisturbed || m_peer.interrupted)

@@ -102,6 +102,8 @@ TEST_F(TruthOracleTest, CatchesARefusalThatWasNeverGiven)
     takeAll();
     EXPECT_NE(judge(failure(-2)).find("never gave"), std::string::npos);
     EXPECT_EQ(judge(failure(-6)), "");
+    m_ledger.answeredQuery(0x0803); // a status can refuse, too
+    EXPECT_EQ(judge(failure(-1)), "");
 }
 
 TEST_F(TruthOracleTest, CatchesNothingSentThoughAPacketArrived)

@@ -1,0 +1,42 @@
+// A command line: its words, each ended by a NUL. It is either right, and then consistent, or it
+// says what is wrong with it in one line that a terminal can show.
+#include "CLI/Options.h"
+#include "fuzz/Fuzz.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+
+void requireConsistent(const Options& options)
+{
+    const int named = static_cast<int>(options.address.has_value())
+        + static_cast<int>(options.printer.has_value()) + static_cast<int>(options.uri.has_value());
+    const bool asksAPrinter =
+        options.command == Command::check || options.command == Command::update;
+    require(options.command != Command::none, "a right line has a command");
+    require(named <= 1 && (named == 1 || !asksAPrinter), "one printer where one is asked");
+    require(!options.address || isPrinterAddress(*options.address), "an address that can be had");
+    require(!options.uri || portStringError(*options.uri).empty(), "a port string that is taken");
+    require(!options.deadline || *options.deadline > 0, "a limit of some time");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    Input input(data, size);
+    std::vector<std::string> words{"vymkit-cli"};
+    while (!input.empty() && words.size() < 40)
+        words.emplace_back(input.until('\0'));
+    std::vector<const char*> pointers;
+    for (const auto& word : words)
+        pointers.push_back(word.c_str());
+    const auto options = parseOptions(static_cast<int>(pointers.size()), pointers.data());
+    const bool isText = options.command == Command::help || options.command == Command::version;
+    if (options.usageError.empty() && !isText)
+        requireConsistent(options);
+    for (const char c : options.usageError)
+        require(static_cast<unsigned char>(c) >= ' ' || c == '\n', "an error fit for a terminal");
+    return 0;
+}
