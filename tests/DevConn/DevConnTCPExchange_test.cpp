@@ -107,6 +107,22 @@ TEST_F(TcpExchange, SendsAPacketLargerThanTheSystemBuffers)
     EXPECT_TRUE(arrived == sent);
 }
 
+// A printer that stores a packet before it takes the next one needs seconds for that.
+TEST_F(TcpExchange, GivesAWriteFiveSecondsHoweverShortTheTimeOutIs)
+{
+    constexpr std::size_t kSize = 8 * 1024 * 1024;
+    const std::string sent(kSize, 'x');
+    std::string arrived;
+    LoopbackPeer peer([&](PeerLink& link) {
+        PeerLink::pause(20); // the buffers are full, and the time-out is long over
+        arrived = link.receive(kSize);
+    });
+    connectTo(peer, 1);
+    EXPECT_EQ(exchange(sent), 0);
+    peer.join();
+    EXPECT_TRUE(arrived == sent);
+}
+
 TEST_F(TcpExchange, KeepsTheFirstBytesOfAReplyThatIsTooLarge)
 {
     const std::string body(70000, 'b');
