@@ -252,9 +252,10 @@ int vymThread::finishEntry(vymProtocol& protocol)
     if (!polled)
         publishState(state_finished);
     else if (const int code = pollUntilWritten(protocol); code != result::kSuccess) {
-        // The printer never said that all of it arrived.
+        // A refusal that came late is this firmware's; a line that is lost takes nothing back
+        // where the printer has said that all of it arrived.
         const HoldLock hold(m_lock);
-        if (!protocol.FirmwareIsAnswered())
+        if (code != result::kConnectionLost || !protocol.FirmwareIsAnswered())
             m_outcomes.back().m_result = code;
         return code;
     }

@@ -109,6 +109,19 @@ TEST_F(WorkerWaits, AfterAFailureInTheMiddleToo)
     EXPECT_EQ(state(), state_failed);
 }
 
+TEST_F(WorkerWaits, AndTheFirmwareHasTheCodeOfAStatusThatRefusesIt)
+{
+    m_manners.endStatus = 0x0803;
+    prepare();
+    runUntil(state_failed);
+    m_worker.StopThread();
+    tag_entryoutcome outcome{};
+    ASSERT_TRUE(m_worker.GetEntryOutcome(0, outcome));
+    EXPECT_EQ(outcome.m_result, -1);
+    EXPECT_TRUE(outcome.m_bytesWentOut);
+    EXPECT_FALSE(outcome.m_confirmed);
+}
+
 TEST_F(WorkerWaits, EntersWithTheFlagClear)
 {
     prepare();

@@ -205,16 +205,22 @@ bool Scenario::honest() const
 
 bool Scenario::tellable() const
 {
-    const auto piecesOf = [&](const ScenarioEntry& entry) {
+    if (printer.answerEvery == 0) // its only answer is the last block's own
+        return true;
+    const auto pieces = [&](const ScenarioEntry& entry) {
         return kImageSizes[entry.image] / (maxPacket - kHead);
     };
+    // What it has shown of itself before it refuses is all that a host can know.
     const bool showsItself = printer.answerEvery == 1
+        && printer.refusedPacket.value_or(kTellingPieces) >= kTellingPieces
         && std::all_of(entries.begin(), entries.end(),
-                       [&](const auto& entry) { return piecesOf(entry) >= kTellingPieces; });
+                       [&](const auto& entry) { return pieces(entry) >= kTellingPieces; });
     const double last = printer.lastMs + (printer.refusedPacket ? printer.refusalMs : 0);
-    const bool keepsPace = last <= std::max(kLeastPatienceMs, 1.5 * printer.pieceMs)
-        && 2.5 * printer.pieceMs + roundTripMs() <= 1000.0 * updateSeconds;
-    return showsItself || keepsPace;
+    const bool keepsPace = last <= std::max(kLeastPatienceMs, 1.5 * printer.pieceMs);
+    // A host waits twice as long as the printer has taken so far, and never longer than it may
+    // take.
+    const double pace = printer.answerEvery * printer.pieceMs + roundTripMs();
+    return 2.5 * pace <= 1000.0 * updateSeconds && (showsItself || keepsPace);
 }
 
 double Scenario::roundTripMs() const
