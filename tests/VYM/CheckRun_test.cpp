@@ -83,7 +83,9 @@ TEST_F(CheckRun, SaysThatAnImageIsMissingFromThePackage)
 {
     prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 gone.bin A"});
     answer(info("M"));
-    EXPECT_EQ(run().entries[0].decision.code, -8);
+    const auto decision = run().entries[0].decision;
+    EXPECT_EQ(decision.code, -8);
+    EXPECT_FALSE(decision.send);
 }
 
 TEST_F(CheckRun, SaysThatNothingCouldBeSentWithoutATimeOrAPacketForIt)
