@@ -15,7 +15,7 @@ bool isPlainEnd(int code)
     return code == result::kSuccess || code == result::kNotApplicable;
 }
 
-// Facts: of a check or of an update.
+// Facts are those of a check or of an update.
 template <class Facts>
 Outcome begunOutcome(const PackageFacts& package, Command command, const Facts& facts)
 {
@@ -32,7 +32,7 @@ Outcome begunOutcome(const PackageFacts& package, Command command, const Facts& 
     return outcome;
 }
 
-// The place in the list of a firmware's number, or null for a number that no firmware has.
+// The list's entry for a firmware's number; null if no firmware has it.
 FirmwareOutcome* firmwareAt(Outcome& outcome, std::uint32_t number)
 {
     return number >= 1 && number <= outcome.firmware.size() ? &outcome.firmware[number - 1]
@@ -49,7 +49,7 @@ bool hasUnconfirmed(const Outcome& outcome)
     return std::any_of(outcome.firmware.begin(), outcome.firmware.end(), isUnconfirmed);
 }
 
-// Kept back by its version without an error: the worker goes on as if it had been sent.
+// Not sent because of its version, without an error: the worker goes on as if it had been sent.
 bool isPassedOver(const FirmwareOutcome& firmware)
 {
     return firmware.reached && firmware.decision == Decision::skip
@@ -79,7 +79,7 @@ std::string confirmedText(const Outcome& outcome)
     return text + (names.size() == 1 ? " was" : " were") + " sent and confirmed. ";
 }
 
-// What is known to have gone out when that is in doubt.
+// The bytes that are known to have been sent, if that is in doubt.
 std::string sentText(const Outcome& outcome)
 {
     const auto& all = outcome.firmware;
@@ -113,7 +113,7 @@ void say(Outcome& outcome, std::string_view messageKey, const MessageFacts& fact
         outcome.message += " " + advice;
 }
 
-// Which message a result has here: the text of its code, but where more is known a better one.
+// Selects the message of a result: the text of its code, or a better one if more is known.
 std::string_view unconnectedKey(const Outcome& outcome, std::optional<ConnectProblem> connect)
 {
     if (outcome.notPermitted)
@@ -175,11 +175,11 @@ void concludeWith(Outcome& outcome, int code, const PackageFacts& package,
     outcome.exitCode = exitCodeOf(code);
     outcome.name = resultName(code);
     outcome.title = englishText(titleKeyOf(key, code, automaticEnd), facts);
-    // What the printer has confirmed is not in doubt, whatever came after it.
+    // Confirmed firmware is certain, whatever happened after it.
     outcome.next = nextStep(code, hasUnconfirmed(outcome));
     const bool isOfPackage = key == "UnreadableVersion" || key == "OtherSeries";
     if (isOfPackage && outcome.next == NextStep::retry)
-        outcome.next = NextStep::chooseOtherPackage; // it would end like this again
+        outcome.next = NextStep::chooseOtherPackage; // a retry would end in the same way
     say(outcome, key, facts);
     if (!isPlainEnd(code) && outcome.next != NextStep::checkPrinter)
         outcome.message = confirmedText(outcome) + outcome.message;
@@ -220,7 +220,7 @@ void takeEntry(Outcome& outcome, const tag_entryoutcome& entry)
     outcome.bytesWentOut = outcome.bytesWentOut || entry.m_bytesWentOut;
 }
 
-// How far a run had come when it ended early.
+// Where a run was when it ended early.
 std::string placeOf(const FirmwareOutcome* last)
 {
     if (last == nullptr)
@@ -238,8 +238,8 @@ std::string placeOf(const FirmwareOutcome* last)
             + " of " + std::to_string(last->bytesTotal) + " bytes)";
 }
 
-// The error that a run met although it had been asked to stop, once firmware was on its way:
-// that is what the user has to know then, not that the run was stopped.
+// The error of a run after a stop request, if firmware was on its way: the user then has to know
+// the error, not that the run was stopped.
 std::optional<int> errorAfterStop(const Outcome& outcome, const tag_devinfo& record)
 {
     if (!outcome.bytesWentOut)
@@ -257,15 +257,15 @@ bool isWhollyConfirmed(const Outcome& outcome)
            });
 }
 
-// The code of a run, or none where it was stopped.
+// The code of a run; empty if it was stopped.
 std::optional<int> codeOf(const Outcome& outcome, const UpdateFacts& facts)
 {
     if (!facts.endCode.has_value()) {
         const auto error = errorAfterStop(outcome, facts.lastRecord);
-        // The request came too late to change anything.
+        // The request came too late to have an effect.
         return !error.has_value() && isWhollyConfirmed(outcome) ? result::kSuccess : error;
     }
-    // A version of another series counts as updated for the worker, though nothing is sent.
+    // For the worker a version of another series counts as updated, though it is not sent.
     const bool sentNothing = facts.endCode == result::kSuccess && !outcome.bytesWentOut;
     return sentNothing ? result::kNotApplicable : facts.endCode;
 }
@@ -290,8 +290,7 @@ void takeChecked(Outcome& outcome, const CheckedEntry& entry)
     firmware->resultCode = entry.decision.code;
 }
 
-// An update queries the status after such a firmware as after one that was sent; no rule says what
-// a printer answers then.
+// An update queries the status after such a firmware, too; no rule defines the printer's answer.
 void warnOfPrinter(Outcome& outcome)
 {
     for (auto& firmware : outcome.firmware) {

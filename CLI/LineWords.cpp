@@ -42,7 +42,7 @@ constexpr std::array kOptions = {
     OptionWord{"--version", false},
 };
 
-// A word with more letters changed was meant as another one.
+// A word with more changed letters counts as another word.
 constexpr std::size_t kMostChanges = 2;
 
 const OptionWord* optionOf(std::string_view name)
@@ -52,7 +52,7 @@ const OptionWord* optionOf(std::string_view name)
     return found != kOptions.end() ? found : nullptr;
 }
 
-// How many letters have to be changed, added or left out to make one of the other.
+// The number of letters to change, insert or delete to turn one word into the other.
 std::size_t changesBetween(std::string_view left, std::string_view right)
 {
     std::vector<std::size_t> row(right.size() + 1);
@@ -69,7 +69,7 @@ std::size_t changesBetween(std::string_view left, std::string_view right)
     return row.back();
 }
 
-// Takes one option word; whether the next word is its value.
+// Takes one option word; returns whether the next word is its value.
 bool takeOption(std::string_view word, LineWords& words)
 {
     const bool isLong = word.starts_with("--");
@@ -85,7 +85,7 @@ bool takeOption(std::string_view word, LineWords& words)
             words.emptyOption = name;
         return false;
     }
-    return isLong || word.size() == 2; // "-pFOLDER" has it already
+    return isLong || word.size() == 2; // "-pFOLDER" already has a value
 }
 
 } // namespace

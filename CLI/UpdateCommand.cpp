@@ -25,7 +25,7 @@ RunLogFacts logFacts(const PackageFacts& package, const Destination& destination
     return facts;
 }
 
-// The run as the command line follows it: shows each look, hears who asks to stop, concludes.
+// Follows the run for the command line: shows each look, handles stop requests, concludes.
 class FollowedRun {
 public:
     FollowedRun(const PackageFacts& package, Workplace& place, Destination& destination)
@@ -64,7 +64,7 @@ private:
     Destination& m_destination;
     UpdateFacts m_facts;
     WatchedRun m_run;
-    bool m_isQuiet = false; // a person was told so
+    bool m_isQuiet = false; // the person has been told
     const SleepInhibitor m_awake{"Vymkit", "A printer's firmware is being updated"};
 };
 
@@ -79,8 +79,8 @@ void FollowedRun::noteBeginning()
                                                 : "log: " + log.path());
 }
 
-// The worker ends only when it is asked to, after its last state too; that takes as long as it
-// takes, so it is waited for on a thread of its own.
+// The worker ends only on request, even after its last state; that may take long, so a separate
+// thread waits for it.
 void FollowedRun::watch()
 {
     BackgroundTask stopping;
@@ -110,7 +110,7 @@ void FollowedRun::show(const RunStep& step)
                            m_package.firmware.size(), m_place.session.seconds()});
 }
 
-// A name that the package does not know is shown as it is.
+// A name that the package does not know is shown unchanged.
 std::string FollowedRun::displayNameOf(const tag_devinfo& record) const
 {
     const auto& all = m_package.firmware;
@@ -122,7 +122,7 @@ std::string FollowedRun::displayNameOf(const tag_devinfo& record) const
     return name.empty() || name == firmware.nameInPrinter ? firmware.displayName : name;
 }
 
-// A person who sees nothing move is told why; a script can set a limit of its own.
+// Explains a long wait to a person; a script can set a limit of its own.
 void FollowedRun::watchQuiet()
 {
     const double silence = static_cast<double>(m_run.quietMilliseconds()) / 1000;
@@ -151,7 +151,7 @@ void FollowedRun::hear(Wake wake)
     if (wake != Wake::signal && wake != Wake::deadline)
         return;
     if (m_run.endCode().has_value())
-        return; // it is ending by itself
+        return; // it already ends by itself
     if (wake == Wake::signal)
         stopFor(StopCause::user, "a signal asks to stop");
     else
@@ -177,7 +177,7 @@ std::string question(const PackageFacts& package, const Destination& destination
           "Start the update? [y/N] ";
 }
 
-// Why the update is not to start, or none.
+// Why the update must not start, or empty.
 StopCause ask(const PackageFacts& package, Workplace& place, const Destination& destination)
 {
     place.display.prompt(question(package, destination));

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kTicksBetween = 5; // seconds from one query to the next; a restart takes minutes
 
-// What is being waited for, and who asked to end the wait.
+// The reason for the wait, and the cause of its end.
 class Waiting {
 public:
     Waiting(const PackageFacts& package, Workplace& place, double seconds)
@@ -63,7 +63,7 @@ CheckReport query(const PackageFacts& package, Workplace& place, Destination& de
     return report;
 }
 
-// Takes over the installed versions; whether all that was sent is there.
+// Stores the installed versions; returns whether all sent firmware is installed.
 bool take(const CheckReport& report, Outcome& outcome)
 {
     for (const auto& entry : report.entries) {

@@ -1,5 +1,5 @@
-// How long the path of a package, or of its folder, may be.
+// The limit of the path of a package or of its folder.
 #pragma once
 
-// With its NUL. A longer path is refused: cut short, it would name another folder.
+// Including its NUL. A longer path is refused: truncated, it would name another folder.
 constexpr unsigned long kBundlePathSize = 1024;

@@ -1,5 +1,5 @@
-// Any bytes as a key and as a signature file. What is read is written again here, and has to be the
-// very text: a file that is read has one form only.
+// Any bytes as a key and as a signature file. The target writes accepted content again and compares
+// it with the input: an accepted file has only one form.
 #include "UI/Package/Minisign.h"
 #include "fuzz/Fuzz.h"
 

@@ -1,6 +1,6 @@
-// Any package, opened as the programs open it, and how long that takes. An input is either the
-// container itself, or a description in which stretches are repeated up to 4 MiB: what takes a time
-// in the square of its size is then minutes away from what takes a time in proportion.
+// Any package, opened in the same way as by the programs, within a time limit. An input is either
+// the container itself, or a description with ranges repeated up to 4 MiB: code whose time grows
+// with the square of the size then takes minutes longer than code with linear time.
 #include "UI/Package/PackageFacts.h"
 #include "fuzz/Fuzz.h"
 #include "fuzz/MemoryContainer.h"
@@ -11,7 +11,7 @@
 namespace {
 
 constexpr std::size_t kLargest = 4UL * 1024 * 1024;
-// Of this thread's processor time, with sanitizers, where a tenth of it is enough.
+// Of this thread's processor time, with sanitizers; a tenth of it is enough.
 constexpr double kMostSeconds = 5;
 
 double processorSeconds()

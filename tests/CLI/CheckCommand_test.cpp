@@ -39,7 +39,7 @@ public:
 
 } // namespace
 
-TEST(CheckCommand, TellsWhatAnUpdateWouldSend)
+TEST(CheckCommand, ReportsWhatAnUpdateWouldSend)
 {
     Check check({entry(1, kSend, "VP010200"), entry(2, kNotNewer, "VE010105")});
     EXPECT_EQ(check.text(), 0);
@@ -51,7 +51,7 @@ TEST(CheckCommand, TellsWhatAnUpdateWouldSend)
     expectGolden("check-available.json", check.out);
 }
 
-TEST(CheckCommand, TellsThatThereIsNothingToUpdate)
+TEST(CheckCommand, ReportsThatThereIsNothingToUpdate)
 {
     Check check({entry(1, kOtherSeries, "XX010200"), entry(2, kNotListed, "")});
     EXPECT_EQ(check.text(), 2);
@@ -136,7 +136,7 @@ TEST(CheckCommand, ARefusalEndsWithItsCode)
     }
 }
 
-TEST(CheckCommand, ARefusalBehindSomethingToSendCountsToo)
+TEST(CheckCommand, ARefusalAfterFirmwareToSendCountsToo)
 {
     Check check({entry(1, kSend, "VP010200"), entry(2, kTooOld, "VE000100")});
     EXPECT_EQ(check.json(), 22);

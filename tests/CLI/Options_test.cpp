@@ -17,7 +17,7 @@ Options parse(std::vector<const char*> words)
 
 } // namespace
 
-TEST(Options, AreAcceptedBeforeAndBehindTheCommand)
+TEST(Options, AreAcceptedBeforeAndAfterTheCommand)
 {
     const std::vector<std::vector<const char*>> lines = {
         {"update", "--address", "192.0.2.7", "--yes", "--json", "--package", "p", "--deadline",
