@@ -54,7 +54,7 @@ private:
     bool openSocket(const sockaddr_in& address);
     void closeSocket();
     [[nodiscard]] unsigned long unsentBytes() const;
-    void takeLeave();
+    void takeLeave() VYM_REQUIRES(m_lock);
 
     bool m_connecting = false;
     bool m_isUnknown = false; // the host of the last Connect
