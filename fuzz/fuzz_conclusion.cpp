@@ -1,6 +1,6 @@
-// What a run is concluded from: the last record, the outcome of each firmware, how it ended.
-// Whatever they are, the conclusion claims no more than they say, and both kinds of report can show
-// it: lines without control characters, and JSON that reads as it was written.
+// The input of a run's conclusion: the last record, the outcome of each firmware, the run's end.
+// For every input, the conclusion claims no more than these facts, and both kinds of report can
+// show it: lines without control characters, and JSON that reads back unchanged.
 #include "CLI/Conclusion.h"
 #include "CLI/Tables.h"
 #include "UI/Text/PlainText.h"
@@ -18,7 +18,7 @@ PackageFacts packageOf(Input& input)
     for (unsigned number = 1; number <= input.byte() % 5U; ++number) {
         PackagedFirmware firmware{};
         firmware.number = number;
-        // Texts of a package are made fit to be shown when it is opened.
+        // Opening a package makes its texts safe to show.
         firmware.name = plainText(input.text(input.byte() % 40), 100);
         firmware.version = plainText(input.text(input.byte() % 40), 100);
         firmware.displayName = plainText(input.text(input.byte() % 40), 100);

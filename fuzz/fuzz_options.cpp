@@ -1,5 +1,5 @@
-// A command line: its words, each ended by a NUL. It is either right, and then consistent, or it
-// says what is wrong with it in one line that a terminal can show.
+// A command line: its words, each ended by a NUL. Either it is right and consistent, or there is an
+// error of one line that is safe for a terminal.
 #include "CLI/Options.h"
 #include "fuzz/Fuzz.h"
 

@@ -1,11 +1,12 @@
 // A whole session over a TCP stream: the real worker, procedure and transport on the simulated
-// line, against a printer whose bytes, their moments and their parts are the input. However it
-// answers, the run ends with a documented code, closes its socket, and does not deny what the
-// printer got.
+// line, with a printer whose bytes, times and fragments are the input. For every input, the run
+// ends with a documented code, closes its socket, and does not deny bytes that the printer
+// received.
 //
-// An instruction: how long after the last one (byte, in units of 4 ms), what (byte): 0 to 199 that
-// many bytes as they follow, 200 to 229 an answer to what came last with a body of the next bytes,
-// 230 to 249 the printer's description, 250 to 254 nothing, 255 the printer ends the connection.
+// An instruction: the time since the last one (a byte, in units of 4 ms) and an action (a byte): 0
+// to 199 sends that many following bytes, 200 to 229 answers the last request with a body of the
+// next bytes, 230 to 249 sends the printer's description, 250 to 254 does nothing, 255 ends the
+// connection.
 #include "DevConn/DevConnMgr.h"
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymParse.h"
@@ -78,7 +79,7 @@ private:
     std::uint16_t m_command = 0;
 };
 
-// Looks at the run until it has ended, and stops it then, or after an hour.
+// Looks at the run until it has ended, then stops it; stops it after an hour in any case.
 void watch(vymThread& worker, sim::Micros until)
 {
     auto& world = sim::World::current();

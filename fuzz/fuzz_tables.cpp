@@ -1,5 +1,5 @@
 // Hostile texts of printers, queues and packages in the tables for people and in JSON: every line
-// is fit for a terminal, and every JSON line reads back.
+// is safe for a terminal, and every JSON line reads back.
 #include "CLI/Report.h"
 #include "CLI/Tables.h"
 #include "UI/Text/PlainText.h"

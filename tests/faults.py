@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Writes docs/faults.md: which test holds which class of fault at which stage of an update.
+"""Writes docs/faults.md: the tests of each class of fault at each stage of an update.
 
-Usage: faults.py [--check]   --check only says whether the page is as it has to be
+Usage: faults.py [--check]   --check only reports whether the page is up to date
 
-The virtual printer's faults come from tests/system/faults_test.cpp and find their cells by their
-names; the other cells name their tests here. A test that is not there any more is an error.
+The virtual printer's faults come from tests/system/faults_test.cpp, and their names decide their
+cells; the other cells name their tests here. A test that no longer exists is an error.
 """
 import pathlib
 import re
@@ -14,7 +14,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 PAGE = ROOT / "docs" / "faults.md"
 STAGES = ["package", "connect", "enter", "identify", "transfer", "last block", "writing", "leave",
           "afterwards"]
-# Where a fault of the virtual printer belongs: by the stage in its name, or by the name alone.
+# The place of a fault of the virtual printer: by the stage in its name, or by the name alone.
 AT = {"connect": "connect", "enter": "enter", "get-file": "identify", "piece": "transfer",
       "last-block": "last block", "status": "writing", "exit": "leave"}
 KINDS = {"link lost": ["close", "reset"],
@@ -28,7 +28,7 @@ ALONE = {"refuse-busy": ("refusal", "enter"), "refuse-fax": ("refusal", "enter")
 SIMULATION = "SimulationGivesTheSameRunForTheSameSeed"
 FAILING = "ProgramsSurviveFailingCalls"
 
-# Fault class -> stage -> tests; a text in brackets says why there is nothing to test.
+# Fault class -> stage -> tests; a text in brackets says why there is no test.
 CELLS = {
     "link lost": {
         "package": "(no link yet)", "connect": "TcpConnect.FailsWhereNobodyListensAndLeavesNoSocket",

@@ -49,7 +49,7 @@ TEST(VersionRow, OfADescriptionGivesSixFields)
               (VersionRow{"MAIN", "0110", "main.bin", "-", "0100", "1"}));
 }
 
-TEST(VersionRow, OfADescriptionTellsItsTokensApartByFormAndName)
+TEST(VersionRow, OfADescriptionDistinguishesItsTokensByFormAndName)
 {
     const struct {
         const char* why;
@@ -91,7 +91,7 @@ TEST(VersionRow, OfADescriptionTellsItsTokensApartByFormAndName)
         EXPECT_EQ(versionRow(entry.text), entry.row) << entry.why;
 }
 
-TEST(VersionRow, IsCountedByAskingUntilThereIsNone)
+TEST(VersionRow, IsCountedByReadingUntilThereIsNone)
 {
     const Parser parser({"VERSION A=1 a.bin", "OTHER", "VERSION B=2 b.bin"});
     VersionRow row;
@@ -126,7 +126,7 @@ TEST(VersionRow, OfAVersionTextStopsTheProcess)
                  testing::HasSubstr("VYM/vymParse:1076: failed assertion `0'\n"));
 }
 
-TEST(DisplayedVersion, IsAskedOfADescriptionOnly)
+TEST(DisplayedVersion, IsReadFromADescriptionOnly)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     std::string name, version;
@@ -244,7 +244,7 @@ TEST(PackageVersion, IsTheLastBareTokenOfAVersionText)
         EXPECT_FALSE(Parser({"VERSION 3"}, type).getVymBindVersion(0, version, header));
 }
 
-TEST(PlatformVersions, AreAHexadecimalPairBehindThePlatformsName)
+TEST(PlatformVersions, AreAHexadecimalPairAfterThePlatformsName)
 {
     const struct {
         const char* why;

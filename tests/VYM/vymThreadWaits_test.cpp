@@ -58,7 +58,7 @@ protected:
     vymThread m_worker;
 };
 
-TEST_F(WorkerWaits, ASecondBeforeEachQueryUnlessToldOtherwise)
+TEST_F(WorkerWaits, ASecondBeforeEachQueryByDefault)
 {
     prepare();
     runUntil(state_done);

@@ -9,15 +9,15 @@ namespace sim {
 
 namespace {
 
-constexpr const char* kFirmwareNames[] = {"MAIN", "ENGINE", "FONT"}; // letters alone are compared
+constexpr const char* kFirmwareNames[] = {"MAIN", "ENGINE", "FONT"}; // only letters are compared
 constexpr std::size_t kHead = 60;
-constexpr std::size_t kWholeAnswer = 1460; // longer than an answer ever is
-constexpr std::size_t kBlockHead = 28; // in front of a block of the printer's description
-constexpr std::size_t kMostPieces = 400; // of one image: more show nothing new
-constexpr double kInTime = 0.4; // of a time of the package: nobody could call that late
-constexpr std::size_t kTellingPieces = 4; // whose answers show that each piece has one
+constexpr std::size_t kWholeAnswer = 1460; // longer than any answer
+constexpr std::size_t kBlockHead = 28; // before a block of the printer's description
+constexpr std::size_t kMostPieces = 400; // of one image; more would show nothing new
+constexpr double kInTime = 0.4; // of a time of the package: certainly not late
+constexpr std::size_t kTellingPieces = 4; // pieces whose answers show that each piece has one
 constexpr double kLeastPatienceMs = 400; // for which a host listens after any answer
-constexpr unsigned kInfoMs = 1000; // what a block of the printer's description may take
+constexpr unsigned kInfoMs = 1000; // the time for a block of the printer's description
 
 std::string garbleOf(Random& random)
 {
@@ -104,7 +104,7 @@ void Scenario::drawPrinter(Random& random)
     printer.exitMs = random.of({0U, 10U, 400U, 2000U});
     printer.answerEvery =
         random.of({1U, 1U, 1U, 10U, 0U, static_cast<unsigned>(random.between(2, 12))});
-    // No answer is longer than what the printer itself names as its longest packet.
+    // No answer exceeds the printer's own longest packet.
     printer.infoBlock =
         std::min(random.of<std::size_t>({4096, 4096, 50, 7}), maxPacket - kBlockHead);
     printer.writingAnswers = static_cast<unsigned>(random.below(4));
@@ -210,15 +210,14 @@ bool Scenario::tellable() const
     const auto pieces = [&](const ScenarioEntry& entry) {
         return kImageSizes[entry.image] / (maxPacket - kHead);
     };
-    // What it has shown of itself before it refuses is all that a host can know.
+    // A host knows only the printer's behaviour before it refuses.
     const bool showsItself = printer.answerEvery == 1
         && printer.refusedPacket.value_or(kTellingPieces) >= kTellingPieces
         && std::all_of(entries.begin(), entries.end(),
                        [&](const auto& entry) { return pieces(entry) >= kTellingPieces; });
     const double last = printer.lastMs + (printer.refusedPacket ? printer.refusalMs : 0);
     const bool keepsPace = last <= std::max(kLeastPatienceMs, 1.5 * printer.pieceMs);
-    // A host waits twice as long as the printer has taken so far, and never longer than it may
-    // take.
+    // A host waits twice as long as the printer has taken so far, but no longer than it may take.
     const double pace = printer.answerEvery * printer.pieceMs + roundTripMs();
     return 2.5 * pace <= 1000.0 * updateSeconds && (showsItself || keepsPace);
 }
@@ -228,7 +227,7 @@ double Scenario::roundTripMs() const
     return static_cast<double>(link.delayOut + link.delayBack) / kMilli;
 }
 
-// The longest time for which the printer, sound as it is, may let the host hear nothing.
+// The longest silence of a correct printer.
 double Scenario::quietMs() const
 {
     const auto roundTrip = roundTripMs();
@@ -241,7 +240,7 @@ double Scenario::quietMs() const
     for (const auto& entry : entries)
         pieces =
             std::max(pieces, static_cast<double>(kImageSizes[entry.image]) / (packet - kHead) + 2);
-    // What lies in its window and in its own memory, and does not show any more in our queue.
+    // The bytes in its window and in its own memory, which are no longer in the host's queue.
     const double unseen = std::min(pieces,
                                    static_cast<double>(link.window + readsAtOnce) / packet
                                        + 3); // in the printer's window
@@ -255,7 +254,7 @@ double Scenario::quietMs() const
 
 bool Scenario::inTime() const
 {
-    // A header that comes in two parts is an error of the line by itself.
+    // A header that arrives in two parts is itself an error of the line.
     if (link.fragmentBack < kWholeAnswer && link.fragmentGap != 0)
         return false;
     const auto roundTrip = roundTripMs();

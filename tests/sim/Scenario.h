@@ -1,4 +1,4 @@
-// One run, drawn from a seed: package, printer, line, memory, the moment of a stop.
+// One run, made from a seed: package, printer, line, memory, the moment of a stop.
 //
 // Threads: any; a value.
 #pragma once
@@ -11,14 +11,13 @@
 
 namespace sim {
 
-// The images that lie in the package of every run: names, and sizes with and around the edges of
-// pieces.
+// The images in the package of every run: names, and sizes at and around the edges of pieces.
 constexpr std::size_t kImageSizes[] = {0, 1, 100, 999, 4036, 20000, 70000, 300000};
 std::string imageName(std::size_t index);
 std::string imageOf(std::size_t index);
 
 struct ScenarioEntry {
-    std::string name; // towards the printer
+    std::string name; // the printer's name for it
     std::size_t image = 0; // index into kImageSizes
 };
 
@@ -38,18 +37,18 @@ struct Scenario {
     std::optional<std::uint64_t> failingAllocation;
     bool memoryFailsForGood = false;
     bool noThread = false;
-    bool usable = true; // the printer's model and versions let every entry end well
+    bool usable = true; // with the printer's model and versions every entry can succeed
     std::uint64_t lineSeed = 0;
 
-    // The printer answers each packet at most once, after it has taken it, and so that it can be
-    // told.
+    // The printer answers each packet at most once, after handling it, and the answer can be
+    // attributed to its packet.
     [[nodiscard]] bool honest() const;
-    // Nothing is wrong with it, and its answers come well within the package's times.
+    // It has no fault, and its answers arrive well within the package's times.
     [[nodiscard]] bool sound() const;
     [[nodiscard]] bool inTime() const;
-    // Its own answer to the last block can be told from one to a piece: it answers every piece of
-    // several, or takes not much longer for its last answer than for those before. For any other
-    // one a host would have to wait as long as a printer may take, after each success.
+    // Its answer to the last block can be distinguished from one to a piece: it answers each of
+    // several pieces, or its last answer takes not much longer than those before. With any other
+    // printer a host would have to wait for the longest possible time after each success.
     [[nodiscard]] bool tellable() const;
 
 private:
