@@ -122,6 +122,9 @@ int __wrap_pthread_cond_broadcast(pthread_cond_t* condition)
 
 int __wrap_sched_yield()
 {
+    // Leak checkers yield when all runs are over.
+    if (!sim::World::exists())
+        return 0;
     const sim::Outside outside;
     sim::World::current().yield();
     return 0;

@@ -37,6 +37,11 @@ World& World::current()
     return *g_world;
 }
 
+bool World::exists()
+{
+    return g_world != nullptr;
+}
+
 std::uint64_t World::nowMilliseconds() const
 {
     return kSecond / kMilli + m_now / kMilli;

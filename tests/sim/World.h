@@ -29,6 +29,7 @@ public:
     World(const World&) = delete;
     World& operator=(const World&) = delete;
     static World& current();
+    static bool exists();
 
     [[nodiscard]] std::uint64_t nowMilliseconds() const override;
     void sleepMilliseconds(unsigned long milliseconds) override;
