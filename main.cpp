@@ -70,8 +70,14 @@ int runWizard(const WizardOptions& options, const EndingSignals& endings)
     auto setup = windowSetup(options, alerts);
     setup.endings = &endings;
     AppController controller(setup);
-    if (controller.problem().isEmpty())
-        return controller.run();
+    if (controller.problem().isEmpty()) {
+        const int code = controller.run();
+        // A print server or a device that does not answer keeps nobody waiting: nothing that the
+        // search holds needs more than the end of the process.
+        if (controller.isStillSearching())
+            std::_Exit(code);
+        return code;
+    }
     say("the window cannot be made of '" + setup.formFile.toStdString()
         + "': " + controller.problem().toStdString());
     return kNoForm;

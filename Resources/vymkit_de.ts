@@ -139,12 +139,20 @@
         <translation>%@ wird abgefragt …</translation>
     </message>
     <message>
+        <source>Device_SearchAgain</source>
+        <translation>Erneut suchen (F5)</translation>
+    </message>
+    <message>
+        <source>Device_Found</source>
+        <translation>Gefundene Drucker: %u</translation>
+    </message>
+    <message>
         <source>Device_NoPrinters</source>
-        <translation>Es wurde kein Drucker gefunden, für den dieses Paket bestimmt ist. Ist Ihr Drucker im Netzwerk, geben Sie seine IP-Adresse ein. Ist er über USB angeschlossen, schalten Sie ihn ein, prüfen Sie das Kabel, gehen Sie zurück und rufen Sie diese Seite erneut auf.</translation>
+        <translation>Es wurde kein Drucker gefunden, für den dieses Paket bestimmt ist. Ist Ihr Drucker im Netzwerk, geben Sie seine IP-Adresse ein. Ist er über USB angeschlossen, schalten Sie ihn ein, prüfen Sie das Kabel und suchen Sie dann erneut.</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
-        <translation>Es wurde kein Drucker gefunden, für den dieses Paket bestimmt ist. Schalten Sie den Drucker ein, prüfen Sie seine Verbindung und ob er auf diesem Computer eingerichtet ist, gehen Sie zurück und rufen Sie diese Seite erneut auf.</translation>
+        <translation>Es wurde kein Drucker gefunden, für den dieses Paket bestimmt ist. Schalten Sie den Drucker ein, prüfen Sie seine Verbindung und ob er auf diesem Computer eingerichtet ist, und suchen Sie dann erneut.</translation>
     </message>
     <message>
         <source>Guide_Description</source>
@@ -284,9 +292,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>Die Aktualisierung wurde abgebrochen. Sehen Sie auf der Anzeige des Druckers nach, beheben Sie dort den Fehler und starten Sie die Aktualisierung noch einmal.
-
-War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Die Aktualisierung wurde abgebrochen. Sehen Sie auf der Anzeige des Druckers nach, beheben Sie dort den Fehler und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -294,9 +300,7 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>Die Daten wurden auf dem Weg zwischen Computer und Drucker beschädigt, und die Aktualisierung wurde abgebrochen. Prüfen Sie Kabel und Netzwerk und starten Sie die Aktualisierung noch einmal.
-
-War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Die Daten wurden auf dem Weg zwischen Computer und Drucker beschädigt, und die Aktualisierung wurde abgebrochen. Prüfen Sie Kabel und Netzwerk und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -320,9 +324,7 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>Die Verbindung kam nicht zustande oder ging verloren. Prüfen Sie, ob der Drucker eingeschaltet ist, ob Kabel oder Netzwerk in Ordnung sind, ob die Adresse stimmt und ob nichts die Verbindung blockiert, und starten Sie die Aktualisierung noch einmal.
-
-War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Die Verbindung kam nicht zustande oder ging verloren. Prüfen Sie, ob der Drucker eingeschaltet ist, ob Kabel oder Netzwerk in Ordnung sind, ob die Adresse stimmt und ob nichts die Verbindung blockiert, und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -338,9 +340,7 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>Das Update-Paket ist beschädigt oder liegt nicht mehr an seinem Platz. Besorgen Sie sich das Paket noch einmal und starten Sie die Aktualisierung noch einmal.
-
-War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Das Update-Paket ist beschädigt oder liegt nicht mehr an seinem Platz. Besorgen Sie sich das Paket noch einmal und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,9 +348,7 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Auf diesem Computer ist etwas fehlgeschlagen, oder der Drucker hat zu wenig über sich mitgeteilt. Starten Sie die Aktualisierung noch einmal. Hilft das nicht, starten Sie zuvor diesen Computer neu.
-
-War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Auf diesem Computer ist etwas fehlgeschlagen, oder der Drucker hat zu wenig über sich mitgeteilt. Starten Sie die Aktualisierung noch einmal. Hilft das nicht, starten Sie zuvor diesen Computer neu.</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -366,9 +364,27 @@ War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bi
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>Er gab keine Antwort oder keine, mit der Vymkit etwas anfangen kann, und die Aktualisierung wurde abgebrochen. Prüfen Sie, ob der Drucker bereit und noch verbunden ist, und starten Sie die Aktualisierung noch einmal.
-
-War schon Firmware unterwegs, schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Er gab keine Antwort oder keine, mit der Vymkit etwas anfangen kann, und die Aktualisierung wurde abgebrochen. Prüfen Sie, ob der Drucker bereit und noch verbunden ist, und starten Sie die Aktualisierung noch einmal.</translation>
+    </message>
+    <message>
+        <source>Error_BytesSent</source>
+        <translation>Schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist. Bleibt er im Update-Modus, starten Sie die Aktualisierung noch einmal.</translation>
+    </message>
+    <message>
+        <source>Result_Confirmed</source>
+        <translation>%@: gesendet und vom Drucker bestätigt.</translation>
+    </message>
+    <message>
+        <source>Result_Sent</source>
+        <translation>%@: gesendet, aber vom Drucker nicht bestätigt.</translation>
+    </message>
+    <message>
+        <source>Result_Partly</source>
+        <translation>%@: nur teilweise gesendet.</translation>
+    </message>
+    <message>
+        <source>Result_NothingSent</source>
+        <translation>Es wurde keine Firmware gesendet.</translation>
     </message>
     <message>
         <source>Details_Printer</source>

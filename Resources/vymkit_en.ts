@@ -139,12 +139,20 @@
         <translation>Checking %@…</translation>
     </message>
     <message>
+        <source>Device_SearchAgain</source>
+        <translation>Search again (F5)</translation>
+    </message>
+    <message>
+        <source>Device_Found</source>
+        <translation>Printers found: %u</translation>
+    </message>
+    <message>
         <source>Device_NoPrinters</source>
-        <translation>Vymkit found no printer that this package can update. If yours is on the network, enter its IP address. If it is connected by USB, switch it on, check the cable, then go back and come here again.</translation>
+        <translation>Vymkit found no printer that this package can update. If yours is on the network, enter its IP address. If it is connected by USB, switch it on, check the cable, then search again.</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
-        <translation>Vymkit found no printer that this package can update. Switch the printer on, check its connection and that it is set up on this computer, then go back and come here again.</translation>
+        <translation>Vymkit found no printer that this package can update. Switch the printer on, check its connection and that it is set up on this computer, then search again.</translation>
     </message>
     <message>
         <source>Guide_Description</source>
@@ -284,9 +292,7 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>The update was stopped. Look at the printer’s display, clear the error there, then start the update again.
-
-If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+        <translation>The update was stopped. Look at the printer’s display, clear the error there, then start the update again.</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -294,9 +300,7 @@ If firmware was already on its way, do not switch the printer off: wait until it
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>The data exchanged with the printer was damaged on the way, and the update was stopped. Check the cables and the network, then start the update again.
-
-If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+        <translation>The data exchanged with the printer was damaged on the way, and the update was stopped. Check the cables and the network, then start the update again.</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -320,9 +324,7 @@ If firmware was already on its way, do not switch the printer off: wait until it
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>The connection could not be made, or it was lost. Check that the printer is switched on, that its cable or network works, that its address is right and that nothing blocks the connection, then start the update again.
-
-If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+        <translation>The connection could not be made, or it was lost. Check that the printer is switched on, that its cable or network works, that its address is right and that nothing blocks the connection, then start the update again.</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -338,9 +340,7 @@ If firmware was already on its way, do not switch the printer off: wait until it
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>The update package is damaged, or it is no longer where it was. Get the package again, then start the update again.
-
-If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+        <translation>The update package is damaged, or it is no longer where it was. Get the package again, then start the update again.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,9 +348,7 @@ If firmware was already on its way, do not switch the printer off: wait until it
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Something failed in this computer, or the printer gave too little information about itself. Start the update again. If that does not help, restart this computer first.
-
-If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+        <translation>Something failed in this computer, or the printer gave too little information about itself. Start the update again. If that does not help, restart this computer first.</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -366,9 +364,27 @@ If firmware was already on its way, do not switch the printer off: wait until it
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>It gave no answer, or one that Vymkit could not use, and the update was stopped. Check that the printer is ready and still connected, then start the update again.
-
-If firmware was already on its way, do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+        <translation>It gave no answer, or one that Vymkit could not use, and the update was stopped. Check that the printer is ready and still connected, then start the update again.</translation>
+    </message>
+    <message>
+        <source>Error_BytesSent</source>
+        <translation>Do not switch the printer off: wait until its display shows that it is ready. If it stays in the update mode, start the update again.</translation>
+    </message>
+    <message>
+        <source>Result_Confirmed</source>
+        <translation>%@: sent, and confirmed by the printer.</translation>
+    </message>
+    <message>
+        <source>Result_Sent</source>
+        <translation>%@: sent, but not confirmed by the printer.</translation>
+    </message>
+    <message>
+        <source>Result_Partly</source>
+        <translation>%@: sent only in part.</translation>
+    </message>
+    <message>
+        <source>Result_NothingSent</source>
+        <translation>No firmware was sent.</translation>
     </message>
     <message>
         <source>Details_Printer</source>

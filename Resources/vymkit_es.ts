@@ -139,12 +139,20 @@
         <translation>Consultando %@…</translation>
     </message>
     <message>
+        <source>Device_SearchAgain</source>
+        <translation>Buscar de nuevo (F5)</translation>
+    </message>
+    <message>
+        <source>Device_Found</source>
+        <translation>Impresoras encontradas: %u</translation>
+    </message>
+    <message>
         <source>Device_NoPrinters</source>
-        <translation>No se ha encontrado ninguna impresora a la que esté destinado este paquete. Si la suya está en la red, escriba su dirección IP. Si está conectada por USB, enciéndala, compruebe el cable, retroceda y vuelva a abrir esta página.</translation>
+        <translation>No se ha encontrado ninguna impresora a la que esté destinado este paquete. Si la suya está en la red, escriba su dirección IP. Si está conectada por USB, enciéndala, compruebe el cable y vuelva a buscar.</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
-        <translation>No se ha encontrado ninguna impresora a la que esté destinado este paquete. Encienda la impresora, compruebe su conexión y que esté configurada en este equipo; después retroceda y vuelva a abrir esta página.</translation>
+        <translation>No se ha encontrado ninguna impresora a la que esté destinado este paquete. Encienda la impresora, compruebe su conexión y que esté configurada en este equipo; después vuelva a buscar.</translation>
     </message>
     <message>
         <source>Guide_Description</source>
@@ -284,9 +292,7 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>La actualización se ha detenido. Mire la pantalla de la impresora, corrija allí el error y vuelva a iniciar la actualización.
-
-Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+        <translation>La actualización se ha detenido. Mire la pantalla de la impresora, corrija allí el error y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -294,9 +300,7 @@ Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su p
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>Los datos intercambiados con la impresora se han dañado durante la transmisión y la actualización se ha detenido. Compruebe los cables y la red y vuelva a iniciar la actualización.
-
-Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+        <translation>Los datos intercambiados con la impresora se han dañado durante la transmisión y la actualización se ha detenido. Compruebe los cables y la red y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -320,9 +324,7 @@ Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su p
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>No se ha podido establecer la conexión o se ha perdido. Compruebe que la impresora esté encendida, que el cable o la red funcionen, que su dirección sea correcta y que nada bloquee la conexión, y vuelva a iniciar la actualización.
-
-Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+        <translation>No se ha podido establecer la conexión o se ha perdido. Compruebe que la impresora esté encendida, que el cable o la red funcionen, que su dirección sea correcta y que nada bloquee la conexión, y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -338,9 +340,7 @@ Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su p
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>El paquete de actualización está dañado o ya no se encuentra en su sitio. Obténgalo de nuevo y vuelva a iniciar la actualización.
-
-Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+        <translation>El paquete de actualización está dañado o ya no se encuentra en su sitio. Obténgalo de nuevo y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,9 +348,7 @@ Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su p
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Algo ha fallado en este equipo, o la impresora ha dado muy poca información sobre sí misma. Vuelva a iniciar la actualización. Si eso no lo resuelve, reinicie antes este equipo.
-
-Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+        <translation>Algo ha fallado en este equipo, o la impresora ha dado muy poca información sobre sí misma. Vuelva a iniciar la actualización. Si eso no lo resuelve, reinicie antes este equipo.</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -366,9 +364,27 @@ Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su p
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>No ha dado ninguna respuesta, o una que Vymkit no puede utilizar, y la actualización se ha detenido. Compruebe que la impresora esté lista y siga conectada, y vuelva a iniciar la actualización.
-
-Si ya se estaba enviando firmware, no apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+        <translation>No ha dado ninguna respuesta, o una que Vymkit no puede utilizar, y la actualización se ha detenido. Compruebe que la impresora esté lista y siga conectada, y vuelva a iniciar la actualización.</translation>
+    </message>
+    <message>
+        <source>Error_BytesSent</source>
+        <translation>No apague la impresora: espere hasta que su pantalla indique que está lista. Si sigue en el modo de actualización, inicie de nuevo la actualización.</translation>
+    </message>
+    <message>
+        <source>Result_Confirmed</source>
+        <translation>%@: enviado y confirmado por la impresora.</translation>
+    </message>
+    <message>
+        <source>Result_Sent</source>
+        <translation>%@: enviado, pero no confirmado por la impresora.</translation>
+    </message>
+    <message>
+        <source>Result_Partly</source>
+        <translation>%@: enviado solo en parte.</translation>
+    </message>
+    <message>
+        <source>Result_NothingSent</source>
+        <translation>No se ha enviado ningún firmware.</translation>
     </message>
     <message>
         <source>Details_Printer</source>

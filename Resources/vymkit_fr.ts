@@ -139,12 +139,20 @@
         <translation>Interrogation de %@…</translation>
     </message>
     <message>
+        <source>Device_SearchAgain</source>
+        <translation>Rechercher à nouveau (F5)</translation>
+    </message>
+    <message>
+        <source>Device_Found</source>
+        <translation>Imprimantes trouvées : %u</translation>
+    </message>
+    <message>
         <source>Device_NoPrinters</source>
-        <translation>Aucune imprimante que ce paquet peut mettre à jour n’a été trouvée. Si la vôtre est sur le réseau, saisissez son adresse IP. Si elle est reliée par USB, allumez-la, vérifiez le câble, puis revenez en arrière et rouvrez cette page.</translation>
+        <translation>Aucune imprimante que ce paquet peut mettre à jour n’a été trouvée. Si la vôtre est sur le réseau, saisissez son adresse IP. Si elle est reliée par USB, allumez-la, vérifiez le câble, puis relancez la recherche.</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
-        <translation>Aucune imprimante que ce paquet peut mettre à jour n’a été trouvée. Allumez l’imprimante, vérifiez sa connexion et qu’elle est installée sur cet ordinateur, puis revenez en arrière et rouvrez cette page.</translation>
+        <translation>Aucune imprimante que ce paquet peut mettre à jour n’a été trouvée. Allumez l’imprimante, vérifiez sa connexion et qu’elle est installée sur cet ordinateur, puis relancez la recherche.</translation>
     </message>
     <message>
         <source>Guide_Description</source>
@@ -284,9 +292,7 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>La mise à jour a été arrêtée. Consultez l’écran de l’imprimante, corrigez l’erreur, puis relancez la mise à jour.
-
-Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+        <translation>La mise à jour a été arrêtée. Consultez l’écran de l’imprimante, corrigez l’erreur, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -294,9 +300,7 @@ Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante�
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>Les données échangées avec l’imprimante ont été altérées en chemin, et la mise à jour a été arrêtée. Vérifiez les câbles et le réseau, puis relancez la mise à jour.
-
-Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+        <translation>Les données échangées avec l’imprimante ont été altérées en chemin, et la mise à jour a été arrêtée. Vérifiez les câbles et le réseau, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -320,9 +324,7 @@ Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante�
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>La connexion n’a pas pu être établie ou a été perdue. Vérifiez que l’imprimante est allumée, que son câble ou le réseau fonctionne, que son adresse est exacte et que rien ne bloque la connexion, puis relancez la mise à jour.
-
-Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+        <translation>La connexion n’a pas pu être établie ou a été perdue. Vérifiez que l’imprimante est allumée, que son câble ou le réseau fonctionne, que son adresse est exacte et que rien ne bloque la connexion, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -338,9 +340,7 @@ Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante�
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>Le paquet de mise à jour est endommagé ou ne se trouve plus à sa place. Procurez-vous un nouvel exemplaire de ce paquet, puis relancez la mise à jour.
-
-Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+        <translation>Le paquet de mise à jour est endommagé ou ne se trouve plus à sa place. Procurez-vous un nouvel exemplaire de ce paquet, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,9 +348,7 @@ Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante�
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Un problème est survenu sur cet ordinateur, ou l’imprimante a donné trop peu d’informations. Relancez la mise à jour. Si cela ne suffit pas, redémarrez d’abord cet ordinateur.
-
-Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+        <translation>Un problème est survenu sur cet ordinateur, ou l’imprimante a donné trop peu d’informations. Relancez la mise à jour. Si cela ne suffit pas, redémarrez d’abord cet ordinateur.</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -366,9 +364,27 @@ Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante�
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>Elle n’a donné aucune réponse, ou une réponse que Vymkit ne peut pas utiliser, et la mise à jour a été arrêtée. Vérifiez qu’elle est prête et toujours connectée, puis relancez la mise à jour.
-
-Si l’envoi du micrologiciel avait commencé, n’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+        <translation>Elle n’a donné aucune réponse, ou une réponse que Vymkit ne peut pas utiliser, et la mise à jour a été arrêtée. Vérifiez qu’elle est prête et toujours connectée, puis relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Error_BytesSent</source>
+        <translation>N’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête. Si elle reste en mode de mise à jour, relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Result_Confirmed</source>
+        <translation>%@ : envoyé et confirmé par l’imprimante.</translation>
+    </message>
+    <message>
+        <source>Result_Sent</source>
+        <translation>%@ : envoyé, mais pas confirmé par l’imprimante.</translation>
+    </message>
+    <message>
+        <source>Result_Partly</source>
+        <translation>%@ : envoyé en partie seulement.</translation>
+    </message>
+    <message>
+        <source>Result_NothingSent</source>
+        <translation>Aucun micrologiciel n’a été envoyé.</translation>
     </message>
     <message>
         <source>Details_Printer</source>

@@ -139,12 +139,20 @@
         <translation>%@ に問い合わせています…</translation>
     </message>
     <message>
+        <source>Device_SearchAgain</source>
+        <translation>もう一度探す (F5)</translation>
+    </message>
+    <message>
+        <source>Device_Found</source>
+        <translation>見つかったプリンター：%u 台</translation>
+    </message>
+    <message>
         <source>Device_NoPrinters</source>
-        <translation>このパッケージに対応するプリンターが見つかりません。ネットワーク接続の場合は、IP アドレスを入力してください。USB 接続の場合は、プリンターの電源とケーブルを確認し、前のページに戻ってからもう一度このページを開いてください。</translation>
+        <translation>このパッケージに対応するプリンターが見つかりません。ネットワーク接続の場合は、IP アドレスを入力してください。USB 接続の場合は、プリンターの電源とケーブルを確認し、もう一度探してください。</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
-        <translation>このパッケージに対応するプリンターが見つかりません。プリンターの電源と接続、およびこのコンピューターに登録されていることを確認し、前のページに戻ってからもう一度このページを開いてください。</translation>
+        <translation>このパッケージに対応するプリンターが見つかりません。プリンターの電源と接続、およびこのコンピューターに登録されていることを確認し、もう一度探してください。</translation>
     </message>
     <message>
         <source>Guide_Description</source>
@@ -284,9 +292,7 @@
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>更新を中止しました。プリンターの表示を確認してエラーを解消し、もう一度更新してください。
-
-ファームウェアの送信が始まっていた場合は、プリンターの電源を切らずに、表示が準備完了になるまで待ってください。更新モードのままの場合は、もう一度更新してください。</translation>
+        <translation>更新を中止しました。プリンターの表示を確認してエラーを解消し、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -294,9 +300,7 @@
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>プリンターとの通信中にデータが壊れたため、更新を中止しました。ケーブルとネットワークを確認し、もう一度更新してください。
-
-ファームウェアの送信が始まっていた場合は、プリンターの電源を切らずに、表示が準備完了になるまで待ってください。更新モードのままの場合は、もう一度更新してください。</translation>
+        <translation>プリンターとの通信中にデータが壊れたため、更新を中止しました。ケーブルとネットワークを確認し、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -320,9 +324,7 @@
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>接続できなかったか、接続が切れました。プリンターの電源が入っていること、ケーブルやネットワークが正常であること、アドレスが正しいこと、接続が遮断されていないことを確認し、もう一度更新してください。
-
-ファームウェアの送信が始まっていた場合は、プリンターの電源を切らずに、表示が準備完了になるまで待ってください。更新モードのままの場合は、もう一度更新してください。</translation>
+        <translation>接続できなかったか、接続が切れました。プリンターの電源が入っていること、ケーブルやネットワークが正常であること、アドレスが正しいこと、接続が遮断されていないことを確認し、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -338,9 +340,7 @@
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>更新パッケージが壊れているか、元の場所にありません。パッケージを入手し直し、もう一度更新してください。
-
-ファームウェアの送信が始まっていた場合は、プリンターの電源を切らずに、表示が準備完了になるまで待ってください。更新モードのままの場合は、もう一度更新してください。</translation>
+        <translation>更新パッケージが壊れているか、元の場所にありません。パッケージを入手し直し、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,9 +348,7 @@
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>このコンピューターで問題が発生したか、プリンターから必要な情報を得られませんでした。もう一度更新してください。それでも続行できない場合は、コンピューターを再起動してからやり直してください。
-
-ファームウェアの送信が始まっていた場合は、プリンターの電源を切らずに、表示が準備完了になるまで待ってください。更新モードのままの場合は、もう一度更新してください。</translation>
+        <translation>このコンピューターで問題が発生したか、プリンターから必要な情報を得られませんでした。もう一度更新してください。それでも続行できない場合は、コンピューターを再起動してからやり直してください。</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -366,9 +364,27 @@
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>応答がないか、応答を処理できなかったため、更新を中止しました。プリンターが準備完了で、接続されていることを確認し、もう一度更新してください。
-
-ファームウェアの送信が始まっていた場合は、プリンターの電源を切らずに、表示が準備完了になるまで待ってください。更新モードのままの場合は、もう一度更新してください。</translation>
+        <translation>応答がないか、応答を処理できなかったため、更新を中止しました。プリンターが準備完了で、接続されていることを確認し、もう一度更新してください。</translation>
+    </message>
+    <message>
+        <source>Error_BytesSent</source>
+        <translation>プリンターの電源を切らずに、表示が準備完了になるまで待ってください。更新モードのままの場合は、もう一度更新してください。</translation>
+    </message>
+    <message>
+        <source>Result_Confirmed</source>
+        <translation>%@：送信が終わり、プリンターへの書き込みが確認されました。</translation>
+    </message>
+    <message>
+        <source>Result_Sent</source>
+        <translation>%@：送信は終わりましたが、プリンターへの書き込みは確認されていません。</translation>
+    </message>
+    <message>
+        <source>Result_Partly</source>
+        <translation>%@：途中まで送信されました。</translation>
+    </message>
+    <message>
+        <source>Result_NothingSent</source>
+        <translation>ファームウェアは送信されていません。</translation>
     </message>
     <message>
         <source>Details_Printer</source>

@@ -139,12 +139,20 @@
         <translation>正在查询 %@…</translation>
     </message>
     <message>
+        <source>Device_SearchAgain</source>
+        <translation>重新查找 (F5)</translation>
+    </message>
+    <message>
+        <source>Device_Found</source>
+        <translation>找到的打印机：%u 台</translation>
+    </message>
+    <message>
         <source>Device_NoPrinters</source>
-        <translation>未找到此更新包适用的打印机。如果打印机在网络上，请输入其 IP 地址。如果打印机通过 USB 连接，请打开打印机电源并检查电缆，然后返回上一步，再重新进入此页面。</translation>
+        <translation>未找到此更新包适用的打印机。如果打印机在网络上，请输入其 IP 地址。如果打印机通过 USB 连接，请打开打印机电源并检查电缆，然后重新查找。</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
-        <translation>未找到此更新包适用的打印机。请打开打印机电源，检查其连接以及是否已在此计算机上设置，然后返回上一步，再重新进入此页面。</translation>
+        <translation>未找到此更新包适用的打印机。请打开打印机电源，检查其连接以及是否已在此计算机上设置，然后重新查找。</translation>
     </message>
     <message>
         <source>Guide_Description</source>
@@ -284,9 +292,7 @@
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>更新已停止。请查看打印机的显示屏，排除错误，然后重新开始更新。
-
-如果固件已开始发送，请勿关闭打印机电源：请等待其显示屏显示就绪。如果打印机停留在更新模式，请重新开始更新。</translation>
+        <translation>更新已停止。请查看打印机的显示屏，排除错误，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -294,9 +300,7 @@
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>与打印机交换的数据在传输途中损坏，更新已停止。请检查电缆和网络，然后重新开始更新。
-
-如果固件已开始发送，请勿关闭打印机电源：请等待其显示屏显示就绪。如果打印机停留在更新模式，请重新开始更新。</translation>
+        <translation>与打印机交换的数据在传输途中损坏，更新已停止。请检查电缆和网络，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -320,9 +324,7 @@
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>无法建立连接，或连接已中断。请检查打印机是否开机、电缆或网络是否正常、地址是否正确以及连接是否被阻止，然后重新开始更新。
-
-如果固件已开始发送，请勿关闭打印机电源：请等待其显示屏显示就绪。如果打印机停留在更新模式，请重新开始更新。</translation>
+        <translation>无法建立连接，或连接已中断。请检查打印机是否开机、电缆或网络是否正常、地址是否正确以及连接是否被阻止，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -338,9 +340,7 @@
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>更新包已损坏，或已不在原来的位置。请重新获取更新包，然后重新开始更新。
-
-如果固件已开始发送，请勿关闭打印机电源：请等待其显示屏显示就绪。如果打印机停留在更新模式，请重新开始更新。</translation>
+        <translation>更新包已损坏，或已不在原来的位置。请重新获取更新包，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,9 +348,7 @@
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>此计算机出现问题，或打印机提供的信息不足。请重新开始更新。如果仍然无效，请先重新启动此计算机。
-
-如果固件已开始发送，请勿关闭打印机电源：请等待其显示屏显示就绪。如果打印机停留在更新模式，请重新开始更新。</translation>
+        <translation>此计算机出现问题，或打印机提供的信息不足。请重新开始更新。如果仍然无效，请先重新启动此计算机。</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -366,9 +364,27 @@
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>打印机没有应答，或应答无法使用，更新已停止。请检查打印机是否就绪并保持连接，然后重新开始更新。
-
-如果固件已开始发送，请勿关闭打印机电源：请等待其显示屏显示就绪。如果打印机停留在更新模式，请重新开始更新。</translation>
+        <translation>打印机没有应答，或应答无法使用，更新已停止。请检查打印机是否就绪并保持连接，然后重新开始更新。</translation>
+    </message>
+    <message>
+        <source>Error_BytesSent</source>
+        <translation>请勿关闭打印机电源：请等待其显示屏显示就绪。如果打印机停留在更新模式，请重新开始更新。</translation>
+    </message>
+    <message>
+        <source>Result_Confirmed</source>
+        <translation>%@：已发送，且打印机已确认写入。</translation>
+    </message>
+    <message>
+        <source>Result_Sent</source>
+        <translation>%@：已发送，但打印机未确认写入。</translation>
+    </message>
+    <message>
+        <source>Result_Partly</source>
+        <translation>%@：仅发送了一部分。</translation>
+    </message>
+    <message>
+        <source>Result_NothingSent</source>
+        <translation>未发送任何固件。</translation>
     </message>
     <message>
         <source>Details_Printer</source>

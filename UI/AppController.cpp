@@ -26,3 +26,8 @@ int AppController::run()
     _mainwindowController->show();
     return QCoreApplication::exec();
 }
+
+bool AppController::isStillSearching() const
+{
+    return _mainwindowController != nullptr && _mainwindowController->isStillSearching();
+}

@@ -247,7 +247,13 @@ void MainWindowController::end()
     if (m_hasEnded)
         return;
     m_hasEnded = true;
+    m_frame.window().hide(); // first: nothing that follows keeps it on the screen
     emit ended();
+}
+
+bool MainWindowController::isStillSearching() const
+{
+    return m_device1.isBusy() || m_device2.isBusy();
 }
 
 // A question needs no answer any more; an event loop of its own would go on for it.

@@ -45,6 +45,8 @@ public:
     void show();
     // The program ends with this; where no event loop runs yet, none must be started.
     [[nodiscard]] bool hasEnded() const { return m_hasEnded; }
+    // A search for printers still waits for one; destruction would wait for it.
+    [[nodiscard]] bool isStillSearching() const;
 
     void showOpeningPage();
     void showPreferencePage();

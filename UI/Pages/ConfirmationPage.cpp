@@ -9,9 +9,12 @@ namespace {
 
 constexpr double kCardSign = 3; // in sizes of a small icon
 
-QString shown(const PrinterInfo::Text& text)
+// A print server's URIs end before this: none is cut, and with it the serial number at its end.
+constexpr std::size_t kLongestUri = 1024;
+
+QString shownText(const PrinterInfo::Text& text, std::size_t limit)
 {
-    return QString::fromStdString(plainText(text.value_or("")));
+    return QString::fromStdString(plainText(text.value_or(""), limit));
 }
 
 } // namespace
@@ -36,6 +39,8 @@ void ConfirmationPage::setTexts()
     _targetDevNameTitle->setText(words::text(textkey::kGuideTargetDeviceTitle));
     _portNameTitle->setText(words::text(textkey::kGuidePortNameTitle));
     _startUpdateCmtTxt->setText(words::text(textkey::kGuideStartUpdateCmt));
+    _targetDevNameTitle->setBuddy(_targetDevNameTxt); // to a screen reader, its value's caption
+    _portNameTitle->setBuddy(_portNameTxt);
     _targetImgView->setAccessibleName(words::text(textkey::kStepDevice));
     setButtonTexts(textkey::kStart);
 }
@@ -55,6 +60,6 @@ void ConfirmationPage::enter()
 
 void ConfirmationPage::showTarget(const PrinterInfo& printer)
 {
-    _targetDevNameTxt->setText(shown(printer.printerName()));
-    _portNameTxt->setText(shown(printer.printerURI()));
+    _targetDevNameTxt->setText(shownText(printer.printerName(), kDisplayLimit));
+    _portNameTxt->setText(shownText(printer.printerURI(), kLongestUri));
 }

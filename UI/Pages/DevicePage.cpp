@@ -4,6 +4,9 @@
 #include "UI/Text/TextKeys.h"
 #include "UI/vymParseController.h"
 
+#include <QKeyEvent>
+#include <algorithm>
+#include <array>
 #include <vector>
 
 namespace {
@@ -67,9 +70,12 @@ void DevicePage::connectControls()
 {
     m_printers.connectControls();
     connect(&m_printers, &PrinterTable::listed, this, &DevicePage::takeList);
+    connect(&m_printers, &PrinterTable::searchAgainWanted, this, &DevicePage::searchAgain);
     connect(&m_printers, &PrinterTable::selectionChanged, this, &DevicePage::updateNextButton);
     if (!hasAddress())
         return;
+    for (auto* choice : {_assignPrtNameBtnCell, _assignIPAddressBtnCell})
+        choice->installEventFilter(this);
     _IPAddressMatrix->setInputMode(InputNSMatrixControl::kAddressMode);
     // A screen reader switches a radio button without a click.
     connect(_assignPrtNameBtnCell, &QRadioButton::toggled, this, &DevicePage::choosePrinter);
@@ -97,10 +103,35 @@ void DevicePage::setTexts()
     nameCells(*_IPAddressMatrix);
 }
 
+// The choices are a group each, so that a mode is set without their signals: the arrow keys go from
+// one to the other here, and choose it, as between radio buttons everywhere.
+bool DevicePage::eventFilter(QObject* watched, QEvent* event)
+{
+    constexpr std::array kArrows = {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right};
+    const auto* pressed =
+        event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+    if (pressed == nullptr
+        || std::find(kArrows.begin(), kArrows.end(), pressed->key()) == kArrows.end())
+        return QObject::eventFilter(watched, event);
+    auto* other =
+        watched == _assignPrtNameBtnCell ? _assignIPAddressBtnCell : _assignPrtNameBtnCell;
+    if (other->isEnabled()) {
+        other->click();
+        other->setFocus(Qt::TabFocusReason); // a mode takes the focus into its input
+    }
+    return true;
+}
+
 void DevicePage::enter()
 {
     setTabOrder(mode());
     m_printers.makeList(!hasAddress());
+}
+
+void DevicePage::searchAgain()
+{
+    m_printers.rememberSelectedRow();
+    enter();
 }
 
 void DevicePage::leave()

@@ -27,6 +27,7 @@ public:
     void enter() override; // begins to make the list
     void takeFocus() override;
     void leave() override;
+    [[nodiscard]] bool isBusy() const { return m_printers.isBusy(); } // with a search
 
     // The two modes; without the address there is only the first one.
     void choosePrinter();
@@ -40,6 +41,8 @@ public:
 
 private:
     void takeList();
+    void searchAgain();
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void setMode(DeviceMode mode);
     void showMode(DeviceMode mode);
     void setTabOrder(DeviceMode mode);

@@ -58,6 +58,8 @@ void OpeningPage::showPackage(const std::string& model)
                             &FirmwareList::shouldSelectRow,
                             {}});
     _firmInfoTblView->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    if (m_firmware.numOfFirmware() == 0)
+        _firmInfoTblView->setFocusPolicy(Qt::NoFocus);
 }
 
 void OpeningPage::showSignature(const std::string& signature)

@@ -32,6 +32,8 @@ public:
     void start(bool driverOnly);
     void cancel();
     [[nodiscard]] bool isSearching() const { return m_isWanted; }
+    // A device or the print server is still being waited for, also after a cancel.
+    [[nodiscard]] bool isBusy() const { return m_thread.joinable(); }
 
 signals:
     void asking(const QString& printer); // empty: the print system or the bus

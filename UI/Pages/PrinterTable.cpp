@@ -4,6 +4,7 @@
 #include "UI/Text/TextKeys.h"
 #include "UI/Widgets/Look.h"
 
+#include <QAccessible>
 #include <algorithm>
 
 namespace {
@@ -30,6 +31,7 @@ PrinterTable::PrinterTable(Form& form, const std::string& suffix, PrinterSearchT
     form.findColumn(_printerList_port_col, m_table, ("_printerList_port_col" + suffix).c_str());
     form.find(_searchAnimation, ("_searchAnimation" + suffix).c_str());
     form.find(_searchTxt, ("_searchTxt" + suffix).c_str());
+    form.find(_searchAgainBtn, ("_searchAgainBtn" + suffix).c_str());
 }
 
 void PrinterTable::connectControls()
@@ -54,6 +56,7 @@ void PrinterTable::connectControls()
                                      : words::text(textkey::kDeviceAsking, printer.toStdString()),
                    true);
     });
+    connect(_searchAgainBtn, &QPushButton::clicked, this, &PrinterTable::searchAgainWanted);
     connect(&m_search, &PrinterSearchThread::finished, this, &PrinterTable::takeList);
 }
 
@@ -64,6 +67,8 @@ void PrinterTable::setTexts()
     _prtListTblView->setAccessibleName(
         words::text(textkey::kDeviceSpecifyPrinterName).remove(u'&'));
     _searchAnimation->setAccessibleName(words::text(textkey::kDeviceSearching));
+    _searchAgainBtn->setText(words::text(textkey::kDeviceSearchAgain));
+    _searchAgainBtn->setShortcut(Qt::Key_F5); // on no way of the Tab key
 }
 
 void PrinterTable::makeList(bool driverOnly)
@@ -84,7 +89,17 @@ void PrinterTable::takeList(const TargetPrinters& found)
     m_table->reloadData();
     fitColumns(*_prtListTblView);
     showSearch({}, false);
+    describe();
     emit listed();
+}
+
+// A screen reader hears that the list has arrived, and how long it is.
+void PrinterTable::describe()
+{
+    const auto count = static_cast<std::uint32_t>(m_printers.numberOfRowsInTableView());
+    _prtListTblView->setAccessibleDescription(words::text(textkey::kDeviceFound, count));
+    QAccessibleEvent said(_prtListTblView, QAccessible::Alert);
+    QAccessible::updateAccessibility(&said);
 }
 
 void PrinterTable::showSearch(const QString& words, bool isSearching)
@@ -95,6 +110,7 @@ void PrinterTable::showSearch(const QString& words, bool isSearching)
     else
         _searchAnimation->stopAnimation();
     _searchAnimation->setVisible(isSearching);
+    _searchAgainBtn->setEnabled(!isSearching);
 }
 
 void PrinterTable::rememberSelectedRow()

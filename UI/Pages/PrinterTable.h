@@ -13,6 +13,7 @@
 #include "UI/vymTableView.h"
 
 #include <QLabel>
+#include <QPushButton>
 
 class PrinterTable final : public QObject {
     Q_OBJECT
@@ -26,6 +27,7 @@ public:
 
     void makeList(bool driverOnly); // listed follows, unless it is cancelled
     void cancel() { m_search.cancel(); }
+    [[nodiscard]] bool isBusy() const { return m_search.isBusy(); } // also after a cancel
     [[nodiscard]] bool isEmpty() const { return m_printers.numberOfRowsInTableView() == 0; }
     void showNote(const QString& words) { _searchTxt->setText(words); } // beside the list
 
@@ -40,10 +42,12 @@ public:
 signals:
     void listed(); // a new list stands; no row is selected yet
     void selectionChanged();
+    void searchAgainWanted();
 
 private:
     void takeList(const TargetPrinters& found);
     void keepOneRowSelected();
+    void describe();
     void showSearch(const QString& words, bool isSearching);
 
     PrinterList m_printers;
@@ -58,4 +62,5 @@ private:
     ListColumn _printerList_port_col;
     BusySign* _searchAnimation = nullptr;
     QLabel* _searchTxt = nullptr;
+    QPushButton* _searchAgainBtn = nullptr;
 };

@@ -2,6 +2,7 @@
 
 #include "UI/Pages/SystemSign.h"
 #include "UI/Pages/Words.h"
+#include "UI/Text/PlainText.h"
 #include "UI/Text/TextKeys.h"
 #include "UI/VYM_Utilities.h"
 #include "UI/Widgets/LetterWidth.h"
@@ -27,6 +28,13 @@ constexpr std::array kMeasuredTexts = {textkey::kStateConnection, textkey::kStat
                                        textkey::kStatePrepUpdatePlural,
                                        textkey::kStateWriteUpdatePlural, textkey::kStateUpdated};
 
+// To a screen reader, which does not follow a text that has no focus.
+void announce(QLabel& text)
+{
+    QAccessibleEvent said(&text, QAccessible::Alert);
+    QAccessible::updateAccessibility(&said);
+}
+
 } // namespace
 
 ProgressWindow::ProgressWindow(Form& form)
@@ -37,6 +45,7 @@ ProgressWindow::ProgressWindow(Form& form)
     form.find(_updateCmtTxt, "_updateCmtTxt");
     form.find(_attentionCmtTxt, "_attentionCmtTxt");
     form.find(_progressCmtTxt, "_progressCmtTxt");
+    form.find(_firmwareNameTxt, "_firmwareNameTxt");
     form.find(_updatePrg, "_updatePrg");
     form.find(_closeRefusedTxt, "_closeRefusedTxt");
 }
@@ -47,7 +56,7 @@ void ProgressWindow::setTexts()
     _updateCmtTxt->setText(words::text(textkey::kUpdateDescription));
     _attentionCmtTxt->setText(words::text(textkey::kUpdatePrecaution));
     _progressCmtTxt->setText({});
-    _progressAnimation->setAccessibleName(words::text(textkey::kUpdateProgressName));
+    _progressAnimation->setAccessibleName(words::text(textkey::kUpdateDescription));
     _updatePrg->setAccessibleName(words::text(textkey::kUpdateProgressName));
     _updateWdwWarningImgView->setAccessibleName(words::text(textkey::kCautionName));
 }
@@ -60,8 +69,10 @@ void ProgressWindow::dress()
         showSystemSign(*_updateWdwWarningImgView, kCautionIcon);
 }
 
-void ProgressWindow::open()
+void ProgressWindow::open(bool hasSeveralFirmware)
 {
+    _firmwareNameTxt->setText(QStringLiteral(" ")); // the room for it from the start on
+    _firmwareNameTxt->setVisible(hasSeveralFirmware);
     _closeRefusedTxt->hide();
     showSystemSign(*_updateWdwWarningImgView, kCautionIcon); // the texts get the width beside it
     fitProgressLine();
@@ -119,13 +130,21 @@ void ProgressWindow::refuseClosing()
     _closeRefusedTxt->setText(words::text(textkey::kUpdateCloseRefused));
     _closeRefusedTxt->show();
     fitWindow();
-    QAccessibleEvent said(_closeRefusedTxt, QAccessible::Alert);
-    QAccessible::updateAccessibility(&said);
+    announce(*_closeRefusedTxt);
 }
 
 void ProgressWindow::showStage(const char* key, std::optional<std::uint32_t> number)
 {
-    _progressCmtTxt->setText(number.has_value() ? words::text(key, *number) : words::text(key));
+    const auto stage = number.has_value() ? words::text(key, *number) : words::text(key);
+    if (stage == _progressCmtTxt->text())
+        return;
+    _progressCmtTxt->setText(stage);
+    announce(*_progressCmtTxt);
+}
+
+void ProgressWindow::showFirmware(const std::string& name)
+{
+    _firmwareNameTxt->setText(QString::fromStdString(plainText(name)));
 }
 
 void ProgressWindow::showProgress(double percent)

@@ -21,12 +21,14 @@ public:
     void setTexts();
     void dress(); // for the user's font, palette and style; again when they change
 
-    void open(); // in the middle and in front, with nothing done yet
+    // hasSeveralFirmware: it makes room for their names.
+    void open(bool hasSeveralFirmware); // in the middle and in front, with nothing done yet
     void close();
     [[nodiscard]] bool isOpen() const { return _updateWindow->isVisible(); }
     void refuseClosing(); // says why
 
     void showStage(const char* key, std::optional<std::uint32_t> number); // of the firmware
+    void showFirmware(const std::string& name); // that the stage is about
     // Not a number: the printer reports progress without a total, and the bar stays where it is.
     void showProgress(double percent);
 
@@ -40,6 +42,7 @@ private:
     QLabel* _updateCmtTxt = nullptr;
     QLabel* _attentionCmtTxt = nullptr;
     QLabel* _progressCmtTxt = nullptr;
+    QLabel* _firmwareNameTxt = nullptr;
     QProgressBar* _updatePrg = nullptr;
     QLabel* _closeRefusedTxt = nullptr;
 };

@@ -6,6 +6,7 @@
 #include "UI/Text/TextFormat.h"
 #include "UI/Text/TextKeys.h"
 #include "VYM/BundlePath.h"
+#include "VYM/ProtocolResult.h"
 
 namespace {
 
@@ -22,6 +23,25 @@ std::string detailsOf(int code, const ResultFacts& facts)
     return details;
 }
 
+// What became of the firmware, a line each, and what an interrupted one means for the printer.
+std::string remarksOn(const ResultFacts& facts, bool isError)
+{
+    if (facts.sent.empty())
+        return isError ? words::plain(textkey::kResultNothingSent) : "";
+    std::string remarks;
+    bool isAllConfirmed = true;
+    for (const auto& firmware : facts.sent) {
+        const auto* key = firmware.isConfirmed ? textkey::kResultConfirmed
+            : firmware.isWhole                 ? textkey::kResultSent
+                                               : textkey::kResultPartly;
+        remarks += (remarks.empty() ? "" : "\n") + words::filled(key, plainText(firmware.name));
+        isAllConfirmed = isAllConfirmed && firmware.isConfirmed;
+    }
+    if (isError && !isAllConfirmed)
+        remarks += "\n\n" + words::plain(textkey::kErrorBytesSent);
+    return remarks;
+}
+
 } // namespace
 
 Alert resultMessage(int code, bool automaticEnd, const ResultFacts& facts)
@@ -36,6 +56,8 @@ Alert resultMessage(int code, bool automaticEnd, const ResultFacts& facts)
     told.message = shown(texts.messageKey);
     told.style = texts.isError ? AlertStyle::critical : AlertStyle::informational;
     told.defaultButton = words::plain(textkey::kOk);
+    if (code != result::kNotApplicable) // its message says that nothing was sent
+        told.remarks = remarksOn(facts, texts.isError);
     if (texts.isError)
         told.details = detailsOf(code, facts);
     return told;

@@ -6,8 +6,17 @@
 #include "UI/PrinterInfo.h"
 #include "UI/Widgets/Alerts.h"
 
+#include <vector>
+
+struct SentFirmware {
+    std::string name; // as the user knows it
+    bool isWhole; // every byte went out
+    bool isConfirmed; // the printer reported that it has finished writing
+};
+
 // What a person who is asked for help wants to know beside the result.
 struct ResultFacts {
+    std::vector<SentFirmware> sent; // of which bytes went out, in order
     PrinterInfo printer;
     std::string packageFolder;
     std::string log; // its path; empty: there is none

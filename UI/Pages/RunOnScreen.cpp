@@ -6,8 +6,10 @@
 #include "UI/Widgets/Aside.h"
 #include "UI/vymParseController.h"
 #include "VYM/BundlePath.h"
+#include "VYM/ProtocolResult.h"
 
 #include <array>
+#include <cstdlib>
 
 namespace {
 
@@ -15,6 +17,16 @@ std::string packageFolder()
 {
     std::array<char, kBundlePathSize> folder{};
     return getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
+}
+
+// The run of this process, for what happens when the toolkit ends it: once the display is gone,
+// that is by exit, from within the event loop, so that everything here still stands.
+RunOnScreen* g_run = nullptr;
+
+void endRunAtExit()
+{
+    if (g_run != nullptr)
+        g_run->endWithoutDisplay();
 }
 
 std::string nameInPrinter(unsigned row)
@@ -29,6 +41,12 @@ std::string nameInPrinter(unsigned row)
 RunOnScreen::RunOnScreen(ProgressWindow& window, const FirmwareList& firmware, std::string version)
     : m_window(window), m_firmware(firmware), m_version(std::move(version))
 {
+}
+
+RunOnScreen::~RunOnScreen()
+{
+    if (g_run == this)
+        g_run = nullptr;
 }
 
 RunLogFacts RunOnScreen::facts() const
@@ -57,8 +75,10 @@ void RunOnScreen::logPackageProblem(const std::string& problem) const
 bool RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
 {
     m_printer = std::move(printer);
-    m_window.open();
+    m_window.open(m_firmware.numOfFirmware() > 1);
     m_run.emplace(facts());
+    [[maybe_unused]] static const int isRegistered = std::atexit(&endRunAtExit);
+    g_run = this;
     keepAwake();
     RunTarget target; // one that takes no printer starts nothing
     if (m_printer != nullptr)
@@ -82,9 +102,25 @@ std::optional<int> RunOnScreen::look()
     const auto step = m_run->look();
     if (step.textKey.has_value())
         m_window.showStage(std::string(*step.textKey).c_str(), step.number);
+    if (step.number.has_value())
+        m_window.showFirmware(firmwareAt(*step.number));
     if (step.progress.has_value())
         m_window.showProgress(*step.progress);
     return step.endCode;
+}
+
+// The number beside the name, so that nobody takes it for a version. Empty where the package does
+// not name it.
+std::string RunOnScreen::firmwareAt(std::uint32_t number) const
+{
+    const auto count = static_cast<std::uint32_t>(m_firmware.numOfFirmware());
+    if (number < 1 || number > count)
+        return {};
+    const auto row = static_cast<int>(number - 1);
+    const auto name = m_firmware.objectValueForTableColumn("FirmwareType", row).value_or("");
+    if (name.empty() || count == 1)
+        return name;
+    return name + " (" + std::to_string(number) + '/' + std::to_string(count) + ')';
 }
 
 void RunOnScreen::refuseEnd(const std::string& what)
@@ -97,10 +133,17 @@ void RunOnScreen::refuseEnd(const std::string& what)
 
 Alert RunOnScreen::end(int code)
 {
-    ResultFacts facts{m_printer != nullptr ? *m_printer : PrinterInfo(), packageFolder(), {}};
+    ResultFacts facts;
+    facts.printer = m_printer != nullptr ? *m_printer : PrinterInfo();
+    facts.packageFolder = packageFolder();
     if (m_run.has_value()) {
         doAside([this] { m_run->stop(); });
-        m_run->takeOutcomes();
+        g_run = nullptr;
+        for (const auto& outcome : m_run->takeOutcomes()) {
+            if (outcome.m_bytesWentOut)
+                facts.sent.push_back({firmwareAt(outcome.m_number),
+                                      outcome.m_result == result::kSuccess, outcome.m_confirmed});
+        }
         m_run->finish(resultName(code), code);
         facts.log = m_run->log().path();
         m_run.reset();
@@ -108,4 +151,17 @@ Alert RunOnScreen::end(int code)
     m_inhibitor.reset();
     m_window.close();
     return resultMessage(code, vymParseController::getNeedExitOperation() == yesno_no, facts);
+}
+
+void RunOnScreen::endWithoutDisplay()
+{
+    g_run = nullptr;
+    m_run->log().note("the display has gone; what is being sent is finished, and the printer left");
+    m_run->stop();
+    m_run->look();
+    m_run->takeOutcomes();
+    const auto code = m_run->endCode();
+    m_run->finish(code.has_value() ? resultName(*code) : "stopped", code);
+    m_run.reset();
+    m_inhibitor.reset();
 }

@@ -20,6 +20,9 @@ class RunOnScreen {
 public:
     // version: of the program.
     RunOnScreen(ProgressWindow& window, const FirmwareList& firmware, std::string version);
+    ~RunOnScreen();
+    RunOnScreen(const RunOnScreen&) = delete;
+    RunOnScreen& operator=(const RunOnScreen&) = delete;
 
     // A log of its own: with such a package there may never be a run.
     void logPackageProblem(const std::string& problem) const;
@@ -33,10 +36,13 @@ public:
     // Waits for the worker: a transfer is never cut. The windows go on living meanwhile. Gives the
     // message about it; also without a run.
     Alert end(int code);
+    // Without a window: a toolkit that loses its display ends the process. Waits as end does.
+    void endWithoutDisplay();
 
 private:
     [[nodiscard]] RunLogFacts facts() const;
     void keepAwake();
+    [[nodiscard]] std::string firmwareAt(std::uint32_t number) const;
 
     ProgressWindow& m_window;
     const FirmwareList& m_firmware;

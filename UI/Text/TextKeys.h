@@ -52,6 +52,8 @@ constexpr const char* kDeviceAddressName = "Device_AddressName"; // for screen r
 constexpr const char* kDeviceAddressCell = "Device_AddressCell"; // (number) 1 to 4; as above
 constexpr const char* kDeviceSearching = "Device_Searching"; // while the list is being made
 constexpr const char* kDeviceAsking = "Device_Asking"; // (text) the printer that is being queried
+constexpr const char* kDeviceSearchAgain = "Device_SearchAgain"; // a button
+constexpr const char* kDeviceFound = "Device_Found"; // (number) of printers; for screen readers
 constexpr const char* kDeviceNoPrinters = "Device_NoPrinters"; // the list is empty
 constexpr const char* kDeviceNoPrinters2 = "Device_NoPrinters2"; // the same without address entry
 
@@ -114,6 +116,11 @@ constexpr const char* kErrorCompatibleTitle = "Error_CompatibleTitle";
 constexpr const char* kErrorCompatibleMes = "Error_CompatibleMes";
 constexpr const char* kErrorOtherTitle = "Error_OtherTitle";
 constexpr const char* kErrorOtherMes = "Error_OtherMes";
+constexpr const char* kErrorBytesSent = "Error_BytesSent"; // unless all of them are confirmed
+constexpr const char* kResultConfirmed = "Result_Confirmed"; // (text) the firmware's name
+constexpr const char* kResultSent = "Result_Sent"; // (text) as above; not confirmed
+constexpr const char* kResultPartly = "Result_Partly"; // (text) as above
+constexpr const char* kResultNothingSent = "Result_NothingSent"; // after an error
 
 // Details under an alert.
 constexpr const char* kDetailsPrinter = "Details_Printer"; // (text) the printer's name or address

@@ -23,6 +23,7 @@ struct Alert {
     std::string defaultButton;
     std::string alternateButton; // empty: there is only one button
     AlertReturn returnKey = AlertReturn::pressesDefault;
+    std::string remarks; // what belongs to the message in this case; between it and the details
 
     bool operator==(const Alert&) const = default;
 };

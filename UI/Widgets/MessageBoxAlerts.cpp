@@ -42,8 +42,10 @@ protected:
 QString explanation(const Alert& asked)
 {
     auto text = QString::fromStdString(asked.message);
-    if (!asked.details.empty())
-        text += QStringLiteral("\n\n") + QString::fromStdString(asked.details);
+    for (const auto& more : {asked.remarks, asked.details}) {
+        if (!more.empty())
+            text += QStringLiteral("\n\n") + QString::fromStdString(more);
+    }
     return text;
 }
 

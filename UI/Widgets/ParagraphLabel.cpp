@@ -34,6 +34,11 @@ std::unique_ptr<QTextDocument> ParagraphLabel::document(int width) const
     set->setDefaultFont(font());
     auto option = set->defaultTextOption();
     option.setTextDirection(layoutDirection());
+    if (property("address").toBool()) {
+        option.setTextDirection(Qt::LeftToRight);
+        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        option.setAlignment(layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft);
+    }
     set->setDefaultTextOption(option);
     const double indent = QFontMetricsF(font()).horizontalAdvance(kBullet);
     for (auto block = set->begin(); block.isValid(); block = block.next()) {

@@ -3,6 +3,8 @@
 //
 // Owns:    nothing beyond its base class.
 // Threads: the interface's own.
+// Its property "address" makes it a label for addresses: they read from left to right in every
+// layout, and a long one is broken anywhere.
 // Interprets no markup: a list item is a line that begins with a bullet.
 #pragma once
 #include <QLabel>

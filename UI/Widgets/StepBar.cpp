@@ -40,8 +40,10 @@ void StepBar::setCurrentStep(int step)
 
 void StepBar::describe()
 {
-    if (m_current >= 0 && m_current < m_names.size())
+    if (m_current >= 0 && m_current < m_names.size()) {
         setText(QStringLiteral("%1. %2").arg(m_current + 1).arg(m_names[m_current]));
+        setAccessibleDescription(QStringLiteral("%1/%2").arg(m_current + 1).arg(m_names.size()));
+    }
     update();
 }
 

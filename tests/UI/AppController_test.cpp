@@ -21,6 +21,29 @@ TEST(AppController, RunsUntilTheCancelQuestionIsAnsweredWithYes)
     EXPECT_EQ(wizard.alerts.asked().size(), 2U);
 }
 
+TEST(AppController, EndsAtOnceWhileAPrintServerStillKeepsTheSearchWaiting)
+{
+    Wizard wizard;
+    wizard.description({"PLATFORMVERSION MACOS=0"});
+    std::atomic<bool> answers = false;
+    wizard.setup.findPrinters = [&answers](bool, const std::atomic<bool>&, PrinterSearchObserver&) {
+        while (!answers) // deaf to a cancel, as a library that waits for an answer is
+            std::this_thread::yield();
+        return TargetPrinters();
+    };
+    AppController application(wizard.setup);
+    wizard.alerts.queueAnswer(alert::kDefault);
+    QTimer::singleShot(1, [&wizard] {
+        wizard.press("_openingNextBtn");
+        wizard.press("_prefNextBtn");
+        wizard.press("_selDev1CancelBtn");
+    });
+    EXPECT_EQ(application.run(), 0);
+    EXPECT_FALSE(wizard.window().isVisible());
+    EXPECT_TRUE(application.isStillSearching());
+    answers = true;
+}
+
 TEST(AppController, DoesNotRunOnASystemThatThePackageIsNotFor)
 {
     Wizard wizard;

@@ -6,6 +6,7 @@
 namespace {
 
 ScriptedWorker* g_script = nullptr;
+constexpr unsigned long kSystemWithoutScript = 0x1200; // one that every package allows
 
 ScriptedWorker* asScript(void* worker)
 {
@@ -154,7 +155,7 @@ CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
 
 unsigned long get_system_version()
 {
-    return g_script->systemVersion;
+    return g_script != nullptr ? g_script->systemVersion : kSystemWithoutScript;
 }
 
 char* get_locale_string()

@@ -336,3 +336,20 @@ TEST_F(DevicePages, OfferNothingOnTheSecondPageWithoutQueues)
     EXPECT_EQ(wizard.table().focusPolicy(), Qt::StrongFocus);
     EXPECT_EQ(wizard.row(), 0);
 }
+
+TEST_F(DevicePages, GoFromChoiceToChoiceByTheArrowKeys)
+{
+    threePrinters().open().toPrinters();
+    wizard.find("_assignPrtNameBtnCell").setFocus();
+    wizard.key(Qt::Key_Down);
+    EXPECT_TRUE(isAddressMode());
+    EXPECT_EQ(wizard.focus(), "_assignIPAddressBtnCell");
+    wizard.key(Qt::Key_Up);
+    EXPECT_TRUE(isPrinterMode());
+    EXPECT_EQ(wizard.focus(), "_assignPrtNameBtnCell");
+    wizard.printers({});
+    backAndForth();
+    wizard.find("_assignIPAddressBtnCell").setFocus();
+    wizard.key(Qt::Key_Up); // there is no printer to choose
+    EXPECT_TRUE(isAddressMode());
+}

@@ -50,6 +50,7 @@ TEST(OpeningPage, GoesOnWithAPackageThatShowsNoFirmware)
     Wizard wizard;
     wizard.description({"MODELNAME \"Vymprint 200\"", "PLATFORMVERSION MACOS=0"}).open();
     EXPECT_EQ(wizard.find<QTableView>("_firmInfoTblView").model()->rowCount(), 0);
+    EXPECT_EQ(wizard.find("_firmInfoTblView").focusPolicy(), Qt::NoFocus);
     wizard.press("_openingNextBtn");
     EXPECT_EQ(wizard.page(), "PreferencePage");
 }

@@ -139,3 +139,27 @@ TEST_F(PrinterTables, RememberTheQueueOnTheSecondPageAsWell)
     wizard.press("_selDev2BackBtn");
     EXPECT_EQ(wizard.page(), "PreferencePage");
 }
+
+TEST_F(PrinterTables, AreMadeAgainByAKeyAndKeepTheirRow)
+{
+    threePrinters().open().toPrinters();
+    wizard.chooseRow(1);
+    wizard.printers({{"D", "net:192.0.2.4"}, {"A", "net:192.0.2.1"}, {"B", "net:192.0.2.2"}});
+    wizard.holdSearch("Slow one");
+    wizard.key(Qt::Key_F5); // the button is seen to be pressed for a moment
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !isEnabled("_searchAgainBtn"); }));
+    wizard.letSearchGo();
+    wizard.waitForPrinters();
+    EXPECT_EQ(wizard.searches(), 2);
+    EXPECT_EQ(wizard.table().model()->rowCount(), 3);
+    EXPECT_EQ(wizard.row(), 2);
+    EXPECT_TRUE(isEnabled("_selDev1NextBtn"));
+    EXPECT_TRUE(isEnabled("_searchAgainBtn"));
+    EXPECT_EQ(wizard.focus(), "_prtListTblView");
+}
+
+TEST_F(PrinterTables, TellAScreenReaderHowManyPrintersThereAre)
+{
+    threePrinters().open().toPrinters();
+    EXPECT_EQ(wizard.table().accessibleDescription(), "Device_Found");
+}

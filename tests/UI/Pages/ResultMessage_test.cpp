@@ -60,4 +60,83 @@ TEST_F(ResultMessages, APrinterThatLeavesUpdateModeByItselfHasItsOwnMessages)
     }
 }
 
+TEST_F(ResultMessages, OnlyTheAnswerNoMeansThatThePrinterLeavesUpdateModeByItself)
+{
+    for (const auto* answer : {"BOTH", "", "MAYBE"}) {
+        Wizard own;
+        own.description({"MODELNAME V", "PLATFORMVERSION MACOS=0",
+                         std::string("NEEDEXITOPERATION ") + answer})
+            .open();
+        own.controller->endUpdate(1);
+        EXPECT_EQ(own.alerts.asked().back().message, "NormalEnd_ManualMes") << answer;
+    }
+}
+
+TEST_F(ResultMessages, SayWhatWasSentAndConfirmedAndOnlyWhatApplies)
+{
+    const SentFirmware confirmed{"Main", true, true};
+    const SentFirmware sent{"Engine", true, false};
+    const SentFirmware partly{"Boot", false, false};
+    const struct {
+        const char* why;
+        int code;
+        std::vector<SentFirmware> sent;
+        const char* remarks;
+    } rows[] = {
+        {"all is well", 1, {confirmed}, "Result_Confirmed"},
+        {"nothing to do", -11, {}, ""},
+        {"an error before anything went out", -6, {}, "Result_NothingSent"},
+        {"an error after all was confirmed", -12, {confirmed}, "Result_Confirmed"},
+        {"an error in the middle",
+         -6,
+         {confirmed, partly},
+         "Result_Confirmed\nResult_Partly\n\nError_BytesSent"},
+        {"no word from the printer", -6, {sent}, "Result_Sent\n\nError_BytesSent"},
+    };
+    for (const auto& row : rows) {
+        ResultFacts facts;
+        facts.sent = row.sent;
+        EXPECT_EQ(resultMessage(row.code, false, facts).remarks, row.remarks) << row.why;
+    }
+}
+
+TEST_F(ResultMessages, NameTheFirmwareThatWasSent)
+{
+    begin();
+    NumberedTexts texts;
+    QCoreApplication::installTranslator(&texts);
+    tag_entryoutcome outcome{};
+    outcome.m_number = 2;
+    outcome.m_result = 1;
+    outcome.m_bytesWentOut = true;
+    outcome.m_confirmed = true;
+    worker.outcomes = {outcome};
+    worker.record.m_updatedCount = 1;
+    look(state_done);
+    EXPECT_EQ(message().remarks, "Result_Confirmed <Print engine (2/2)>");
+}
+
+// The window of the run goes before its message comes.
+TEST_F(ResultMessages, StandAlone)
+{
+    class Looks : public QueuedAlerts {
+    public:
+        int run(const Alert& asked) override
+        {
+            if (wizard != nullptr && asked.alternateButton.empty())
+                wasVisible = wizard->window("_updateWindow").isVisible();
+            return QueuedAlerts::run(asked);
+        }
+        const Wizard* wizard = nullptr;
+        bool wasVisible = true;
+    } looks;
+    looks.queueAnswer(alert::kDefault);
+    wizard.setup.alerts = &looks;
+    looks.wizard = &wizard;
+    begin();
+    EXPECT_TRUE(wizard.window("_updateWindow").isVisible());
+    look(state_done);
+    EXPECT_FALSE(looks.wasVisible);
+}
+
 } // namespace

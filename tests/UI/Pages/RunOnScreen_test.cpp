@@ -122,6 +122,23 @@ TEST_F(RunOnScreens, WithSeveralFirmwareTheLineHasTheNumber)
     EXPECT_EQ(line(), "State_Updated <%u>"); // has no plural form, and no argument
 }
 
+TEST_F(RunOnScreens, WithSeveralFirmwareTheNameStandsBesideTheLine)
+{
+    begin(); // with two
+    const auto name = [this] { return wizard.text("_firmwareNameTxt").trimmed().toStdString(); };
+    EXPECT_TRUE(wizard.find("_firmwareNameTxt").isVisible());
+    EXPECT_EQ(name(), "");
+    worker.record.m_firmwareNumber = 1;
+    look(state_checked);
+    EXPECT_EQ(name(), "Main controller (1/2)");
+    worker.record.m_firmwareNumber = 2;
+    look(state_sending, 1, 2);
+    EXPECT_EQ(name(), "Print engine (2/2)");
+    worker.record.m_firmwareNumber = 3; // that the package does not have
+    look(state_sending, 1, 2);
+    EXPECT_EQ(name(), "");
+}
+
 TEST_F(RunOnScreens, WithOneFirmwareALineHasNoArgument)
 {
     beginWithOneFirmware();
@@ -130,6 +147,7 @@ TEST_F(RunOnScreens, WithOneFirmwareALineHasNoArgument)
     worker.record.m_firmwareNumber = 1;
     look(state_checked);
     EXPECT_EQ(line(), "State_CheckVersion <%u>");
+    EXPECT_FALSE(wizard.find("_firmwareNameTxt").isVisible());
 }
 
 TEST_F(RunOnScreens, EndsAsTheRecordSays)
@@ -221,6 +239,22 @@ TEST_F(RunOnScreens, ARunLeavesALog)
     EXPECT_THAT(log(), HasSubstr("127.0.0.1"));
     EXPECT_THAT(log(), HasSubstr("Main controller"));
     EXPECT_THAT(log(), HasSubstr("connection-lost"));
+}
+
+using RunOnScreensDeathTest = RunOnScreens;
+
+// As the toolkit ends the process when it loses its display.
+TEST_F(RunOnScreensDeathTest, IsFinishedWhenTheToolkitEndsTheProcess)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            begin();
+            look(state_sending);
+            worker.atStop = [] { std::fputs("the worker was waited for\n", stderr); };
+            std::exit(1);
+        },
+        ::testing::ExitedWithCode(1), "the worker was waited for");
 }
 
 TEST_F(RunOnScreens, ALogThatCannotBeMadeDoesNotKeepARunFromEnding)

@@ -12,8 +12,10 @@
 namespace {
 
 const Alert kMessage = {
-    "It is done", "Switch the printer off and on.", "", AlertStyle::informational, "OK", ""};
-const Alert kQuestion = {"Really?", "Think about it.", "", AlertStyle::critical, "YES", "NO"};
+    "It is done", "Switch the printer off and on.", "", AlertStyle::informational, "OK",
+    "",           AlertReturn::pressesDefault,      ""};
+const Alert kQuestion = {"Really?", "Think about it.",           "", AlertStyle::critical, "YES",
+                         "NO",      AlertReturn::pressesDefault, ""};
 
 // Shows an alert and acts on its box once that is open.
 int answer(const Alert& asked, const std::function<void(QMessageBox&)>& act)
@@ -94,6 +96,13 @@ TEST(MessageBoxAlerts, ShowsTitleMessageDetailsAndStyle)
     answer(kQuestion, [](auto& box) {
         EXPECT_EQ(box.icon(), QMessageBox::Warning);
         EXPECT_EQ(box.buttons().size(), 2);
+        box.close();
+    });
+    asked.remarks = "Nothing was sent.";
+    answer(asked, [](auto& box) {
+        EXPECT_EQ(box.informativeText(),
+                  "Switch the printer off and on.\n\nNothing was sent.\n\n"
+                  "the container ends early");
         box.close();
     });
     asked.style = AlertStyle::critical;

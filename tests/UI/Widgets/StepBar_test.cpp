@@ -16,6 +16,7 @@ TEST(StepBar, SaysTheCurrentStepToAScreenReader)
     EXPECT_EQ(steps.text(), "1. Package");
     steps.setCurrentStep(2);
     EXPECT_EQ(steps.text(), "3. Printer");
+    EXPECT_EQ(steps.accessibleDescription(), "3/3");
 }
 
 TEST(StepBar, TakesNoFocus)

@@ -87,7 +87,9 @@ class Desk:
         command = ["Xvfb", "-displayfd", "{fd}", "-dpi", "96", "-nolisten", "tcp", "-noreset"]
         for number, screen in enumerate(self.screens):
             command += ["-screen", str(number), screen]
-        return ":" + self._first_line(command)
+        number = self._first_line(command)
+        self.x_server = self.processes[-1]
+        return ":" + number
 
     def _session_bus(self):
         return self._first_line(["dbus-daemon", "--session", "--nofork", "--nopidfile",

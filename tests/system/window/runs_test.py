@@ -79,6 +79,17 @@ class Run(WizardCase):
         self.assert_stored(printer, package)
         self.assertIn("note: signal", self.logs()[0])
 
+    def test_finishes_what_is_being_sent_when_the_display_goes_away(self):
+        package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk, *SLOW)
+        self.start(package)
+        self.to_run(printer.address)
+        self.wizard.wait_for(self.texts["State_WriteUpdate"])
+        self.desk.x_server.kill()
+        self.wizard.exit_code()
+        self.assert_stored(printer, package)
+        self.assertIn("note: the display has gone", self.logs()[0])
+        self.assertRegex(self.logs()[0], r"\nresult: .*\nended: .*\n$")
+
     def test_ends_without_a_question_when_the_system_asks_it_to_stop_before(self):
         self.start(Package(self.desk))
         self.press("Next")
