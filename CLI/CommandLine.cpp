@@ -160,6 +160,8 @@ Outcome run(Workplace& place)
         place.session.setDeadline(*options.deadline);
     if (options.command == Command::history)
         return runHistory(options);
+    if (options.command == Command::doctor)
+        return runDoctor(place);
     return runOnPackage(place);
 }
 

@@ -33,6 +33,7 @@ struct Destination {
 
 Outcome runInfo(const PackageFacts& package);
 Outcome runHistory(const Options& options); // needs no package
+Outcome runDoctor(Workplace& place); // says what is wrong with the package, too
 Outcome runPrinters(Workplace& place);
 Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& destination);
 Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& destination);

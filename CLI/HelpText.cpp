@@ -18,8 +18,9 @@ Commands:
   check                Ask the printer what an update would do, and why. Changes nothing.
   update               Update the printer's firmware.
   history [N]          List the updates of this computer, or show the log of the N-th.
+  doctor               Say why an update would not work here, and what helps. Changes nothing.
 
-Which printer (check, update; exactly one of them):
+Which printer (check, update; exactly one of them; doctor: one at most):
       --printer NAME   A printer of the list, by its queue's identifier or by its name.
   -a, --address A      The printer's IPv4 address, or the name of its host.
       --uri PORT       The printer's port string: usb://..., lpd://... or net:...
@@ -49,6 +50,7 @@ printer can be left. Never switch the printer off while an update runs.
 
 Exit codes:
   0    updated; for check: an update would send something; for printers: they are listed
+  1    doctor: something would hinder an update
   2    nothing to update
   3    with --verify: updated, but the printer did not come back to confirm it
   4    with --verify: updated, but the printer came back with another version

@@ -20,7 +20,7 @@ const char* colourOf(Verdict verdict)
 {
     if (verdict == Verdict::updated || verdict == Verdict::updateAvailable
         || verdict == Verdict::nothingToUpdate || verdict == Verdict::listed
-        || verdict == Verdict::history)
+        || verdict == Verdict::history || verdict == Verdict::ready)
         return kGreen;
     return verdict == Verdict::stopped ? kYellow : kRed;
 }
@@ -190,6 +190,8 @@ std::string warningText(const Outcome& outcome, std::size_t columns)
 
 std::string tableOf(const Outcome& outcome, std::size_t columns)
 {
+    if (outcome.command == Command::doctor)
+        return findingTable(outcome.findings);
     if (outcome.command == Command::history)
         return outcome.log.empty() ? historyTable(outcome.pastRuns, columns) : outcome.log;
     return outcome.printers ? printerTable(*outcome.printers, columns)

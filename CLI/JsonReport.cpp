@@ -200,6 +200,13 @@ Json runToJson(const PastRun& run)
             {"file", run.file}};
 }
 
+Json findingToJson(const Finding& finding)
+{
+    return {{"type", "finding"},          {"schema_version", kSchemaVersion},
+            {"check", finding.check},     {"status", findingStatusName(finding.status)},
+            {"message", finding.message}, {"mend", orNull(finding.mend)}};
+}
+
 const char* causeName(StopCause cause)
 {
     if (cause == StopCause::stall)
@@ -243,6 +250,8 @@ public:
     {
         for (const auto& run : outcome.pastRuns)
             m_output.write(lineOf(runToJson(run)));
+        for (const auto& finding : outcome.findings)
+            m_output.write(lineOf(findingToJson(finding)));
         if (!outcome.log.empty())
             m_output.write(lineOf(
                 {{"type", "log"}, {"schema_version", kSchemaVersion}, {"text", outcome.log}}));

@@ -271,8 +271,9 @@ std::string updatedText(const FirmwareOutcome& outcome)
 
 std::string verdictWord(Verdict verdict)
 {
-    constexpr std::array<const char*, 12> kWords = {
+    constexpr std::array kWords = {
         "",        "Updated",     "Update available",  "Nothing to update", "Refused",    "Failed",
-        "Stopped", "Wrong usage", "No usable package", "Printers",          "No printer", "Runs"};
+        "Stopped", "Wrong usage", "No usable package", "Printers",          "No printer", "Runs",
+        "Ready",   "Obstacles"};
     return kWords.at(static_cast<std::size_t>(verdict));
 }

@@ -19,7 +19,8 @@ constexpr double kLongestDeadline = 366.0 * 24 * 3600; // a number that no clock
 constexpr int kHighestPort = 65535;
 constexpr int kHighestRun = 1000000; // of the history: more than any folder of logs holds
 constexpr std::size_t kLongestHost = 253; // as the domain name system allows
-constexpr const char* kWhatToDo = "Say what to do: info, printers, check, update or history.";
+constexpr const char* kWhatToDo =
+    "Say what to do: info, printers, check, update, history or doctor.";
 
 struct Words {
     std::string address;
@@ -47,6 +48,7 @@ void declare(CLI::App& app, Options& options, Words& words)
     app.add_subcommand("check");
     app.add_subcommand("update");
     app.add_subcommand("printers");
+    app.add_subcommand("doctor");
     app.add_subcommand("history")->add_option("run", words.run);
     app.add_option("-a,--address", words.address);
     app.add_option("--printer", words.printer);
@@ -101,7 +103,8 @@ std::string targetError(const Options& options, const CLI::App& app)
 {
     const auto given = app.count("--address") + app.count("--printer") + app.count("--uri");
     const auto command = "'" + std::string(commandName(options.command)) + "'";
-    if (!asksAPrinter(options.command) && given != 0)
+    const bool mayName = asksAPrinter(options.command) || options.command == Command::doctor;
+    if (!mayName && given != 0)
         return command + " is about no single printer: leave --address, --printer and --uri out.";
     if (asksAPrinter(options.command) && given == 0)
         return command
@@ -132,7 +135,8 @@ std::string strayError(const Options& options, const CLI::App& app)
             return belongsError(option, "'update'");
     }
     for (const auto* option : {"--port", "--trace"}) {
-        if (app.count(option) != 0 && !asksAPrinter(command))
+        const bool isPort = command == Command::doctor && option == std::string_view("--port");
+        if (app.count(option) != 0 && !asksAPrinter(command) && !isPort)
             return belongsError(option, "'check' and 'update'");
     }
     return {};
@@ -238,8 +242,8 @@ Options parsedOptions(int argc, const char* const* argv, const LineWords& line)
 
 const char* commandName(Command command)
 {
-    constexpr std::array<const char*, 8> kNames = {"none", "info",    "check",    "update",
-                                                   "help", "version", "printers", "history"};
+    constexpr std::array kNames = {"none",    "info",     "check",   "update", "help",
+                                   "version", "printers", "history", "doctor"};
     return kNames.at(static_cast<std::size_t>(command));
 }
 

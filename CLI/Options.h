@@ -10,10 +10,20 @@
 #include <string>
 #include <string_view>
 
-enum class Command : std::uint8_t { none, info, check, update, help, version, printers, history };
+enum class Command : std::uint8_t {
+    none,
+    info,
+    check,
+    update,
+    help,
+    version,
+    printers,
+    history,
+    doctor,
+};
 // Those that are words of the command line, in the order of the help page.
-inline constexpr std::array kCommands = {Command::info, Command::printers, Command::check,
-                                         Command::update, Command::history};
+inline constexpr std::array kCommands = {Command::info,   Command::printers, Command::check,
+                                         Command::update, Command::history,  Command::doctor};
 const char* commandName(Command command);
 Command commandNamed(std::string_view word); // none for any other word
 

@@ -3,6 +3,7 @@
 // Owns:      its texts, by value; all are safe to show.
 // Invariant: the names of exit codes, decisions and reasons never change once released.
 #pragma once
+#include "CLI/Finding.h"
 #include "CLI/Options.h"
 #include "CLI/PrinterFacts.h"
 #include "UI/Package/PackageFacts.h"
@@ -16,6 +17,7 @@
 
 namespace exitcode {
 constexpr int kDone = 0; // updated; a check found firmware to send; a requested text
+constexpr int kObstacles = 1; // the doctor found a problem
 constexpr int kNothingToUpdate = 2;
 constexpr int kNotConfirmed = 3; // updated, but the printer did not come back to say so
 constexpr int kNotInstalled = 4; // updated, but the printer came back with another version
@@ -41,6 +43,8 @@ enum class Verdict : std::uint8_t {
     listed, // printers
     noPrinter,
     history, // past runs
+    ready, // the doctor found no problem
+    obstacles,
 };
 
 enum class Decision : std::uint8_t { send, skip, refuse, undecided };
@@ -83,6 +87,7 @@ struct Outcome {
     bool notPermitted = false; // there is a USB printer that this user may not open
     std::string warning; // for the whole run: the package is not for this system
     std::string verification; // a stable name; empty where none was wanted or possible
+    std::vector<Finding> findings; // of the doctor
     double seconds = 0;
 };
 

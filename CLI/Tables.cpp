@@ -226,3 +226,21 @@ std::string historyTable(const std::vector<PastRun>& runs, std::size_t columns)
     }
     return table(rows, columns);
 }
+
+std::string findingTable(const std::vector<Finding>& findings)
+{
+    constexpr std::size_t kStatusWidth = 9; // of the longest word, and a blank
+    constexpr std::size_t kCheckWidth = 14;
+    std::string text;
+    for (const auto& each : findings) {
+        std::string status = findingStatusName(each.status);
+        status.resize(kStatusWidth, ' ');
+        auto check = each.check;
+        check.resize(kCheckWidth, ' ');
+        text += "  " + status + check + each.message + "\n";
+        if (!each.mend.empty())
+            text +=
+                "  " + std::string(kStatusWidth + kCheckWidth, ' ') + "mend: " + each.mend + "\n";
+    }
+    return text;
+}

@@ -13,3 +13,5 @@ std::string firmwareTable(const Outcome& outcome, std::size_t columns);
 // Empty where the list is.
 std::string printerTable(const PrinterFacts& printers, std::size_t columns);
 std::string historyTable(const std::vector<PastRun>& runs, std::size_t columns);
+// One paragraph for each: what helps is for copying, and never wrapped.
+std::string findingTable(const std::vector<Finding>& findings);

@@ -1,0 +1,150 @@
+#include "CLI/Doctor.h"
+#include "Platform/SleepInhibitor.h"
+#include "UI/Run/LogFolder.h"
+#include "UI/Text/PlainText.h"
+#include "UI/vym_etc.h"
+
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace doctor {
+
+namespace {
+
+constexpr std::size_t kPathLimit = 4096; // a path is shown whole
+
+// The queues without those on USB: their printers would be queried for their model.
+class NetworkQueues : public PrintServer {
+public:
+    explicit NetworkQueues(std::vector<PrintQueue> queues) : m_queues(std::move(queues)) { }
+    bool queues(std::vector<PrintQueue>& found, std::string& /*reason*/) override
+    {
+        std::copy_if(m_queues.begin(), m_queues.end(), std::back_inserter(found),
+                     [](const auto& queue) { return !isUsbPort(queue.deviceUri.value_or("")); });
+        return true;
+    }
+
+private:
+    std::vector<PrintQueue> m_queues;
+};
+
+class SilentObserver : public PrinterSearchObserver { };
+
+std::string hostOf(const std::string& port)
+{
+    for (const std::string_view scheme : {"lpd://", "net:"}) {
+        if (port.starts_with(scheme)) {
+            const auto rest = port.substr(scheme.size());
+            return rest.substr(0, rest.find_first_of("/:?"));
+        }
+    }
+    return {};
+}
+
+Finding judged(const std::vector<PrintQueue>& queues)
+{
+    NetworkQueues network(queues);
+    auto search = packagedPrinterSearch(&network);
+    search.driverOnly = true; // the bus has a check of its own
+    SilentObserver silent;
+    const std::atomic<bool> cancel{false};
+    const auto facts = printerFacts(makeTargetPrinterList(search, cancel, silent), true);
+    std::string words;
+    for (const auto& printer : facts.list)
+        words += (words.empty() ? "" : "; ") + printer.name + " " + reasonText(printer);
+    const auto onUsb = queues.size() - facts.list.size();
+    if (onUsb != 0)
+        words += (words.empty() ? "" : "; ") + std::to_string(onUsb) + " on USB, not queried here";
+    if (facts.candidates != 0 || onUsb != 0)
+        return ok("queues", words + ".");
+    return warning("queues",
+                   words.empty() ? "There is no print queue."
+                                 : "No print queue qualifies: " + words + ".",
+                   "name the printer with --address");
+}
+
+const PrintQueue* named(const std::vector<PrintQueue>& queues, const std::string& name)
+{
+    const auto fits = [&](const auto& queue) {
+        return queue.identifier == name || queue.name == name;
+    };
+    const auto found = std::find_if(queues.begin(), queues.end(), fits);
+    return found == queues.end() ? nullptr : &*found;
+}
+
+void takeNamed(const std::vector<PrintQueue>& queues, const std::string& name, Patient& patient,
+               Finding& finding)
+{
+    const auto* queue = named(queues, name);
+    if (queue == nullptr) {
+        finding = problem("queues", "There is no print queue '" + plainText(name) + "'.",
+                          "vymkit-cli printers --all");
+        return;
+    }
+    auto port = queue->deviceUri.value_or("");
+    if (isDriverUri(port))
+        port = driverAddressOf(queue->identifier.value_or(""), driverFolderRoot()).value_or("");
+    patient.host = hostOf(port);
+    patient.isUsb = isUsbPort(port);
+}
+
+} // namespace
+
+void checkQueues(Workplace& place, const std::optional<PackageFacts>& package, Patient& patient,
+                 std::vector<Finding>& findings)
+{
+    const auto& options = place.options;
+    if (options.address.has_value())
+        patient.host = *options.address;
+    if (options.uri.has_value())
+        patient.host = hostOf(*options.uri);
+    std::vector<PrintQueue> queues;
+    std::string reason = "this program knows no print server";
+    if (place.printServer == nullptr || !place.printServer->queues(queues, reason)) {
+        const auto message = "The print server cannot be reached: " + plainText(reason) + ".";
+        findings.push_back(options.printer.has_value()
+                               ? problem("print-server", message, "sudo systemctl start cups")
+                               : warning("print-server", message, "sudo systemctl start cups"));
+        findings.push_back(skipped("queues", "There is no print server to list them."));
+        return;
+    }
+    findings.push_back(ok("print-server", "The print server answers."));
+    auto finding = package.has_value()
+        ? judged(queues)
+        : skipped("queues", "Without a package it is not known which qualify.");
+    if (options.printer.has_value())
+        takeNamed(queues, *options.printer, patient, finding);
+    findings.push_back(finding);
+}
+
+Finding checkSuspend()
+{
+    const SleepInhibitor inhibitor("vymkit-cli", "The doctor tries it for a moment");
+    if (inhibitor.holds())
+        return ok("suspend", "The computer can be kept awake during an update.");
+    return warning("suspend",
+                   "The computer cannot be kept awake: " + plainText(inhibitor.note()) + ".",
+                   "switch off sleeping in the system's settings for the time of the update");
+}
+
+Finding checkLogFolder(const std::string& folder)
+{
+    if (folder.empty())
+        return warning("log-folder", "No folder for logs is known: HOME is not set.",
+                       "set HOME or XDG_STATE_HOME");
+    fs::path existing = folder;
+    std::error_code error;
+    while (!fs::exists(existing, error) && existing.has_relative_path())
+        existing = existing.parent_path();
+    const auto shown = plainText(folder, kPathLimit);
+    if (access(existing.c_str(), W_OK | X_OK) == 0 && fs::is_directory(existing, error))
+        return ok("log-folder", "Logs are kept in " + shown + ".");
+    return warning("log-folder", "Logs cannot be kept in " + shown + ".",
+                   "set XDG_STATE_HOME to a folder that you may write into");
+}
+
+} // namespace doctor

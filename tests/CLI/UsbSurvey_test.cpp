@@ -1,0 +1,82 @@
+#include "CLI/UsbSurvey.h"
+#include "tests/support/TempFolder.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The kernel's files about one printer, and a process that has it open.
+class Bus {
+public:
+    Bus()
+    {
+        put("sys/bus/usb/devices/1-2/idVendor", "1209\n");
+        put("sys/bus/usb/devices/1-2/product", "Vymprint 200\n");
+        put("sys/bus/usb/devices/1-2/serial", "S77\n");
+        put("sys/bus/usb/devices/1-2/busnum", "1\n");
+        put("sys/bus/usb/devices/1-2/devnum", "12\n");
+        put("sys/bus/usb/devices/1-2/dev", "189:11\n");
+        put("sys/bus/usb/devices/1-2:1.0/bInterfaceClass", "07\n");
+        put("sys/bus/usb/devices/1-2:1.0/bInterfaceSubClass", "01\n");
+        put("dev/bus/usb/001/012", "");
+    }
+    void put(const std::string& name, const std::string& text)
+    {
+        fs::create_directories((m_folder.path() / name).parent_path());
+        m_folder.write(name, text);
+    }
+    void link(const std::string& name, const std::string& target)
+    {
+        fs::create_directories((m_folder.path() / name).parent_path());
+        fs::create_symlink(target, m_folder.path() / name);
+    }
+    [[nodiscard]] std::vector<SurveyedPrinter> survey(const std::string& vendor = "1209") const
+    {
+        return surveyUsbPrinters(vendor, m_folder.path().string());
+    }
+
+private:
+    TempFolder m_folder;
+};
+
+} // namespace
+
+TEST(UsbSurvey, ReadsAPrinterFromTheKernelsFiles)
+{
+    const auto printers = Bus().survey();
+    ASSERT_EQ(printers.size(), 1U);
+    EXPECT_EQ(printers[0].product, "Vymprint 200");
+    EXPECT_EQ(printers[0].serial, "S77");
+    EXPECT_EQ(printers[0].node, "/dev/bus/usb/001/012");
+    EXPECT_TRUE(printers[0].isOpenable);
+    EXPECT_FALSE(printers[0].isTagged);
+    EXPECT_TRUE(printers[0].holders.empty());
+}
+
+TEST(UsbSurvey, NamesTheProgramThatHasThePrinterOpen)
+{
+    Bus bus;
+    bus.put("proc/41/comm", "ipp-usb\n");
+    bus.link("proc/41/fd/7", "/dev/bus/usb/001/012");
+    bus.link("sys/bus/usb/devices/1-2:1.0/driver", "../../drivers/usblp");
+    EXPECT_EQ(bus.survey()[0].holders, std::vector<std::string>{"ipp-usb (process 41)"});
+    EXPECT_EQ(bus.survey()[0].driver, "usblp");
+}
+
+TEST(UsbSurvey, SeesThatTheRuleHasReachedThePrinter)
+{
+    Bus bus;
+    bus.put("run/udev/data/c189:11", "E:ID_MODEL=x\nG:uaccess\n");
+    EXPECT_TRUE(bus.survey()[0].isTagged);
+}
+
+TEST(UsbSurvey, PassesOverOtherMakersAndOtherDevices)
+{
+    Bus bus;
+    EXPECT_TRUE(bus.survey("04b8").empty());
+    bus.put("sys/bus/usb/devices/1-2:1.0/bInterfaceClass", "08\n");
+    EXPECT_TRUE(bus.survey().empty());
+}
