@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr std::size_t kColumns = 80; // of a terminal
+
 PackageFacts packageOf(Input& input)
 {
     PackageFacts package{};
@@ -85,7 +87,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto outcome = concludeUpdate(package, facts);
     requireTrue(facts, outcome);
     require(!outcome.message.empty(), "an end has its words");
-    for (const auto& text : {outcome.message, firmwareTable(outcome), packageTable(package)}) {
+    for (const auto& text :
+         {outcome.message, firmwareTable(outcome, kColumns), packageTable(package, kColumns)}) {
         for (const char c : text)
             require(static_cast<unsigned char>(c) >= ' ' || c == '\n', "fit for a terminal");
     }
