@@ -20,13 +20,27 @@ constexpr unsigned long kSearchSize = 256; // enough for the names; the whole ID
 constexpr unsigned long kSearchMs = 500; // one mute device must not hold up the list
 constexpr std::size_t kPrefix = 2; // the announced length
 
+using Open = UsbStatus (UsbInterface::*)(std::unique_ptr<UsbConnection>&);
+
+UsbStatus openBy(Open open, UsbInterface& found, std::unique_ptr<UsbConnection>& connection)
+{
+    for (int attempt = 1;; ++attempt) {
+        const auto status = (found.*open)(connection);
+        if (status == UsbStatus::ok && connection == nullptr)
+            return UsbStatus::failed;
+        if (status != UsbStatus::busy || attempt == kOpenAttempts)
+            return status;
+        pauseMilliseconds(kBusyPauseMs);
+    }
+}
+
 // The text after the prefix, up to the end of the transfer.
 using SearchText = std::array<char, kSearchSize + 1>;
 
 bool readText(UsbInterface& found, SearchText& text)
 {
     std::unique_ptr<UsbConnection> connection;
-    if (open(found, connection) != UsbStatus::ok)
+    if (openBy(&UsbInterface::openToIdentify, found, connection) != UsbStatus::ok)
         return false;
     std::array<unsigned char, kSearchSize> reply{};
     unsigned long size = reply.size();
@@ -47,14 +61,7 @@ std::string valueOrNothing(const char* value)
 
 UsbStatus open(UsbInterface& found, std::unique_ptr<UsbConnection>& connection)
 {
-    for (int attempt = 1;; ++attempt) {
-        const auto status = found.open(connection);
-        if (status == UsbStatus::ok && connection == nullptr)
-            return UsbStatus::failed;
-        if (status != UsbStatus::busy || attempt == kOpenAttempts)
-            return status;
-        pauseMilliseconds(kBusyPauseMs);
-    }
+    return openBy(&UsbInterface::open, found, connection);
 }
 
 UsbStatus request(UsbConnection& connection, unsigned char* buffer, unsigned long* size,

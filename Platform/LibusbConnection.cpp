@@ -55,11 +55,20 @@ UsbStatus Connection::claim()
     libusb_set_auto_detach_kernel_driver(m_handle.get(), 1);
     const int result = libusb_claim_interface(m_handle.get(), m_facts.number);
     m_claimed = result == LIBUSB_SUCCESS;
-    if (m_claimed)
-        dropOldAnswers();
-    else
+    if (!m_claimed)
         libusb_attach_kernel_driver(m_handle.get(), m_facts.number);
     return statusOf(result);
+}
+
+// Before the first transfer, and not before: who only identifies a printer disturbs nobody.
+bool Connection::begin()
+{
+    if (!m_claimed && claim() != UsbStatus::ok)
+        return false;
+    if (!m_begun)
+        dropOldAnswers();
+    m_begun = true;
+    return true;
 }
 
 // A bus has no connections: an answer that an earlier run left unread is still due, and this run
@@ -121,7 +130,7 @@ bool Connection::startWrite(std::uint8_t pipe, const unsigned char* bytes, unsig
                             WriteDone done, void* reference)
 {
     const auto* out = bulkEndpoint(pipe, false);
-    if (out == nullptr || bytes == nullptr
+    if (out == nullptr || bytes == nullptr || !begin()
         || !m_write.start(m_handle.get(), out->address, bytes, length))
         return false;
     m_asked = length;
@@ -134,10 +143,17 @@ bool Connection::startRead(std::uint8_t pipe, unsigned char* buffer, unsigned lo
                            ReadDone done, void* reference)
 {
     const auto* in = bulkEndpoint(pipe, true);
-    if (in == nullptr || buffer == nullptr
-        || !m_read.start(m_handle.get(), in->address, nullptr, length))
+    if (in == nullptr || buffer == nullptr || length > INT_MAX || !begin() || isReading())
+        return false;
+    m_surplusOwed = m_surplusSize != 0;
+    m_surplusAborted = false;
+    // In whole packets: one that is longer than what is left of the buffer would be an overflow.
+    const auto packet = std::max<unsigned long>(in->packetSize, 1);
+    const auto asked = (length + packet - 1) / packet * packet;
+    if (!m_surplusOwed && !m_read.start(m_handle.get(), in->address, nullptr, asked))
         return false;
     m_readInto = buffer;
+    m_readRoom = static_cast<std::uint32_t>(length);
     m_readDone = done;
     m_readReference = reference;
     return true;
@@ -155,12 +171,28 @@ bool Connection::tellWrite()
 
 bool Connection::tellRead()
 {
+    if (m_surplusOwed)
+        return tellSurplus();
     if (!m_read.isOver())
         return false;
     std::uint32_t bytes = 0;
     const auto status = m_read.take(bytes);
-    std::memcpy(m_readInto, m_read.buffer(), bytes);
-    m_readDone(m_readReference, status, bytes);
+    const auto given = std::min(bytes, m_readRoom);
+    std::memcpy(m_readInto, m_read.buffer(), given);
+    m_surplusSize = std::min<std::uint32_t>(bytes - given, kLongestPacket);
+    std::memcpy(m_surplus.data(), m_read.buffer() + given, m_surplusSize);
+    m_readDone(m_readReference, status, given);
+    return true;
+}
+
+bool Connection::tellSurplus()
+{
+    m_surplusOwed = false;
+    const auto given = m_surplusAborted ? 0 : std::min(m_surplusSize, m_readRoom);
+    std::memcpy(m_readInto, m_surplus.data(), given);
+    m_surplusSize -= given;
+    std::memmove(m_surplus.data(), m_surplus.data() + given, m_surplusSize);
+    m_readDone(m_readReference, m_surplusAborted ? UsbStatus::failed : UsbStatus::ok, given);
     return true;
 }
 
@@ -169,7 +201,7 @@ bool Connection::wait(unsigned long seconds)
     const auto look = m_write.isOwed() ? kWriteLook : kReadLook;
     const auto end = Clock::now()
         + (seconds == 0 ? look : std::chrono::seconds(std::min(seconds, kLongestWait)));
-    while (m_write.isOwed() || m_read.isOwed()) {
+    while (m_write.isOwed() || isReading()) {
         std::atomic_ref(m_woken).store(0);
         if (tellWrite() || tellRead())
             return true;
@@ -183,6 +215,7 @@ bool Connection::wait(unsigned long seconds)
 void Connection::abort(std::uint8_t pipe)
 {
     const auto* found = endpoint(pipe);
+    m_surplusAborted = found != nullptr && found->isIn();
     for (auto* transfer : {&m_write, &m_read}) {
         if (found != nullptr && transfer->uses(found->address))
             transfer->cancel(*m_view);

@@ -5,7 +5,11 @@
 #pragma once
 #include "Platform/LibusbTransfer.h"
 
+#include <array>
+
 namespace libusb {
+
+constexpr std::size_t kLongestPacket = 2048; // above the largest that a descriptor can name
 
 class Connection final : public UsbConnection {
 public:
@@ -17,7 +21,7 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    UsbStatus claim();
+    UsbStatus claim(); // detaches the kernel's driver; the first transfer claims where nothing did
 
     bool configurationValue(std::uint8_t& value) override
     {
@@ -56,7 +60,10 @@ private:
                                                             : nullptr;
     }
     [[nodiscard]] const Endpoint* bulkEndpoint(std::uint8_t pipe, bool in) const;
+    bool begin();
     void dropOldAnswers();
+    bool tellSurplus();
+    [[nodiscard]] bool isReading() const { return m_read.isOwed() || m_surplusOwed; }
     bool tellWrite();
     bool tellRead();
 
@@ -67,11 +74,18 @@ private:
     Transfer m_read{m_woken};
     unsigned long m_asked = 0; // bytes to write
     unsigned char* m_readInto = nullptr;
+    std::uint32_t m_readRoom = 0; // bytes that the caller of the read has room for
+    // What came beyond that, since a bus gives whole packets; the next read begins with it.
+    std::array<unsigned char, kLongestPacket> m_surplus{};
+    std::uint32_t m_surplusSize = 0;
+    bool m_surplusOwed = false; // to the read that is outstanding
+    bool m_surplusAborted = false;
     WriteDone m_writeDone = nullptr;
     ReadDone m_readDone = nullptr;
     void* m_writeReference = nullptr;
     void* m_readReference = nullptr;
     bool m_claimed = false;
+    bool m_begun = false; // what an earlier run left is dropped
     Handle m_handle; // last, so that it is closed before the transfers are freed
 };
 

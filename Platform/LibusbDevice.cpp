@@ -6,6 +6,7 @@ namespace libusb {
 
 namespace {
 
+constexpr std::uint16_t kSizeMask = 0x07FF; // the bits above count packets of other kinds
 constexpr std::size_t kMostEndpoints = 30; // fifteen numbers, two directions
 
 std::vector<Endpoint> endpointsOf(const libusb_interface_descriptor& setting)
@@ -13,7 +14,8 @@ std::vector<Endpoint> endpointsOf(const libusb_interface_descriptor& setting)
     std::vector<Endpoint> endpoints;
     for (const auto& endpoint : counted(setting.endpoint, setting.bNumEndpoints)) {
         if (endpoint.bDescriptorType == LIBUSB_DT_ENDPOINT && endpoints.size() < kMostEndpoints)
-            endpoints.push_back({endpoint.bEndpointAddress, endpoint.bmAttributes});
+            endpoints.push_back({endpoint.bEndpointAddress, endpoint.bmAttributes,
+                                 static_cast<std::uint16_t>(endpoint.wMaxPacketSize & kSizeMask)});
     }
     return endpoints;
 }

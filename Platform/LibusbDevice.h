@@ -50,6 +50,7 @@ constexpr unsigned char kTypeMask = 0x03; // of an endpoint's attributes
 struct Endpoint {
     std::uint8_t address;
     std::uint8_t attributes;
+    std::uint16_t packetSize; // bytes: 64, 512 or 1024 for bulk, by the device's speed
 
     [[nodiscard]] bool isIn() const { return (address & LIBUSB_ENDPOINT_IN) != 0; }
     [[nodiscard]] UsbPipe::Type type() const

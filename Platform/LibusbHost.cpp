@@ -1,6 +1,7 @@
 #include "Platform/LibusbHost.h"
 
 #include "Platform/LibusbConnection.h"
+#include "Platform/LibusbNode.h"
 #include "Platform/SystemUsbHost.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@ using libusb::Handle;
 using libusb::View;
 using libusb::ViewPtr;
 
-constexpr std::size_t kMostPorts = 7; // a chain of hubs, and the root's port
 constexpr std::size_t kLongestText = 256; // a string descriptor holds 126 characters
 
 class LibusbInterface final : public UsbInterface {
@@ -56,6 +56,7 @@ public:
         return libusb::openDevice(*m_device, handle) == LIBUSB_ERROR_ACCESS;
     }
     UsbStatus open(std::unique_ptr<UsbConnection>& connection) override;
+    UsbStatus openToIdentify(std::unique_ptr<UsbConnection>& connection) override;
 
 private:
     bool read(std::uint8_t index, const char* attribute, std::string& text);
@@ -73,11 +74,28 @@ UsbStatus LibusbInterface::open(std::unique_ptr<UsbConnection>& connection)
     const int result = libusb::openDevice(*m_device, handle);
     if (result != LIBUSB_SUCCESS)
         return libusb::statusOf(result);
+    const bool hasDriver = libusb_kernel_driver_active(handle.get(), m_facts.number) == 1;
     auto opened = std::make_unique<libusb::Connection>(m_view, std::move(handle), m_facts);
-    const auto status = opened->claim();
+    // The kernel's driver keeps the interface until the first transfer: a caller that only reads
+    // the device ID must not end a print job.
+    auto status = UsbStatus::ok;
+    if (!hasDriver)
+        status = opened->claim();
+    else if (libusb::isInUse(libusb::printerNode(libusb::folderOf(*m_device), m_facts)))
+        status = UsbStatus::busy;
     if (status == UsbStatus::ok)
         connection = std::move(opened);
     return status;
+}
+
+// The kernel lets a printer's device ID be read by a process that has not claimed the interface.
+UsbStatus LibusbInterface::openToIdentify(std::unique_ptr<UsbConnection>& connection)
+{
+    Handle handle;
+    const int result = libusb::openDevice(*m_device, handle);
+    if (result == LIBUSB_SUCCESS)
+        connection = std::make_unique<libusb::Connection>(m_view, std::move(handle), m_facts);
+    return libusb::statusOf(result);
 }
 
 bool LibusbInterface::read(std::uint8_t index, const char* attribute, std::string& text)
@@ -101,16 +119,7 @@ bool LibusbInterface::read(std::uint8_t index, const char* attribute, std::strin
 // The kernel's record from plugging in, for users who may not open the device.
 bool LibusbInterface::readRecord(const char* attribute, std::string& text)
 {
-    std::array<std::uint8_t, kMostPorts> ports{};
-    const int count = libusb_get_port_numbers(m_device.get(), ports.data(), kMostPorts);
-    std::string name =
-        "/sys/bus/usb/devices/" + std::to_string(libusb_get_bus_number(m_device.get()));
-    char separator = '-';
-    for (const auto port : counted(ports.data(), std::min<int>(count, kMostPorts))) {
-        name += separator + std::to_string(port);
-        separator = '.';
-    }
-    std::ifstream file(name + '/' + attribute);
+    std::ifstream file(libusb::folderOf(*m_device) + '/' + attribute);
     std::array<char, kLongestText> line{};
     file.read(line.data(), line.size());
     text.assign(line.data(), static_cast<std::size_t>(file.gcount()));

@@ -97,6 +97,12 @@ public:
     virtual bool isForbidden() = 0;
     // Opens it exclusively, in one attempt.
     virtual UsbStatus open(std::unique_ptr<UsbConnection>& connection) = 0;
+    // For control requests alone, such as that for the device ID: takes the interface from no
+    // driver and no process. A host that cannot do so opens it exclusively.
+    virtual UsbStatus openToIdentify(std::unique_ptr<UsbConnection>& connection)
+    {
+        return open(connection);
+    }
 
 protected:
     UsbInterface() = default;

@@ -57,9 +57,10 @@ void AnswerAccount::settle()
     m_early = false;
 }
 
-bool AnswerAccount::isLagging() const
+bool AnswerAccount::isLagging(unsigned long longestMs) const
 {
-    return m_surplus || m_early || m_heardAfterLast > 1 || m_besideTenths != 0;
+    return m_surplus || m_early || m_heardAfterLast > 1 || m_besideTenths != 0
+        || pace() > longestMs;
 }
 
 bool AnswerAccount::keepsToTenths() const
@@ -69,8 +70,7 @@ bool AnswerAccount::keepsToTenths() const
 
 unsigned long AnswerAccount::patience(unsigned long longestMs) const
 {
-    const auto pace = keepsToTenths() ? m_lastGap : m_longestGap;
-    if (pace <= kLeastPatienceMs)
+    if (pace() <= kLeastPatienceMs)
         return std::min(kLeastPatienceMs, longestMs);
-    return static_cast<unsigned long>(std::min<std::uint64_t>(pace * kPatienceFactor, longestMs));
+    return static_cast<unsigned long>(std::min<std::uint64_t>(pace() * kPatienceFactor, longestMs));
 }

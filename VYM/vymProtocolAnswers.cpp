@@ -123,7 +123,8 @@ int vymProtocol::ConcludeFirmware()
         if (over || (state.closed && !isFileAnswer(reply.bytes())))
             return result::kConnectionLost;
         if (!isFileAnswer(reply.bytes()))
-            return m_answers.isLagging() || state.unsent != 0 ? proveLife() : result::kSuccess;
+            return m_answers.isLagging(m_timeout) || state.unsent != 0 ? proveLife()
+                                                                       : result::kSuccess;
         if (const int taken = takeAnswer(reply, state.unsent != 0); taken != result::kSuccess)
             return taken;
     }

@@ -88,7 +88,9 @@ int FakeLibusb::submit(libusb_transfer* transfer)
         end = ends.front();
         ends.pop_front();
     }
-    if ((transfer->endpoint & LIBUSB_ENDPOINT_IN) == 0)
+    if ((transfer->endpoint & LIBUSB_ENDPOINT_IN) != 0)
+        readSizes.push_back(transfer->length);
+    else
         written.emplace_back(reinterpret_cast<char*>(transfer->buffer),
                              static_cast<std::size_t>(transfer->length));
     m_inFlight.push_back({transfer, end});
@@ -245,6 +247,11 @@ int libusb_set_auto_detach_kernel_driver(libusb_device_handle* /*handle*/, int e
 {
     fake().autoDetach = enable != 0;
     return 0;
+}
+
+int libusb_kernel_driver_active(libusb_device_handle* /*handle*/, int /*number*/)
+{
+    return fake().driverActive ? 1 : 0;
 }
 
 int libusb_claim_interface(libusb_device_handle* /*handle*/, int number)

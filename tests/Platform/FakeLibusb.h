@@ -32,6 +32,7 @@ public:
     int configurationResult = 0;
     int openResult = 0;
     int claimResult = 0;
+    bool driverActive = false; // the kernel's, until a claim
     int eventsResult = 0;
     int submitResult = 0;
     bool cancels = true;
@@ -64,6 +65,7 @@ public:
     std::vector<unsigned> haltsCleared;
     std::vector<unsigned> timeouts; // of control requests
     std::vector<std::string> written;
+    std::vector<int> readSizes; // bytes asked of the bus
 
     // For the library's calls themselves.
     int submit(libusb_transfer* transfer);

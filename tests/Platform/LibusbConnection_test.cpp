@@ -90,22 +90,98 @@ TEST_F(LibusbConnectionTest, BeginsWithoutTheAnswersAndTheHaltThatAnEarlierRunLe
     connection.reset();
     library.oldAnswers = {"one", "two"};
     EXPECT_EQ(open(), UsbStatus::ok);
+    EXPECT_EQ(library.oldAnswers.size(), 2U) << "it may only be identified";
+    ends(LIBUSB_TRANSFER_COMPLETED);
+    EXPECT_TRUE(startWrite("enter"));
     EXPECT_TRUE(library.oldAnswers.empty());
     EXPECT_TRUE(library.haltsCleared.empty());
     for (const auto& endpoint : {library.endpoints.at(0), library.endpoints.at(1)}) {
         connection.reset();
         library.haltedPipe = endpoint.bEndpointAddress;
         EXPECT_EQ(open(), UsbStatus::ok);
+        EXPECT_TRUE(startRead());
         EXPECT_EQ(library.haltedPipe, 0U);
     }
 }
 
 TEST_F(LibusbConnectionTest, BeginsAlsoOnAPrinterThatNeverStopsSending)
 {
-    connection.reset();
     library.oldAnswers = {"again"};
     library.repeatsOldAnswer = true;
+    EXPECT_TRUE(startRead());
+}
+
+TEST_F(LibusbConnectionTest, LeavesTheInterfaceToItsDriverUntilTheFirstTransfer)
+{
+    connection.reset();
+    library.driverActive = true;
+    library.attachedAgain = 0;
+    library.reply = "\0\x05MDL";
     EXPECT_EQ(open(), UsbStatus::ok);
+    unsigned char bytes[8] = {};
+    std::uint32_t moved = 0;
+    const UsbControlRequest request{0xA1, 0, 0, 0, sizeof bytes, 100, 100};
+    EXPECT_EQ(connection->controlRequest(request, bytes, moved), UsbStatus::ok);
+    EXPECT_EQ(library.claims, 0);
+    EXPECT_TRUE(startRead());
+    EXPECT_EQ(library.claims, 1);
+    connection.reset();
+    EXPECT_EQ(library.claims, 0);
+}
+
+TEST_F(LibusbConnectionTest, StartsNothingWhereTheClaimFails)
+{
+    connection.reset();
+    library.driverActive = true;
+    EXPECT_EQ(open(), UsbStatus::ok);
+    library.claimResult = LIBUSB_ERROR_BUSY;
+    EXPECT_FALSE(startRead());
+    EXPECT_FALSE(startWrite("enter"));
+}
+
+class SuperSpeed : public LibusbConnectionTest {
+protected:
+    SuperSpeed()
+    {
+        connection.reset();
+        for (auto& endpoint : library.endpoints)
+            endpoint.wMaxPacketSize = 1024;
+        EXPECT_EQ(open(), UsbStatus::ok);
+    }
+};
+
+TEST_F(SuperSpeed, AsksTheBusForWholePacketsAndKeepsTheSurplus)
+{
+    std::string answer;
+    for (int i = 0; i < 1000; ++i)
+        answer += static_cast<char>('a' + i % 26);
+    sends(answer);
+    EXPECT_TRUE(startRead());
+    EXPECT_EQ(library.readSizes, std::vector<int>{1024});
+    EXPECT_TRUE(connection->wait(1));
+    EXPECT_EQ(readEnd, UsbStatus::ok);
+    EXPECT_EQ(got, answer.substr(0, 512));
+    EXPECT_TRUE(startRead());
+    EXPECT_FALSE(startRead()) << "one at a time";
+    EXPECT_TRUE(connection->wait(0));
+    EXPECT_EQ(got, answer.substr(512));
+    EXPECT_EQ(library.readSizes.size(), 1U);
+    EXPECT_FALSE(connection->wait(0));
+    sends("next");
+    EXPECT_TRUE(startRead());
+    EXPECT_TRUE(connection->wait(1));
+    EXPECT_EQ(got, "next");
+}
+
+TEST_F(SuperSpeed, EndsAReadOfTheSurplusThatIsAborted)
+{
+    sends(std::string(600, 'x'));
+    EXPECT_TRUE(startRead());
+    EXPECT_TRUE(connection->wait(1));
+    EXPECT_TRUE(startRead());
+    connection->abort(kIn);
+    EXPECT_TRUE(connection->wait(0));
+    EXPECT_EQ(readEnd, UsbStatus::failed);
 }
 
 TEST_F(LibusbConnectionTest, CountsOnlyTheEndpointsThatAreThere)

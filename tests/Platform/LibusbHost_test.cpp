@@ -121,6 +121,21 @@ TEST_F(LibusbHostTest, SaysWhyAnInterfaceCannotBeOpened)
     }
 }
 
+TEST_F(LibusbHostTest, ClaimsNothingOnlyToIdentify)
+{
+    for (const bool driven : {true, false}) {
+        library.driverActive = driven;
+        library.claimResult = LIBUSB_ERROR_BUSY; // another process has it
+        EXPECT_EQ(only().openToIdentify(connection), UsbStatus::ok);
+        EXPECT_NE(connection, nullptr);
+        connection.reset();
+        EXPECT_EQ(library.attachedAgain, 0);
+    }
+    library.openResult = LIBUSB_ERROR_ACCESS;
+    EXPECT_EQ(only().openToIdentify(connection), UsbStatus::notPermitted);
+    EXPECT_EQ(connection, nullptr);
+}
+
 TEST_F(LibusbHostTest, GivesTheInterfaceBackToItsDriver)
 {
     ASSERT_EQ(open(), UsbStatus::ok);

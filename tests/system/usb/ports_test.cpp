@@ -1,7 +1,9 @@
 // Finds and opens printers on a bus, as root and as an ordinary user.
 #include "tests/system/usb/UsbDesk.h"
 
+#include <fcntl.h>
 #include <set>
+#include <unistd.h>
 
 namespace {
 
@@ -42,6 +44,58 @@ TEST(Printers, AreOneByItsDeviceIdAndSerialNumber)
     const PackageFolder package(kFirmware);
     const BusPrinter printer({"--usb-serial", "A 1/2"});
     EXPECT_EQ(listed(package), std::set<std::string>{"usb://Virtual/MODEL-A?serial=A 1/2"});
+}
+
+// The kernel's driver of the only printer, as a print job has it open.
+class PrintJob {
+public:
+    PrintJob()
+    {
+        const auto end = std::chrono::steady_clock::now() + kSoon;
+        while (m_file < 0 && std::chrono::steady_clock::now() < end)
+            m_file = ::open("/dev/usb/lp0", O_WRONLY | O_CLOEXEC);
+    }
+    ~PrintJob()
+    {
+        if (m_file >= 0)
+            ::close(m_file);
+    }
+    PrintJob(const PrintJob&) = delete;
+    PrintJob& operator=(const PrintJob&) = delete;
+    [[nodiscard]] bool isPrinting() const { return m_file >= 0 && ::write(m_file, "", 0) == 0; }
+
+private:
+    int m_file = -1;
+};
+
+TEST(Printers, AreListedWithoutEndingAPrintJob)
+{
+    const PackageFolder package(kFirmware);
+    const BusPrinter printer;
+    ASSERT_TRUE(driverServes(1));
+    const PrintJob job;
+    ASSERT_TRUE(job.isPrinting());
+    EXPECT_EQ(listed(package).size(), 1U);
+    EXPECT_TRUE(driverServes(1)) << "the driver was detached";
+    EXPECT_TRUE(job.isPrinting());
+}
+
+TEST(Printers, AreNotUpdatedUnderAPrintJob)
+{
+    const PackageFolder package(kFirmware);
+    const BusPrinter printer;
+    ASSERT_TRUE(driverServes(1));
+    {
+        const PrintJob job;
+        ASSERT_TRUE(job.isPrinting());
+        CliRun run(updateOf(printer, package));
+        EXPECT_NE(run.exitCode(), 0);
+        EXPECT_EQ(run.result()["firmware_bytes_sent"], false);
+        EXPECT_TRUE(job.isPrinting());
+    }
+    CliRun run(updateOf(printer, package));
+    EXPECT_EQ(run.exitCode(), 0);
+    expectStored(printer, package);
 }
 
 TEST(Printers, AreThreeOfOneModel)
