@@ -76,13 +76,10 @@ UsbStatus LibusbInterface::open(std::unique_ptr<UsbConnection>& connection)
         return libusb::statusOf(result);
     const bool hasDriver = libusb_kernel_driver_active(handle.get(), m_facts.number) == 1;
     auto opened = std::make_unique<libusb::Connection>(m_view, std::move(handle), m_facts);
-    // The kernel's driver keeps the interface until the first transfer: a caller that only reads
-    // the device ID must not end a print job.
-    auto status = UsbStatus::ok;
-    if (!hasDriver)
+    // A driver that is detached while a process prints through it takes the job with it.
+    auto status = UsbStatus::busy;
+    if (!hasDriver || !libusb::isInUse(libusb::printerNode(libusb::folderOf(*m_device), m_facts)))
         status = opened->claim();
-    else if (libusb::isInUse(libusb::printerNode(libusb::folderOf(*m_device), m_facts)))
-        status = UsbStatus::busy;
     if (status == UsbStatus::ok)
         connection = std::move(opened);
     return status;

@@ -25,9 +25,9 @@ public:
     [[nodiscard]] std::uint32_t due() const { return m_due; }
     // Packets and answers match, so the last answer is the last block's own.
     [[nodiscard]] bool isComplete() const { return m_due == 0 && !m_surplus && !m_early; }
-    // The printer's answers lag behind, or one took longer than the longest wait, so silence does not
-    // prove that there are no more. False for a printer that answers only its last block, the pieces
-    // that begin a new tenth, or every tenth piece.
+    // The printer's answers lag behind, or one took longer than the longest wait, so silence does
+    // not prove that there are no more. False for a printer that answers only its last block, the
+    // pieces that begin a new tenth, or every tenth piece.
     [[nodiscard]] bool isLagging(unsigned long longestMs) const;
     // Milliseconds of silence after which no further answer is expected; at most longestMs.
     [[nodiscard]] unsigned long patience(unsigned long longestMs) const;

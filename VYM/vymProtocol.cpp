@@ -49,6 +49,7 @@ int vymProtocol::OpenDevice(char* queue, char* port, unsigned short portNo)
         return result::kSystem;
     CloseDevice();
     m_answers = {};
+    m_refusedAtTheEnd = result::kSuccess;
     return CheckDevConnErr(static_cast<int>(m_manager->Connect(queue, port, 0, portNo, &m_handle)));
 }
 
@@ -182,6 +183,7 @@ int vymProtocol::CheckState(tag_devinfo& info)
     const auto status = packets::statusOf(reply.bytes());
     if (!packets::isReplyTo(packets::kQueryStatus, reply.bytes()) || !status)
         return result::kBadReply;
+    m_statusIsHeard = true;
     if (*status == packets::kDeviceRefused)
         return result::kDeviceError;
     const auto counts = packets::countsOf(reply.bytes());
@@ -204,7 +206,8 @@ int vymProtocol::leave(std::span<unsigned char> packet, Reply& reply)
     while (sent == result::kSuccess && m_answers.due() > 0
            && packets::isReplyTo(packets::kSendFile, reply.bytes())
            && tickMilliseconds() < deadline) {
-        m_answers.heard(tickMilliseconds());
+        const int taken = takeAnswer(reply);
+        m_refusedAtTheEnd = taken != result::kSuccess ? taken : m_refusedAtTheEnd;
         sent = exchangeOnce({}, reply);
     }
     return sent;

@@ -66,7 +66,14 @@ public:
     // Whether the accepted answer of the last firmware is the last block's own; waits for as long
     // as the printer may still answer. UpdateFirmware calls it if the printer has no status query.
     int ConcludeFirmware();
+    // What the printer has said since, without waiting: a refusal counts after all, and where more
+    // answers have come than expected, the firmware is concluded again.
+    int HearLateAnswers();
     // Whether every packet of the last firmware, or a later request, has been answered.
+    // A refusal that came as late as the printer was being left; kSuccess: none.
+    [[nodiscard]] int RefusedAtTheEnd() const { return m_refusedAtTheEnd; }
+    // The printer has answered a status query since the last firmware.
+    [[nodiscard]] bool StatusIsHeard() const { return m_statusIsHeard; }
     [[nodiscard]] bool FirmwareIsAnswered() const { return m_answers.isComplete(); }
     // After a transport failure the connection stays open; otherwise it is closed.
     int ExitDownLoadMode();
@@ -145,6 +152,8 @@ private:
     CRITSECT m_lock;
 
     unsigned long m_timeout = 0; // milliseconds, as last set on the connection
+    int m_refusedAtTheEnd = result::kSuccess;
+    bool m_statusIsHeard = false;
     AnswerAccount m_answers; // to file packets
     std::uint64_t m_sendingEnds = UINT64_MAX; // every transfer ends by then
     std::vector<unsigned char> m_sendBuffer; // head and data of a file packet, kept between calls

@@ -143,3 +143,17 @@ int vymProtocol::proveLife()
         m_answers.settle();
     return code;
 }
+
+int vymProtocol::HearLateAnswers()
+{
+    if (connected() != result::kSuccess)
+        return result::kSuccess;
+    const bool wasComplete = m_answers.isComplete();
+    const auto due = m_answers.due();
+    const int heard = hearArrived();
+    if (heard != result::kSuccess)
+        return wasComplete && heard == result::kConnectionLost ? result::kSuccess : heard;
+    // An answer more than there were packets: they are not what they were counted for.
+    const bool asBefore = wasComplete ? m_answers.isComplete() : m_answers.due() == due;
+    return asBefore ? result::kSuccess : ConcludeFirmware();
+}

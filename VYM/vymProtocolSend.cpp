@@ -169,6 +169,7 @@ int vymProtocol::sendImage(Image& image, tag_devinfo& info)
     setUpdateState(info, state_sending, result::kSuccess, 0, size);
     pauseMilliseconds(kSettleMs);
     m_answers.beginFile();
+    m_statusIsHeard = false;
     m_sendingEnds = tickMilliseconds() + m_timeout + kLongestTransferMs + size * kMsPerByte;
     m_manager->SetIdleWork(m_handle, &image.pieces);
     const int sent = sendPieces(image, info);

@@ -163,6 +163,9 @@ void vymThread::runUpdate(vymProtocol& protocol, char* queue, char* port, unsign
     if (code != result::kSuccess)
         protocol.setUpdateState(m_info, state_failed, code, 0, 0);
     guarded([&] { return protocol.ExitDownLoadMode(); });
+    const int refused = protocol.RefusedAtTheEnd();
+    if (code == result::kSuccess && refused != result::kSuccess)
+        protocol.setUpdateState(m_info, state_failed, notTakenIf(refused), 0, 0);
     if (code != result::kSuccess)
         idleUntilStopped();
 }
@@ -251,29 +254,33 @@ int vymThread::finishEntry(vymProtocol& protocol)
     }
     if (!polled)
         publishState(state_finished);
-    else if (const int code = pollUntilWritten(protocol); code != result::kSuccess) {
-        // A refusal that came late is this firmware's; a line that is lost takes nothing back
-        // where the printer has said that all of it arrived.
-        const HoldLock hold(m_lock);
-        if (code != result::kConnectionLost || !protocol.FirmwareIsAnswered())
-            m_outcomes.back().m_result = code;
+    else if (const int code = pollUntilWritten(protocol); code != result::kSuccess)
         return code;
-    }
     if (!polled || m_info.m_updateState == state_finished)
         pauseMilliseconds(vymProtocol::kSettleMs);
-    return result::kSuccess;
+    // The printer has had this pause to say more.
+    return notTakenIf(guarded([&] { return protocol.HearLateAnswers(); }));
+}
+
+// The printer never said that all of it had arrived: the entry ends with that code as well.
+int vymThread::notTakenIf(int code)
+{
+    const HoldLock hold(m_lock);
+    if (code != result::kSuccess && !m_outcomes.empty())
+        m_outcomes.back().m_result = code;
+    return code;
 }
 
 // Polls until the printer reports that it has finished. A stop ends the polling at once; the
 // printer goes on writing.
 int vymThread::pollUntilWritten(vymProtocol& protocol)
 {
-    bool reported = !protocol.FirmwareBytesWentOut();
+    bool taken = !protocol.FirmwareBytesWentOut() || protocol.FirmwareIsAnswered();
     while (!m_stopRequested) {
         WaitForSingleObjectEvent(m_stopEvent, pollingInterval());
         if (const int code = protocol.CheckState(m_info); code != result::kSuccess)
-            return code;
-        reported = true;
+            return taken || protocol.StatusIsHeard() ? code : notTakenIf(code);
+        taken = true;
         if (m_info.m_updateState == state_finished) {
             const HoldLock hold(m_lock);
             m_outcomes.back().m_confirmed = m_outcomes.back().m_bytesWentOut;
@@ -281,7 +288,7 @@ int vymThread::pollUntilWritten(vymProtocol& protocol)
         }
     }
     // Without a status query, the answer to the last block must suffice.
-    return reported ? result::kSuccess : protocol.ConcludeFirmware();
+    return taken ? result::kSuccess : notTakenIf(protocol.ConcludeFirmware());
 }
 
 void vymThread::keepOutcome(const vymProtocol& protocol, std::uint32_t number, int code)

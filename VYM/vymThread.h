@@ -59,6 +59,7 @@ private:
                     const Entry& entry);
     int finishEntry(vymProtocol& protocol);
     int pollUntilWritten(vymProtocol& protocol);
+    int notTakenIf(int code);
     void keepOutcome(const vymProtocol& protocol, std::uint32_t number, int code);
     void publishState(update_state state);
     void idleUntilStopped();

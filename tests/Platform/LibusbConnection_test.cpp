@@ -117,7 +117,7 @@ TEST_F(LibusbConnectionTest, LeavesTheInterfaceToItsDriverUntilTheFirstTransfer)
     library.driverActive = true;
     library.attachedAgain = 0;
     library.reply = "\0\x05MDL";
-    EXPECT_EQ(open(), UsbStatus::ok);
+    EXPECT_EQ(only().openToIdentify(connection), UsbStatus::ok);
     unsigned char bytes[8] = {};
     std::uint32_t moved = 0;
     const UsbControlRequest request{0xA1, 0, 0, 0, sizeof bytes, 100, 100};
@@ -133,7 +133,7 @@ TEST_F(LibusbConnectionTest, StartsNothingWhereTheClaimFails)
 {
     connection.reset();
     library.driverActive = true;
-    EXPECT_EQ(open(), UsbStatus::ok);
+    EXPECT_EQ(only().openToIdentify(connection), UsbStatus::ok);
     library.claimResult = LIBUSB_ERROR_BUSY;
     EXPECT_FALSE(startRead());
     EXPECT_FALSE(startWrite("enter"));

@@ -225,6 +225,30 @@ TEST_F(vymProtocolAnswers, CountsARefusalThatIsThereBeforeTheLastBlock)
     EXPECT_EQ(update(), -2);
 }
 
+TEST_F(vymProtocolAnswers, CountInThePauseAfterAFirmware)
+{
+    const struct {
+        const char* why;
+        std::vector<std::string> late;
+        int code;
+    } table[] = {
+        {"silence", {}, 1},
+        {"the last block's own refusal", {printer::piece(0x804)}, -2},
+        {"the last answer that was due", {printer::piece()}, 1},
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.why);
+        m_script.linkStateIs(nullptr);
+        prepare(50, false);
+        m_script.queueReply("").queueReply(printer::piece()).queueReply("");
+        EXPECT_EQ(update(), 1);
+        for (const auto& answer : row.late)
+            m_script.queueReply(answer);
+        m_script.linkStateIs([this] { return LinkState{0, m_script.queuedReplies() != 0, false}; });
+        EXPECT_EQ(m_protocol->HearLateAnswers(), row.code);
+    }
+}
+
 TEST_F(vymProtocolAnswers, EndATransferThatOutlastsEveryPrinter)
 {
     prepare(5000);
