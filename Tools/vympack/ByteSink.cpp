@@ -49,7 +49,7 @@ bool ByteSink::write(const void* data, std::size_t length)
 {
     if (!put(static_cast<const char*>(data), length))
         return false;
-    m_digest.add(data, length);
+    addTo(m_digest, data, length);
     m_written += length;
     return true;
 }
@@ -66,7 +66,7 @@ bool ByteSink::copy(const InputFile& from, std::uint64_t offset, std::uint64_t l
         if (!write(piece.data(), count))
             return false;
         if (digest != nullptr)
-            digest->add(piece.data(), count);
+            addTo(*digest, piece.data(), count);
         offset += count;
         length -= count;
     }

@@ -4,9 +4,9 @@
 // Owns:    the counts and the digest.
 // Threads: none of its own.
 #pragma once
+#include "Tools/vympack/Digest.h"
 #include "Tools/vympack/ExitCodes.h"
 #include "Tools/vympack/InputFile.h"
-#include "Tools/vympack/Sha256.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] int exitCode() const { return m_exitCode; }
     [[nodiscard]] std::uint64_t written() const { return m_written; }
     // The digest of all written bytes; must be called once, after the last byte.
-    [[nodiscard]] std::string digest() { return m_digest.finish(); }
+    [[nodiscard]] std::string digest() { return hexOf(m_digest); }
 
 protected:
     ByteSink() = default;

@@ -29,7 +29,7 @@ bool writeData(const Input& input, ByteSink& out, Sha256& digest)
 {
     if (!input.text)
         return out.copy(input.file, 0, input.file.size(), &digest);
-    digest.add(input.text->data(), input.text->size());
+    addTo(digest, input.text->data(), input.text->size());
     return out.write(input.text->data(), input.text->size());
 }
 
@@ -57,7 +57,7 @@ bool writeContainer(const std::vector<Input>& inputs, ByteSink& out,
         Sha256 digest;
         if (!writeData(input, out, digest))
             return false;
-        packed.push_back({input.name, offset, input.size(), digest.finish()});
+        packed.push_back({input.name, offset, input.size(), hexOf(digest)});
     }
     const auto tableOffset = out.written();
     for (const auto& file : packed) {

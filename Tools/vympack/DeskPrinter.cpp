@@ -63,14 +63,14 @@ bool DeskPrinter::Record::beginFirmware(const std::string& name)
 
 bool DeskPrinter::Record::appendFirmware(vymprinter::ByteView data)
 {
-    digest.add(data.data(), data.size());
+    addTo(digest, data.data(), data.size());
     arriving.size += data.size();
     return true;
 }
 
 bool DeskPrinter::Record::commitFirmware()
 {
-    arriving.sha256 = digest.finish();
+    arriving.sha256 = hexOf(digest);
     received.push_back(std::move(arriving));
     return true;
 }

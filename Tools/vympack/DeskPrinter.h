@@ -6,7 +6,7 @@
 // Invariant: received() and steps() are read only after stop().
 // Shares no code with the engine: it decodes the wire itself.
 #pragma once
-#include "Tools/vympack/Sha256.h"
+#include "Tools/vympack/Digest.h"
 #include "Tools/vympack/UniqueFd.h"
 #include "Tools/vymprinter/TcpServer.h"
 

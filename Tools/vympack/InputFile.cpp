@@ -1,6 +1,6 @@
 #include "Tools/vympack/InputFile.h"
 
-#include "Tools/vympack/Sha256.h"
+#include "Tools/vympack/Digest.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -60,11 +60,11 @@ std::string InputFile::digest(std::uint64_t offset, std::uint64_t length) const
         const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(length, kPiece));
         if (!readText(offset, count, piece))
             return {};
-        digest.add(piece.data(), count);
+        addTo(digest, piece.data(), count);
         offset += count;
         length -= count;
     }
-    return digest.finish();
+    return hexOf(digest);
 }
 
 bool InputFile::isSameFile(const std::string& path) const

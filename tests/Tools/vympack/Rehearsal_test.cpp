@@ -155,9 +155,9 @@ std::vector<std::string> imagesOf(const Case& made, const Outcome& run)
     for (const auto& firmware : run.firmware) {
         for (const auto& [name, bytes] : made.images) {
             Sha256 digest;
-            digest.add(bytes.data(), bytes.size());
+            addTo(digest, bytes.data(), bytes.size());
             if (firmware.bytesWentOut && firmware.firmware.file == name)
-                digests.push_back(digest.finish());
+                digests.push_back(hexOf(digest));
         }
     }
     return digests;
