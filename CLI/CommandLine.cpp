@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr unsigned kAllDebugTexts = 9; // above every level that the engine speaks at
+constexpr unsigned kAllDebugTexts = 9; // above every level of the engine
 constexpr std::size_t kDebugLimit = 1000; // bytes of one debug text
 
 std::atomic<Display*> g_debugDisplay{nullptr};
@@ -29,7 +29,7 @@ void showDebugText(const char* text)
         display->line("debug: " + plainText(line, kDebugLimit));
 }
 
-// Lets the engine speak while it lives.
+// Enables the engine's debug texts while it lives.
 class DebugTexts {
 public:
     DebugTexts(bool wanted, Display& display)
@@ -67,7 +67,7 @@ Outcome errorOutcome(const Options& options)
     outcome.name = resultName(result::kSystem);
     outcome.resultCode = result::kSystem;
     outcome.message = "This computer ran out of memory or threads.";
-    outcome.next = NextStep::checkPrinter; // nobody knows how far it came
+    outcome.next = NextStep::checkPrinter; // its progress is unknown
     return outcome;
 }
 
@@ -192,6 +192,6 @@ int runCommandLine(int argc, char** argv, PrintServer* printServer, const Consol
     report->finish(outcome);
     display.drain();
     if (place.isThreadLeft)
-        std::_Exit(outcome.exitCode); // what it works with must not go before it
+        std::_Exit(outcome.exitCode); // the remaining thread's data must not be destroyed before it
     return outcome.exitCode;
 }

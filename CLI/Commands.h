@@ -1,5 +1,5 @@
-// The commands that work on a package. Each of them runs to its end and says how it ended; none
-// of them writes anything but through the report.
+// The commands that work on a package. Each runs to its end and returns its outcome; all output
+// goes through the report.
 //
 // Threads: the caller's; the engine's work runs on threads that are joined before the return.
 #pragma once
@@ -10,7 +10,7 @@
 #include "Platform/PrintServer.h"
 #include "UI/Run/RunTarget.h"
 
-// What a command works with; all of it stays the caller's.
+// The environment of a command; the caller owns all of it.
 struct Workplace {
     const Options& options;
     const Console& console;
@@ -20,11 +20,11 @@ struct Workplace {
     PacketTrace& trace;
     PrintServer* printServer; // null: this system has no print queues
     std::string systemRemark = {}; // what the package's bounds say of this system; may be empty
-    // A thread that only reads is still waiting for an answer: the process ends without it.
+    // A thread that only reads still waits for an answer: the process ends without it.
     bool isThreadLeft = false;
 };
 
-// The printer that a check or an update is about.
+// The printer of a check or an update.
 struct Destination {
     RunTarget run;
     std::string address; // as shown

@@ -58,7 +58,7 @@ private:
     ProgressParts m_parts;
     std::optional<tag_devinfo> m_last;
     double m_lastChange = 0; // on the clock of the views
-    std::string m_plainStage; // what the last plain line told
+    std::string m_plainStage; // the stage of the last plain line
     int m_plainPercent = 0;
 };
 
@@ -89,7 +89,7 @@ void HumanReport::status(const StatusView& view)
         showPlain();
 }
 
-// Takes over what changes on display; what the step leaves open stays as it was.
+// Applies the step's changes; fields that it does not set stay unchanged.
 void HumanReport::follow(const StatusView& view)
 {
     if (!m_last.has_value())

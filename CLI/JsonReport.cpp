@@ -18,7 +18,7 @@ const char* ruleName(yesno_type rule)
     return rule < kNames.size() ? kNames.at(rule) : "none";
 }
 
-// Seconds and percents in tenths: finer steps tell nobody anything.
+// Seconds and percents in tenths: finer steps are of no use.
 double inTenths(double value)
 {
     return std::round(value * 10) / 10;
@@ -34,7 +34,7 @@ Json orNull(const std::string& text)
     return text.empty() ? Json() : Json(text);
 }
 
-// JSON knows no infinity; what is no number of percent is unknown.
+// JSON has no infinity; a percentage that is not finite is unknown.
 Json toProgress(const std::optional<double>& progress)
 {
     return progress.has_value() && std::isfinite(*progress) ? Json(inTenths(*progress)) : Json();

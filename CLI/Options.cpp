@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr double kLongestDeadline = 366.0 * 24 * 3600; // a number that no clock overflows on
+constexpr double kLongestDeadline = 366.0 * 24 * 3600; // small enough for every clock
 constexpr int kHighestPort = 65535;
 constexpr int kHighestRun = 1000000; // of the history: more than any folder of logs holds
 constexpr std::size_t kLongestHost = 253; // as the domain name system allows
@@ -98,7 +98,7 @@ std::string addressError(const std::string& address)
           "from 0 to 255 with points between them, such as 192.0.2.7.";
 }
 
-// What is wrong with the way in which the printer is named.
+// The error in the choice of the printer, or empty.
 std::string targetError(const Options& options, const CLI::App& app)
 {
     const auto given = app.count("--address") + app.count("--printer") + app.count("--uri");
@@ -257,7 +257,7 @@ Command commandNamed(std::string_view word)
 Options parseOptions(int argc, const char* const* argv)
 {
     Options options;
-    if (argc < 1) { // a program may be started with nothing at all
+    if (argc < 1) { // a program may be started without even its name
         options.usageError = kWhatToDo;
         return options;
     }

@@ -1,7 +1,7 @@
-// What the user asked for, read from the command line and checked as far as the words alone allow.
+// The user's options, read from the command line and checked as far as the words alone allow.
 //
 // Owns:    its texts, by value.
-// Threads: any. Opens no package and asks nobody anything.
+// Threads: any. Opens no package and queries no device.
 #pragma once
 #include <array>
 #include <cstddef>
@@ -29,7 +29,8 @@ Command commandNamed(std::string_view word); // none for any other word
 
 struct Options {
     Command command = Command::none;
-    // Which printer: at most one of these three, exactly one for a command that asks a printer.
+    // The printer: at most one of these three, exactly one for a command that connects to a
+    // printer.
     std::optional<std::string> address; // IPv4, or a host's name
     std::optional<std::string> printer; // a queue's identifier or name
     std::optional<std::string> uri; // a port string
@@ -44,11 +45,11 @@ struct Options {
     std::optional<double> stallLimit; // seconds without any progress
     bool yes = false;
     bool all = false; // also the printers that cannot be updated
-    bool json = false; // set also where the rest of the line is wrong
+    bool json = false; // set even if the rest of the line is wrong
     bool quiet = false;
     bool verbose = false;
     bool noColour = false;
-    std::string usageError; // empty when the line is right
+    std::string usageError; // empty if the line is right
 };
 
 Options parseOptions(int argc, const char* const* argv);
@@ -59,7 +60,7 @@ bool isHostName(const std::string& text);
 // Four decimal numbers from 0 to 255 without leading zeros, and an address that one printer can
 // have.
 bool isPrinterAddress(const std::string& text);
-// Why a text is no port string that connections take; empty for one that they do.
+// Why connections do not accept a text as port string; empty if they do.
 std::string portStringError(const std::string& text);
 // A positive number of seconds, up to a year.
 std::optional<double> parseSeconds(const std::string& text);

@@ -13,7 +13,7 @@ namespace {
 using Row = std::vector<std::string>;
 
 constexpr std::size_t kLabelColumns = 22;
-constexpr std::size_t kWidestCell = 40; // one long name must not push all others off the screen
+constexpr std::size_t kWidestCell = 40; // a long name must not push the others off the screen
 constexpr std::size_t kWidestAddress = 80; // of a USB printer, whose names are escaped
 
 std::string padded(const std::string& text, std::size_t columns)

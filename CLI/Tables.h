@@ -8,9 +8,9 @@
 #include <string>
 
 std::string packageTable(const PackageFacts& package, std::size_t columns);
-// Empty where no firmware was reached: there is nothing to tell then.
+// Empty if no firmware was reached.
 std::string firmwareTable(const Outcome& outcome, std::size_t columns);
-// Empty where the list is.
+// Empty for an empty list.
 std::string printerTable(const PrinterFacts& printers, std::size_t columns);
 std::string historyTable(const std::vector<PastRun>& runs, std::size_t columns);
 // One paragraph for each: what helps is for copying, and never wrapped.

@@ -15,7 +15,7 @@ namespace {
 
 // Far above any printer family; each row costs a walk through the whole description.
 constexpr unsigned kMostFirmware = 1000;
-// The steps as the step bar counts them; both device pages are the same one.
+// The steps of the step bar; both device pages are the same step.
 enum Step : int { opening, preparation, device, confirmation };
 } // namespace
 
@@ -136,7 +136,7 @@ void MainWindowController::_setLocalizedStrings()
 
 void MainWindowController::dressAll()
 {
-    if (m_isDressing) // a control's new font or colours come to its window as well
+    if (m_isDressing) // the window also gets the events of its controls' new fonts and colours
         return;
     m_isDressing = true;
     dressWindow(m_frame.window());
@@ -234,12 +234,13 @@ void MainWindowController::cancelUpdate()
 
 int MainWindowController::ask(const Alert& question)
 {
-    if (m_isAsking) // some assistive programs reach a window behind the question
+    if (m_isAsking) // some assistive programs reach the window under the question
         return alert::kOther;
     m_isAsking = true;
     const int answer = m_setup.alerts->run(question);
     m_isAsking = false;
-    return m_hasEnded ? alert::kOther : answer; // the program was ended from outside meanwhile
+    return m_hasEnded ? alert::kOther
+                      : answer; // the program was ended from outside during the question
 }
 
 void MainWindowController::end()
@@ -256,7 +257,7 @@ bool MainWindowController::isStillSearching() const
     return m_device1.isBusy() || m_device2.isBusy();
 }
 
-// A question needs no answer any more; an event loop of its own would go on for it.
+// An open question needs no answer any more; its event loop must not go on.
 bool MainWindowController::endUnlessRunning(const std::string& what)
 {
     if (m_progress.isOpen()) {
@@ -271,7 +272,7 @@ bool MainWindowController::endUnlessRunning(const std::string& what)
 
 void MainWindowController::startUpdate()
 {
-    if (m_progress.isOpen()) // one run a process
+    if (m_progress.isOpen()) // one run per process
         return;
     m_frame.window().hide();
     if (!m_run.begin(_targetPrinterInfo)) {

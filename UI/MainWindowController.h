@@ -1,5 +1,5 @@
 // The wizard: one window with five pages, the questions between them, and the run that follows in a
-// window of its own. A page shows and keeps what is chosen on it; here is their order.
+// window of its own. A page shows and keeps the user's choices; the controller knows their order.
 //
 // Owns:    both windows, the pages, the chosen printer and the run.
 // Threads: the interface's own.
@@ -20,30 +20,30 @@
 #include <optional>
 #include <string>
 
-// What the window needs of the world around it.
+// The window's environment.
 struct MainWindowSetup {
-    QString formFile; // "MainWindow.ui", wherever it lies
+    QString formFile; // the path of "MainWindow.ui"
     Alerts* alerts = nullptr;
     PrinterSearchThread::Find findPrinters;
-    std::string packageProblem; // why there is no usable package; empty where there is one
+    std::string packageProblem; // why there is no usable package; empty if there is one
     std::string packageSignature; // whose signature it bears; empty where none was checked
     std::string version; // of the program
-    bool isUseDriverOnly = false; // choose among print queues only
-    const EndingSignals* endings = nullptr; // outlive the window
+    bool isUseDriverOnly = false; // offer only print queues
+    const EndingSignals* endings = nullptr; // must outlive the window
 };
 
 class MainWindowController final : public QObject {
     Q_OBJECT
 
 public:
-    // Null where the interface file cannot be used; problem says why. On an unsupported system an
+    // Null if the interface file cannot be used; problem says why. On an unsupported system an
     // alert is shown, and the returned controller has already ended.
     static std::unique_ptr<MainWindowController> create(MainWindowSetup setup, QString& problem);
-    // A run that still goes on is stopped and waited for: a transfer is never cut.
+    // Stops a run that is still going on, and waits for it: a transfer is never cut.
     ~MainWindowController() override;
 
     void show();
-    // The program ends with this; where no event loop runs yet, none must be started.
+    // The program ends with this code; if no event loop runs yet, none must be started.
     [[nodiscard]] bool hasEnded() const { return m_hasEnded; }
     // A search for printers still waits for one; destruction would wait for it.
     [[nodiscard]] bool isStillSearching() const;
@@ -80,9 +80,10 @@ private:
     void dressAll();
     void showTarget(std::shared_ptr<PrinterInfo> printer);
     [[nodiscard]] DevicePage& devicePage();
-    int ask(const Alert& question); // as Alerts answers; neither button while a question stands
+    int ask(const Alert&
+                question); // the answer of Alerts; neither button while another question is open
     void end();
-    bool endUnlessRunning(const std::string& what); // that asks for it, in words for the log
+    bool endUnlessRunning(const std::string& what); // the source of the request, for the log
 
     MainWindowSetup m_setup;
     std::unique_ptr<Form> m_form;

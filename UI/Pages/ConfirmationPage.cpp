@@ -45,7 +45,7 @@ void ConfirmationPage::setTexts()
     setButtonTexts(textkey::kStart);
 }
 
-// Drawings take long to read: not before the page is seen.
+// Drawings take long to read, so this waits until the page is visible.
 void ConfirmationPage::dress()
 {
     if (_targetImgView->isVisible())

@@ -27,7 +27,7 @@ Page::ButtonNames buttonsOf(Variant variant)
     return {"_selDev2BackBtn", "_selDev2NextBtn", "_selDev2CancelBtn"};
 }
 
-// The controls that both variants have are called alike, but for a 2 at the end.
+// Controls of both variants have the same names, except for a 2 at the end.
 std::string suffixOf(Variant variant)
 {
     return variant == Variant::withAddress ? "" : "2";
@@ -82,7 +82,7 @@ void DevicePage::connectControls()
     connect(_assignIPAddressBtnCell, &QRadioButton::toggled, this, &DevicePage::chooseAddress);
     connect(_IPAddressMatrix, &InputNSMatrixControl::VYMMatrixSelect, this,
             &DevicePage::chooseAddress);
-    // A click into the table chooses its mode, as one into the address does.
+    // A click into the table selects its mode; so does a click into the address.
     connect(&m_printers.view(), &QTableView::pressed, this, &DevicePage::choosePrinter);
 }
 
@@ -148,8 +148,8 @@ void DevicePage::takeFocus()
         m_printers.view().setFocus();
 }
 
-// All that a new list changes, whatever has the focus. A user who has gone on to the buttons, or
-// types an address, keeps the focus there.
+// Applies all changes of a new list, wherever the focus is. A user who has gone on to the buttons
+// or types an address keeps the focus there.
 void DevicePage::takeList()
 {
     const bool focusStays = keepsFocus();
@@ -183,7 +183,7 @@ DeviceMode DevicePage::mode() const
                                                                 : DeviceMode::printer;
 }
 
-// Everything that belongs to a mode but the focus.
+// Applies a mode, except for the focus.
 void DevicePage::setMode(DeviceMode mode)
 {
     showMode(mode);
@@ -195,7 +195,7 @@ void DevicePage::setMode(DeviceMode mode)
     updateNextButton();
 }
 
-// Without the buttons' signals: the caller does what belongs to the mode.
+// Without the buttons' signals: the caller applies the mode.
 void DevicePage::showMode(DeviceMode mode)
 {
     if (!hasAddress())
@@ -265,7 +265,7 @@ void DevicePage::setTabOrder(DeviceMode mode)
         setTabOrderForPrinterSelect();
 }
 
-// The line below the page ends each order; from there it goes on with the buttons.
+// The line below the page ends each order; the buttons follow it.
 void DevicePage::setTabOrderForPrinterSelect()
 {
     chain({_assignPrtNameBtnCell, &m_printers.view(), _assignIPAddressBtnCell, _horizontalLine,

@@ -1,11 +1,10 @@
-// The page on which the printer is chosen, in both of its variants: from a list of printers or by
-// an address that is typed (SelectDevice1), or from a list of print queues alone (SelectDevice2).
+// The page for choosing the printer, in both variants: from a list of printers or by a typed
+// address (SelectDevice1), or only from a list of print queues (SelectDevice2).
 //
 // Owns:      the list of printers; the form owns the controls.
 // Threads:   the interface's own.
-// Invariant: list, row, mode, Next and the order of the Tab key fit together, whatever has the
-//            focus.
-// Does not say what is wrong with an address, nor what comes next.
+// Invariant: list, row, mode, Next and the order of the Tab key agree, wherever the focus is.
+// Does not report errors of an address, and does not choose the next page.
 #pragma once
 #include "UI/InputNSMatrixControl.h"
 #include "UI/Pages/DevicePageRule.h"
@@ -22,20 +21,20 @@ public:
 
     DevicePage(Form& form, Variant variant, PrinterSearchThread::Find find);
 
-    void connectControls(); // once the form says that none is missing
+    void connectControls(); // call when no control is missing
     void setTexts() override;
-    void enter() override; // begins to make the list
+    void enter() override; // starts the search for printers
     void takeFocus() override;
     void leave() override;
     [[nodiscard]] bool isBusy() const { return m_printers.isBusy(); } // with a search
 
-    // The two modes; without the address there is only the first one.
+    // The two modes; without the address input there is only the first.
     void choosePrinter();
     void chooseAddress();
     // False for an address of zeros only.
     [[nodiscard]] bool hasGoodAddress() const;
     void selectFirstNumber();
-    // The printer of the selected row, or one at the typed address, which is then shown without
+    // The printer of the selected row, or one with the typed address, which is then shown without
     // leading zeros. Null: no row is selected.
     std::shared_ptr<PrinterInfo> chosenPrinter();
 
@@ -50,7 +49,7 @@ private:
     void setTabOrderForPrinterSelect();
     void updateNextButton();
     [[nodiscard]] bool hasAddress() const { return m_variant == Variant::withAddress; }
-    [[nodiscard]] DeviceMode mode() const; // the list's until one was chosen
+    [[nodiscard]] DeviceMode mode() const; // the list's until the user has chosen one
     [[nodiscard]] bool keepsFocus() const;
 
     Variant m_variant;
@@ -59,11 +58,11 @@ private:
 
     QLabel* _selectDeviceTitle = nullptr;
     QLabel* _selectDeviceCmt = nullptr;
-    // With the address only.
+    // Only with the address input.
     QRadioButton* _assignPrtNameBtnCell = nullptr;
     QRadioButton* _assignIPAddressBtnCell = nullptr;
     InputNSMatrixControl* _IPAddressMatrix = nullptr;
     QWidget* _horizontalLine = nullptr;
-    // Without it.
+    // Only without it.
     QLabel* _assignPrtNameTxt2 = nullptr;
 };

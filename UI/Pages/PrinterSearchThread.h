@@ -1,10 +1,9 @@
-// Looking for printers beside the interface's thread, so that the window lives on meanwhile.
+// Searches for printers on a thread of its own, so that the window stays responsive.
 //
-// Owns:      the searching thread, which is joined on destruction: that waits for the device that
-//            is being asked just then.
+// Owns:      the search thread, which the destructor joins: that waits for the device that is being
+//            queried.
 // Threads:   the interface's own; asking and finished are emitted there as well.
-// Invariant: one search at a time. What a search that was cancelled or started anew has found is
-//            never told.
+// Invariant: one search at a time. Results of a cancelled or replaced search are never reported.
 #pragma once
 #include "UI/Printers/TargetPrinters.h"
 
@@ -23,7 +22,7 @@ public:
     using Find = std::function<TargetPrinters(bool driverOnly, const std::atomic<bool>& cancel,
                                               PrinterSearchObserver& observer)>;
 
-    // The product's way to find printers: the server's queues, then USB, by the package's rule.
+    // The product's search: the server's queues, then USB, by the package's rule.
     static Find throughServer(std::shared_ptr<PrintServer> server, std::string usbPrinterName);
 
     explicit PrinterSearchThread(Find find);
@@ -39,7 +38,7 @@ signals:
     void asking(const QString& printer); // empty: the print system or the bus
     void finished(const TargetPrinters& found);
 
-    // From the searching thread, for this object only.
+    // From the search thread, for this object only.
     void threadAsks(const QString& printer);
     void threadFound(const TargetPrinters& found);
 
@@ -52,7 +51,7 @@ private:
     Find m_find;
     std::thread m_thread;
     std::atomic<bool> m_cancel{false};
-    bool m_isWanted = false; // a result is waited for
-    bool m_isStale = false; // the thread at work is not the one that is waited for
+    bool m_isWanted = false; // a result is expected
+    bool m_isStale = false; // the running thread's result is not the expected one
     bool m_driverOnly = false;
 };

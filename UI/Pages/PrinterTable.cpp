@@ -9,7 +9,7 @@
 
 namespace {
 
-// The name may take this share of the table before the port's column gets the rest.
+// The name may take this share of the table; the port's column gets the rest.
 constexpr double kWidestName = 0.6;
 
 void fitColumns(QTableView& table)
@@ -73,7 +73,7 @@ void PrinterTable::setTexts()
 
 void PrinterTable::makeList(bool driverOnly)
 {
-    if (!isEmpty()) // else a list that was not finished
+    if (!isEmpty()) // otherwise the list was incomplete
         m_formerPrinters = m_printers.printerList();
     m_printers.setPrinterList(std::nullopt);
     m_allowsEmptySelection = true;
@@ -142,7 +142,7 @@ std::shared_ptr<PrinterInfo> PrinterTable::selectedPrinter() const
     return m_printers.printerInfoAtIndex(selectedRowOf(*_prtListTblView));
 }
 
-// Where no empty selection is allowed, a click that takes the selection away gives it back.
+// If an empty selection is not allowed, a click that clears the selection restores it.
 void PrinterTable::keepOneRowSelected()
 {
     if (!m_allowsEmptySelection && !hasSelectedRow())

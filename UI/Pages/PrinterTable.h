@@ -1,10 +1,10 @@
-// The list of printers on a device page: the table, the search that fills it, and the row that is
-// selected again in the next list.
+// The list of printers on a device page: the table, the search that fills it, and the row to select
+// again in the next list.
 //
 // Owns:      the list, the search and the remembered row. The form owns the controls.
 // Threads:   the interface's own; devices are queried on the search's thread.
-// Invariant: while a list is being made, the list is empty. Where no empty selection is allowed, a
-//            list with rows has a selected one.
+// Invariant: during a search the list is empty. If an empty selection is not allowed, a list with
+//            rows has a selected one.
 #pragma once
 #include "UI/Pages/Form.h"
 #include "UI/Pages/PrinterSearchThread.h"
@@ -19,13 +19,13 @@ class PrinterTable final : public QObject {
     Q_OBJECT
 
 public:
-    // suffix: how the names of its controls end.
+    // suffix: the end of its controls' names.
     PrinterTable(Form& form, const std::string& suffix, PrinterSearchThread::Find find);
 
-    void connectControls(); // once the form says that none is missing
+    void connectControls(); // call when no control is missing
     void setTexts();
 
-    void makeList(bool driverOnly); // listed follows, unless it is cancelled
+    void makeList(bool driverOnly); // emits listed later, unless it is cancelled
     void cancel() { m_search.cancel(); }
     [[nodiscard]] bool isBusy() const { return m_search.isBusy(); } // also after a cancel
     [[nodiscard]] bool isEmpty() const { return m_printers.numberOfRowsInTableView() == 0; }
@@ -36,11 +36,12 @@ public:
     void selectRememberedRow(bool allowsEmptySelection);
     void deselect();
     [[nodiscard]] bool hasSelectedRow() const;
-    [[nodiscard]] std::shared_ptr<PrinterInfo> selectedPrinter() const; // null without a row
+    [[nodiscard]] std::shared_ptr<PrinterInfo>
+    selectedPrinter() const; // null if no row is selected
     [[nodiscard]] vymTableView& view() const { return *_prtListTblView; }
 
 signals:
-    void listed(); // a new list stands; no row is selected yet
+    void listed(); // a new list is ready; no row is selected yet
     void selectionChanged();
     void searchAgainWanted();
 
@@ -51,7 +52,7 @@ private:
     void showSearch(const QString& words, bool isSearching);
 
     PrinterList m_printers;
-    PrinterList::Records m_formerPrinters; // what the list held before it was made again
+    PrinterList::Records m_formerPrinters; // the rows before the present search
     PrinterSearchThread m_search;
     int _selectedRowPrtList = 0;
     bool m_allowsEmptySelection = true;

@@ -23,7 +23,7 @@ constexpr double kBarEnd = 100;
 constexpr int kMargins = 2; // around the window's content, in margins of the style
 constexpr int kRunLettersWide = 72; // of the window, in letters of the user's font
 
-// The texts of stages are taken to be no wider for one firmware than for several.
+// Assumes that the texts of stages are no wider for one firmware than for several.
 constexpr std::array kMeasuredTexts = {textkey::kStateConnection, textkey::kStateCheckVersionPlural,
                                        textkey::kStatePrepUpdatePlural,
                                        textkey::kStateWriteUpdatePlural, textkey::kStateUpdated};
@@ -61,7 +61,7 @@ void ProgressWindow::setTexts()
     _updateWdwWarningImgView->setAccessibleName(words::text(textkey::kCautionName));
 }
 
-// Icon themes take long to read: not before the window is seen.
+// Icon themes take long to read, so this waits until the window is visible.
 void ProgressWindow::dress()
 {
     dressWindow(*_updateWindow);
@@ -95,7 +95,7 @@ void ProgressWindow::close()
     _updateWindow->hide();
 }
 
-// The line is as wide as its widest text from the start on, so that nothing jumps meanwhile.
+// The line is as wide as its widest text from the start, so that the layout never jumps.
 void ProgressWindow::fitProgressLine()
 {
     const auto metrics = _progressCmtTxt->fontMetrics();
@@ -103,7 +103,7 @@ void ProgressWindow::fitProgressLine()
     for (const auto* key : kMeasuredTexts)
         widest = std::max(widest, metrics.horizontalAdvance(words::text(key)));
     const auto line = letterWidth(metrics) * kRunLettersWide;
-    _progressCmtTxt->setWordWrap(widest > line); // rather two lines than a text that is cut
+    _progressCmtTxt->setWordWrap(widest > line); // two lines are better than a cut text
     _progressCmtTxt->setMinimumWidth(std::min(widest, line));
 }
 

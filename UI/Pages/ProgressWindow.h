@@ -1,9 +1,9 @@
-// The window that takes the wizard's place during a run: what is going on, what not to do
-// meanwhile, and how far it is.
+// The window that replaces the wizard during a run: shows the stage, what not to do meanwhile, and
+// the progress.
 //
 // Owns:    nothing; the form owns the window and its controls.
 // Threads: the interface's own.
-// Does not watch the run: the controller says what there is to show.
+// Does not watch the run: the controller supplies the texts.
 #pragma once
 #include "UI/Pages/Form.h"
 #include "UI/Widgets/BusySign.h"
@@ -22,14 +22,14 @@ public:
     void dress(); // for the user's font, palette and style; again when they change
 
     // hasSeveralFirmware: it makes room for their names.
-    void open(bool hasSeveralFirmware); // in the middle and in front, with nothing done yet
+    void open(bool hasSeveralFirmware); // centred and in front, without progress
     void close();
     [[nodiscard]] bool isOpen() const { return _updateWindow->isVisible(); }
-    void refuseClosing(); // says why
+    void refuseClosing(); // shows the reason
 
     void showStage(const char* key, std::optional<std::uint32_t> number); // of the firmware
     void showFirmware(const std::string& name); // that the stage is about
-    // Not a number: the printer reports progress without a total, and the bar stays where it is.
+    // For NaN, when the printer reports progress without a total, the bar stays unchanged.
     void showProgress(double percent);
 
 private:

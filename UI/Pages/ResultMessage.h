@@ -14,13 +14,13 @@ struct SentFirmware {
     bool isConfirmed; // the printer reported that it has finished writing
 };
 
-// What a person who is asked for help wants to know beside the result.
+// Details that technical help needs besides the result.
 struct ResultFacts {
     std::vector<SentFirmware> sent; // of which bytes went out, in order
     PrinterInfo printer;
     std::string packageFolder;
-    std::string log; // its path; empty: there is none
+    std::string log; // its path; empty: there is no log
 };
 
-// automaticEnd: the printer leaves its update mode without anybody's help.
+// automaticEnd: the printer leaves its update mode without a user's help.
 Alert resultMessage(int code, bool automaticEnd, const ResultFacts& facts);

@@ -80,13 +80,13 @@ bool RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
     [[maybe_unused]] static const int isRegistered = std::atexit(&endRunAtExit);
     g_run = this;
     keepAwake();
-    RunTarget target; // one that takes no printer starts nothing
+    RunTarget target; // without a printer it starts no run
     if (m_printer != nullptr)
         target.take(*m_printer);
     return m_run->start(target, static_cast<unsigned short>(vymParseController::getPortNo()));
 }
 
-// The system may take a second to answer.
+// The system may need a second to answer.
 void RunOnScreen::keepAwake()
 {
     const auto who = words::plain(textkey::kApplication);

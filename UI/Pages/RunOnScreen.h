@@ -1,9 +1,9 @@
-// The run of the update as the progress window shows it: begun, looked at, ended, with its log, its
-// message, and the computer kept awake meanwhile.
+// The run of the update in the progress window: starts it, looks at it and ends it, with its log
+// and its message, and keeps the computer awake meanwhile.
 //
-// Owns:    the run. The progress window and the list of firmware are the controller's.
+// Owns:    the run. The controller owns the progress window and the list of firmware.
 // Threads: the interface's own.
-// Does not decide when it is looked at, nor that it ends.
+// Does not decide when to look, nor when to end the run.
 #pragma once
 #include "Platform/SleepInhibitor.h"
 #include "UI/FirmwareList.h"
@@ -24,17 +24,17 @@ public:
     RunOnScreen(const RunOnScreen&) = delete;
     RunOnScreen& operator=(const RunOnScreen&) = delete;
 
-    // A log of its own: with such a package there may never be a run.
+    // Writes a log of its own: with such a package there may be no run.
     void logPackageProblem(const std::string& problem) const;
 
-    // False: no worker runs, and the run has to be ended with the code of a system error. Null:
-    // no printer was chosen.
+    // False: no worker runs, and the run must be ended with the code of a system error. Null: no
+    // printer was chosen.
     [[nodiscard]] bool begin(std::shared_ptr<PrinterInfo> printer);
-    // Shows what is new; the code with which the run has ended, if it has.
+    // Shows changes; returns the code with which the run has ended, if it has.
     std::optional<int> look();
-    void refuseEnd(const std::string& what); // that asks for it, in words for the log
-    // Waits for the worker: a transfer is never cut. The windows go on living meanwhile. Gives the
-    // message about it; also without a run.
+    void refuseEnd(const std::string& what); // the source of the request, for the log
+    // Waits for the worker: a transfer is never cut. The windows stay responsive meanwhile. Returns
+    // the final message; also without a run.
     Alert end(int code);
     // Without a window: a toolkit that loses its display ends the process. Waits as end does.
     void endWithoutDisplay();
@@ -49,5 +49,5 @@ private:
     std::string m_version;
     std::shared_ptr<PrinterInfo> m_printer;
     std::optional<WatchedRun> m_run;
-    std::optional<SleepInhibitor> m_inhibitor; // while the run goes on
+    std::optional<SleepInhibitor> m_inhibitor; // during the run
 };
