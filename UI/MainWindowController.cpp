@@ -76,9 +76,13 @@ bool MainWindowController::checkOSVersion()
     long maxVersion = 0;
     long minVersion = 0;
     vymParseController::getPlatformMaxVersion(maxVersion, minVersion);
-    return isSystemSupported(static_cast<std::int32_t>(get_system_version()),
-                             static_cast<std::int32_t>(maxVersion),
-                             static_cast<std::int32_t>(minVersion));
+    const auto system = static_cast<std::int32_t>(get_system_version());
+    const SystemBounds bounds{static_cast<std::int32_t>(maxVersion),
+                              static_cast<std::int32_t>(minVersion)};
+    m_run.setRemark(systemRemark(system, bounds));
+    // A package that was refused is closed, and has no bounds that a system could be outside of.
+    const bool wasRefused = !m_setup.packageProblem.empty() && !vymbind_isContainer();
+    return !wasRefused && judgeSystem(system, bounds) != SystemVerdict::unsupported;
 }
 
 void MainWindowController::connectControls()

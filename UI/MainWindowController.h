@@ -73,7 +73,7 @@ private:
     MainWindowController(MainWindowSetup setup, std::unique_ptr<Form> form);
 
     void awakeFromNib();
-    [[nodiscard]] static bool checkOSVersion();
+    [[nodiscard]] bool checkOSVersion();
     void connectControls();
     void _makeFirmWareList();
     void _setLocalizedStrings();

@@ -1,5 +1,5 @@
 // Any package, opened in the same way as by the programs, within a time limit. An input is either
-// the container itself, or a description with ranges repeated up to 4 MiB: code whose time grows
+// the container itself, or a description with ranges repeated up to 1 MiB: code whose time grows
 // with the square of the size then takes minutes longer than code with linear time.
 #include "UI/Package/PackageFacts.h"
 #include "fuzz/Fuzz.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kLargest = 4UL * 1024 * 1024;
+constexpr std::size_t kLargest = 1024UL * 1024;
 // Of this thread's processor time, with sanitizers; a tenth of it is enough.
 constexpr double kMostSeconds = 5;
 

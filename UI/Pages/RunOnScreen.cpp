@@ -93,6 +93,8 @@ void RunOnScreen::keepAwake()
     const auto why = words::plain(textkey::kUpdateDescription);
     doAside([this, &who, &why] { m_inhibitor.emplace(who.c_str(), why.c_str()); });
     m_run->log().note(m_inhibitor->note());
+    if (!m_remark.empty())
+        m_run->log().note(m_remark);
 }
 
 std::optional<int> RunOnScreen::look()

@@ -26,6 +26,8 @@ public:
 
     // Writes a log of its own: with such a package there may be no run.
     void logPackageProblem(const std::string& problem) const;
+    // A line for the log of each run; empty: no line.
+    void setRemark(std::string remark) { m_remark = std::move(remark); }
 
     // False: no worker runs, and the run must be ended with the code of a system error. Null: no
     // printer was chosen.
@@ -47,6 +49,7 @@ private:
     ProgressWindow& m_window;
     const FirmwareList& m_firmware;
     std::string m_version;
+    std::string m_remark;
     std::shared_ptr<PrinterInfo> m_printer;
     std::optional<WatchedRun> m_run;
     std::optional<SleepInhibitor> m_inhibitor; // during the run

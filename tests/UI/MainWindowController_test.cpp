@@ -110,6 +110,23 @@ TEST(MainWindowController, LeavesNoLogOfAGoodPackageThatIsNotForThisSystem)
     EXPECT_TRUE(std::filesystem::is_empty(state.path()));
 }
 
+TEST_F(PagesOfTheWizard, OpenOnASystemThatCountsItsVersionsBelowTen)
+{
+    worker.systemVersion = 0x0940;
+    wizard.description({"PLATFORMVERSION MACOS=2204", "PORTNO 1"}).open();
+    EXPECT_EQ(wizard.page(), "OpeningPage");
+}
+
+TEST_F(PagesOfTheWizard, NeverOpenForAPackageThatWasRefused)
+{
+    const TempFolder state;
+    qputenv("XDG_STATE_HOME", state.path().c_str());
+    worker.systemVersion = 0x0940;
+    wizard.setup.packageProblem = "It is not signed.";
+    wizard.noPackage().open();
+    expectUnsupported(wizard, "VYM_UnSupportOS_Package");
+}
+
 TEST_F(PagesOfTheWizard, FollowEachOtherAndGoBack)
 {
     wizard.printers({{"A", "net:192.0.2.1"}}).open();
