@@ -25,7 +25,7 @@ std::string commandText(std::span<const unsigned char> packet)
 {
     if (packet.size() < sizeof(TAG_SSTHEADER))
         return "no header";
-    const unsigned code = packet[2] << 8U | packet[3];
+    const unsigned code = packet[2] * 256U + packet[3];
     switch (code) {
     case packets::kGetFile:
         return "get-file";
@@ -81,7 +81,7 @@ std::string sentLine(std::span<const unsigned char> packet, long result)
 std::string receivedLine(std::span<const unsigned char> reply)
 {
     const auto status = reply.size() >= kStatusAt + 2
-        ? ", status 0x" + hex(reply[kStatusAt] << 8U | reply[kStatusAt + 1], 4)
+        ? ", status 0x" + hex(reply[kStatusAt] * 256U + reply[kStatusAt + 1], 4)
         : "";
     return "<- " + commandText(reply) + status + sizeOf(reply);
 }
