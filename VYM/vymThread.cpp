@@ -278,8 +278,11 @@ int vymThread::pollUntilWritten(vymProtocol& protocol)
     bool taken = !protocol.FirmwareBytesWentOut() || protocol.FirmwareIsAnswered();
     while (!m_stopRequested) {
         WaitForSingleObjectEvent(m_stopEvent, pollingInterval());
-        if (const int code = protocol.CheckState(m_info); code != result::kSuccess)
-            return taken || protocol.StatusIsHeard() ? code : notTakenIf(code);
+        if (const int code = protocol.CheckState(m_info); code != result::kSuccess) {
+            // A refusal is about this firmware; another failure leaves what is known of it.
+            const bool isKnown = taken || protocol.StatusIsHeard();
+            return isKnown && code != result::kDeviceError ? code : notTakenIf(code);
+        }
         taken = true;
         if (m_info.m_updateState == state_finished) {
             const HoldLock hold(m_lock);

@@ -84,7 +84,7 @@ TEST(Texts, OfStagesTakeTheFirmwaresNumber)
     QTranslator table;
     ASSERT_TRUE(load(table, "ja"));
     EXPECT_EQ(formatText(textOf(table, textkey::kStateWriteUpdatePlural), 2U),
-              "ファームウェア 2 を書き込んでいます…");
+              "2 番目のファームウェアを書き込んでいます…");
 }
 
 TEST(Icons, AreEmbedded)

@@ -236,7 +236,7 @@ TEST(VymprinterProgram, HelpVersionAndFaultListAreShown)
         const char* says;
     } rows[] = {
         {{"--help"}, "Examples:"},
-        {{"--version"}, "vymprinter 0"},
+        {{"--version"}, "vymprinter 1."},
         {{"--fault", "list"}, "busy-forever: says that it is still writing"},
     };
     for (const auto& row : rows) {
