@@ -108,10 +108,9 @@ DestinationResult findDestination(Workplace& place)
     if (options.printer)
         return named(place);
     Destination destination;
-    if (options.uri)
-        return taken(std::move(destination), destination.run.takePortString(*options.uri), options);
-    if (isPrinterAddress(*options.address))
-        return taken(std::move(destination), destination.run.takeAddress(*options.address),
-                     options);
-    return atHost(place);
+    if (!options.uri && !isPrinterAddress(*options.address))
+        return atHost(place);
+    const auto fit = options.uri ? destination.run.takePortString(*options.uri)
+                                 : destination.run.takeAddress(*options.address);
+    return taken(std::move(destination), fit, options);
 }

@@ -31,7 +31,7 @@ std::string ruleFile(const std::string& root)
 {
     const auto line = udevRuleLine();
     for (const auto* folder : kRuleFolders) {
-        const auto path = folder + std::string("70-vymkit.rules");
+        auto path = folder + std::string("70-vymkit.rules");
         std::ifstream stream(root + path);
         for (std::string each; std::getline(stream, each);)
             if (each == line)
@@ -49,6 +49,7 @@ std::string installRule()
 Finding listed(const std::vector<SurveyedPrinter>& printers)
 {
     std::vector<std::string> names;
+    names.reserve(printers.size());
     for (const auto& printer : printers)
         names.push_back(nameOf(printer));
     return ok("usb", "On USB: " + joined(names) + ".");

@@ -117,6 +117,7 @@ std::string suggestionFor(std::string_view unknown)
 {
     unknown = unknown.substr(0, unknown.find('='));
     std::vector<std::string_view> known;
+    known.reserve(std::size(kOptions) + std::size(kCommands));
     for (const auto& option : kOptions)
         known.push_back(option.name);
     for (const auto command : kCommands)

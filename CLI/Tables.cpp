@@ -237,7 +237,7 @@ std::string findingTable(const std::vector<Finding>& findings)
         status.resize(kStatusWidth, ' ');
         auto check = each.check;
         check.resize(kCheckWidth, ' ');
-        text += "  " + status + check + each.message + "\n";
+        text.append("  ").append(status).append(check).append(each.message).append("\n");
         if (!each.mend.empty())
             text +=
                 "  " + std::string(kStatusWidth + kCheckWidth, ' ') + "mend: " + each.mend + "\n";

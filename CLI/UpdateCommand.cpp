@@ -114,7 +114,7 @@ void FollowedRun::show(const RunStep& step)
 std::string FollowedRun::displayNameOf(const tag_devinfo& record) const
 {
     const auto& all = m_package.firmware;
-    const auto name = firmwareNameOf(record);
+    auto name = firmwareNameOf(record);
     const auto number = record.m_firmwareNumber;
     if (number < 1 || number > all.size())
         return name;

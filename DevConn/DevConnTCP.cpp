@@ -34,7 +34,7 @@ constexpr int kSendBuffer = 128 * 1024;
 // fewer bytes per second than this is given up.
 constexpr std::uint64_t kSlowestBytesPerSecond = 256;
 // Limits the reading from a printer that never stops sending when the connection ends.
-constexpr unsigned long kMostDropped = 1024 * 1024;
+constexpr unsigned long kMostDropped = 1024UL * 1024;
 
 enum class Ready { yes, timedOut, failed };
 

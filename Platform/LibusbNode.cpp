@@ -69,7 +69,7 @@ std::string holderOf(const std::string& file)
             continue;
         std::string name;
         std::getline(std::ifstream(processes->path() / "comm") >> std::ws, name);
-        return name + " (process " + number + ')';
+        return name.append(" (process ").append(number).append(")");
     }
     return {};
 }

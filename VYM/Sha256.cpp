@@ -116,7 +116,7 @@ std::optional<Sha256::Digest> Sha256::fromHex(std::string_view text)
             kHexDigits.find(c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c);
         if (value == std::string_view::npos)
             return std::nullopt;
-        digest[i / 2] = static_cast<unsigned char>(digest[i / 2] * 16U + value);
+        digest[i / 2] = static_cast<unsigned char>(std::size_t{digest[i / 2]} * 16 + value);
     }
     return digest;
 }

@@ -232,8 +232,8 @@ void outputDebugMsg(const char* text, unsigned level)
     auto* line = static_cast<char*>(AllocMem(length + 2)); // a line feed and the NUL
     if (line == nullptr)
         return;
-    std::memcpy(line, text, length);
-    line[length] = '\n';
+    std::memcpy(line, text, length + 1);
+    line[length] = '\n'; // the block is zeroed after it
     OutputDebugString(line);
     FreeMem(line);
 }

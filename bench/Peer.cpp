@@ -11,7 +11,7 @@
 
 namespace {
 
-void require(bool condition, const char* what)
+void orExit(bool condition, const char* what)
 {
     if (condition)
         return;
@@ -27,9 +27,9 @@ int listenOnLoopback(std::uint16_t& port)
     auto* generic = reinterpret_cast<sockaddr*>(&address);
     socklen_t length = sizeof address;
     const int listening = socket(AF_INET, SOCK_STREAM, 0);
-    require(listening >= 0 && bind(listening, generic, length) == 0 && listen(listening, 8) == 0
-                && getsockname(listening, generic, &length) == 0,
-            "listen");
+    orExit(listening >= 0 && bind(listening, generic, length) == 0 && listen(listening, 8) == 0
+               && getsockname(listening, generic, &length) == 0,
+           "listen");
     port = ntohs(address.sin_port);
     return listening;
 }
@@ -40,7 +40,7 @@ Peer::Peer()
 {
     const int listening = listenOnLoopback(m_port);
     m_process = fork();
-    require(m_process >= 0, "fork");
+    orExit(m_process >= 0, "fork");
     if (m_process == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL); // ends with a benchmark that is killed
         dup2(listening, STDIN_FILENO);

@@ -69,9 +69,8 @@ std::vector<std::string> settings(const std::string& model)
         "DEVICEIDMODELNAME " + name,
         "PRODUCT \"" + model + " series\"",
         "",
-        "# Where it is reached, and the seconds that it may take to enter and leave the update "
-        "mode",
-        "# and to answer each packet of firmware.",
+        "# Where it is reached, and the seconds that it may take to enter and leave the update",
+        "# mode, and to answer each packet of firmware.",
         "PORT USB NET",
         "PORTNO 48350",
         "ENTERTIME 5",

@@ -62,7 +62,7 @@ std::vector<Input> inputsBeside(const std::string& folder, Input description)
         if (!description::belongsTo(row, "VERSION"))
             continue;
         const std::string name(imageName(parseVersionRow(row)));
-        Input image{folder + "/" + name, name, {}, {}};
+        Input image{(std::filesystem::path(folder) / name).string(), name, {}, {}};
         std::string reason;
         if (!name.empty() && taken.insert(name).second && image.file.open(image.path, reason))
             inputs.push_back(std::move(image));

@@ -3,6 +3,8 @@
 #include "Tools/vymprinter/Serve.h"
 
 #include <csignal>
+#include <cstdio>
+#include <exception>
 #include <sys/resource.h>
 #include <sys/signalfd.h>
 
@@ -31,9 +33,7 @@ void allowManySockets()
     ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int run(int argc, char** argv)
 {
     const auto parsed = parseOptions(argc, argv);
     if (!parsed.options)
@@ -43,4 +43,16 @@ int main(int argc, char** argv)
     const auto& options = *parsed.options;
     return options.usb.controllers.empty() ? serveTcp(options, stop.get())
                                            : serveUsb(options, stop.get());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "vymprinter: %s\n", problem.what());
+        return 1;
+    }
 }

@@ -72,6 +72,7 @@ std::optional<std::vector<TrustedKey>> keysOf(const TrustRequest& request)
         return std::nullopt;
     std::sort(paths.begin(), paths.end());
     std::vector<TrustedKey> keys;
+    keys.reserve(paths.size());
     for (const auto& path : paths)
         keys.push_back(keyInFile(path));
     return keys;

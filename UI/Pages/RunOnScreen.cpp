@@ -119,7 +119,7 @@ std::string RunOnScreen::firmwareAt(std::uint32_t number) const
     if (number < 1 || number > count)
         return {};
     const auto row = static_cast<int>(number - 1);
-    const auto name = m_firmware.objectValueForTableColumn("FirmwareType", row).value_or("");
+    auto name = m_firmware.objectValueForTableColumn("FirmwareType", row).value_or("");
     if (name.empty() || count == 1)
         return name;
     return name + " (" + std::to_string(number) + '/' + std::to_string(count) + ')';

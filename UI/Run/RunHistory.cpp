@@ -4,6 +4,7 @@
 #include "UI/Text/PlainText.h"
 
 #include <fcntl.h>
+#include <filesystem>
 #include <sstream>
 #include <string_view>
 #include <unistd.h>
@@ -64,8 +65,9 @@ PastRun pastRun(const std::string& path, std::size_t number)
 std::vector<PastRun> pastRuns(const std::string& folder)
 {
     std::vector<PastRun> runs;
+    const std::filesystem::path place(folder);
     for (const auto& name : logNames(folder))
-        runs.push_back(pastRun(folder + "/" + name, runs.size() + 1));
+        runs.push_back(pastRun((place / name).string(), runs.size() + 1));
     return runs;
 }
 
