@@ -203,6 +203,8 @@ void concludeStopped(Outcome& outcome, StopCause cause, bool unconfirmed, const 
 
 void takeEntry(Outcome& outcome, const tag_entryoutcome& entry)
 {
+    // Also for a number that the package does not have: what went out is never denied.
+    outcome.bytesWentOut = outcome.bytesWentOut || entry.m_bytesWentOut;
     auto* firmware = firmwareAt(outcome, entry.m_number);
     if (firmware == nullptr)
         return;
@@ -217,7 +219,6 @@ void takeEntry(Outcome& outcome, const tag_entryoutcome& entry)
     firmware->bytesSent = entry.m_bytesSent;
     if (entry.m_bytesWentOut)
         firmware->bytesTotal = entry.m_bytesTotal;
-    outcome.bytesWentOut = outcome.bytesWentOut || entry.m_bytesWentOut;
 }
 
 // Where a run was when it ended early.
@@ -257,17 +258,28 @@ bool isWhollyConfirmed(const Outcome& outcome)
            });
 }
 
+// A run ends no better than the firmware of which anything went out.
+int provenEnd(const UpdateFacts& facts)
+{
+    for (const auto& entry : facts.outcomes) {
+        if (entry.m_bytesWentOut && entry.m_result != result::kSuccess)
+            return isPlainEnd(entry.m_result) ? result::kSystem : entry.m_result;
+    }
+    return result::kSuccess;
+}
+
 // The code of a run; empty if it was stopped.
 std::optional<int> codeOf(const Outcome& outcome, const UpdateFacts& facts)
 {
     if (!facts.endCode.has_value()) {
         const auto error = errorAfterStop(outcome, facts.lastRecord);
         // The request came too late to have an effect.
-        return !error.has_value() && isWhollyConfirmed(outcome) ? result::kSuccess : error;
+        return !error.has_value() && isWhollyConfirmed(outcome) ? provenEnd(facts) : error;
     }
     // For the worker a version of another series counts as updated, though it is not sent.
-    const bool sentNothing = facts.endCode == result::kSuccess && !outcome.bytesWentOut;
-    return sentNothing ? result::kNotApplicable : facts.endCode;
+    if (facts.endCode == result::kSuccess)
+        return outcome.bytesWentOut ? provenEnd(facts) : result::kNotApplicable;
+    return facts.endCode;
 }
 
 const FirmwareOutcome* lastReached(const Outcome& outcome)

@@ -2,6 +2,7 @@
 // says. In every case the exchange ends in time, and its block holds the bytes that arrived.
 #include "DevConn/ConnResult.h"
 #include "DevConn/ReplyExchange.h"
+#include "VYM/vymPackets.h"
 #include "VYM/vymUtil.h"
 #include "fuzz/Fuzz.h"
 #include "tests/support/ScriptedTime.h"
