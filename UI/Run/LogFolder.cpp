@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 using Milliseconds = std::chrono::milliseconds;
 
-constexpr mode_t kOwnFolder = 0700; // required by the XDG base directory specification
+constexpr mode_t kOwnFolder = 0700; // as the XDG base directories require
 constexpr mode_t kOwnFile = 0600;
 constexpr std::string_view kShape = "run-########T######.###Z-"; // # is a digit
 constexpr std::string_view kEnding = ".log";
