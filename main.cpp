@@ -72,7 +72,7 @@ int runWizard(const WizardOptions& options, const EndingSignals& endings)
     AppController controller(setup);
     if (controller.problem().isEmpty()) {
         const int code = controller.run();
-        // A print server or a device that does not answer keeps nobody waiting: nothing that the
+        // A print server or a device that does not answer delays no exit: nothing that the
         // search holds needs more than the end of the process.
         if (controller.isStillSearching())
             std::_Exit(code);

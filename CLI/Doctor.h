@@ -17,7 +17,7 @@ Finding warning(std::string check, std::string message, std::string mend = {});
 Finding problem(std::string check, std::string message, std::string mend = {});
 Finding skipped(std::string check, std::string message);
 
-// The host behind the printer's name, address or port string; empty for a USB printer.
+// The host of the printer's name, address or port string; empty for a USB printer.
 struct Patient {
     std::string host;
     bool isNamed = false;

@@ -60,7 +60,7 @@ UsbStatus Connection::claim()
     return statusOf(result);
 }
 
-// Before the first transfer, and not before: who only identifies a printer disturbs nobody.
+// Only before the first transfer: identifying a printer must disturb no other program.
 bool Connection::begin()
 {
     if (!m_claimed && claim() != UsbStatus::ok)

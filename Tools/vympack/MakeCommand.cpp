@@ -51,7 +51,7 @@ void mendRowEnds(std::vector<Input>& inputs)
     }
 }
 
-// Follows a link, so that the file behind it is replaced.
+// Follows a link, so that the file that it points to is replaced.
 std::string outputPath(const std::string& path)
 {
     std::error_code error;

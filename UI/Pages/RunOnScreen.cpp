@@ -111,7 +111,7 @@ std::optional<int> RunOnScreen::look()
     return step.endCode;
 }
 
-// The number beside the name, so that nobody takes it for a version. Empty where the package does
+// The number beside the name, so that it is not taken for a version. Empty where the package does
 // not name it.
 std::string RunOnScreen::firmwareAt(std::uint32_t number) const
 {

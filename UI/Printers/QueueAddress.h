@@ -1,4 +1,4 @@
-// Finds the printer behind a print queue. Queues of the maker's own driver name the driver's daemon
+// Finds the printer of a print queue. Queues of the maker's own driver name the driver's daemon
 // instead of the printer; the driver's configuration has the printer's address.
 //
 // Owns:    nothing; reads the folders again for every queue.

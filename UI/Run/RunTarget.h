@@ -15,7 +15,7 @@ constexpr std::size_t kPortNameSize = 256;
 // Print systems allow 127 bytes for a queue's identifier; this is twice that, plus the NUL.
 constexpr std::size_t kPrinterNameSize = 256;
 
-// The port string of a printer behind a queue. If the URI begins with "net:", replaces every "net:"
+// The port string of a queue's printer. If the URI begins with "net:", replaces every "net:"
 // in it with "lpd://"; if it then contains "lpd://", makes it end in "/".
 std::string connectableUri(std::string uri);
 

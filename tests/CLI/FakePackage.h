@@ -1,4 +1,4 @@
-// A fake package behind the flat functions for its description and files, which replace the real
+// A fake package below the flat functions for its description and files, which replace the real
 // ones at link time.
 //
 // Owns:    its settings, until the next reset.
