@@ -1,15 +1,13 @@
 #include "VYM/ContainerSeal.h"
 
-#include "VYM/vymBindInfo.h"
-
 #include <algorithm>
 #include <cassert>
 #include <new>
 
-bool ContainerSeal::take(const vymBindInfo& container, const Watch& watch)
+bool ContainerSeal::take(std::uint64_t size, const Read& container, const Watch& watch)
 {
     m_isTaken = false;
-    m_size = container.containerSize();
+    m_size = size;
     try {
         m_digests.clear();
         m_digests.reserve(m_size / kPart + 1);
@@ -19,7 +17,7 @@ bool ContainerSeal::take(const vymBindInfo& container, const Watch& watch)
     }
     for (std::uint64_t at = 0; at < m_size; at += kPart) {
         const auto length = std::min<std::uint64_t>(kPart, m_size - at);
-        if (!container.readBytes(at, m_bytes.data(), length))
+        if (!container(at, m_bytes.data(), length))
             return false;
         const auto part = std::span(m_bytes).first(length);
         m_digests.push_back(Sha256::of(part));
@@ -32,15 +30,15 @@ bool ContainerSeal::take(const vymBindInfo& container, const Watch& watch)
 
 // Reads a part, and returns whether it is still the same as when it was sealed. Reads the file each
 // time: a changed package ends the run, even if the old bytes are still in memory.
-bool ContainerSeal::check(const vymBindInfo& container, std::size_t part)
+bool ContainerSeal::check(const Read& container, std::size_t part)
 {
     const auto at = static_cast<std::uint64_t>(part) * kPart;
     const auto length = std::min<std::uint64_t>(kPart, m_size - at);
-    return container.readBytes(at, m_bytes.data(), length)
+    return container(at, m_bytes.data(), length)
         && Sha256::of(std::span(m_bytes).first(length)) == m_digests[part];
 }
 
-bool ContainerSeal::read(const vymBindInfo& container, std::uint64_t offset, unsigned char* buffer,
+bool ContainerSeal::read(const Read& container, std::uint64_t offset, unsigned char* buffer,
                          unsigned long length)
 {
     assert(m_isTaken);

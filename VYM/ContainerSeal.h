@@ -9,9 +9,8 @@
 #include "VYM/Sha256.h"
 
 #include <functional>
+#include <span>
 #include <vector>
-
-class vymBindInfo;
 
 class ContainerSeal {
 public:
@@ -21,16 +20,20 @@ public:
     // Receives each part in order; false ends the reading without a seal.
     using Watch = std::function<bool(std::span<const unsigned char>)>;
 
-    // Reads the open container from its first byte to its last. False, without a seal, if a byte
-    // cannot be read, memory is short, or the watch ends it. Passes on exceptions of the watch.
-    bool take(const vymBindInfo& container, const Watch& watch);
+    // Reads bytes of the container from an offset; true only if every byte was read.
+    using Read = std::function<bool(std::uint64_t, unsigned char*, unsigned long)>;
+
+    // Reads a container of that size from its first byte to its last. False, without a seal, if a
+    // byte cannot be read, memory is short, or the watch ends it. Passes on exceptions of the
+    // watch.
+    bool take(std::uint64_t size, const Read& container, const Watch& watch);
     [[nodiscard]] bool isTaken() const { return m_isTaken; }
     // False if the range is incomplete or one of its parts has changed.
-    bool read(const vymBindInfo& container, std::uint64_t offset, unsigned char* buffer,
+    bool read(const Read& container, std::uint64_t offset, unsigned char* buffer,
               unsigned long length);
 
 private:
-    bool check(const vymBindInfo& container, std::size_t part);
+    bool check(const Read& container, std::size_t part);
 
     std::vector<Sha256::Digest> m_digests;
     std::vector<unsigned char> m_bytes; // of the current part

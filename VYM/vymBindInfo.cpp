@@ -230,14 +230,21 @@ bool vymBindInfo::holdsEveryByte(const char* name) const
         && offset + size <= containerSize();
 }
 
+ContainerSeal::Read vymBindInfo::reader() const
+{
+    return [this](std::uint64_t offset, unsigned char* buffer, unsigned long length) {
+        return readBytes(offset, buffer, length);
+    };
+}
+
 bool vymBindInfo::seal(const ContainerSeal::Watch& watch)
 {
     if (m_fp == nullptr)
         return false;
-    return (m_seal.isTaken() && !watch) || m_seal.take(*this, watch);
+    return (m_seal.isTaken() && !watch) || m_seal.take(containerSize(), reader(), watch);
 }
 
 bool vymBindInfo::readSealed(std::uint64_t offset, unsigned char* buffer, unsigned long length)
 {
-    return buffer != nullptr && seal() && m_seal.read(*this, offset, buffer, length);
+    return buffer != nullptr && seal() && m_seal.read(reader(), offset, buffer, length);
 }

@@ -80,6 +80,7 @@ private:
     // Passes the table's entries, 40 bytes each, to visit until that returns true; returns whether
     // it did.
     template <class Visitor> bool visitEntries(const Visitor& visit) const;
+    [[nodiscard]] ContainerSeal::Read reader() const;
     bool readAt(std::uint64_t offset, void* buffer, std::size_t length, std::size_t& got) const;
 
     std::FILE* m_fp = nullptr;
