@@ -19,8 +19,9 @@ Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& des
     {
         BackgroundTask task;
         task.start(place.session, [&] {
-            facts.report = vymCheck_Run(destination.run.queue(), destination.run.port(),
-                                        static_cast<unsigned short>(package.portNumber), stop);
+            facts.report =
+                vymCheck_Run(destination.run.queue(), destination.run.port(),
+                             static_cast<unsigned short>(package.portNumber), stop, place.choice);
         });
         while (!task.isDone()) {
             const auto wake = place.session.wait();

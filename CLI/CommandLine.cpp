@@ -2,6 +2,7 @@
 
 #include "CLI/Conclusion.h"
 #include "CLI/Destination.h"
+#include "CLI/FirmwareChoice.h"
 #include "CLI/HelpText.h"
 #include "UI/Package/SystemCheck.h"
 #include "UI/Text/PlainText.h"
@@ -127,6 +128,10 @@ Outcome runOnPackage(Workplace& place)
         return runPrinters(place);
     if (auto unfit = unfitForUpdate(*package); !unfit.empty())
         return packageOutcome(options, std::move(unfit));
+    auto choice = chooseFirmware(*package, options);
+    if (!choice.problem.empty())
+        return usageOutcome(options, std::move(choice.problem));
+    place.choice = std::move(choice.entries);
     if (options.port.has_value())
         package->portNumber = *options.port;
     const auto warning = lookAtSystem(*package, place);

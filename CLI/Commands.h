@@ -9,6 +9,7 @@
 #include "CLI/Terminal.h"
 #include "Platform/PrintServer.h"
 #include "UI/Run/RunTarget.h"
+#include "VYM/EntryChoice.h"
 
 // The environment of a command; the caller owns all of it.
 struct Workplace {
@@ -19,6 +20,7 @@ struct Workplace {
     Report& report;
     PacketTrace& trace;
     PrintServer* printServer; // null: this system has no print queues
+    EntryChoice choice = {}; // the firmware to update
     std::string systemRemark = {}; // what the package's bounds say of this system; may be empty
     // A thread that only reads still waits for an answer: the process ends without it.
     bool isThreadLeft = false;

@@ -26,6 +26,10 @@ Which printer (check, update; exactly one of them; doctor: one at most):
       --uri PORT       The printer's port string: usb://..., lpd://... or net:...
       --port N         Connect to this TCP port instead of the package's.
 
+Which firmware (check, update; otherwise all of the package):
+      --only NAME      Only the firmware of this name (repeatable).
+      --skip-same      Leave out what is installed in the package's version already.
+
 Options, before or after the command:
       --all            List every printer, with the reason why it cannot be updated (printers).
   -y, --yes            Start the update without a question (update).

@@ -203,7 +203,7 @@ std::string ofTotal(const FirmwareOutcome& outcome)
 
 std::string_view reasonText(VersionReason reason)
 {
-    constexpr std::array<std::string_view, 9> kReasons = {
+    constexpr std::array<std::string_view, 11> kReasons = {
         "it applies",
         "the printer is another model",
         "the printer does not list it",
@@ -212,7 +212,9 @@ std::string_view reasonText(VersionReason reason)
         "the installed version is of another series",
         "its version cannot be compared",
         "an error came first",
-        "the package's version rule never sends this version"};
+        "the package's version rule never sends this version",
+        "not among those chosen with --only",
+        "this version is installed"};
     return kReasons.at(static_cast<std::size_t>(reason));
 }
 

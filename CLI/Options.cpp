@@ -56,6 +56,8 @@ void declare(CLI::App& app, Options& options, Words& words)
     app.add_flag("--all", options.all);
     app.add_option("-p,--package", words.package);
     app.add_option("--port", words.port);
+    app.add_option("--only", options.only)->allow_extra_args(false);
+    app.add_flag("--skip-same", options.skipSame);
     app.add_option("--trace", words.trace);
     app.add_option("--sha256", words.sha256);
     app.add_option("--key", words.key);
@@ -134,7 +136,7 @@ std::string strayError(const Options& options, const CLI::App& app)
         if (app.count(option) != 0 && command != Command::update)
             return belongsError(option, "'update'");
     }
-    for (const auto* option : {"--port", "--trace"}) {
+    for (const auto* option : {"--port", "--trace", "--only", "--skip-same"}) {
         const bool isPort = command == Command::doctor && option == std::string_view("--port");
         if (app.count(option) != 0 && !asksAPrinter(command) && !isPort)
             return belongsError(option, "'check' and 'update'");

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 enum class Command : std::uint8_t {
     none,
@@ -43,6 +44,8 @@ struct Options {
     std::optional<double> deadline; // seconds
     std::optional<double> verify; // seconds in which the printer has to come back
     std::optional<double> stallLimit; // seconds without any progress
+    std::vector<std::string> only; // the names of the firmware to update; empty: all
+    bool skipSame = false; // leaves out what is installed in the package's version
     bool yes = false;
     bool all = false; // also the printers that cannot be updated
     bool json = false; // set even if the rest of the line is wrong

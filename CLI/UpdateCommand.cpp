@@ -38,7 +38,7 @@ public:
     {
         noteBeginning();
         const auto portNumber = static_cast<unsigned short>(m_package.portNumber);
-        if (m_run.start(m_destination.run, portNumber))
+        if (m_run.start(m_destination.run, portNumber, m_place.choice))
             watch();
         m_facts.endCode = m_run.endCode();
         m_facts.lastRecord = m_run.record();
@@ -165,13 +165,16 @@ bool isYes(std::string answer)
     return answer == "y" || answer == "yes";
 }
 
-std::string question(const PackageFacts& package, const Destination& destination)
+std::string question(const PackageFacts& package, const EntryChoice& choice,
+                     const Destination& destination)
 {
     const auto& name = destination.printerName;
     std::string text = "The printer " + (name.empty() ? "" : name + " ") + "at "
         + destination.address + " will be updated with:\n";
-    for (const auto& firmware : package.firmware)
-        text += "  " + firmware.displayName + " " + firmware.displayVersion + "\n";
+    for (const auto& firmware : package.firmware) {
+        if (choice.wants(firmware.number))
+            text += "  " + firmware.displayName + " " + firmware.displayVersion + "\n";
+    }
     return text
         + "Do not switch the printer off, and do not print, until the update has finished.\n"
           "Start the update? [y/N] ";
@@ -180,7 +183,7 @@ std::string question(const PackageFacts& package, const Destination& destination
 // Why the update must not start, or empty.
 StopCause ask(const PackageFacts& package, Workplace& place, const Destination& destination)
 {
-    place.display.prompt(question(package, destination));
+    place.display.prompt(question(package, place.choice, destination));
     const auto answer = place.session.readLine(place.console.in);
     if (answer.has_value())
         return isYes(*answer) ? StopCause::none : StopCause::answer;

@@ -30,6 +30,18 @@ bool vymThread_UpdateStart(void* worker, char* queue, char* port, unsigned short
     return worker != nullptr && asWorker(worker)->UpdateStart(queue, port, portNo);
 }
 
+bool vymThread_ChooseEntries(void* worker, const EntryChoice& choice)
+{
+    if (worker == nullptr)
+        return false;
+    try {
+        asWorker(worker)->ChooseEntries(choice);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
 bool vymThread_StopThread(void* worker)
 {
     return worker != nullptr && asWorker(worker)->StopThread();
@@ -57,10 +69,10 @@ bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* o
 }
 
 CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
-                         const std::atomic<bool>& stop)
+                         const std::atomic<bool>& stop, const EntryChoice& choice)
 {
     try {
-        return checkPrinter(queue, port, portNo, stop);
+        return checkPrinter(queue, port, portNo, stop, choice);
     } catch (const std::exception&) {
         CheckReport report{};
         report.result = result::kSystem;

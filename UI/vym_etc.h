@@ -11,6 +11,8 @@
 [[nodiscard]] void* vym_thread_create();
 void vym_thread_delete(void* worker);
 bool vymThread_UpdateStart(void* worker, char* queue, char* port, unsigned short portNo);
+// Which entries the run leaves out; before UpdateStart. False also if out of memory.
+bool vymThread_ChooseEntries(void* worker, const EntryChoice& choice);
 bool vymThread_StopThread(void* worker);
 bool vymThread_SetPolling(void* worker, unsigned long milliseconds);
 bool vymThread_SetVymInfo(void* worker);
@@ -19,7 +21,7 @@ bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* o
 
 // If memory runs out for the report, its result is kSystem.
 CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
-                         const std::atomic<bool>& stop);
+                         const std::atomic<bool>& stop, const EntryChoice& choice = {});
 
 unsigned long get_system_version();
 [[nodiscard]] char* get_locale_string(); // freed with free()

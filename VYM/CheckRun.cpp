@@ -21,8 +21,10 @@ VersionDecision withImage(const VersionDecision& decision, const vymProtocol& pr
     return decision;
 }
 
-void decideEntries(vymProtocol& protocol, const std::string& model, CheckReport& report)
+void decideEntries(vymProtocol& protocol, const std::string& model, const EntryChoice& choice,
+                   CheckReport& report)
 {
+    protocol.LeaveOutSame(choice.skipSame);
     const auto total = g_VymInfo.countVersionRows();
     bool reached = true;
     for (std::uint32_t n = 0; n < total; ++n) {
@@ -36,11 +38,12 @@ void decideEntries(vymProtocol& protocol, const std::string& model, CheckReport&
             return;
         entry.number = n + 1;
         entry.reached = reached;
-        entry.decision =
-            withImage(protocol.DecideVersion(model.c_str(), entry.firmName.c_str(),
-                                             entry.updateVersion.c_str(), compatibleVersion.c_str(),
-                                             entry.installedVersion),
-                      protocol, fileName);
+        entry.decision = choice.wants(entry.number)
+            ? withImage(protocol.DecideVersion(model.c_str(), entry.firmName.c_str(),
+                                               entry.updateVersion.c_str(),
+                                               compatibleVersion.c_str(), entry.installedVersion),
+                        protocol, fileName)
+            : kNotChosen;
         const int code = entry.decision.code;
         reached = reached && (code == result::kSuccess || code == result::kNotApplicable);
         report.entries.push_back(std::move(entry));
@@ -48,27 +51,28 @@ void decideEntries(vymProtocol& protocol, const std::string& model, CheckReport&
 }
 
 // Decides by the printer's description that was read.
-int decideAll(vymProtocol& protocol, CheckReport& report)
+int decideAll(vymProtocol& protocol, const EntryChoice& choice, CheckReport& report)
 {
     protocol.getTargetModel(report.printerModel);
     std::string model;
     if (!g_VymInfo.getTgmName(model))
         return result::kSystem;
     report.reportsWriting = protocol.IsSupportCheckState();
-    decideEntries(protocol, model, report);
+    decideEntries(protocol, model, choice, report);
     return result::kSuccess;
 }
 
-int readAndDecide(vymProtocol& protocol, const std::atomic<bool>& stop, CheckReport& report)
+int readAndDecide(vymProtocol& protocol, const std::atomic<bool>& stop, const EntryChoice& choice,
+                  CheckReport& report)
 {
     const int fetched = protocol.GetFileData("TargetInfo.txt");
-    return fetched != result::kSuccess || stop ? fetched : decideAll(protocol, report);
+    return fetched != result::kSuccess || stop ? fetched : decideAll(protocol, choice, report);
 }
 
 } // namespace
 
 CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,
-                         const std::atomic<bool>& stop)
+                         const std::atomic<bool>& stop, const EntryChoice& choice)
 {
     CheckReport report{};
     vymProtocol protocol;
@@ -78,7 +82,7 @@ CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,
     // Running out of memory here is a result like any other: the printer must still be left.
     try {
         if (!stop)
-            report.result = readAndDecide(protocol, stop, report);
+            report.result = readAndDecide(protocol, stop, choice, report);
     } catch (const std::exception&) {
         report.result = result::kSystem;
         report.entries.clear();
@@ -93,6 +97,6 @@ CheckReport checkTargetInfo(std::string_view targetInfo)
     vymProtocol protocol;
     report.result = protocol.TakeTargetInfo(targetInfo);
     if (report.result == result::kSuccess)
-        report.result = decideAll(protocol, report);
+        report.result = decideAll(protocol, {}, report);
     return report;
 }

@@ -4,7 +4,7 @@
 // Threads: runs on the caller's thread; every wait in it is bounded. A stop requested from another
 //          thread takes effect between two exchanges, and the printer still leaves download mode.
 #pragma once
-#include "VYM/ModelDependCheckVer.h"
+#include "VYM/EntryChoice.h"
 
 #include <atomic>
 #include <string>
@@ -29,7 +29,7 @@ struct CheckReport {
 };
 
 CheckReport checkPrinter(char* queue, char* port, unsigned short portNo,
-                         const std::atomic<bool>& stop);
+                         const std::atomic<bool>& stop, const EntryChoice& choice = {});
 
 // The same decisions without a printer, for one that would send this TargetInfo.txt.
 CheckReport checkTargetInfo(std::string_view targetInfo);

@@ -20,6 +20,8 @@ enum class VersionReason : std::uint8_t {
     unreadableVersion, // a version text of no known form
     undecided, // an error came before the decision
     noRule, // the package's version rule does not cover this step: sends nothing, without an error
+    notChosen, // the caller left this firmware out
+    sameVersion, // the caller left out what is installed already
 };
 
 struct VersionDecision {

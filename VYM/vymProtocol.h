@@ -82,6 +82,9 @@ public:
     // the reason or kSuccess.
     bool CheckVersion(const char* model, const char* firmName, const char* updateVersion,
                       const char* compatibleVersion, int& code);
+    // Firmware that is installed in the very version of the update is then not sent, whatever the
+    // package's rule says.
+    void LeaveOutSame(bool leavesOut) { m_leavesOutSame = leavesOut; }
     bool CheckFirmVer(const char* updateVersion, const char* compatibleVersion,
                       const char* targetVersion, int& code);
     // The hook for version rules of single models; none has one, so it never decides (false).
@@ -158,5 +161,6 @@ private:
     std::uint64_t m_sendingEnds = UINT64_MAX; // every transfer ends by then
     std::vector<unsigned char> m_sendBuffer; // head and data of a file packet, kept between calls
     VersionReason m_reason = VersionReason::undecided;
+    bool m_leavesOutSame = false;
     bool m_bytesWentOut = false;
 };

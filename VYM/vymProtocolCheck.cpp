@@ -121,6 +121,9 @@ VersionDecision vymProtocol::DecideVersion(const char* model, const char* firmNa
         return {false, result::kOtherModel, m_reason = VersionReason::otherModel};
     if (!m_target.findTargetInfoVersion(firmName, installedVersion))
         return {false, result::kNotApplicable, m_reason = VersionReason::notListed};
+    // Equal texts only: versions that a rule merely takes for equal may be different firmware.
+    if (m_leavesOutSame && ascii::equalNoCase(orEmpty(updateVersion), installedVersion))
+        return {false, result::kNotApplicable, m_reason = VersionReason::sameVersion};
     yesno_type rule = yesno_none;
     if (!g_VymInfo.getAllowVersionDown(rule))
         return {false, result::kSystem, m_reason};

@@ -180,6 +180,7 @@ int vymThread::updateUntilStopped(vymProtocol& protocol)
     if (!g_VymInfo.getTgmName(model))
         return result::kSystem;
     protocol.setPolingTime(pollingInterval());
+    protocol.LeaveOutSame(m_choice.skipSame);
     if (m_stopRequested)
         return result::kSuccess;
     int overall = result::kSuccess;
@@ -209,6 +210,10 @@ int vymThread::updateAllEntries(vymProtocol& protocol, const std::string& model,
         Entry entry;
         if (!entry.read(n))
             break;
+        if (!m_choice.wants(n + 1)) {
+            leaveOut(n + 1);
+            continue;
+        }
         const int code = updateEntry(protocol, model, n + 1, entry);
         if (code != result::kSuccess && code != result::kNotApplicable)
             return code;
@@ -300,6 +305,13 @@ void vymThread::keepOutcome(const vymProtocol& protocol, std::uint32_t number, i
     const HoldLock hold(m_lock);
     m_outcomes.push_back({number, code, protocol.DecisionReason(), wentOut, false,
                           wentOut ? m_info.m_bytesDone : 0, wentOut ? m_info.m_bytesTotal : 0});
+}
+
+// The record does not mention such an entry: the printer is not queried for it either.
+void vymThread::leaveOut(std::uint32_t number)
+{
+    const HoldLock hold(m_lock);
+    m_outcomes.push_back({number, kNotChosen.code, kNotChosen.reason, false, false, 0, 0});
 }
 
 void vymThread::publishState(update_state state)

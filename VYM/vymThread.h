@@ -7,7 +7,7 @@
 //          one while CheckState goes on. The lock guards the worker's own writes to the record,
 //          the interval and the outcomes; the protocol writes the record under a lock of its own.
 #pragma once
-#include "VYM/ModelDependCheckVer.h"
+#include "VYM/EntryChoice.h"
 #include "VYM/vymDevInfo.h"
 #include "VYM/vymMac.h"
 
@@ -36,6 +36,8 @@ public:
     vymThread& operator=(const vymThread&) = delete;
 
     // queue: the print queue's identifier or null; port: the port string or IPv4 address.
+    // Which entries the run leaves out; call it before UpdateStart.
+    void ChooseEntries(EntryChoice choice) { m_choice = std::move(choice); }
     // True if the worker runs; false also for an object that was started before.
     bool UpdateStart(char* queue, char* port, unsigned short portNo);
     // Requests a stop and waits for the worker, without limit: a transfer is never cut.
@@ -59,6 +61,7 @@ private:
                     const Entry& entry);
     int finishEntry(vymProtocol& protocol);
     int pollUntilWritten(vymProtocol& protocol);
+    void leaveOut(std::uint32_t number);
     int notTakenIf(int code);
     void keepOutcome(const vymProtocol& protocol, std::uint32_t number, int code);
     void publishState(update_state state);
@@ -77,5 +80,6 @@ private:
     char* m_queue = nullptr;
     char* m_port = nullptr;
     unsigned short m_portNo = 0;
+    EntryChoice m_choice;
     std::vector<tag_entryoutcome> m_outcomes VYM_GUARDED_BY(m_lock);
 };

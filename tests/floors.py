@@ -23,7 +23,7 @@ FLOORS = [
          "VYM/vymPackets.*",
          "Platform/*.cpp"]),
     (3, ["VYM/vymProtocol*", "VYM/ProtocolRe*", "VYM/ModelDependCheckVer.*", "VYM/AnswerAccount.*",
-         "VYM/ImageReader.*", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
+         "VYM/ImageReader.*", "VYM/EntryChoice.h", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
     (4, ["VYM/vymThread.*", "VYM/CheckRun.*"]),
     (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
          "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*", "UI/Text/*"]),

@@ -177,9 +177,10 @@ const char* stateName(update_state state)
 
 const char* reasonName(VersionReason reason)
 {
-    constexpr std::array<const char*, 9> kNames = {
-        "applies",      "other-model",        "not-listed", "not-newer", "too-old",
-        "other-series", "unreadable-version", "undecided",  "no-rule"};
+    constexpr std::array<const char*, 11> kNames = {
+        "applies", "other-model",  "not-listed",         "not-newer",
+        "too-old", "other-series", "unreadable-version", "undecided",
+        "no-rule", "not-chosen",   "same-version"};
     return kNames.at(static_cast<std::size_t>(reason));
 }
 

@@ -36,13 +36,15 @@ WatchedRun::~WatchedRun()
     vym_thread_delete(m_worker);
 }
 
-bool WatchedRun::start(const RunTarget& target, unsigned short portNumber)
+bool WatchedRun::start(const RunTarget& target, unsigned short portNumber,
+                       const EntryChoice& choice)
 {
     assert(m_worker == nullptr);
     m_target = target;
     m_worker = vym_thread_create();
     m_changedAt = tickMilliseconds();
     const bool isStarted = m_worker != nullptr && !m_target.isEmpty()
+        && vymThread_ChooseEntries(m_worker, choice)
         && vymThread_UpdateStart(m_worker, m_target.queue(), m_target.port(), portNumber);
     if (isStarted)
         vymThread_SetPolling(m_worker, kPollingMs);

@@ -35,7 +35,7 @@ public:
 
     // Call once. False: no worker runs, and the run has ended with the code of a system error; also
     // for a target without a printer.
-    bool start(const RunTarget& target, unsigned short portNumber);
+    bool start(const RunTarget& target, unsigned short portNumber, const EntryChoice& choice = {});
 
     // Reads the record and returns what to show; also writes a line to the log if that is new.
     const RunStep& look();

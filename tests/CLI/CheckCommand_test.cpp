@@ -86,6 +86,29 @@ TEST(CheckCommand, CallsAFirmwareThatTheRuleNeverSendsNotNotNewer)
     EXPECT_THAT(check.out, HasSubstr(R"("decision":"skip","reason":"no-rule")"));
 }
 
+TEST(CheckCommand, LeavesOutFirmwareOnRequest)
+{
+    Check check({entry(1, {false, -11, VersionReason::notChosen}, ""),
+                 entry(2, {false, -11, VersionReason::sameVersion}, "VE010105")});
+    EXPECT_EQ(check.runOnPackage({"check", "-a", "192.0.2.7", "--only", "engine", "--skip-same"}),
+              2);
+    EXPECT_EQ(check.worker.choice.only, (std::vector<std::uint32_t>{2}));
+    EXPECT_TRUE(check.worker.choice.skipSame);
+    EXPECT_THAT(check.out, HasSubstr("skip it: not among those chosen with --only"));
+    EXPECT_THAT(check.out, HasSubstr("skip it: this version is installed"));
+    EXPECT_EQ(check.json(), 2);
+    EXPECT_THAT(check.out, HasSubstr(R"("decision":"skip","reason":"not-chosen")"));
+    EXPECT_THAT(check.out, HasSubstr(R"("decision":"skip","reason":"same-version")"));
+}
+
+TEST(CheckCommand, ANameThatThePackageLacksIsWrongUsage)
+{
+    Check check({entry(1, kSend, "VP010200"), entry(2, kSend, "VE010100")});
+    EXPECT_EQ(check.runOnPackage({"check", "-a", "192.0.2.7", "--only", "FONT"}), 64);
+    EXPECT_THAT(check.err, HasSubstr("The package has MAIN, ENGINE."));
+    EXPECT_EQ(check.worker.port, ""); // no printer was queried
+}
+
 TEST(CheckCommand, KnowsTheSizeOfEachImage)
 {
     Check check({entry(1, kSend, "VP010200"), entry(2, kNotListed, "")});

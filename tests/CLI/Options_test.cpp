@@ -107,6 +107,17 @@ TEST(Options, SayWhatIsWrong)
     }
 }
 
+TEST(Options, NameTheFirmwareAsOftenAsIsWanted)
+{
+    const auto options =
+        parse({"check", "--only", "MAIN", "-a", "192.0.2.7", "--only", "check", "--skip-same"});
+    EXPECT_EQ(options.usageError, "");
+    EXPECT_EQ(options.only, (std::vector<std::string>{"MAIN", "check"}));
+    EXPECT_TRUE(options.skipSame);
+    EXPECT_THAT(parse({"info", "--only", "MAIN"}).usageError, HasSubstr("--only belongs to"));
+    EXPECT_THAT(parse({"info", "--skip-same"}).usageError, HasSubstr("--skip-same belongs to"));
+}
+
 TEST(Options, HelpAndVersionNeedNothingElse)
 {
     EXPECT_EQ(parse({"--help"}).command, Command::help);

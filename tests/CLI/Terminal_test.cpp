@@ -102,6 +102,15 @@ TEST(Terminal, AsksBeforeItStartsAndShowsABar)
     EXPECT_THAT(run.screen, HasSubstr("\x1b[32mUpdated\x1b[0m: The printer"));
 }
 
+TEST(Terminal, AsksOnlyForTheFirmwareThatIsChosen)
+{
+    TerminalRun run;
+    run.type("yes\n");
+    EXPECT_EQ(run.run({"update", "--only", "ENGINE"}), 0);
+    EXPECT_EQ(run.worker.choice.only, (std::vector<std::uint32_t>{2}));
+    EXPECT_THAT(run.screen, HasSubstr("will be updated with:\r\n  Print engine 1.1.5\r\nDo not"));
+}
+
 TEST(Terminal, AnythingButYesIsANo)
 {
     for (const char* answer : {"no\n", "\n", "yesno\n", "\x04"}) {

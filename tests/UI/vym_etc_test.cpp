@@ -13,6 +13,7 @@ TEST(vym_etc, ReturnsFalseWithoutAWorker)
     EXPECT_FALSE(vymThread_UpdateStart(nullptr, nullptr, nullptr, 1));
     EXPECT_FALSE(vymThread_StopThread(nullptr));
     EXPECT_FALSE(vymThread_SetPolling(nullptr, 5));
+    EXPECT_FALSE(vymThread_ChooseEntries(nullptr, {}));
     EXPECT_FALSE(vymThread_SetVymInfo(nullptr));
     EXPECT_FALSE(vymThread_CheckState(nullptr, &info));
     EXPECT_FALSE(vymThread_GetEntryOutcome(nullptr, 0, &outcome));

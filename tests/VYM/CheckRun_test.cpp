@@ -15,11 +15,11 @@ protected:
         m_package = std::make_unique<Package>();
         m_package->description(texts).file("main.bin", "image").open();
     }
-    CheckReport run(bool stopped = false)
+    CheckReport run(bool stopped = false, const EntryChoice& choice = {})
     {
         char address[] = "127.0.0.1";
         const std::atomic<bool> stop = stopped;
-        return checkPrinter(nullptr, address, 48350, stop);
+        return checkPrinter(nullptr, address, 48350, stop, choice);
     }
     void answer(const std::string& targetInfo)
     {
@@ -56,6 +56,29 @@ TEST_F(CheckRun, DecidesEveryEntryAndSendsNoFirmware)
     ASSERT_EQ(sent.size(), 3U); // enter, get the target information, leave
     EXPECT_EQ(sent[2].substr(2, 2), "\x51\x02");
     EXPECT_EQ(m_script.openConnections(), 0U);
+}
+
+TEST_F(CheckRun, LeavesOutWhatItsCallerDoesNotWantAndWhatIsInstalledAlready)
+{
+    prepare({"TGMNAME M", "ALLOWVERSIONDOWN YES", "UPDATETIME 1", "VERSION MAIN=01.10 main.bin A",
+             "VERSION BOOT=04.00 main.bin B", "VERSION FONT=01.01 main.bin C"});
+    answer(info("M"));
+    const auto report = run(false, {{1, 3}, true});
+    ASSERT_EQ(report.entries.size(), 3U);
+    EXPECT_EQ(report.entries[0].decision.reason, VersionReason::sameVersion);
+    EXPECT_EQ(report.entries[1].decision.reason, VersionReason::notChosen);
+    EXPECT_TRUE(report.entries[2].decision.send); // an older version is not the same
+    for (const auto& entry : report.entries)
+        EXPECT_TRUE(entry.reached);
+    answer(info("M"));
+    EXPECT_TRUE(run().entries[0].decision.send); // as the package's rule says
+}
+
+TEST_F(CheckRun, RefusesAnotherModelThatHasTheSameVersions)
+{
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.10 main.bin A"});
+    answer(info("OTHER"));
+    EXPECT_EQ(run(false, {{}, true}).entries[0].decision.reason, VersionReason::otherModel);
 }
 
 TEST_F(CheckRun, SaysWhatAnUpdateWouldNotReach)

@@ -178,6 +178,32 @@ TEST_F(vymThreadTest, EndsWithTheResultOfASkippedLastEntry)
     EXPECT_STREQ(info.m_firmwareName, "FONTFW");
 }
 
+TEST_F(vymThreadTest, LeavesOutAnEntryThatItsCallerDoesNotWantAndKeepsItsOutcome)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION BOOT=02.00 main.bin BOOTFW"});
+    ASSERT_TRUE(vymThread_ChooseEntries(m_worker, {{1}, false}));
+    const auto info = runToEnd();
+    EXPECT_EQ(info.m_result, 1);
+    EXPECT_EQ(info.m_updatedCount, 1U);
+    EXPECT_EQ(info.m_firmwareNumber, 1U);
+    EXPECT_EQ(conversation(), "enter get send query exit");
+    EXPECT_EQ(outcome(1).m_number, 2U);
+    EXPECT_EQ(outcome(1).m_reason, VersionReason::notChosen);
+    EXPECT_EQ(outcome(1).m_result, -11);
+    EXPECT_FALSE(outcome(1).m_bytesWentOut);
+}
+
+TEST_F(vymThreadTest, LeavesOutWhatIsInstalledAlreadyAlsoWhereTheRuleWouldSendIt)
+{
+    prepare({"ALLOWVERSIONDOWN YES", "VERSION MAIN=01.00 main.bin MAINFW",
+             "VERSION BOOT=00.90 main.bin BOOTFW"});
+    ASSERT_TRUE(vymThread_ChooseEntries(m_worker, {{}, true}));
+    EXPECT_EQ(runToEnd().m_updatedCount, 1U);
+    EXPECT_EQ(outcome(0).m_reason, VersionReason::sameVersion);
+    EXPECT_FALSE(outcome(0).m_bytesWentOut);
+    EXPECT_TRUE(outcome(1).m_bytesWentOut);
+}
+
 TEST_F(vymThreadTest, ReachesTheEndAtOnceWithoutEntries)
 {
     prepare({});

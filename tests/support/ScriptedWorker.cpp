@@ -105,6 +105,13 @@ bool vymThread_UpdateStart(void* worker, char* queue, char* port, unsigned short
     return script->canStart;
 }
 
+bool vymThread_ChooseEntries(void* worker, const EntryChoice& choice)
+{
+    if (auto* script = asScript(worker))
+        script->choice = choice;
+    return worker != nullptr;
+}
+
 bool vymThread_StopThread(void* worker)
 {
     auto* script = asScript(worker);
@@ -145,8 +152,9 @@ bool vymThread_GetEntryOutcome(void* worker, unsigned index, tag_entryoutcome* o
 }
 
 CheckReport vymCheck_Run(char* queue, char* port, unsigned short portNo,
-                         const std::atomic<bool>& stop)
+                         const std::atomic<bool>& stop, const EntryChoice& choice)
 {
+    g_script->choice = choice;
     g_script->takeDestination(queue, port, portNo);
     if (g_script->duringCheck)
         g_script->duringCheck(stop);

@@ -50,6 +50,7 @@ public:
     std::string port;
     std::optional<std::string> queue;
     unsigned short portNumber = 0;
+    EntryChoice choice; // of the last run or check
     unsigned long polling = 0;
     int workers = 0; // created and not yet deleted
     int stops = 0;

@@ -203,6 +203,30 @@ TEST(Check, SaysWhatAnUpdateWouldDoAndSendsNoFirmware)
     EXPECT_EQ(printer.transcript().find("send"), std::string::npos) << printer.transcript();
 }
 
+TEST(Check, PredictsWhatAnUpdateLeavesOut)
+{
+    const PackageFolder package({{"MAIN", "AB010200"}, {"BOOT", "01.20", 100}, {"FONT", "AB01"}},
+                                {"ALLOWVERSIONDOWN BOTH"});
+    const VirtualPrinter printer(
+        {"--firmware", "MAIN=AB010200", "--firmware", "BOOT=01.10", "--firmware", "FONT=AB01"});
+    const std::vector<std::string> more = {"--only", "main", "--only", "BOOT", "--skip-same"};
+    auto update = updateOf(printer, package);
+    update.insert(update.end(), more.begin(), more.end());
+    auto check = update;
+    check[0] = "check";
+    std::erase(check, "--yes");
+    const auto predicted = CliRun(check).result();
+    const auto done = CliRun(update).result();
+    const char* reasons[] = {"same-version", "applies", "not-chosen"};
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(predicted["firmware"][i]["reason"], reasons[i]);
+        EXPECT_EQ(done["firmware"][i]["reason"], reasons[i]);
+        EXPECT_EQ(done["firmware"][i]["sent"], i == 1);
+    }
+    EXPECT_EQ(done["name"], "updated");
+    EXPECT_EQ(printer.storedFiles(), 1U);
+}
+
 TEST(Check, EndsWithTheRefusalsCode)
 {
     const PackageFolder package({{"MAIN", "AB010200", 500}});
