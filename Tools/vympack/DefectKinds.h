@@ -13,10 +13,12 @@ inline constexpr DefectKind kBadTrailer{
     "vymkit and vymkit-cli take the file for no package and end (66)"};
 inline constexpr DefectKind kBadCount{
     "bad-count", Severity::error,
-    "vymkit and vymkit-cli take the file for no package, or find no description in it (66)"};
+    "vymkit and vymkit-cli take a count below 1 for no package (66), and search beyond the table"
+    " where it is too high"};
 inline constexpr DefectKind kTableOutOfBounds{
     "table-out-of-bounds", Severity::error,
-    "vymkit and vymkit-cli find no description in it and end (66)"};
+    "vymkit and vymkit-cli find only the files whose entries are there; without a description they"
+    " end (66)"};
 inline constexpr DefectKind kEntryOutOfBounds{
     "entry-out-of-bounds", Severity::error,
     "vymkit-cli refuses a file that is not wholly there: update sends nothing (66)"};
@@ -25,14 +27,16 @@ inline constexpr DefectKind kEntryOverlap{
     "vymkit-cli update sends the bytes of another file, or of the table, as firmware"};
 inline constexpr DefectKind kPackageTooLarge{
     "package-too-large", Severity::error,
-    "no program can reach what lies beyond 4 GiB: positions have 32 bits"};
+    "positions have 32 bits: vympack make refuses it, for no program could reach what lies beyond"
+    " 4 GiB"};
 
 // Its entries.
 inline constexpr DefectKind kNameTooLong{"name-too-long", Severity::error,
-                                         "a package has room for 31 bytes of a file's name"};
+                                         "a package has room for 31 bytes of a file's name:"
+                                         " vympack make refuses it"};
 inline constexpr DefectKind kNameNotTerminated{
     "name-not-terminated", Severity::error,
-    "vymkit-cli does not find the file by its name, and update refuses to begin (66)"};
+    "vymkit-cli takes all 32 bytes for the name; another reader may read on beyond them"};
 inline constexpr DefectKind kNamePadding{
     "name-padding", Severity::warning,
     "vymkit-cli reads the name up to its NUL; another reader may compare all 32 bytes"};
@@ -60,7 +64,8 @@ inline constexpr DefectKind kByteOrderMark{
     "byte-order-mark", Severity::error,
     "vymkit and vymkit-cli pass the first row over, because it no longer begins with its key"};
 inline constexpr DefectKind kNulByte{
-    "nul-byte", Severity::error, "vymkit and vymkit-cli may read the text only up to that byte"};
+    "nul-byte", Severity::error,
+    "for vymkit and vymkit-cli a file's name ends at that byte; other texts show \\x00 there"};
 inline constexpr DefectKind kBareLineFeed{
     "bare-line-feed", Severity::error,
     "for vymkit and vymkit-cli rows end in CR LF only: the next row becomes a part of this one"};
@@ -105,7 +110,8 @@ inline constexpr DefectKind kBadYesNo{
     "an update ends with an error (19) where it needs the answer; other answers count as no"};
 inline constexpr DefectKind kBadNumber{
     "bad-number", Severity::error,
-    "vymkit-cli refuses a package with another port (66), and an update fails with another time"};
+    "vymkit-cli refuses a package with another port (66), and reads digits up to the first other"
+    " sign as the time: a text counts as 0"};
 inline constexpr DefectKind kNoUpdateTime{
     "no-update-time", Severity::error,
     "vymkit-cli update and check end before any firmware is sent"};

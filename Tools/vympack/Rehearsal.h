@@ -9,7 +9,8 @@
 
 namespace vympack {
 
-// While it lives, the engine makes no pauses. For a printer that needs none.
+// While it lives, the engine makes no pauses, and its clock is so slow that a printer in this
+// computer answers in time, however busy the computer is.
 class WithoutPauses final : public TimeSource {
 public:
     WithoutPauses() { setTimeSource(this); }
