@@ -11,7 +11,8 @@ namespace vympack {
 namespace {
 
 constexpr int kTries = 100; // temporary names that another run may have left
-constexpr mode_t kNewFile = 0666; // minus the bits of the umask
+constexpr mode_t kNewFile = 0666; // minus the bits of the umask, like the next one
+constexpr mode_t kNewProgram = 0777;
 constexpr mode_t kPermissions = 07777;
 
 std::string folderOf(const std::string& path)
@@ -32,8 +33,8 @@ Taken takenBy(const std::string& path)
 
 } // namespace
 
-AtomicFile::AtomicFile(std::string path, Existing existing)
-    : m_existing(existing), m_path(std::move(path)), m_folder(folderOf(m_path))
+AtomicFile::AtomicFile(std::string path, Existing existing, Kind kind)
+    : m_existing(existing), m_kind(kind), m_path(std::move(path)), m_folder(folderOf(m_path))
 {
 }
 
@@ -72,7 +73,8 @@ bool AtomicFile::open()
     for (int i = 0; i < kTries; ++i) {
         const auto name =
             m_folder + ".vympack-" + std::to_string(::getpid()) + "-" + std::to_string(i) + ".tmp";
-        m_fd = UniqueFd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
+        m_fd = UniqueFd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                               m_kind == Kind::program ? kNewProgram : kNewFile));
         if (m_fd.isOpen()) {
             m_temporary = name;
             return true;

@@ -17,7 +17,10 @@ public:
     // Existing::kept refuses (exit code 1) if the name is taken, even by a dangling link;
     // Existing::replaced replaces a file or link of that name.
     enum class Existing { replaced, kept };
-    AtomicFile(std::string path, Existing existing);
+    // A new file that can be run as a program has those permissions too, minus the bits of the
+    // umask.
+    enum class Kind { data, program };
+    AtomicFile(std::string path, Existing existing, Kind kind = Kind::data);
     ~AtomicFile() override;
 
     // On failure each returns false, and reason() says why. open() comes first, commit() last.
@@ -32,6 +35,7 @@ private:
     void discard();
 
     Existing m_existing;
+    Kind m_kind;
     std::string m_path;
     std::string m_folder;
     std::string m_temporary; // empty if there is none to remove

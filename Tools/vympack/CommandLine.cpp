@@ -1,5 +1,6 @@
 #include "Tools/vympack/CommandLine.h"
 
+#include "Tools/vympack/BundleCommand.h"
 #include "Tools/vympack/CheckCommand.h"
 #include "Tools/vympack/DiffCommand.h"
 #include "Tools/vympack/InitCommand.h"
@@ -24,6 +25,7 @@ constexpr auto kFooter = R"(Examples:
   vympack diff OLD/VYMBINDDATA VYMBINDDATA
   vympack list --json VYMBINDDATA
   vympack extract VYMBINDDATA -d unpacked main.bin
+  vympack bundle -o for-customers VYMBINDDATA
 
 Limits: 1000 VERSION rows, 31 bytes for a file's name, 4 GiB for a package, no two files on the
 same bytes.
@@ -169,6 +171,22 @@ void addDiff(CLI::App& app, Work& work)
     command->add_flag("--json", order->json, "Write the result as JSON");
 }
 
+void addBundle(CLI::App& app, Work& work)
+{
+    const auto [command, order] = addCommand<BundleOrder>(
+        app, "bundle", "Fill a folder with what customers need: package, programs, instructions",
+        work, bundlePackage);
+    command->add_option("-o,--output", order->folder, "The folder to fill, a new or an empty one")
+        ->type_name("FOLDER")
+        ->required();
+    command
+        ->add_option("--debs", order->debs,
+                     "Put in the Debian packages of this folder, not the bare programs")
+        ->type_name("FOLDER");
+    command->add_option("PACKAGE", order->package, "The package, or the folder with VYMBINDDATA")
+        ->required();
+}
+
 } // namespace
 
 int runProgram(int argc, const char* const* argv, Streams streams)
@@ -179,8 +197,8 @@ int runProgram(int argc, const char* const* argv, Streams streams)
     app.set_help_all_flag("--help-all", "Print the help of every command");
     app.footer(kFooter);
     Work work;
-    for (const auto add :
-         {addInit, addMake, addCheck, addSimulate, addDiff, addRehearse, addList, addExtract})
+    for (const auto add : {addInit, addMake, addCheck, addSimulate, addDiff, addRehearse, addList,
+                           addExtract, addBundle})
         add(app, work);
     try {
         app.parse(argc, argv);

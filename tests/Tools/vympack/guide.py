@@ -12,7 +12,9 @@ import sys
 import tempfile
 
 BLOCK = re.compile(r"^```\n(\$ .*?)^```$", re.MULTILINE | re.DOTALL)
-IMAGES = {"main.bin": bytes(range(100)), "boot.bin": b"boot" * 10}
+FILES = {"main.bin": bytes(range(100)), "boot.bin": b"boot" * 10,
+         "debs/vymkit_1.0.0_amd64.deb": b"!<arch>\ndebian-binary   and the rest",
+         "debs/vymkit-cli_1.0.0_amd64.deb": b"!<arch>\ndebian-binary   and the rest"}
 
 
 def run(command, folder, programs):
@@ -30,7 +32,8 @@ def main():
     path = f"{pathlib.Path(programs).resolve()}:{os.environ['PATH']}"
     shown = pathlib.Path(page).read_text(encoding="utf-8")
     with tempfile.TemporaryDirectory() as folder:
-        for name, content in IMAGES.items():
+        (pathlib.Path(folder) / "debs").mkdir()
+        for name, content in FILES.items():
             (pathlib.Path(folder) / name).write_bytes(content)
 
         def answer(block):
