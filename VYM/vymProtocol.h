@@ -69,12 +69,14 @@ public:
     // What the printer has said since, without waiting: a refusal counts after all, and where more
     // answers have come than expected, the firmware is concluded again.
     int HearLateAnswers();
-    // Whether every packet of the last firmware, or a later request, has been answered.
     // A refusal that came as late as the printer was being left; kSuccess: none.
     [[nodiscard]] int RefusedAtTheEnd() const { return m_refusedAtTheEnd; }
     // The printer has answered a status query since the last firmware.
     [[nodiscard]] bool StatusIsHeard() const { return m_statusIsHeard; }
+    // Every packet of the last firmware, or a status query after it, has been answered.
     [[nodiscard]] bool FirmwareIsAnswered() const { return m_answers.isComplete(); }
+    // The printer has answered the last GetFileData, so it handled every packet before that.
+    [[nodiscard]] bool FetchIsHeard() const { return m_fetchIsHeard; }
     // After a transport failure the connection stays open; otherwise it is closed.
     int ExitDownLoadMode();
 
@@ -157,6 +159,7 @@ private:
     unsigned long m_timeout = 0; // milliseconds, as last set on the connection
     int m_refusedAtTheEnd = result::kSuccess;
     bool m_statusIsHeard = false;
+    bool m_fetchIsHeard = false;
     AnswerAccount m_answers; // to file packets
     std::uint64_t m_sendingEnds = UINT64_MAX; // every transfer ends by then
     std::vector<unsigned char> m_sendBuffer; // head and data of a file packet, kept between calls

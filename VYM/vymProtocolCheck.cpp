@@ -42,6 +42,7 @@ int vymProtocol::GetFileData(const char* name)
         return made;
     if (const int set = setTimeout(kGetFileMs); set != result::kSuccess)
         return set;
+    m_fetchIsHeard = false;
     FileAssembly file;
     const int received = receiveFile(asBytes(request), file);
     return received == result::kSuccess ? loadTargetInfo(file) : received;
@@ -57,6 +58,7 @@ int vymProtocol::receiveFile(std::span<unsigned char> request, FileAssembly& fil
         const auto block = packets::isReplyTo(packets::kGetFile, reply.bytes())
             ? packets::fileBlockOf(reply.bytes())
             : std::nullopt;
+        m_fetchIsHeard = m_fetchIsHeard || block.has_value();
         if (!block || tickMilliseconds() >= deadline)
             return result::kBadReply;
         const auto step = file.add(*block);

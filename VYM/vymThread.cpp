@@ -214,9 +214,13 @@ int vymThread::updateAllEntries(vymProtocol& protocol, const std::string& model,
             leaveOut(n + 1);
             continue;
         }
+        const bool isOpen = n != 0 && !protocol.FirmwareIsAnswered();
         const int code = updateEntry(protocol, model, n + 1, entry);
-        if (code != result::kSuccess && code != result::kNotApplicable)
+        if (code != result::kSuccess && code != result::kNotApplicable) {
+            if (isOpen && !protocol.FetchIsHeard())
+                withdrawSuccess(n - 1, code);
             return code;
+        }
         overall = code;
     }
     if (total != 0)
@@ -274,6 +278,16 @@ int vymThread::notTakenIf(int code)
     if (code != result::kSuccess && !m_outcomes.empty())
         m_outcomes.back().m_result = code;
     return code;
+}
+
+// The next firmware's first request was never answered, or a refusal came in its place: the printer
+// may not have taken everything of the firmware before.
+void vymThread::withdrawSuccess(std::uint32_t index, int code)
+{
+    const HoldLock hold(m_lock);
+    auto& outcome = m_outcomes[index];
+    if (outcome.m_result == result::kSuccess && outcome.m_bytesWentOut && !outcome.m_confirmed)
+        outcome.m_result = code;
 }
 
 // Polls until the printer reports that it has finished. A stop ends the polling at once; the

@@ -63,6 +63,7 @@ private:
     int pollUntilWritten(vymProtocol& protocol);
     void leaveOut(std::uint32_t number);
     int notTakenIf(int code);
+    void withdrawSuccess(std::uint32_t index, int code);
     void keepOutcome(const vymProtocol& protocol, std::uint32_t number, int code);
     void publishState(update_state state);
     void idleUntilStopped();

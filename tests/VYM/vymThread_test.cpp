@@ -277,6 +277,47 @@ INSTANTIATE_TEST_SUITE_P(
                 "enter get send query exit"}),
     [](const auto& row) { return row.param.why; });
 
+// The first firmware's last block is answered alone, its pieces are not. Its success holds until
+// the printer's answer to the next request, or instead of it, shows that it took too little.
+struct Denial {
+    const char* why;
+    std::string replyToFetch;
+    int code;
+    int firstEntry;
+};
+
+void PrintTo(const Denial& denial, std::ostream* out)
+{
+    *out << denial.why;
+}
+
+class vymThreadDenial : public vymThreadTest, public ::testing::WithParamInterface<Denial> { };
+
+TEST_P(vymThreadDenial, WithdrawsASuccessThatWasNotProven)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION BOOT=02.00 main.bin BOOTFW"}, false);
+    unsigned pieces = 0;
+    m_script.answerWith([&](const std::string& packet) {
+        const auto code = packet.size() >= 8 ? packet.substr(2, 2) : std::string();
+        if (code == "\x50\x02")
+            return ++pieces % 3 == 0 ? printer::piece() : std::string();
+        return code == "\x50\x01" && pieces != 0 ? GetParam().replyToFetch
+                                                 : m_printer->answer(packet);
+    });
+    EXPECT_EQ(runToEnd(state_failed).m_result, GetParam().code);
+    EXPECT_EQ(outcome(0).m_result, GetParam().firstEntry);
+    EXPECT_EQ(outcome(1).m_result, GetParam().code);
+    EXPECT_FALSE(outcome(1).m_bytesWentOut);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    BetweenTwoFirmware, vymThreadDenial,
+    ::testing::Values(Denial{"ARefusalThatCameLate", printer::piece(0x804), -2, -2},
+                      Denial{"APrinterThatHasGone", "", -5, -5},
+                      Denial{"APrinterThatAnswersWithAnotherModel",
+                             printer::file(rows({"TGMNAME MODEL-B", "MAXPACKET 160"})), -7, 1}),
+    [](const auto& row) { return row.param.why; });
+
 TEST_F(vymThreadTest, NeedsThePackagesModel)
 {
     m_package.file("VYMINFO.txt", rows({"UPDATETIME 1"})).file("a", "b").open();
