@@ -135,7 +135,7 @@ private:
     int hearArrived();
     int leave(std::span<unsigned char> packet, Reply& reply);
     int hearNewest(Reply& reply);
-    int hearAnswer(Reply& reply);
+    int hearAnswer(Reply& reply, bool wasBehind);
     int proveLife();
     [[nodiscard]] LinkState link() const { return m_manager->LookAtLink(m_handle); }
     int receiveFile(std::span<unsigned char> request, FileAssembly& file);

@@ -83,9 +83,16 @@ int vymProtocol::hearNewest(Reply& reply)
 
 // Goes on waiting for an answer if sent bytes have not all left yet: as long as the printer takes
 // some of them, but no longer than the time-out if it takes none. kBadReply: no answer arrived.
-int vymProtocol::hearAnswer(Reply& reply)
+// wasBehind: some bytes had not left before the first wait; they may have left at its very end, so
+// the printer gets its whole time once more.
+int vymProtocol::hearAnswer(Reply& reply, bool wasBehind)
 {
     auto state = link();
+    if (wasBehind && state.unsent == 0 && !state.closed && !isFileAnswer(reply.bytes())) {
+        if (const int heard = listen(m_timeout, reply); heard != result::kSuccess)
+            return heard;
+        state = link();
+    }
     for (auto moved = tickMilliseconds(); state.unsent != 0 && !isFileAnswer(reply.bytes());) {
         const auto before = state.unsent;
         if (tickMilliseconds() >= std::min(moved + m_timeout, m_sendingEnds))

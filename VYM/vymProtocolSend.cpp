@@ -83,9 +83,10 @@ int vymProtocol::sendLastBlock(std::span<unsigned char> packet, Reply& reply)
 {
     if (const int heard = hearArrived(); heard != result::kSuccess)
         return heard;
+    const bool wasBehind = link().unsent != 0;
     m_answers.sent(tickMilliseconds(), kWhole);
     const int code = exchangeOnce(packet, reply);
-    return code == result::kSuccess ? hearAnswer(reply) : code;
+    return code == result::kSuccess ? hearAnswer(reply, wasBehind) : code;
 }
 
 int vymProtocol::UpdateFirmware(const char* model, const char* firmName, const char* updateVersion,

@@ -172,6 +172,24 @@ TEST_F(vymProtocolAnswers, WaitsForThePrinterAsLongAsItTakesWhatWasSent)
     EXPECT_EQ(m_script.timeouts().back(), 30000U);
 }
 
+TEST_F(vymProtocolAnswers, WaitsOnceMoreIfTheLastBytesLeftDuringTheWait)
+{
+    for (const bool wasBehind : {true, false}) {
+        prepare(100, false);
+        bool lastIsOut = false;
+        int waits = 0;
+        m_script.linkStateIs([&] {
+            return LinkState{wasBehind && !lastIsOut ? 60UL : 0UL, false, false};
+        });
+        m_script.answerWith([&](const std::string& packet) {
+            lastIsOut = lastIsOut || (!packet.empty() && view(packet).isClosing());
+            const bool isAnswered = packet.empty() ? waits++ == 0 : view(packet).isData();
+            return isAnswered ? printer::piece() : std::string();
+        });
+        EXPECT_EQ(update(), wasBehind ? 1 : -5);
+    }
+}
+
 TEST_F(vymProtocolAnswers, GivesUpWhereNothingLeavesForTheWholeTime)
 {
     prepare(100, false);
