@@ -268,11 +268,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>NormalEnd_AutoMes</source>
-        <translation>Der Drucker hat die neue Firmware übernommen und startet von selbst neu. Lassen Sie ihn eingeschaltet, bis seine Anzeige meldet, dass er bereit ist.</translation>
+        <translation>Der Drucker startet von selbst neu. Lassen Sie ihn eingeschaltet, bis seine Anzeige meldet, dass er bereit ist.</translation>
     </message>
     <message>
         <source>NormalEnd_ManualMes</source>
-        <translation>Der Drucker hat die neue Firmware übernommen. Sobald seine Anzeige meldet, dass die Aktualisierung beendet ist, schalten Sie ihn aus und wieder ein.</translation>
+        <translation>Sobald die Anzeige des Druckers meldet, dass die Aktualisierung beendet ist, schalten Sie ihn aus und wieder ein.</translation>
     </message>
     <message>
         <source>NoUpdateEndTitle</source>
@@ -292,7 +292,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>Die Aktualisierung wurde abgebrochen. Sehen Sie auf der Anzeige des Druckers nach, beheben Sie dort den Fehler und starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Die Aktualisierung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorNext</source>
+        <translation>Sehen Sie auf der Anzeige des Druckers nach, beheben Sie dort den Fehler und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -300,7 +304,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>Die Daten wurden auf dem Weg zwischen Computer und Drucker beschädigt, und die Aktualisierung wurde abgebrochen. Prüfen Sie Kabel und Netzwerk und starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Die Daten wurden auf dem Weg zwischen Computer und Drucker beschädigt, und die Aktualisierung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorNext</source>
+        <translation>Prüfen Sie Kabel und Netzwerk und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -308,7 +316,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_DeviceBusyMes</source>
-        <translation>Er kann jetzt nicht aktualisiert werden. Warten Sie, bis alle Aufträge beendet sind und seine Anzeige meldet, dass er bereit ist, und starten Sie die Aktualisierung dann noch einmal.</translation>
+        <translation>Der Drucker kann jetzt nicht aktualisiert werden.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyNext</source>
+        <translation>Warten Sie, bis alle Aufträge beendet sind und seine Anzeige meldet, dass er bereit ist, und starten Sie die Aktualisierung dann noch einmal.</translation>
     </message>
     <message>
         <source>Error_FaxTitle</source>
@@ -316,7 +328,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_FaxMes</source>
-        <translation>Der Drucker sendet oder empfängt gerade ein Fax. Warten Sie, bis er damit fertig ist, und starten Sie die Aktualisierung dann noch einmal.</translation>
+        <translation>Der Drucker sendet oder empfängt gerade ein Fax.</translation>
+    </message>
+    <message>
+        <source>Error_FaxNext</source>
+        <translation>Warten Sie, bis er damit fertig ist, und starten Sie die Aktualisierung dann noch einmal.</translation>
     </message>
     <message>
         <source>Error_PoweredOffTitle</source>
@@ -324,7 +340,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>Die Verbindung kam nicht zustande oder ging verloren. Prüfen Sie, ob der Drucker eingeschaltet ist, ob Kabel oder Netzwerk in Ordnung sind, ob die Adresse stimmt und ob nichts die Verbindung blockiert, und starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Die Verbindung kam nicht zustande oder ging verloren.</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffNext</source>
+        <translation>Prüfen Sie, ob der Drucker eingeschaltet ist, ob Kabel oder Netzwerk in Ordnung sind, ob die Adresse stimmt und ob nichts die Verbindung blockiert, und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -332,7 +352,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_ModelMismatchMes</source>
-        <translation>Dieses Paket ist nicht für das Modell des Druckers bestimmt, und die Aktualisierung wurde abgebrochen. Besorgen Sie das Paket für sein Modell, oder beginnen Sie noch einmal und wählen Sie den Drucker, für den dieses Paket bestimmt ist.</translation>
+        <translation>Dieses Paket ist nicht für das Modell des Druckers bestimmt, und die Aktualisierung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchNext</source>
+        <translation>Besorgen Sie das Paket für sein Modell, oder beginnen Sie noch einmal und wählen Sie den Drucker, für den dieses Paket bestimmt ist.</translation>
     </message>
     <message>
         <source>Error_FirmReadTitle</source>
@@ -340,7 +364,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>Das Update-Paket ist beschädigt oder liegt nicht mehr an seinem Platz. Besorgen Sie sich das Paket noch einmal und starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Das Update-Paket ist beschädigt oder liegt nicht mehr an seinem Platz.</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadNext</source>
+        <translation>Besorgen Sie sich das Paket noch einmal und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,7 +376,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Auf diesem Computer ist etwas fehlgeschlagen, oder der Drucker hat zu wenig über sich mitgeteilt. Starten Sie die Aktualisierung noch einmal. Hilft das nicht, starten Sie zuvor diesen Computer neu.</translation>
+        <translation>Auf diesem Computer ist etwas fehlgeschlagen, oder der Drucker hat zu wenig über sich mitgeteilt.</translation>
+    </message>
+    <message>
+        <source>Error_SystemNext</source>
+        <translation>Starten Sie die Aktualisierung noch einmal. Hilft das nicht, starten Sie zuvor diesen Computer neu.</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -356,7 +388,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_CompatibleMes</source>
-        <translation>Dieses Paket kann die im Drucker installierte Version nicht aktualisieren. Installieren Sie zuerst ein älteres Paket und danach dieses.</translation>
+        <translation>Dieses Paket kann die im Drucker installierte Version nicht aktualisieren.</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleNext</source>
+        <translation>Installieren Sie zuerst ein älteres Paket und danach dieses.</translation>
     </message>
     <message>
         <source>Error_OtherTitle</source>
@@ -364,7 +400,11 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>Er gab keine Antwort oder keine, mit der Vymkit etwas anfangen kann, und die Aktualisierung wurde abgebrochen. Prüfen Sie, ob der Drucker bereit und noch verbunden ist, und starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Der Drucker gab keine Antwort oder keine, mit der Vymkit etwas anfangen kann, und die Aktualisierung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Error_OtherNext</source>
+        <translation>Prüfen Sie, ob der Drucker bereit und noch verbunden ist, und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_BytesSent</source>
@@ -385,6 +425,10 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     <message>
         <source>Result_NothingSent</source>
         <translation>Es wurde keine Firmware gesendet.</translation>
+    </message>
+    <message>
+        <source>Details_Button</source>
+        <translation>&amp;Details</translation>
     </message>
     <message>
         <source>Details_Printer</source>

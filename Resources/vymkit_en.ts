@@ -268,11 +268,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>NormalEnd_AutoMes</source>
-        <translation>The printer has taken the new firmware and restarts by itself. Leave it switched on until its display shows that it is ready.</translation>
+        <translation>The printer restarts by itself. Leave it switched on until its display shows that it is ready.</translation>
     </message>
     <message>
         <source>NormalEnd_ManualMes</source>
-        <translation>The printer has taken the new firmware. When its display shows that the update has finished, switch the printer off and on again.</translation>
+        <translation>When the printer’s display shows that the update has finished, switch the printer off and on again.</translation>
     </message>
     <message>
         <source>NoUpdateEndTitle</source>
@@ -292,7 +292,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>The update was stopped. Look at the printer’s display, clear the error there, then start the update again.</translation>
+        <translation>The update was stopped.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorNext</source>
+        <translation>Look at the printer’s display, clear the error there, then start the update again.</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -300,7 +304,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>The data exchanged with the printer was damaged on the way, and the update was stopped. Check the cables and the network, then start the update again.</translation>
+        <translation>The data exchanged with the printer was damaged on the way, and the update was stopped.</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorNext</source>
+        <translation>Check the cables and the network, then start the update again.</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -308,7 +316,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_DeviceBusyMes</source>
-        <translation>It cannot be updated now. Wait until it has finished all jobs and its display shows that it is ready, then start the update again.</translation>
+        <translation>The printer cannot be updated now.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyNext</source>
+        <translation>Wait until it has finished all jobs and its display shows that it is ready, then start the update again.</translation>
     </message>
     <message>
         <source>Error_FaxTitle</source>
@@ -316,7 +328,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_FaxMes</source>
-        <translation>The printer is sending or receiving a fax. Wait until it has finished, then start the update again.</translation>
+        <translation>The printer is sending or receiving a fax.</translation>
+    </message>
+    <message>
+        <source>Error_FaxNext</source>
+        <translation>Wait until it has finished, then start the update again.</translation>
     </message>
     <message>
         <source>Error_PoweredOffTitle</source>
@@ -324,7 +340,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>The connection could not be made, or it was lost. Check that the printer is switched on, that its cable or network works, that its address is right and that nothing blocks the connection, then start the update again.</translation>
+        <translation>The connection could not be made, or it was lost.</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffNext</source>
+        <translation>Check that the printer is switched on, that its cable or network works, that its address is right and that nothing blocks the connection, then start the update again.</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -332,7 +352,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_ModelMismatchMes</source>
-        <translation>This package is not for the printer’s model, and the update was stopped. Get the package for its model, or start again and choose the printer that this package is for.</translation>
+        <translation>This package is not for the printer’s model, and the update was stopped.</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchNext</source>
+        <translation>Get the package for its model, or start again and choose the printer that this package is for.</translation>
     </message>
     <message>
         <source>Error_FirmReadTitle</source>
@@ -340,7 +364,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>The update package is damaged, or it is no longer where it was. Get the package again, then start the update again.</translation>
+        <translation>The update package is damaged, or it is no longer where it was.</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadNext</source>
+        <translation>Get the package again, then start the update again.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,7 +376,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Something failed in this computer, or the printer gave too little information about itself. Start the update again. If that does not help, restart this computer first.</translation>
+        <translation>Something failed in this computer, or the printer gave too little information about itself.</translation>
+    </message>
+    <message>
+        <source>Error_SystemNext</source>
+        <translation>Start the update again. If that does not help, restart this computer first.</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -356,7 +388,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_CompatibleMes</source>
-        <translation>This package cannot update the version that is installed in the printer. Install an older package first, then this one.</translation>
+        <translation>This package cannot update the version that is installed in the printer.</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleNext</source>
+        <translation>Install an older package first, then this one.</translation>
     </message>
     <message>
         <source>Error_OtherTitle</source>
@@ -364,7 +400,11 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>It gave no answer, or one that Vymkit could not use, and the update was stopped. Check that the printer is ready and still connected, then start the update again.</translation>
+        <translation>The printer gave no answer, or one that Vymkit could not use, and the update was stopped.</translation>
+    </message>
+    <message>
+        <source>Error_OtherNext</source>
+        <translation>Check that the printer is ready and still connected, then start the update again.</translation>
     </message>
     <message>
         <source>Error_BytesSent</source>
@@ -385,6 +425,10 @@ The update can take several minutes, and the bar may stand still for a while.</t
     <message>
         <source>Result_NothingSent</source>
         <translation>No firmware was sent.</translation>
+    </message>
+    <message>
+        <source>Details_Button</source>
+        <translation>&amp;Details</translation>
     </message>
     <message>
         <source>Details_Printer</source>

@@ -268,11 +268,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>NormalEnd_AutoMes</source>
-        <translation>La impresora ha recibido el nuevo firmware y se reinicia sola. Déjela encendida hasta que su pantalla indique que está lista.</translation>
+        <translation>La impresora se reinicia sola. Déjela encendida hasta que su pantalla indique que está lista.</translation>
     </message>
     <message>
         <source>NormalEnd_ManualMes</source>
-        <translation>La impresora ha recibido el nuevo firmware. Cuando su pantalla indique que la actualización ha terminado, apáguela y vuelva a encenderla.</translation>
+        <translation>Cuando la pantalla de la impresora indique que la actualización ha terminado, apáguela y vuelva a encenderla.</translation>
     </message>
     <message>
         <source>NoUpdateEndTitle</source>
@@ -292,7 +292,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>La actualización se ha detenido. Mire la pantalla de la impresora, corrija allí el error y vuelva a iniciar la actualización.</translation>
+        <translation>La actualización se ha detenido.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorNext</source>
+        <translation>Mire la pantalla de la impresora, corrija allí el error y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -300,7 +304,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>Los datos intercambiados con la impresora se han dañado durante la transmisión y la actualización se ha detenido. Compruebe los cables y la red y vuelva a iniciar la actualización.</translation>
+        <translation>Los datos intercambiados con la impresora se han dañado durante la transmisión y la actualización se ha detenido.</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorNext</source>
+        <translation>Compruebe los cables y la red y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -308,7 +316,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_DeviceBusyMes</source>
-        <translation>Ahora no se puede actualizar. Espere hasta que haya terminado todos los trabajos y su pantalla indique que está lista, y vuelva a iniciar la actualización.</translation>
+        <translation>Ahora no se puede actualizar la impresora.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyNext</source>
+        <translation>Espere hasta que haya terminado todos los trabajos y su pantalla indique que está lista, y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_FaxTitle</source>
@@ -316,7 +328,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_FaxMes</source>
-        <translation>La impresora está enviando o recibiendo un fax. Espere hasta que termine y vuelva a iniciar la actualización.</translation>
+        <translation>La impresora está enviando o recibiendo un fax.</translation>
+    </message>
+    <message>
+        <source>Error_FaxNext</source>
+        <translation>Espere hasta que termine y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_PoweredOffTitle</source>
@@ -324,7 +340,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>No se ha podido establecer la conexión o se ha perdido. Compruebe que la impresora esté encendida, que el cable o la red funcionen, que su dirección sea correcta y que nada bloquee la conexión, y vuelva a iniciar la actualización.</translation>
+        <translation>No se ha podido establecer la conexión o se ha perdido.</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffNext</source>
+        <translation>Compruebe que la impresora esté encendida, que el cable o la red funcionen, que su dirección sea correcta y que nada bloquee la conexión, y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -332,7 +352,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_ModelMismatchMes</source>
-        <translation>Este paquete no es para el modelo de la impresora y la actualización se ha detenido. Obtenga el paquete de su modelo, o empiece de nuevo y elija la impresora a la que está destinado este paquete.</translation>
+        <translation>Este paquete no es para el modelo de la impresora y la actualización se ha detenido.</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchNext</source>
+        <translation>Obtenga el paquete de su modelo, o empiece de nuevo y elija la impresora a la que está destinado este paquete.</translation>
     </message>
     <message>
         <source>Error_FirmReadTitle</source>
@@ -340,7 +364,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>El paquete de actualización está dañado o ya no se encuentra en su sitio. Obténgalo de nuevo y vuelva a iniciar la actualización.</translation>
+        <translation>El paquete de actualización está dañado o ya no se encuentra en su sitio.</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadNext</source>
+        <translation>Obténgalo de nuevo y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,7 +376,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Algo ha fallado en este equipo, o la impresora ha dado muy poca información sobre sí misma. Vuelva a iniciar la actualización. Si eso no lo resuelve, reinicie antes este equipo.</translation>
+        <translation>Algo ha fallado en este equipo, o la impresora ha dado muy poca información sobre sí misma.</translation>
+    </message>
+    <message>
+        <source>Error_SystemNext</source>
+        <translation>Vuelva a iniciar la actualización. Si eso no lo resuelve, reinicie antes este equipo.</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -356,7 +388,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_CompatibleMes</source>
-        <translation>Este paquete no puede actualizar la versión instalada en la impresora. Instale primero un paquete anterior y después este.</translation>
+        <translation>Este paquete no puede actualizar la versión instalada en la impresora.</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleNext</source>
+        <translation>Instale primero un paquete anterior y después este.</translation>
     </message>
     <message>
         <source>Error_OtherTitle</source>
@@ -364,7 +400,11 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>No ha dado ninguna respuesta, o una que Vymkit no puede utilizar, y la actualización se ha detenido. Compruebe que la impresora esté lista y siga conectada, y vuelva a iniciar la actualización.</translation>
+        <translation>La impresora no ha dado ninguna respuesta, o una que Vymkit no puede utilizar, y la actualización se ha detenido.</translation>
+    </message>
+    <message>
+        <source>Error_OtherNext</source>
+        <translation>Compruebe que la impresora esté lista y siga conectada, y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_BytesSent</source>
@@ -385,6 +425,10 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     <message>
         <source>Result_NothingSent</source>
         <translation>No se ha enviado ningún firmware.</translation>
+    </message>
+    <message>
+        <source>Details_Button</source>
+        <translation>&amp;Detalles</translation>
     </message>
     <message>
         <source>Details_Printer</source>

@@ -268,11 +268,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>NormalEnd_AutoMes</source>
-        <translation>L’imprimante a pris en compte le nouveau micrologiciel et redémarre d’elle-même. Laissez-la allumée jusqu’à ce que son écran indique qu’elle est prête.</translation>
+        <translation>L’imprimante redémarre d’elle-même. Laissez-la allumée jusqu’à ce que son écran indique qu’elle est prête.</translation>
     </message>
     <message>
         <source>NormalEnd_ManualMes</source>
-        <translation>L’imprimante a pris en compte le nouveau micrologiciel. Quand son écran indique que la mise à jour est terminée, éteignez-la puis rallumez-la.</translation>
+        <translation>Quand l’écran de l’imprimante indique que la mise à jour est terminée, éteignez-la puis rallumez-la.</translation>
     </message>
     <message>
         <source>NoUpdateEndTitle</source>
@@ -292,7 +292,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>La mise à jour a été arrêtée. Consultez l’écran de l’imprimante, corrigez l’erreur, puis relancez la mise à jour.</translation>
+        <translation>La mise à jour a été arrêtée.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorNext</source>
+        <translation>Consultez l’écran de l’imprimante, corrigez l’erreur, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -300,7 +304,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>Les données échangées avec l’imprimante ont été altérées en chemin, et la mise à jour a été arrêtée. Vérifiez les câbles et le réseau, puis relancez la mise à jour.</translation>
+        <translation>Les données échangées avec l’imprimante ont été altérées en chemin, et la mise à jour a été arrêtée.</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorNext</source>
+        <translation>Vérifiez les câbles et le réseau, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -308,7 +316,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_DeviceBusyMes</source>
-        <translation>Elle ne peut pas être mise à jour maintenant. Attendez qu’elle ait terminé tous ses travaux et que son écran indique qu’elle est prête, puis relancez la mise à jour.</translation>
+        <translation>L’imprimante ne peut pas être mise à jour maintenant.</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyNext</source>
+        <translation>Attendez qu’elle ait terminé tous ses travaux et que son écran indique qu’elle est prête, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_FaxTitle</source>
@@ -316,7 +328,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_FaxMes</source>
-        <translation>L’imprimante envoie ou reçoit une télécopie. Attendez qu’elle ait terminé, puis relancez la mise à jour.</translation>
+        <translation>L’imprimante envoie ou reçoit une télécopie.</translation>
+    </message>
+    <message>
+        <source>Error_FaxNext</source>
+        <translation>Attendez qu’elle ait terminé, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_PoweredOffTitle</source>
@@ -324,7 +340,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>La connexion n’a pas pu être établie ou a été perdue. Vérifiez que l’imprimante est allumée, que son câble ou le réseau fonctionne, que son adresse est exacte et que rien ne bloque la connexion, puis relancez la mise à jour.</translation>
+        <translation>La connexion n’a pas pu être établie ou a été perdue.</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffNext</source>
+        <translation>Vérifiez que l’imprimante est allumée, que son câble ou le réseau fonctionne, que son adresse est exacte et que rien ne bloque la connexion, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -332,7 +352,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_ModelMismatchMes</source>
-        <translation>Ce paquet n’est pas destiné au modèle de l’imprimante, et la mise à jour a été arrêtée. Procurez-vous le paquet de son modèle, ou recommencez en choisissant l’imprimante à laquelle ce paquet est destiné.</translation>
+        <translation>Ce paquet n’est pas destiné au modèle de l’imprimante, et la mise à jour a été arrêtée.</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchNext</source>
+        <translation>Procurez-vous le paquet de son modèle, ou recommencez en choisissant l’imprimante à laquelle ce paquet est destiné.</translation>
     </message>
     <message>
         <source>Error_FirmReadTitle</source>
@@ -340,7 +364,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>Le paquet de mise à jour est endommagé ou ne se trouve plus à sa place. Procurez-vous un nouvel exemplaire de ce paquet, puis relancez la mise à jour.</translation>
+        <translation>Le paquet de mise à jour est endommagé ou ne se trouve plus à sa place.</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadNext</source>
+        <translation>Procurez-vous un nouvel exemplaire de ce paquet, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,7 +376,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>Un problème est survenu sur cet ordinateur, ou l’imprimante a donné trop peu d’informations. Relancez la mise à jour. Si cela ne suffit pas, redémarrez d’abord cet ordinateur.</translation>
+        <translation>Un problème est survenu sur cet ordinateur, ou l’imprimante a donné trop peu d’informations.</translation>
+    </message>
+    <message>
+        <source>Error_SystemNext</source>
+        <translation>Relancez la mise à jour. Si cela ne suffit pas, redémarrez d’abord cet ordinateur.</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -356,7 +388,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_CompatibleMes</source>
-        <translation>Ce paquet ne peut pas mettre à jour la version installée dans l’imprimante. Installez d’abord un paquet plus ancien, puis celui-ci.</translation>
+        <translation>Ce paquet ne peut pas mettre à jour la version installée dans l’imprimante.</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleNext</source>
+        <translation>Installez d’abord un paquet plus ancien, puis celui-ci.</translation>
     </message>
     <message>
         <source>Error_OtherTitle</source>
@@ -364,7 +400,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>Elle n’a donné aucune réponse, ou une réponse que Vymkit ne peut pas utiliser, et la mise à jour a été arrêtée. Vérifiez qu’elle est prête et toujours connectée, puis relancez la mise à jour.</translation>
+        <translation>L’imprimante n’a donné aucune réponse, ou une réponse que Vymkit ne peut pas utiliser, et la mise à jour a été arrêtée.</translation>
+    </message>
+    <message>
+        <source>Error_OtherNext</source>
+        <translation>Vérifiez qu’elle est prête et toujours connectée, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_BytesSent</source>
@@ -385,6 +425,10 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     <message>
         <source>Result_NothingSent</source>
         <translation>Aucun micrologiciel n’a été envoyé.</translation>
+    </message>
+    <message>
+        <source>Details_Button</source>
+        <translation>&amp;Détails</translation>
     </message>
     <message>
         <source>Details_Printer</source>

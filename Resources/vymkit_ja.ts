@@ -268,11 +268,11 @@
     </message>
     <message>
         <source>NormalEnd_AutoMes</source>
-        <translation>プリンターに新しいファームウェアが書き込まれました。プリンターは自動的に再起動します。表示が準備完了になるまで、電源を切らないでください。</translation>
+        <translation>プリンターは自動的に再起動します。表示が準備完了になるまで、電源を切らないでください。</translation>
     </message>
     <message>
         <source>NormalEnd_ManualMes</source>
-        <translation>プリンターに新しいファームウェアが書き込まれました。更新の終了が表示されたら、プリンターの電源を切り、もう一度入れてください。</translation>
+        <translation>更新の終了がプリンターに表示されたら、プリンターの電源を切り、もう一度入れてください。</translation>
     </message>
     <message>
         <source>NoUpdateEndTitle</source>
@@ -292,7 +292,11 @@
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>更新を中止しました。プリンターの表示を確認してエラーを解消し、もう一度更新してください。</translation>
+        <translation>更新を中止しました。</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorNext</source>
+        <translation>プリンターの表示を確認してエラーを解消し、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -300,7 +304,11 @@
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>プリンターとの通信中にデータが壊れたため、更新を中止しました。ケーブルとネットワークを確認し、もう一度更新してください。</translation>
+        <translation>プリンターとの通信中にデータが壊れたため、更新を中止しました。</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorNext</source>
+        <translation>ケーブルとネットワークを確認し、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -308,7 +316,11 @@
     </message>
     <message>
         <source>Error_DeviceBusyMes</source>
-        <translation>現在は更新できません。すべてのジョブが終わり、表示が準備完了になってから、もう一度更新してください。</translation>
+        <translation>現在は更新できません。</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyNext</source>
+        <translation>すべてのジョブが終わり、表示が準備完了になってから、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_FaxTitle</source>
@@ -316,7 +328,11 @@
     </message>
     <message>
         <source>Error_FaxMes</source>
-        <translation>プリンターがファクスを送信または受信しています。終わるまで待ってから、もう一度更新してください。</translation>
+        <translation>プリンターがファクスを送信または受信しています。</translation>
+    </message>
+    <message>
+        <source>Error_FaxNext</source>
+        <translation>終わるまで待ってから、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_PoweredOffTitle</source>
@@ -324,7 +340,11 @@
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>接続できなかったか、接続が切れました。プリンターの電源が入っていること、ケーブルやネットワークが正常であること、アドレスが正しいこと、接続が遮断されていないことを確認し、もう一度更新してください。</translation>
+        <translation>接続できなかったか、接続が切れました。</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffNext</source>
+        <translation>プリンターの電源が入っていること、ケーブルやネットワークが正常であること、アドレスが正しいこと、接続が遮断されていないことを確認し、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -332,7 +352,11 @@
     </message>
     <message>
         <source>Error_ModelMismatchMes</source>
-        <translation>このパッケージは、このプリンターの機種には対応していません。更新を中止しました。機種に合ったパッケージを入手するか、最初からやり直し、このパッケージに対応するプリンターを選択してください。</translation>
+        <translation>このパッケージは、このプリンターの機種には対応していません。更新を中止しました。</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchNext</source>
+        <translation>機種に合ったパッケージを入手するか、最初からやり直し、このパッケージに対応するプリンターを選択してください。</translation>
     </message>
     <message>
         <source>Error_FirmReadTitle</source>
@@ -340,7 +364,11 @@
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>更新パッケージが壊れているか、元の場所にありません。パッケージを入手し直し、もう一度更新してください。</translation>
+        <translation>更新パッケージが壊れているか、元の場所にありません。</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadNext</source>
+        <translation>パッケージを入手し直し、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,7 +376,11 @@
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>このコンピューターで問題が発生したか、プリンターから必要な情報を得られませんでした。もう一度更新してください。それでも続行できない場合は、コンピューターを再起動してからやり直してください。</translation>
+        <translation>このコンピューターで問題が発生したか、プリンターから必要な情報を得られませんでした。</translation>
+    </message>
+    <message>
+        <source>Error_SystemNext</source>
+        <translation>もう一度更新してください。それでも続行できない場合は、コンピューターを再起動してからやり直してください。</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -356,7 +388,11 @@
     </message>
     <message>
         <source>Error_CompatibleMes</source>
-        <translation>このパッケージでは、プリンターにインストールされているバージョンから直接更新できません。先に古いパッケージをインストールしてから、このパッケージをインストールしてください。</translation>
+        <translation>このパッケージでは、プリンターにインストールされているバージョンから直接更新できません。</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleNext</source>
+        <translation>先に古いパッケージをインストールしてから、このパッケージをインストールしてください。</translation>
     </message>
     <message>
         <source>Error_OtherTitle</source>
@@ -364,7 +400,11 @@
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>応答がないか、応答を処理できなかったため、更新を中止しました。プリンターが準備完了で、接続されていることを確認し、もう一度更新してください。</translation>
+        <translation>プリンターから応答がないか、応答を処理できなかったため、更新を中止しました。</translation>
+    </message>
+    <message>
+        <source>Error_OtherNext</source>
+        <translation>プリンターが準備完了で、接続されていることを確認し、もう一度更新してください。</translation>
     </message>
     <message>
         <source>Error_BytesSent</source>
@@ -385,6 +425,10 @@
     <message>
         <source>Result_NothingSent</source>
         <translation>ファームウェアは送信されていません。</translation>
+    </message>
+    <message>
+        <source>Details_Button</source>
+        <translation>詳細(&amp;D)</translation>
     </message>
     <message>
         <source>Details_Printer</source>

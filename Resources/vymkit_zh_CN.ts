@@ -268,11 +268,11 @@
     </message>
     <message>
         <source>NormalEnd_AutoMes</source>
-        <translation>打印机已接受新固件，并会自动重新启动。在其显示屏显示就绪之前，请保持打印机开机。</translation>
+        <translation>打印机会自动重新启动。在其显示屏显示就绪之前，请保持打印机开机。</translation>
     </message>
     <message>
         <source>NormalEnd_ManualMes</source>
-        <translation>打印机已接受新固件。当其显示屏显示更新完成时，请关闭打印机电源，然后重新打开。</translation>
+        <translation>当打印机的显示屏显示更新完成时，请关闭打印机电源，然后重新打开。</translation>
     </message>
     <message>
         <source>NoUpdateEndTitle</source>
@@ -292,7 +292,11 @@
     </message>
     <message>
         <source>Error_DeviceErrorMes</source>
-        <translation>更新已停止。请查看打印机的显示屏，排除错误，然后重新开始更新。</translation>
+        <translation>更新已停止。</translation>
+    </message>
+    <message>
+        <source>Error_DeviceErrorNext</source>
+        <translation>请查看打印机的显示屏，排除错误，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_ConnectErrorTitle</source>
@@ -300,7 +304,11 @@
     </message>
     <message>
         <source>Error_ConnectErrorMes</source>
-        <translation>与打印机交换的数据在传输途中损坏，更新已停止。请检查电缆和网络，然后重新开始更新。</translation>
+        <translation>与打印机交换的数据在传输途中损坏，更新已停止。</translation>
+    </message>
+    <message>
+        <source>Error_ConnectErrorNext</source>
+        <translation>请检查电缆和网络，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_DeviceBusyTitle</source>
@@ -308,7 +316,11 @@
     </message>
     <message>
         <source>Error_DeviceBusyMes</source>
-        <translation>现在无法更新。请等待打印机完成所有作业且显示屏显示就绪，然后重新开始更新。</translation>
+        <translation>现在无法更新。</translation>
+    </message>
+    <message>
+        <source>Error_DeviceBusyNext</source>
+        <translation>请等待打印机完成所有作业且显示屏显示就绪，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_FaxTitle</source>
@@ -316,7 +328,11 @@
     </message>
     <message>
         <source>Error_FaxMes</source>
-        <translation>打印机正在发送或接收传真。请等待传真完成，然后重新开始更新。</translation>
+        <translation>打印机正在发送或接收传真。</translation>
+    </message>
+    <message>
+        <source>Error_FaxNext</source>
+        <translation>请等待传真完成，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_PoweredOffTitle</source>
@@ -324,7 +340,11 @@
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>无法建立连接，或连接已中断。请检查打印机是否开机、电缆或网络是否正常、地址是否正确以及连接是否被阻止，然后重新开始更新。</translation>
+        <translation>无法建立连接，或连接已中断。</translation>
+    </message>
+    <message>
+        <source>Error_PoweredOffNext</source>
+        <translation>请检查打印机是否开机、电缆或网络是否正常、地址是否正确以及连接是否被阻止，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_ModelMismatchTitle</source>
@@ -332,7 +352,11 @@
     </message>
     <message>
         <source>Error_ModelMismatchMes</source>
-        <translation>此更新包不适用于该打印机的机型，更新已停止。请获取适用于其机型的更新包，或重新开始并选择此更新包适用的打印机。</translation>
+        <translation>此更新包不适用于该打印机的机型，更新已停止。</translation>
+    </message>
+    <message>
+        <source>Error_ModelMismatchNext</source>
+        <translation>请获取适用于其机型的更新包，或重新开始并选择此更新包适用的打印机。</translation>
     </message>
     <message>
         <source>Error_FirmReadTitle</source>
@@ -340,7 +364,11 @@
     </message>
     <message>
         <source>Error_FirmReadMes</source>
-        <translation>更新包已损坏，或已不在原来的位置。请重新获取更新包，然后重新开始更新。</translation>
+        <translation>更新包已损坏，或已不在原来的位置。</translation>
+    </message>
+    <message>
+        <source>Error_FirmReadNext</source>
+        <translation>请重新获取更新包，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -348,7 +376,11 @@
     </message>
     <message>
         <source>Error_SystemMes</source>
-        <translation>此计算机出现问题，或打印机提供的信息不足。请重新开始更新。如果仍然无效，请先重新启动此计算机。</translation>
+        <translation>此计算机出现问题，或打印机提供的信息不足。</translation>
+    </message>
+    <message>
+        <source>Error_SystemNext</source>
+        <translation>请重新开始更新。如果仍然无效，请先重新启动此计算机。</translation>
     </message>
     <message>
         <source>Error_CompatibleTitle</source>
@@ -356,7 +388,11 @@
     </message>
     <message>
         <source>Error_CompatibleMes</source>
-        <translation>此更新包无法更新打印机中已安装的版本。请先安装较早的更新包，再安装此更新包。</translation>
+        <translation>此更新包无法更新打印机中已安装的版本。</translation>
+    </message>
+    <message>
+        <source>Error_CompatibleNext</source>
+        <translation>请先安装较早的更新包，再安装此更新包。</translation>
     </message>
     <message>
         <source>Error_OtherTitle</source>
@@ -364,7 +400,11 @@
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>打印机没有应答，或应答无法使用，更新已停止。请检查打印机是否就绪并保持连接，然后重新开始更新。</translation>
+        <translation>打印机没有应答，或应答无法使用，更新已停止。</translation>
+    </message>
+    <message>
+        <source>Error_OtherNext</source>
+        <translation>请检查打印机是否就绪并保持连接，然后重新开始更新。</translation>
     </message>
     <message>
         <source>Error_BytesSent</source>
@@ -385,6 +425,10 @@
     <message>
         <source>Result_NothingSent</source>
         <translation>未发送任何固件。</translation>
+    </message>
+    <message>
+        <source>Details_Button</source>
+        <translation>详细信息(&amp;D)</translation>
     </message>
     <message>
         <source>Details_Printer</source>

@@ -19,8 +19,7 @@ PAGES = [
     ["Back", "Next", "Cancel", "Device_SpecifyPrinteName", "Device_SpecifyIPAddress"],
     ["Back", "Start", "Cancel"],
     ["YES", "NO"],
-    ["Details_Show"],
-    ["Details_Hide"],
+    ["Details_Button"],
 ]
 MNEMONICS = {key for page in PAGES for key in page}
 

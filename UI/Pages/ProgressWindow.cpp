@@ -7,10 +7,10 @@
 #include "UI/VYM_Utilities.h"
 #include "UI/Widgets/LetterWidth.h"
 #include "UI/Widgets/Look.h"
+#include "UI/Widgets/ScreenRoom.h"
 
 #include <QAccessible>
 #include <QLayout>
-#include <QScreen>
 #include <QShortcut>
 #include <QStyle>
 #include <algorithm>
@@ -40,6 +40,7 @@ void announce(QLabel& text)
 ProgressWindow::ProgressWindow(Form& form)
 {
     form.find(_updateWindow, "_updateWindow");
+    form.find(m_texts, "updateTextsArea");
     form.find(_progressAnimation, "_progressAnimation");
     form.find(_updateWdwWarningImgView, "_updateWdwWarningImgView");
     form.find(_updateCmtTxt, "_updateCmtTxt");
@@ -65,8 +66,10 @@ void ProgressWindow::setTexts()
 void ProgressWindow::dress()
 {
     dressWindow(*_updateWindow);
-    if (_updateWdwWarningImgView->isVisible())
-        showSystemSign(*_updateWdwWarningImgView, kCautionIcon);
+    if (!isOpen())
+        return;
+    showSystemSign(*_updateWdwWarningImgView, kCautionIcon);
+    fitWindow();
 }
 
 void ProgressWindow::open(bool hasSeveralFirmware)
@@ -75,15 +78,13 @@ void ProgressWindow::open(bool hasSeveralFirmware)
     _firmwareNameTxt->setVisible(hasSeveralFirmware);
     _closeRefusedTxt->hide();
     showSystemSign(*_updateWdwWarningImgView, kCautionIcon); // the texts get the width beside it
-    fitProgressLine();
     fitWindow();
     _progressAnimation->startAnimation();
     _progressCmtTxt->setText(words::text(textkey::kStateConnection));
     _updatePrg->setValue(0);
     new QShortcut(Qt::Key_Escape, _updateWindow); // the key does nothing during the run
     _updateWindow->setLeaveAction([this] { refuseClosing(); });
-    _updateWindow->move(_updateWindow->screen()->availableGeometry().center()
-                        - _updateWindow->rect().center());
+    centreOnScreen(*_updateWindow);
     _updateWindow->show();
     _updateWindow->raise();
     _updateWindow->activateWindow();
@@ -95,6 +96,16 @@ void ProgressWindow::close()
     _updateWindow->hide();
 }
 
+int ProgressWindow::space() const
+{
+    return _updateWindow->style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, _updateWindow);
+}
+
+int ProgressWindow::margin() const
+{
+    return kMargins * space();
+}
+
 // The line is as wide as its widest text from the start, so that the layout never jumps.
 void ProgressWindow::fitProgressLine()
 {
@@ -102,27 +113,36 @@ void ProgressWindow::fitProgressLine()
     int widest = 0;
     for (const auto* key : kMeasuredTexts)
         widest = std::max(widest, metrics.horizontalAdvance(words::text(key)));
-    const auto line = letterWidth(metrics) * kRunLettersWide;
+    const int margins = 2 * margin() + _progressAnimation->sizeHint().width() + space();
+    const auto line = std::min(letterWidth(metrics) * kRunLettersWide,
+                               screenRoom(*_updateWindow).width() - margins);
     _progressCmtTxt->setWordWrap(widest > line); // two lines are better than a cut text
     _progressCmtTxt->setMinimumWidth(std::min(widest, line));
 }
 
+// As high as its texts, if the screen has the room; otherwise they scroll above the progress.
 void ProgressWindow::fitWindow()
 {
+    fitProgressLine();
     auto* layout = _updateWindow->layout();
-    const int space =
-        _updateWindow->style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, _updateWindow);
-    const int margin = kMargins * space;
-    layout->setContentsMargins(margin, margin, margin, margin);
-    layout->setSpacing(space);
+    layout->setContentsMargins(margin(), margin(), margin(), margin());
+    layout->setSpacing(space());
+    auto* texts = m_texts->widget()->layout();
+    texts->setSpacing(space());
     layout->activate();
-    const auto screen = _updateWindow->screen()->availableGeometry();
+    const auto room = screenRoom(*_updateWindow);
     const auto wanted = letterWidth(_updateWindow->fontMetrics()) * kRunLettersWide;
-    const int width =
-        std::min(std::max(wanted, layout->totalMinimumSize().width()), screen.width());
-    const int height = layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
-                                                   : layout->totalSizeHint().height();
-    _updateWindow->resize(QSize(width, height).expandedTo(_updateWindow->size()));
+    const int width = std::min(std::max(wanted, layout->totalMinimumSize().width()), room.width());
+    m_texts->setFixedHeight(0);
+    const int below = layout->totalHeightForWidth(width);
+    m_texts->setMinimumHeight(_updateWindow->fontMetrics().height());
+    m_texts->setMaximumHeight(QWIDGETSIZE_MAX);
+    texts->activate(); // also the layouts inside
+    const int bar = _updateWindow->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int height = below + texts->totalHeightForWidth(width - 2 * margin() - bar);
+    _updateWindow->resize(QSize(width, height).expandedTo(_updateWindow->size()).boundedTo(room));
+    if (_updateWindow->isVisible())
+        keepOnScreen(*_updateWindow);
 }
 
 void ProgressWindow::refuseClosing()
@@ -130,6 +150,9 @@ void ProgressWindow::refuseClosing()
     _closeRefusedTxt->setText(words::text(textkey::kUpdateCloseRefused));
     _closeRefusedTxt->show();
     fitWindow();
+    _updateWindow->layout()->activate();
+    m_texts->widget()->layout()->activate();
+    m_texts->ensureWidgetVisible(_closeRefusedTxt);
     announce(*_closeRefusedTxt);
 }
 

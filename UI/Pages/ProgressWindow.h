@@ -11,6 +11,7 @@
 
 #include <QLabel>
 #include <QProgressBar>
+#include <QScrollArea>
 #include <optional>
 
 class ProgressWindow {
@@ -33,10 +34,13 @@ public:
     void showProgress(double percent);
 
 private:
+    [[nodiscard]] int space() const; // between its parts
+    [[nodiscard]] int margin() const;
     void fitProgressLine();
     void fitWindow();
 
     WizardWindow* _updateWindow = nullptr;
+    QScrollArea* m_texts = nullptr; // those above the progress
     BusySign* _progressAnimation = nullptr;
     QLabel* _updateWdwWarningImgView = nullptr;
     QLabel* _updateCmtTxt = nullptr;

@@ -8,6 +8,8 @@
 #include "VYM/BundlePath.h"
 #include "VYM/ProtocolResult.h"
 
+#include <algorithm>
+
 namespace {
 
 std::string detailsOf(int code, const ResultFacts& facts)
@@ -23,22 +25,24 @@ std::string detailsOf(int code, const ResultFacts& facts)
     return details;
 }
 
-// What became of the firmware, a line each, and what an interrupted one means for the printer.
+bool isAllConfirmed(const ResultFacts& facts)
+{
+    return std::all_of(facts.sent.begin(), facts.sent.end(),
+                       [](const auto& firmware) { return firmware.isConfirmed; });
+}
+
+// The outcome of each firmware of which bytes went out, a line each.
 std::string remarksOn(const ResultFacts& facts, bool isError)
 {
     if (facts.sent.empty())
         return isError ? words::plain(textkey::kResultNothingSent) : "";
     std::string remarks;
-    bool isAllConfirmed = true;
     for (const auto& firmware : facts.sent) {
         const auto* key = firmware.isConfirmed ? textkey::kResultConfirmed
             : firmware.isWhole                 ? textkey::kResultSent
                                                : textkey::kResultPartly;
         remarks += (remarks.empty() ? "" : "\n") + words::filled(key, plainText(firmware.name));
-        isAllConfirmed = isAllConfirmed && firmware.isConfirmed;
     }
-    if (isError && !isAllConfirmed)
-        remarks += "\n\n" + words::plain(textkey::kErrorBytesSent);
     return remarks;
 }
 
@@ -58,7 +62,9 @@ Alert resultMessage(int code, bool automaticEnd, const ResultFacts& facts)
     told.defaultButton = words::plain(textkey::kOk);
     if (code != result::kNotApplicable) // its message says that nothing was sent
         told.remarks = remarksOn(facts, texts.isError);
-    if (texts.isError)
-        told.details = detailsOf(code, facts);
+    if (const auto key = adviceKey(code, !isAllConfirmed(facts)); !key.empty())
+        told.advice = words::plain(std::string(key).c_str());
+    told.details = detailsOf(code, facts);
+    told.detailsButton = words::plain(textkey::kDetailsButton);
     return told;
 }

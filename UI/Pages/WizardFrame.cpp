@@ -3,11 +3,11 @@
 #include "UI/Pages/Words.h"
 #include "UI/Text/TextKeys.h"
 #include "UI/Widgets/LetterWidth.h"
+#include "UI/Widgets/ScreenRoom.h"
 
 #include <QApplication>
 #include <QScreen>
 #include <QScrollArea>
-#include <QStyle>
 
 namespace {
 
@@ -46,14 +46,13 @@ void WizardFrame::setTexts()
 void WizardFrame::open()
 {
     const QFontMetrics metrics(QApplication::font());
-    const auto screen = _mainwindow->screen()->availableGeometry();
-    // Room for the title bar, whose height is not known yet; the same below centres the window.
-    const int bar = _mainwindow->style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const auto most = screen.size() - QSize(0, 2 * bar);
+    // The same room below as for the title bar above centres the window.
+    const auto room = screenRoom(*_mainwindow);
+    const auto most = room - (_mainwindow->screen()->availableSize() - room);
     const QSize wanted(letterWidth(metrics) * kWizardLettersWide,
                        metrics.height() * kWizardLinesHigh);
     _mainwindow->resize(wanted.expandedTo(_mainwindow->minimumSizeHint()).boundedTo(most));
-    _mainwindow->move(screen.center() - _mainwindow->rect().center());
+    centreOnScreen(*_mainwindow);
     _mainwindow->show();
     _mainwindow->raise();
     _mainwindow->activateWindow();

@@ -29,34 +29,38 @@ struct ResultRow {
     std::string_view name;
     std::string_view titleKey;
     std::string_view messageKey;
+    std::string_view adviceKey;
     NextStep next; // if no firmware byte was sent
 };
 constexpr std::array<ResultRow, 12> kResults = {{
-    {result::kSuccess, "updated", textkey::kNormalEndTitle, "", NextStep::none},
-    {result::kNotApplicable, "nothing-to-update", textkey::kNoUpdateEndTitle, "", NextStep::none},
+    {result::kSuccess, "updated", textkey::kNormalEndTitle, "", "", NextStep::none},
+    {result::kNotApplicable, "nothing-to-update", textkey::kNoUpdateEndTitle, "", "",
+     NextStep::none},
     {result::kDeviceError, "device-error", textkey::kErrorDeviceErrorTitle,
-     textkey::kErrorDeviceErrorMes, NextStep::retry},
+     textkey::kErrorDeviceErrorMes, textkey::kErrorDeviceErrorNext, NextStep::retry},
     {result::kDamaged, "data-damaged", textkey::kErrorConnectErrorTitle,
-     textkey::kErrorConnectErrorMes, NextStep::retry},
+     textkey::kErrorConnectErrorMes, textkey::kErrorConnectErrorNext, NextStep::retry},
     {result::kBusy, "printer-busy", textkey::kErrorDeviceBusyTitle, textkey::kErrorDeviceBusyMes,
-     NextStep::retry},
+     textkey::kErrorDeviceBusyNext, NextStep::retry},
     {result::kFaxInUse, "fax-in-use", textkey::kErrorFaxTitle, textkey::kErrorFaxMes,
-     NextStep::retry},
+     textkey::kErrorFaxNext, NextStep::retry},
     {result::kBadReply, "bad-reply", textkey::kErrorOtherTitle, textkey::kErrorOtherMes,
-     NextStep::retry},
+     textkey::kErrorOtherNext, NextStep::retry},
     {result::kConnectionLost, "connection-lost", textkey::kErrorPoweredOffTitle,
-     textkey::kErrorPoweredOffMes, NextStep::retry},
+     textkey::kErrorPoweredOffMes, textkey::kErrorPoweredOffNext, NextStep::retry},
     {result::kOtherModel, "other-model", textkey::kErrorModelMismatchTitle,
-     textkey::kErrorModelMismatchMes, NextStep::chooseOtherPackage},
-    {result::kFirmwareUnreadable, "firmware-unreadable", textkey::kErrorFirmReadTitle,
-     textkey::kErrorFirmReadMes, NextStep::chooseOtherPackage},
-    {result::kSystem, "system-error", textkey::kErrorSystemTitle, textkey::kErrorSystemMes,
-     NextStep::retry},
-    {result::kTooOld, "too-old", textkey::kErrorCompatibleTitle, textkey::kErrorCompatibleMes,
+     textkey::kErrorModelMismatchMes, textkey::kErrorModelMismatchNext,
      NextStep::chooseOtherPackage},
+    {result::kFirmwareUnreadable, "firmware-unreadable", textkey::kErrorFirmReadTitle,
+     textkey::kErrorFirmReadMes, textkey::kErrorFirmReadNext, NextStep::chooseOtherPackage},
+    {result::kSystem, "system-error", textkey::kErrorSystemTitle, textkey::kErrorSystemMes,
+     textkey::kErrorSystemNext, NextStep::retry},
+    {result::kTooOld, "too-old", textkey::kErrorCompatibleTitle, textkey::kErrorCompatibleMes,
+     textkey::kErrorCompatibleNext, NextStep::chooseOtherPackage},
 }};
-constexpr ResultRow kOther = {result::kMissingArgument, "other-error", textkey::kErrorOtherTitle,
-                              textkey::kErrorOtherMes, NextStep::retry};
+constexpr ResultRow kOther = {result::kMissingArgument,  "other-error",
+                              textkey::kErrorOtherTitle, textkey::kErrorOtherMes,
+                              textkey::kErrorOtherNext,  NextStep::retry};
 
 const ResultRow& rowOf(int code)
 {
@@ -161,6 +165,12 @@ ResultText resultText(int code, bool automaticEnd)
                 automaticEnd ? textkey::kNoUpdateEndAutoMes : textkey::kNoUpdateEndManualMes,
                 false};
     return {row.titleKey, row.messageKey, true};
+}
+
+std::string_view adviceKey(int code, bool bytesWentOut)
+{
+    return nextStep(code, bytesWentOut) == NextStep::checkPrinter ? textkey::kErrorBytesSent
+                                                                  : rowOf(code).adviceKey;
 }
 
 std::string_view resultName(int code)

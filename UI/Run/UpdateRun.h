@@ -45,6 +45,9 @@ struct ResultText {
 // update mode without a user's help.
 ResultText resultText(int code, bool automaticEnd);
 
+// The key of the user's next step; empty if the message says it. bytesWentOut as for nextStep.
+std::string_view adviceKey(int code, bool bytesWentOut);
+
 // Names in machine-readable output and in logs; they never change once released.
 std::string_view resultName(int code);
 const char* stateName(update_state state);

@@ -89,7 +89,7 @@ constexpr const char* kStateWriteUpdate = "State_WriteUpdate";
 constexpr const char* kStateWriteUpdatePlural = "State_WriteUpdate_Plural"; // (number) firmware
 constexpr const char* kStateUpdated = "State_Updated";
 
-// Ends of a run.
+// Ends of a run: verdict, reason, and the next step if no firmware was sent.
 constexpr const char* kNormalEndTitle = "NormalEndTitle";
 constexpr const char* kNormalEndAutoMes = "NormalEnd_AutoMes";
 constexpr const char* kNormalEndManualMes = "NormalEnd_ManualMes";
@@ -98,31 +98,42 @@ constexpr const char* kNoUpdateEndAutoMes = "NoUpdateEnd_AutoMes";
 constexpr const char* kNoUpdateEndManualMes = "NoUpdateEnd_ManualMes";
 constexpr const char* kErrorDeviceErrorTitle = "Error_DeviceErrorTitle";
 constexpr const char* kErrorDeviceErrorMes = "Error_DeviceErrorMes";
+constexpr const char* kErrorDeviceErrorNext = "Error_DeviceErrorNext";
 constexpr const char* kErrorConnectErrorTitle = "Error_ConnectErrorTitle";
 constexpr const char* kErrorConnectErrorMes = "Error_ConnectErrorMes";
+constexpr const char* kErrorConnectErrorNext = "Error_ConnectErrorNext";
 constexpr const char* kErrorDeviceBusyTitle = "Error_DeviceBusyTitle";
 constexpr const char* kErrorDeviceBusyMes = "Error_DeviceBusyMes";
+constexpr const char* kErrorDeviceBusyNext = "Error_DeviceBusyNext";
 constexpr const char* kErrorFaxTitle = "Error_FaxTitle";
 constexpr const char* kErrorFaxMes = "Error_FaxMes";
+constexpr const char* kErrorFaxNext = "Error_FaxNext";
 constexpr const char* kErrorPoweredOffTitle = "Error_PoweredOffTitle";
 constexpr const char* kErrorPoweredOffMes = "Error_PoweredOffMes";
+constexpr const char* kErrorPoweredOffNext = "Error_PoweredOffNext";
 constexpr const char* kErrorModelMismatchTitle = "Error_ModelMismatchTitle";
 constexpr const char* kErrorModelMismatchMes = "Error_ModelMismatchMes";
+constexpr const char* kErrorModelMismatchNext = "Error_ModelMismatchNext";
 constexpr const char* kErrorFirmReadTitle = "Error_FirmReadTitle";
 constexpr const char* kErrorFirmReadMes = "Error_FirmReadMes";
+constexpr const char* kErrorFirmReadNext = "Error_FirmReadNext";
 constexpr const char* kErrorSystemTitle = "Error_SystemTitle";
 constexpr const char* kErrorSystemMes = "Error_SystemMes";
+constexpr const char* kErrorSystemNext = "Error_SystemNext";
 constexpr const char* kErrorCompatibleTitle = "Error_CompatibleTitle";
 constexpr const char* kErrorCompatibleMes = "Error_CompatibleMes";
+constexpr const char* kErrorCompatibleNext = "Error_CompatibleNext";
 constexpr const char* kErrorOtherTitle = "Error_OtherTitle";
 constexpr const char* kErrorOtherMes = "Error_OtherMes";
-constexpr const char* kErrorBytesSent = "Error_BytesSent"; // unless all of them are confirmed
+constexpr const char* kErrorOtherNext = "Error_OtherNext";
+constexpr const char* kErrorBytesSent = "Error_BytesSent"; // the next step, unless all are confirmed
 constexpr const char* kResultConfirmed = "Result_Confirmed"; // (text) the firmware's name
 constexpr const char* kResultSent = "Result_Sent"; // (text) as above; not confirmed
 constexpr const char* kResultPartly = "Result_Partly"; // (text) as above
 constexpr const char* kResultNothingSent = "Result_NothingSent"; // after an error
 
 // Details under an alert.
+constexpr const char* kDetailsButton = "Details_Button"; // opens them
 constexpr const char* kDetailsPrinter = "Details_Printer"; // (text) the printer's name or address
 constexpr const char* kDetailsPackage = "Details_Package"; // (text) the package's folder
 constexpr const char* kDetailsResult = "Details_Result"; // (text) the result's name

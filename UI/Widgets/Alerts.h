@@ -15,15 +15,19 @@ enum class AlertReturn {
     pressesAlternate, // for a question whose yes cannot be undone
 };
 
+// Its texts in the order of reading: title, remarks, message, advice, details.
 struct Alert {
     std::string title;
     std::string message;
-    std::string details; // technical details, shown below the message; often empty
+    std::string details; // technical details; often empty
     AlertStyle style = AlertStyle::informational;
     std::string defaultButton;
-    std::string alternateButton; // empty: there is only one button
+    std::string alternateButton; // empty: it is a message, not a question
     AlertReturn returnKey = AlertReturn::pressesDefault;
-    std::string remarks; // what belongs to the message in this case; between it and the details
+    std::string remarks; // the facts of this case
+    std::string advice; // the user's next step
+    std::string detailsButton; // opens the details; empty: they are always shown
+    std::string extraButton; // of a message; empty: there is none
 
     bool operator==(const Alert&) const = default;
 };
@@ -32,6 +36,7 @@ namespace alert {
 constexpr int kDefault = 1;
 constexpr int kAlternate = 0;
 constexpr int kOther = -1; // neither button: Escape, or the window was closed
+constexpr int kExtra = 2;
 } // namespace alert
 
 class Alerts {
@@ -41,6 +46,6 @@ public:
     Alerts(const Alerts&) = delete;
     Alerts& operator=(const Alerts&) = delete;
 
-    // Shows the alert and waits; returns one of the three answers above.
+    // Shows the alert and waits; returns one of the four answers above.
     virtual int run(const Alert& alert) = 0;
 };

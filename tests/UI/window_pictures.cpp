@@ -1,8 +1,12 @@
 // Draws every page in several languages, light and dark, for people to look at:
 // window_pictures FOLDER [WIDTHxHEIGHT]. QT_SCALE_FACTOR sets the scale.
+#include "UI/Pages/ResultMessage.h"
+#include "UI/Widgets/AlertBox.h"
+#include "VYM/ProtocolResult.h"
 #include "tests/UI/Wizard.h"
 
 #include <QApplication>
+#include <QPushButton>
 #include <QStyleFactory>
 #include <QTranslator>
 #include <cstdio>
@@ -75,6 +79,31 @@ void drawDriverOnly(const Run& run)
     draw(run, wizard, "9-update", "_updateWindow");
 }
 
+// The result of a run that ended in the middle, with its details folded and open.
+void drawResult(const Run& run)
+{
+    ResultFacts facts;
+    facts.sent = {{"Main controller (1/2)", true, true}, {"Print engine (2/2)", false, false}};
+    facts.printer = *PrinterInfo::initWithPrinterName("Second floor", "", "net:192.0.2.18");
+    facts.packageFolder = "/home/user/Downloads/firmware";
+    facts.log = "/home/user/.local/state/vymkit/run-2026-01-01-120000.log";
+    AlertBox box(resultMessage(result::kConnectionLost, false, facts), nullptr);
+    const auto keep = [&](const char* place) {
+        QTest::qWait(20);
+        const auto file =
+            QStringLiteral("%1/%2-%3.png").arg(run.folder, run.name, QLatin1String(place));
+        if (!box.grab().save(file))
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
+    };
+    box.show();
+    keep("10-result");
+    for (auto* button : box.findChildren<QPushButton*>()) {
+        if (button->isCheckable())
+            button->click();
+    }
+    keep("11-details");
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -104,6 +133,7 @@ int main(int argc, char** argv)
                           size.size() == 2 ? QSize(size[0].toInt(), size[1].toInt()) : QSize()};
             drawPages(run);
             drawDriverOnly(run);
+            drawResult(run);
         }
     }
     return 0;

@@ -1,6 +1,10 @@
 // The window that takes the wizard's place during a run.
 #include "tests/UI/WizardRun.h"
 
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -56,6 +60,46 @@ TEST_F(ProgressWindows, TheWindowIsWideEnoughForItsWidestLineFromTheStartOn)
     const auto& attention = wizard.find<QLabel>("_attentionCmtTxt");
     EXPECT_GE(attention.height(), attention.heightForWidth(attention.width()));
 }
+
+// As little room as on 800 x 480 at 150 % with a usual font, or with 24 points on 1280 x 800.
+TEST_F(ProgressWindows, TheWindowFitsOnASmallScreenAndKeepsProgressAndReasonOnIt)
+{
+    const auto usual = QApplication::font();
+    auto large = usual;
+    large.setPointSizeF(26);
+    QApplication::setFont(large);
+    const Language english("en");
+    begin();
+    auto& window = wizard.window("_updateWindow");
+    look(state_writing, 1, 2);
+    window.close(); // refused
+    QTest::qWait(1);
+    EXPECT_TRUE(window.screen()->availableGeometry().contains(window.geometry()));
+    const auto place = [](const QWidget& widget) {
+        return QRect(widget.mapToGlobal(QPoint()), widget.size());
+    };
+    const auto& area = wizard.find<QScrollArea>("updateTextsArea");
+    EXPECT_GT(area.verticalScrollBar()->maximum(), 0);
+    for (const auto* name : {"_progressCmtTxt", "_firmwareNameTxt", "_updatePrg"}) {
+        EXPECT_TRUE(place(window).contains(place(wizard.find(name)))) << name;
+        EXPECT_FALSE(place(area).intersects(place(wizard.find(name)))) << name;
+    }
+    EXPECT_TRUE(place(area).contains(place(wizard.find("_closeRefusedTxt"))));
+    QApplication::setFont(usual);
+}
+
+TEST_F(ProgressWindows, TheWindowFitsAgainAfterTheFontHasChanged)
+{
+    const Language english("en");
+    begin();
+    const auto usual = QApplication::font();
+    auto large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 1.3);
+    QApplication::setFont(large);
+    expectNothingCut(wizard.window("_updateWindow"));
+    QApplication::setFont(usual);
+}
+
 class ProgressWindowIn : public ProgressWindows,
                          public ::testing::WithParamInterface<const char*> { };
 

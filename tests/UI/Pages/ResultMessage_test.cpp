@@ -82,21 +82,31 @@ TEST_F(ResultMessages, SayWhatWasSentAndConfirmedAndOnlyWhatApplies)
         int code;
         std::vector<SentFirmware> sent;
         const char* remarks;
+        const char* advice;
     } rows[] = {
-        {"all is well", 1, {confirmed}, "Result_Confirmed"},
-        {"nothing to do", -11, {}, ""},
-        {"an error before anything went out", -6, {}, "Result_NothingSent"},
-        {"an error after all was confirmed", -12, {confirmed}, "Result_Confirmed"},
+        {"all is well", 1, {confirmed}, "Result_Confirmed", ""},
+        {"sent without a word from the printer", 1, {sent}, "Result_Sent", ""},
+        {"nothing to do", -11, {}, "", ""},
+        {"nothing went out", -6, {}, "Result_NothingSent", "Error_PoweredOffNext"},
+        {"an error after all was confirmed",
+         -12,
+         {confirmed},
+         "Result_Confirmed",
+         "Error_CompatibleNext"},
         {"an error in the middle",
          -6,
          {confirmed, partly},
-         "Result_Confirmed\nResult_Partly\n\nError_BytesSent"},
-        {"no word from the printer", -6, {sent}, "Result_Sent\n\nError_BytesSent"},
+         "Result_Confirmed\nResult_Partly",
+         "Error_BytesSent"},
+        {"no word from the printer", -6, {sent}, "Result_Sent", "Error_BytesSent"},
     };
     for (const auto& row : rows) {
         ResultFacts facts;
         facts.sent = row.sent;
-        EXPECT_EQ(resultMessage(row.code, false, facts).remarks, row.remarks) << row.why;
+        const auto told = resultMessage(row.code, false, facts);
+        EXPECT_EQ(told.remarks, row.remarks) << row.why;
+        EXPECT_EQ(told.advice, row.advice) << row.why;
+        EXPECT_EQ(told.detailsButton, "Details_Button") << row.why;
     }
 }
 

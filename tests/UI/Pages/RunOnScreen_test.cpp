@@ -214,7 +214,6 @@ TEST_F(RunOnScreens, TheEndStopsTheTimerThenTheWorkerThenAsks)
     const auto* timer = wizard.controller->findChild<QTimer*>();
     EXPECT_TRUE(timer == nullptr || !timer->isActive());
     EXPECT_EQ(message().title, "NoUpdateEndTitle");
-    EXPECT_EQ(message().details, "");
 }
 
 TEST_F(RunOnScreens, FailuresHaveDetailsForTechnicalHelp)

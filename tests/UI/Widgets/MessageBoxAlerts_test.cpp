@@ -11,11 +11,28 @@
 
 namespace {
 
-const Alert kMessage = {
-    "It is done", "Switch the printer off and on.", "", AlertStyle::informational, "OK",
-    "",           AlertReturn::pressesDefault,      ""};
-const Alert kQuestion = {"Really?", "Think about it.",           "", AlertStyle::critical, "YES",
-                         "NO",      AlertReturn::pressesDefault, ""};
+Alert message()
+{
+    Alert told;
+    told.title = "It is done";
+    told.message = "Switch the printer off and on.";
+    told.defaultButton = "OK";
+    return told;
+}
+
+Alert question()
+{
+    Alert asked;
+    asked.title = "Really?";
+    asked.message = "Think about it.";
+    asked.style = AlertStyle::critical;
+    asked.defaultButton = "YES";
+    asked.alternateButton = "NO";
+    return asked;
+}
+
+const Alert kMessage = message();
+const Alert kQuestion = question();
 
 // Shows an alert and acts on its box once that is open.
 int answer(const Alert& asked, const std::function<void(QMessageBox&)>& act)
@@ -96,13 +113,6 @@ TEST(MessageBoxAlerts, ShowsTitleMessageDetailsAndStyle)
     answer(kQuestion, [](auto& box) {
         EXPECT_EQ(box.icon(), QMessageBox::Warning);
         EXPECT_EQ(box.buttons().size(), 2);
-        box.close();
-    });
-    asked.remarks = "Nothing was sent.";
-    answer(asked, [](auto& box) {
-        EXPECT_EQ(box.informativeText(),
-                  "Switch the printer off and on.\n\nNothing was sent.\n\n"
-                  "the container ends early");
         box.close();
     });
     asked.style = AlertStyle::critical;
