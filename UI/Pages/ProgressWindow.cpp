@@ -135,12 +135,13 @@ void ProgressWindow::fitWindow()
     const int width = std::min(std::max(wanted, layout->totalMinimumSize().width()), room.width());
     m_texts->setFixedHeight(0);
     const int below = layout->totalHeightForWidth(width);
-    m_texts->setMinimumHeight(_updateWindow->fontMetrics().height());
-    m_texts->setMaximumHeight(QWIDGETSIZE_MAX);
     texts->activate(); // also the layouts inside
     const int bar = _updateWindow->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    const int height = below + texts->totalHeightForWidth(width - 2 * margin() - bar);
-    _updateWindow->resize(QSize(width, height).expandedTo(_updateWindow->size()).boundedTo(room));
+    const int wholeTexts = texts->totalHeightForWidth(width - 2 * margin() - bar);
+    m_texts->setMinimumHeight(std::min(wholeTexts, room.height() - below));
+    m_texts->setMaximumHeight(QWIDGETSIZE_MAX);
+    const QSize fitting(width, below + wholeTexts);
+    _updateWindow->resize(fitting.expandedTo(_updateWindow->size()).boundedTo(room));
     if (_updateWindow->isVisible())
         keepOnScreen(*_updateWindow);
 }

@@ -108,6 +108,7 @@ TEST_P(ProgressWindowIn, CutsNoTextOff)
     const Language table(GetParam());
     begin();
     expectNothingCut(wizard.window("_updateWindow"));
+    EXPECT_EQ(wizard.find<QScrollArea>("updateTextsArea").verticalScrollBar()->maximum(), 0);
     look(state_writing, 1, 2);
     wizard.window("_updateWindow").close(); // refused, with the reason
     EXPECT_TRUE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
