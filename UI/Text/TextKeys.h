@@ -126,8 +126,7 @@ constexpr const char* kErrorCompatibleNext = "Error_CompatibleNext";
 constexpr const char* kErrorOtherTitle = "Error_OtherTitle";
 constexpr const char* kErrorOtherMes = "Error_OtherMes";
 constexpr const char* kErrorOtherNext = "Error_OtherNext";
-constexpr const char* kErrorBytesSent =
-    "Error_BytesSent"; // the next step, unless all are confirmed
+constexpr const char* kErrorBytesSent = "Error_BytesSent"; // unless all of them are confirmed
 constexpr const char* kResultConfirmed = "Result_Confirmed"; // (text) the firmware's name
 constexpr const char* kResultSent = "Result_Sent"; // (text) as above; not confirmed
 constexpr const char* kResultPartly = "Result_Partly"; // (text) as above
