@@ -51,7 +51,8 @@ CELLS = {
         "package": "(no printer yet)", "connect": SIMULATION, "enter": SIMULATION,
         "identify": SIMULATION, "transfer": SIMULATION, "last block": SIMULATION,
         "writing": SIMULATION, "leave": SIMULATION,
-        "afterwards": "PrinterThatIsPulledOutAndComesBack.IsUpdatedByTheNextRunAtOnce"},
+        "afterwards": ["PrinterThatIsPulledOutAndComesBack.IsUpdatedByTheNextRunAtOnce",
+                       "RestartingPrinter.GetsItsVerdictInJson"]},
     "host killed": {
         "package": "(nothing has begun)", "connect": "(nothing has begun)",
         "transfer": ["Update.LeavesALogThatSaysHowFarItCameWhenItIsKilled",

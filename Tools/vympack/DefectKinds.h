@@ -108,10 +108,9 @@ inline constexpr DefectKind kUnprintableText{
 inline constexpr DefectKind kBadYesNo{
     "bad-yes-no", Severity::error,
     "an update ends with an error (19) where it needs the answer; other answers count as no"};
-inline constexpr DefectKind kBadNumber{
-    "bad-number", Severity::error,
-    "vymkit-cli refuses a package with another port (66), and reads digits up to the first other"
-    " sign as the time: a text counts as 0"};
+inline constexpr DefectKind kBadNumber{"bad-number", Severity::error,
+                                       "vymkit-cli refuses a package with another port (66), and "
+                                       "reads a time as far as it is a number"};
 inline constexpr DefectKind kNoUpdateTime{
     "no-update-time", Severity::error,
     "vymkit-cli update and check end before any firmware is sent"};

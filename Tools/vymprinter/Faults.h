@@ -48,6 +48,8 @@ enum class FaultKind {
     hugeLine,
     busyForever,
     statusOver100,
+    oldVersion,
+    gone,
     drip,
     haltOut,
     haltIn,

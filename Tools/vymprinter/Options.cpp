@@ -15,6 +15,8 @@ constexpr std::uint32_t kMostPrinters = 1000;
 constexpr std::uint64_t kFastestWrite = 1'000'000'000'000; // keeps rate times time within 64 bits
 constexpr int kLargestWindow = 64 << 20;
 constexpr std::int64_t kLongestDelay = 3'600'000; // an hour
+constexpr double kLongestRestart = 3600; // seconds: an hour, too
+constexpr double kMillisPerSecond = 1000;
 constexpr std::size_t kLongestTargetInfo = 16U << 20;
 constexpr std::size_t kLongestSession = 64U << 20; // of text: enough for images of 30 MB
 
@@ -46,6 +48,8 @@ struct Raw {
     std::string replies; // empty: "every" over TCP, "tenths" over USB
     std::int64_t replyDelay = 0;
     std::int64_t pieceTime = 0;
+    double restart = -1; // seconds; below 0: not at all
+    std::vector<std::string> updated;
     std::string store;
     std::vector<std::string> faults;
     std::string recording;
@@ -103,6 +107,16 @@ void addPrinterOptions(CLI::App& app, Raw& raw, PrinterModel& model)
                    "it and reads on")
         ->check(CLI::Range(std::int64_t{0}, kLongestDelay))
         ->capture_default_str();
+    app.add_option("--restart", raw.restart,
+                   "Seconds for which it is away after an update, before it is back with the "
+                   "versions of --updated (over TCP)")
+        ->check(CLI::Range(0.0, kLongestRestart))
+        ->type_name("SECONDS")
+        ->default_str("stays");
+    app.add_option("--updated", raw.updated,
+                   "Firmware that the printer has after its restart (MAIN=01.01)")
+        ->type_name("NAME=VERSION")
+        ->allow_extra_args(false);
     app.add_option("--block-size", model.blockSize,
                    "Longest block in which it hands out TargetInfo.txt, with its head")
         ->check(CLI::Range(kSmallestBlock, kFirstReplyLimit))
@@ -159,12 +173,12 @@ void addSessionOptions(CLI::App& app, Raw& raw)
         ->type_name("ADDRESS[:PORT]");
 }
 
-FirmwareVersion readFirmware(const std::string& text)
+FirmwareVersion readFirmware(const std::string& text, const char* option)
 {
     const auto equals = text.find('=');
     const bool blank = text.find_first_of(" \t\r\n\"") != text.npos;
     if (blank || equals == 0 || equals >= text.size() - 1)
-        throw CLI::ValidationError("--firmware",
+        throw CLI::ValidationError(option,
                                    "'" + text + "' is not NAME=VERSION without blanks and quotes");
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
@@ -242,6 +256,24 @@ Fault readFault(const std::string& spec, bool onUsb)
     return std::move(*parsed.fault);
 }
 
+void readRestart(const Raw& raw, bool onUsb, Options& options)
+{
+    const bool restarts = raw.restart >= 0;
+    if (restarts && onUsb)
+        throw CLI::ValidationError("--restart", "works over TCP only");
+    if (!restarts && !raw.updated.empty())
+        throw CLI::ValidationError("--updated", "needs --restart SECONDS");
+    for (const auto& fault : options.faults) {
+        if (!restarts && (fault.kind == FaultKind::oldVersion || fault.kind == FaultKind::gone))
+            throw CLI::ValidationError(
+                "--fault", "'" + std::string(faultName(fault.kind)) + "' needs --restart SECONDS");
+    }
+    if (restarts)
+        options.model.restart = Millis(static_cast<std::int64_t>(raw.restart * kMillisPerSecond));
+    for (const auto& text : raw.updated)
+        options.model.updated.push_back(readFirmware(text, "--updated"));
+}
+
 void putTogether(const Raw& raw, Options& options)
 {
     auto& model = options.model;
@@ -257,9 +289,10 @@ void putTogether(const Raw& raw, Options& options)
     if (!raw.firmware.empty())
         model.firmware.clear();
     for (const auto& text : raw.firmware)
-        model.firmware.push_back(readFirmware(text));
+        model.firmware.push_back(readFirmware(text, "--firmware"));
     for (const auto& spec : raw.faults)
         options.faults.push_back(readFault(spec, onUsb));
+    readRestart(raw, onUsb, options);
     const auto* const replies = repliesWord(raw.replies);
     model.replies = replies != nullptr ? replies->replies
         : onUsb                        ? Replies::tenths

@@ -40,6 +40,19 @@ std::string quoted(const std::string& value)
 
 } // namespace
 
+void installUpdate(PrinterModel& model)
+{
+    for (const auto& update : model.updated) {
+        const auto installed =
+            std::find_if(model.firmware.begin(), model.firmware.end(),
+                         [&](const auto& each) { return each.name == update.name; });
+        if (installed != model.firmware.end())
+            installed->version = update.version;
+        else
+            model.firmware.push_back(update);
+    }
+}
+
 std::string targetInfoText(const PrinterModel& model)
 {
     if (model.targetInfo)

@@ -43,9 +43,13 @@ struct PrinterModel {
     Millis pieceTime{0}; // for which it works on each packet with firmware, without reading
     std::uint32_t blockSize = kFirstReplyLimit;
     std::uint64_t writeRate = 0; // bytes per second; 0 writes at once
+    std::optional<Millis> restart; // how long it is away after an update; empty: it stays
+    std::vector<FirmwareVersion> updated; // what it has after that restart, besides the rest
     std::optional<std::string> targetInfo; // served instead of the generated text
 };
 
+// Gives the printer the versions of its update. A target info that was given stays as it is.
+void installUpdate(PrinterModel& model);
 // The printer's TargetInfo.txt: the given text, or one made from the model.
 [[nodiscard]] std::string targetInfoText(const PrinterModel& model);
 // The longest packet that an updater may send after reading that text.

@@ -236,6 +236,19 @@ void PrinterSession::exit(const Request& request, const FaultSet& faults, Millis
 {
     leaveDownloadMode();
     answer(request, {}, faults, now);
+    if (m_printer.model.restart && m_download.finished())
+        restart(faults, now);
+}
+
+// Goes away once its answer has left. The carrier turns connections away until the printer is back.
+void PrinterSession::restart(const FaultSet& faults, Millis now)
+{
+    const bool isGone = faults.has(FaultKind::gone);
+    m_printer.backAt = isGone ? Millis::max() : now + *m_printer.model.restart;
+    if (!faults.has(FaultKind::oldVersion))
+        installUpdate(m_printer.model);
+    remark("restarts the printer" + (faults.none() ? std::string() : "; fault " + faults.names()));
+    end(LinkEnd::close, now);
 }
 
 // The number of bytes of the last received firmware that the printer has written.

@@ -27,6 +27,7 @@ struct Printer {
     std::uint64_t faultyConnections = 0; // faults strike these first ones; 0: all
     std::uint64_t connections = 0; // ever made
     const PrinterSession* downloading = nullptr; // the session that is in download mode
+    std::optional<Millis> backAt{}; // it is restarting until then; Millis::max(): for ever
     SessionRecorder* recorder = nullptr; // of the first connection, if requested
 };
 
@@ -74,6 +75,7 @@ private:
     [[nodiscard]] std::uint32_t writtenBy(Millis now) const;
     [[nodiscard]] bool inDownloadMode() const { return m_printer.downloading == this; }
     void leaveDownloadMode();
+    void restart(const FaultSet& faults, Millis now);
     // Performs close, reset and stall; returns whether one of them struck.
     bool breakOff(const FaultSet& faults, Millis now);
     void end(LinkEnd how, Millis now);

@@ -114,7 +114,8 @@ int serveTcp(const Options& options, int stop)
         if (!error.empty())
             return fail(error);
         lines += "listening on " + name + '\n';
-        server.add(std::move(listening), printerOf(options, *stores.back(), recording));
+        server.add(std::move(listening), printerOf(options, *stores.back(), recording),
+                   options.window);
     }
     std::cout << lines << std::flush;
     server.run(stop, options.sessions);

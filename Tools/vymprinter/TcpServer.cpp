@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::size_t kMostConnections = 4096; // far more than one test needs
 constexpr Millis kAcceptPause{100}; // after the system ran out of descriptors
+constexpr Millis kListenPause{1000}; // after another program took a restarting printer's address
 constexpr Millis kLongestWait{60000};
 
 Millis sinceStart(std::chrono::steady_clock::time_point start)
@@ -19,9 +20,10 @@ Millis sinceStart(std::chrono::steady_clock::time_point start)
 
 } // namespace
 
-void TcpServer::add(Listening listening, Printer printer)
+void TcpServer::add(Listening listening, Printer printer, int window)
 {
-    m_desks.push_back({std::move(listening.socket), std::make_unique<Printer>(std::move(printer))});
+    m_desks.push_back({std::move(listening.socket), listening.endpoint, window,
+                       std::make_unique<Printer>(std::move(printer))});
 }
 
 void TcpServer::run(int stop, std::uint64_t sessions)
@@ -59,6 +61,8 @@ int TcpServer::waitTime(Millis now) const
     auto until = now + kLongestWait;
     if (m_acceptAgain != Millis(0))
         until = std::min(until, m_acceptAgain);
+    for (const auto& desk : m_desks)
+        until = std::min(until, desk.printer->backAt.value_or(until));
     for (const auto& connection : m_connections)
         until = std::min(until, connection.nextDue().value_or(until));
     return static_cast<int>(std::max(until - now, Millis(0)).count());
@@ -72,8 +76,26 @@ void TcpServer::serveRound(const std::vector<pollfd>& ready, Millis now)
     for (auto& connection : m_connections)
         connection.serve((entry++)->revents, now);
     for (std::size_t i = 0; i < m_desks.size(); ++i)
-        if ((ready[1 + i].revents & POLLIN) != 0)
+        if ((ready[1 + i].revents & POLLIN) != 0 && !m_desks[i].printer->backAt)
             accept(m_desks[i], now);
+    for (auto& desk : m_desks)
+        switchOffOrOn(desk, now);
+}
+
+// A restarting printer refuses connections; one that is back listens where it listened before.
+void TcpServer::switchOffOrOn(Desk& desk, Millis now)
+{
+    auto& backAt = desk.printer->backAt;
+    if (!backAt)
+        return;
+    if (*backAt > now) {
+        desk.socket = FileHandle();
+        return;
+    }
+    auto listening = listenOn(desk.endpoint, desk.window);
+    desk.socket = std::move(listening.socket);
+    backAt = listening.error.empty() ? std::nullopt : std::optional(now + kListenPause);
+    desk.printer->record.remark(listening.error.empty() ? "printer is back" : listening.error);
 }
 
 void TcpServer::accept(Desk& desk, Millis now)

@@ -16,15 +16,18 @@ namespace vymprinter {
 
 class TcpServer {
 public:
-    // Adds a printer that answers on a listening socket.
-    void add(Listening listening, Printer printer);
+    // Adds a printer that answers on a listening socket; window: as in listenOn, for the socket
+    // after a restart.
+    void add(Listening listening, Printer printer, int window = 0);
     // Serves until `stop` becomes readable, or until that many connections have ended (0: no
     // limit).
     void run(int stop, std::uint64_t sessions = 0);
 
 private:
     struct Desk {
-        FileHandle socket;
+        FileHandle socket; // invalid while the printer restarts
+        Endpoint endpoint;
+        int window = 0;
         std::unique_ptr<Printer> printer; // sessions keep a reference
     };
 
@@ -32,6 +35,7 @@ private:
     [[nodiscard]] int waitTime(Millis now) const;
     void serveRound(const std::vector<pollfd>& ready, Millis now);
     void accept(Desk& desk, Millis now);
+    static void switchOffOrOn(Desk& desk, Millis now);
     [[nodiscard]] std::uint64_t dropEnded();
 
     std::vector<Desk> m_desks;

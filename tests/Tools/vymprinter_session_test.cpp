@@ -199,6 +199,43 @@ TEST(VymprinterSession, WritingTakesItsTime)
     EXPECT_EQ(desk.send(requests::shortQuery()), encodeStatusReply(128, 50, 50));
 }
 
+// A printer that restarts for a second, and then has the version 01.01.
+PrinterModel restarting()
+{
+    PrinterModel model;
+    model.restart = Millis(1000);
+    model.updated = {{"MAIN", "01.01"}};
+    return model;
+}
+
+TEST(VymprinterSession, RestartFollowsAnUpdateAndNothingElse)
+{
+    Desk checked(restarting());
+    checked.entered().send(requests::exit());
+    EXPECT_FALSE(checked.printer->backAt);
+    Desk updated(restarting());
+    updated.entered().send(requests::last(128, {}));
+    EXPECT_EQ(updated.send(requests::exit()), simple(0x5102, 128));
+    EXPECT_EQ(updated.printer->backAt, updated.now + Millis(1000));
+    EXPECT_EQ(updated.printer->model.firmware.front().version, "01.01");
+}
+
+TEST(VymprinterSession, RestartMayBringTheOldVersionsOrNeverEnd)
+{
+    const struct {
+        const char* fault;
+        const char* version;
+        Millis backAt;
+    } rows[] = {{"old-version", "01.00", Millis(2000)}, {"gone", "01.01", Millis::max()}};
+    for (const auto& row : rows) {
+        Desk desk(restarting(), {row.fault});
+        desk.entered().send(requests::last(128, {}));
+        desk.send(requests::exit());
+        EXPECT_EQ(desk.printer->backAt, row.backAt) << row.fault;
+        EXPECT_EQ(desk.printer->model.firmware.front().version, row.version) << row.fault;
+    }
+}
+
 TEST(VymprinterSession, QueryIsRefusedWhenNotSupported)
 {
     PrinterModel model;

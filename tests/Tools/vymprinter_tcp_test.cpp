@@ -186,6 +186,31 @@ TEST(VymprinterTcp, SecondUpdaterGetsBusyUntilTheFirstHangsUp)
     EXPECT_EQ(second.status(requests::enter()), 128);
 }
 
+TEST(VymprinterTcp, RestartingPrinterRefusesConnectionsAndIsBackAtItsAddress)
+{
+    PrinterModel model;
+    model.restart = Millis(200);
+    model.updated = {{"MAIN", "01.01"}};
+    const Desk desk(model);
+    {
+        Updater updater(desk.printer());
+        updater.ask(requests::enter());
+        updater.ask(requests::last(128, {}));
+        EXPECT_EQ(updater.ask(requests::exit()).size(), 12U);
+        EXPECT_EQ(updater.endedWith(), 0);
+    }
+    std::string installed;
+    int refused = -1;
+    for (const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+         installed.empty() && std::chrono::steady_clock::now() < end; ++refused) {
+        Updater updater(desk.printer());
+        if (updater.connected())
+            installed = targetInfo(updater);
+    }
+    EXPECT_THAT(installed, HasSubstr("VERSION MAIN=01.01"));
+    EXPECT_GT(refused, 0);
+}
+
 TEST(VymprinterTcp, RequestsRunTogetherAreAnsweredInOrder)
 {
     Desk desk;
