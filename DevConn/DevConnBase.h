@@ -18,6 +18,7 @@ struct LinkState {
         0; // bytes that have not reached the printer: it cannot have answered them
     bool arrived = false; // bytes from the printer, or the link's end, are there to be received
     bool closed = false; // the printer has ended its side, and everything that it sent was received
+    unsigned long held = 0; // of the unsent bytes, those for which the printer has no room yet
 };
 
 class DevConnBase {

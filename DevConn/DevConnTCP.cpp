@@ -87,6 +87,13 @@ bool lookUp(const std::string& host, sockaddr_in& address)
     return true;
 }
 
+// The bytes in one of the kernel's queues of a socket; 0 if it does not say.
+unsigned long bytesIn(int socket, unsigned long queue)
+{
+    int bytes = 0;
+    return ioctl(socket, queue, &bytes) == 0 && bytes > 0 ? static_cast<unsigned long>(bytes) : 0;
+}
+
 } // namespace
 
 DevConnTCP::DevConnTCP()
@@ -318,9 +325,7 @@ long DevConnTCP::Disconnect()
 
 unsigned long DevConnTCP::unsentBytes() const
 {
-    int bytes = 0;
-    return ioctl(m_socket, SIOCOUTQ, &bytes) == 0 && bytes > 0 ? static_cast<unsigned long>(bytes)
-                                                               : 0;
+    return bytesIn(m_socket, SIOCOUTQ);
 }
 
 LinkState DevConnTCP::LookAtLink()
@@ -329,7 +334,7 @@ LinkState DevConnTCP::LookAtLink()
     if (!m_connected)
         return {};
     const bool arrived = !m_peerClosed && waitFor(m_socket, POLLIN, 0) == Ready::yes;
-    return {unsentBytes(), arrived, m_peerClosed};
+    return {unsentBytes(), arrived, m_peerClosed, bytesIn(m_socket, SIOCOUTQNSD)};
 }
 
 // Closing a socket with unread bytes, or receiving bytes after the close, resets the connection,

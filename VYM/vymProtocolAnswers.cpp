@@ -83,8 +83,8 @@ int vymProtocol::hearNewest(Reply& reply)
 
 // Goes on waiting for an answer if sent bytes have not all left yet: as long as the printer takes
 // some of them, but no longer than the time-out if it takes none. kBadReply: no answer arrived.
-// wasBehind: some bytes had not left before the first wait; they may have left at its very end, so
-// the printer gets its whole time once more.
+// wasBehind: the printer had no room for some bytes before the first wait; they may have left at
+// its very end, so the printer gets its whole time once more.
 int vymProtocol::hearAnswer(Reply& reply, bool wasBehind)
 {
     auto state = link();

@@ -83,7 +83,7 @@ int vymProtocol::sendLastBlock(std::span<unsigned char> packet, Reply& reply)
 {
     if (const int heard = hearArrived(); heard != result::kSuccess)
         return heard;
-    const bool wasBehind = link().unsent != 0;
+    const bool wasBehind = link().held != 0;
     m_answers.sent(tickMilliseconds(), kWhole);
     const int code = exchangeOnce(packet, reply);
     return code == result::kSuccess ? hearAnswer(reply, wasBehind) : code;

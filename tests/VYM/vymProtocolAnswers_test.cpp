@@ -179,7 +179,8 @@ TEST_F(vymProtocolAnswers, WaitsOnceMoreIfTheLastBytesLeftDuringTheWait)
         bool lastIsOut = false;
         int waits = 0;
         m_script.linkStateIs([&] {
-            return LinkState{wasBehind && !lastIsOut ? 60UL : 0UL, false, false};
+            return LinkState{lastIsOut ? 0UL : 60UL, false, false,
+                             wasBehind && !lastIsOut ? 60UL : 0UL};
         });
         m_script.answerWith([&](const std::string& packet) {
             lastIsOut = lastIsOut || (!packet.empty() && view(packet).isClosing());

@@ -60,6 +60,7 @@ public:
     {
         return m_outQueue.size() + m_unacknowledged;
     }
+    [[nodiscard]] std::size_t waiting() const { return m_outQueue.size(); }
     void setSendBuffer(std::size_t bytes) { m_manners.sendBuffer = bytes; }
     void shutDown();
     void close();

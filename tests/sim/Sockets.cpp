@@ -179,11 +179,12 @@ int __wrap_ioctl(int descriptor, unsigned long request, ...)
     va_end(values);
     if (!isOurs(descriptor))
         return __real_ioctl(descriptor, request, argument);
-    if (request != SIOCOUTQ) {
+    if (request != SIOCOUTQ && request != SIOCOUTQNSD) {
         errno = EINVAL;
         return -1;
     }
-    *static_cast<int*>(argument) = static_cast<int>(g_link->unacknowledged());
+    *static_cast<int*>(argument) =
+        static_cast<int>(request == SIOCOUTQ ? g_link->unacknowledged() : g_link->waiting());
     return 0;
 }
 
