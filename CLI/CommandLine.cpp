@@ -99,10 +99,9 @@ std::string lookAtSystem(const PackageFacts& package, Workplace& place)
     return place.systemRemark;
 }
 
-Outcome runOnPackage(Workplace& place)
+OpenedPackage openedPackage(Workplace& place, StopCause& stop)
 {
     const auto& options = place.options;
-    auto stop = StopCause::none;
     PackageRequest request;
     request.path = options.package;
     request.trust.sha256 = options.sha256.value_or("");
@@ -113,9 +112,21 @@ Outcome runOnPackage(Workplace& place)
             stop = wake == Wake::signal ? StopCause::user : StopCause::deadline;
         return stop != StopCause::none;
     };
-    auto [package, problem, state] = openPackage(request);
+    return openPackage(request);
+}
+
+Outcome runOnPackage(Workplace& place)
+{
+    const auto& options = place.options;
+    auto stop = StopCause::none;
+    auto opened = openedPackage(place, stop);
+    auto& [package, problem, state] = opened;
     if (state == PackageState::stopped)
         return concludeReadingStopped(options.command, stop);
+    if (options.command == Command::doctor)
+        return runDoctor(opened, place);
+    if (options.command == Command::report)
+        return runReport(opened, place);
     if (!package.has_value()) {
         auto outcome = packageOutcome(options, problem);
         if (state == PackageState::notTrusted)
@@ -165,8 +176,6 @@ Outcome run(Workplace& place)
         place.session.setDeadline(*options.deadline);
     if (options.command == Command::history)
         return runHistory(options);
-    if (options.command == Command::doctor)
-        return runDoctor(place);
     return runOnPackage(place);
 }
 

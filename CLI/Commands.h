@@ -9,6 +9,7 @@
 #include "CLI/Terminal.h"
 #include "Platform/PrintServer.h"
 #include "UI/Run/RunTarget.h"
+#include "UI/Support/Doctor.h"
 #include "VYM/EntryChoice.h"
 
 // The environment of a command; the caller owns all of it.
@@ -35,7 +36,10 @@ struct Destination {
 
 Outcome runInfo(const PackageFacts& package);
 Outcome runHistory(const Options& options); // needs no package
-Outcome runDoctor(Workplace& place); // says what is wrong with the package, too
+// Both say what is wrong with the package, too.
+Outcome runDoctor(const OpenedPackage& opened, Workplace& place);
+Outcome runReport(const OpenedPackage& opened, Workplace& place);
+doctor::Request doctorRequest(const Workplace& place);
 Outcome runPrinters(Workplace& place);
 Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& destination);
 Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& destination);

@@ -1,7 +1,7 @@
 #include "CLI/Conclusion.h"
 
 #include "CLI/Messages.h"
-#include "CLI/UdevRule.h"
+#include "UI/Support/UdevRule.h"
 #include "UI/Text/PlainText.h"
 #include "VYM/ProtocolResult.h"
 

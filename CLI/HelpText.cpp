@@ -19,8 +19,9 @@ Commands:
   update               Update the printer's firmware.
   history [N]          List the updates of this computer, or show the log of the N-th.
   doctor               Say why an update would not work here, and what helps. Changes nothing.
+  report               Write down what a helper needs to know, with names and numbers masked.
 
-Which printer (check, update; exactly one of them; doctor: one at most):
+Which printer (check, update; exactly one of them; doctor, report: one at most):
       --printer NAME   A printer of the list, by its queue's identifier or by its name.
   -a, --address A      The printer's IPv4 address, or the name of its host.
       --uri PORT       The printer's port string: usb://..., lpd://... or net:...
@@ -45,6 +46,7 @@ Options, before or after the command:
   -q, --quiet          Show no progress.
   -v, --verbose        Write a line for each packet to the standard error output.
       --trace FILE     Write the same to FILE, with the bytes in hexadecimal.
+  -o, --output FILE    Write the report to FILE instead of the standard output (report).
       --no-color       Use no colours; so does a non-empty NO_COLOR in the environment.
   -h, --help           Show this page.
       --version        Show the program's version.

@@ -4,7 +4,7 @@
 #include "CLI/Report.h"
 #include "CLI/Tables.h"
 #include "CLI/Terminal.h"
-#include "CLI/UdevRule.h"
+#include "UI/Support/UdevRule.h"
 #include "UI/Text/TextKeys.h"
 
 #include <cmath>
@@ -20,7 +20,7 @@ const char* colourOf(Verdict verdict)
 {
     if (verdict == Verdict::updated || verdict == Verdict::updateAvailable
         || verdict == Verdict::nothingToUpdate || verdict == Verdict::listed
-        || verdict == Verdict::history || verdict == Verdict::ready)
+        || verdict == Verdict::history || verdict == Verdict::ready || verdict == Verdict::saved)
         return kGreen;
     return verdict == Verdict::stopped ? kYellow : kRed;
 }
@@ -192,6 +192,8 @@ std::string tableOf(const Outcome& outcome, std::size_t columns)
 {
     if (outcome.command == Command::doctor)
         return findingTable(outcome.findings);
+    if (outcome.command == Command::report)
+        return outcome.log;
     if (outcome.command == Command::history)
         return outcome.log.empty() ? historyTable(outcome.pastRuns, columns) : outcome.log;
     return outcome.printers ? printerTable(*outcome.printers, columns)

@@ -1,6 +1,6 @@
 #include "CLI/Output.h"
 #include "CLI/Report.h"
-#include "CLI/UdevRule.h"
+#include "UI/Support/UdevRule.h"
 
 #include <array>
 #include <cmath>
@@ -253,8 +253,9 @@ public:
         for (const auto& finding : outcome.findings)
             m_output.write(lineOf(findingToJson(finding)));
         if (!outcome.log.empty())
-            m_output.write(lineOf(
-                {{"type", "log"}, {"schema_version", kSchemaVersion}, {"text", outcome.log}}));
+            m_output.write(lineOf({{"type", outcome.command == Command::report ? "report" : "log"},
+                                   {"schema_version", kSchemaVersion},
+                                   {"text", outcome.log}}));
         m_output.write(lineOf(resultToJson(outcome)));
         m_output.drain();
     }

@@ -26,6 +26,8 @@ constexpr std::array kOptions = {
     OptionWord{"--key", true},
     OptionWord{"--trace", true},
     OptionWord{"--only", true},
+    OptionWord{"--output", true},
+    OptionWord{"-o", true},
     OptionWord{"--verify", true},
     OptionWord{"--sha256", true},
     OptionWord{"--key", true},

@@ -273,9 +273,20 @@ std::string updatedText(const FirmwareOutcome& outcome)
 
 std::string verdictWord(Verdict verdict)
 {
-    constexpr std::array kWords = {
-        "",        "Updated",     "Update available",  "Nothing to update", "Refused",    "Failed",
-        "Stopped", "Wrong usage", "No usable package", "Printers",          "No printer", "Runs",
-        "Ready",   "Obstacles"};
+    constexpr std::array kWords = {"",
+                                   "Updated",
+                                   "Update available",
+                                   "Nothing to update",
+                                   "Refused",
+                                   "Failed",
+                                   "Stopped",
+                                   "Wrong usage",
+                                   "No usable package",
+                                   "Printers",
+                                   "No printer",
+                                   "Runs",
+                                   "Ready",
+                                   "Obstacles",
+                                   "Saved"};
     return kWords.at(static_cast<std::size_t>(verdict));
 }

@@ -20,7 +20,7 @@ constexpr int kHighestPort = 65535;
 constexpr int kHighestRun = 1000000; // of the history: more than any folder of logs holds
 constexpr std::size_t kLongestHost = 253; // as the domain name system allows
 constexpr const char* kWhatToDo =
-    "Say what to do: info, printers, check, update, history or doctor.";
+    "Say what to do: info, printers, check, update, history, doctor or report.";
 
 struct Words {
     std::string address;
@@ -35,6 +35,7 @@ struct Words {
     std::string port;
     std::string trace;
     std::string run;
+    std::string output;
     bool help = false;
     bool version = false;
 };
@@ -49,6 +50,7 @@ void declare(CLI::App& app, Options& options, Words& words)
     app.add_subcommand("update");
     app.add_subcommand("printers");
     app.add_subcommand("doctor");
+    app.add_subcommand("report");
     app.add_subcommand("history")->add_option("run", words.run);
     app.add_option("-a,--address", words.address);
     app.add_option("--printer", words.printer);
@@ -59,6 +61,7 @@ void declare(CLI::App& app, Options& options, Words& words)
     app.add_option("--only", options.only)->allow_extra_args(false);
     app.add_flag("--skip-same", options.skipSame);
     app.add_option("--trace", words.trace);
+    app.add_option("-o,--output", words.output);
     app.add_option("--sha256", words.sha256);
     app.add_option("--key", words.key);
     app.add_option("--deadline", words.deadline);
@@ -91,6 +94,12 @@ bool asksAPrinter(Command command)
     return command == Command::check || command == Command::update;
 }
 
+// Those that may be about a printer, but need none.
+bool looksAround(Command command)
+{
+    return command == Command::doctor || command == Command::report;
+}
+
 std::string addressError(const std::string& address)
 {
     if (isPrinterAddress(address) || isHostName(address))
@@ -105,7 +114,7 @@ std::string targetError(const Options& options, const CLI::App& app)
 {
     const auto given = app.count("--address") + app.count("--printer") + app.count("--uri");
     const auto command = "'" + std::string(commandName(options.command)) + "'";
-    const bool mayName = asksAPrinter(options.command) || options.command == Command::doctor;
+    const bool mayName = asksAPrinter(options.command) || looksAround(options.command);
     if (!mayName && given != 0)
         return command + " is about no single printer: leave --address, --printer and --uri out.";
     if (asksAPrinter(options.command) && given == 0)
@@ -132,12 +141,14 @@ std::string strayError(const Options& options, const CLI::App& app)
         return belongsError("--yes", "'update'");
     if (options.all && command != Command::printers)
         return belongsError("--all", "'printers'");
+    if (options.output && command != Command::report)
+        return belongsError("--output", "'report'");
     for (const auto* option : {"--stall-limit", "--verify"}) {
         if (app.count(option) != 0 && command != Command::update)
             return belongsError(option, "'update'");
     }
     for (const auto* option : {"--port", "--trace", "--only", "--skip-same"}) {
-        const bool isPort = command == Command::doctor && option == std::string_view("--port");
+        const bool isPort = looksAround(command) && option == std::string_view("--port");
         if (app.count(option) != 0 && !asksAPrinter(command) && !isPort)
             return belongsError(option, "'check' and 'update'");
     }
@@ -171,8 +182,9 @@ std::string numberError(const Options& options, const CLI::App& app, const Words
 std::string trustError(const Options& options)
 {
     const bool opensPackage = options.command == Command::info || asksAPrinter(options.command);
-    if (!opensPackage && (options.sha256 || options.key))
-        return "--sha256 and --key belong to 'info', 'check' and 'update'.";
+    if (!opensPackage && (options.sha256 || (options.key && !looksAround(options.command))))
+        return "--sha256 and --key belong to 'info', 'check' and 'update', --key also to 'doctor' "
+               "and 'report'.";
     if (options.sha256 && !Sha256::fromHex(*options.sha256))
         return "'" + plainText(*options.sha256)
             + "' is not a SHA-256: give --sha256 the 64 hexadecimal digits that sha256sum prints.";
@@ -194,6 +206,8 @@ std::string usageErrorOf(const Options& options, const CLI::App& app, const Word
     }
     if (app.count("--trace") != 0 && words.trace.empty())
         return "--trace needs the name of a file.";
+    if (options.output && options.output->empty())
+        return "--output needs the name of a file.";
     return {};
 }
 
@@ -212,6 +226,8 @@ void take(Options& options, const CLI::App& app, const Words& words)
         options.traceFile = words.trace;
     options.port = parseNumber(words.port, kHighestPort);
     options.run = parseNumber(words.run, kHighestRun);
+    if (app.count("--output") != 0)
+        options.output = words.output;
     if (app.count("--sha256") != 0)
         options.sha256 = words.sha256;
     if (app.count("--key") != 0)
@@ -245,7 +261,7 @@ Options parsedOptions(int argc, const char* const* argv, const LineWords& line)
 const char* commandName(Command command)
 {
     constexpr std::array kNames = {"none",    "info",     "check",   "update", "help",
-                                   "version", "printers", "history", "doctor"};
+                                   "version", "printers", "history", "doctor", "report"};
     return kNames.at(static_cast<std::size_t>(command));
 }
 

@@ -21,10 +21,12 @@ enum class Command : std::uint8_t {
     printers,
     history,
     doctor,
+    report,
 };
 // Those that are words of the command line, in the order of the help page.
 inline constexpr std::array kCommands = {Command::info,   Command::printers, Command::check,
-                                         Command::update, Command::history,  Command::doctor};
+                                         Command::update, Command::history,  Command::doctor,
+                                         Command::report};
 const char* commandName(Command command);
 Command commandNamed(std::string_view word); // none for any other word
 
@@ -38,6 +40,7 @@ struct Options {
     std::optional<std::string> package; // a folder, or the package's file
     std::optional<int> port; // in place of the package's
     std::optional<std::string> traceFile;
+    std::optional<std::string> output; // the file of the report; empty: the standard output
     std::optional<std::size_t> run; // of the history, counted from 1, the newest
     std::optional<std::string> sha256; // that the package must have
     std::optional<std::string> key; // that the package must be signed with: a file or Base64

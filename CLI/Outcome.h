@@ -3,12 +3,12 @@
 // Owns:      its texts, by value; all are safe to show.
 // Invariant: the names of exit codes, decisions and reasons never change once released.
 #pragma once
-#include "CLI/Finding.h"
 #include "CLI/Options.h"
-#include "CLI/PrinterFacts.h"
 #include "UI/Package/PackageFacts.h"
 #include "UI/Run/RunHistory.h"
 #include "UI/Run/UpdateRun.h"
+#include "UI/Support/Finding.h"
+#include "UI/Support/PrinterFacts.h"
 #include "VYM/ModelDependCheckVer.h"
 
 #include <optional>
@@ -45,6 +45,7 @@ enum class Verdict : std::uint8_t {
     history, // past runs
     ready, // the doctor found no problem
     obstacles,
+    saved, // the report is in its file
 };
 
 enum class Decision : std::uint8_t { send, skip, refuse, undecided };
@@ -83,7 +84,7 @@ struct Outcome {
     std::optional<PackageFacts> package; // for the command that shows it
     std::optional<PrinterFacts> printers; // for the command that lists them
     std::vector<PastRun> pastRuns; // for the command that lists them, or shows one
-    std::string log; // the text of that one
+    std::string log; // the text of that one; or the report that is shown
     bool notPermitted = false; // there is a USB printer that this user may not open
     std::string warning; // for the whole run: the package is not for this system
     std::string verification; // a stable name; empty where none was wanted or possible

@@ -1,6 +1,6 @@
 #include "CLI/PrinterChoice.h"
 
-#include "CLI/PrinterFacts.h"
+#include "UI/Support/PrinterFacts.h"
 #include "UI/Text/PlainText.h"
 #include "VYM/AsciiCase.h"
 

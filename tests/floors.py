@@ -27,7 +27,8 @@ FLOORS = [
     (4, ["VYM/vymThread.*", "VYM/CheckRun.*"]),
     (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
          "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*", "UI/Text/*"]),
-    (6, ["UI/Printers/*", "UI/Run/*", "UI/Package/*", "UI/PrinterList.*", "UI/PrinterInfo.*",
+    (6, ["UI/Printers/*", "UI/Run/*", "UI/Package/*", "UI/Support/*",
+         "UI/PrinterList.*", "UI/PrinterInfo.*",
          "UI/FirmwareList.*", "UI/WizardOptions.*"]),
     (7, ["UI/MainWindowController*", "UI/AppController.*", "UI/Pages/*",
          "UI/InputNSMatrixControl.*", "UI/vymTableView.*", "UI/Widgets/*"]),
@@ -37,8 +38,9 @@ FLOORS = [
 WALLS = [
     ("UI/Text/*", ["UI/*"], ["UI/Text/*"]),
     ("UI/Widgets/*", ["*"], ["UI/Widgets/*", "UI/Text/*"]),
-    ("UI/Package/*", ["UI/Printers/*", "UI/Run/*"], []),
-    ("UI/Printers/*", ["UI/Package/*", "UI/Run/*"], []),
+    ("UI/Package/*", ["UI/Printers/*", "UI/Run/*", "UI/Support/*"], []),
+    ("UI/Printers/*", ["UI/Package/*", "UI/Run/*", "UI/Support/*"], []),
+    ("UI/Run/*", ["UI/Support/*"], []),
 ]
 
 # Parts of the USB host that are reached only through it: LibusbHost_test and LibusbConnection_test.

@@ -1,11 +1,22 @@
-#include "CLI/Doctor.h"
+#include "tests/CLI/CommandRun.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-TEST(DoctorCommand, HasAStableNameForEachStatus)
+using testing::HasSubstr;
+
+TEST(DoctorCommand, EndsWithTheNumberOfProblems)
 {
-    EXPECT_STREQ(findingStatusName(doctor::ok("a", "b").status), "ok");
-    EXPECT_STREQ(findingStatusName(doctor::warning("a", "b").status), "warning");
-    EXPECT_STREQ(findingStatusName(doctor::problem("a", "b").status), "problem");
-    EXPECT_STREQ(findingStatusName(doctor::skipped("a", "b").status), "skipped");
+    CommandRun run;
+    EXPECT_EQ(run.runOnPackage({"doctor"}), 0);
+    EXPECT_THAT(run.out, HasSubstr("Ready: Nothing that an update needs is missing."));
+    EXPECT_EQ(run.runOnPackage({"doctor", "--printer", "attic"}), 1);
+    EXPECT_THAT(run.out + run.err, HasSubstr("Obstacles: 1 thing would hinder an update."));
+}
+
+TEST(DoctorCommand, RefusesAPackageWithoutTheGivenKeysSignature)
+{
+    CommandRun run;
+    EXPECT_EQ(run.runOnPackage({"doctor", "--json", "--key", "no key"}), 1);
+    EXPECT_THAT(run.out, HasSubstr(R"("check":"signature","status":"problem")"));
 }

@@ -1,4 +1,4 @@
-#include "CLI/PrinterFacts.h"
+#include "UI/Support/PrinterFacts.h"
 
 #include "UI/Run/RunTarget.h"
 #include "UI/Text/PlainText.h"

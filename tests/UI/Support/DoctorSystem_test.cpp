@@ -1,4 +1,4 @@
-#include "CLI/Doctor.h"
+#include "UI/Support/Doctor.h"
 #include "tests/support/TempFolder.h"
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "CLI/UdevRule.h"
+#include "UI/Support/UdevRule.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

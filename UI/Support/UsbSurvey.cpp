@@ -1,6 +1,6 @@
-#include "CLI/UsbSurvey.h"
+#include "UI/Support/UsbSurvey.h"
 
-#include "CLI/UdevRule.h"
+#include "UI/Support/UdevRule.h"
 #include "UI/Text/PlainText.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-#include "CLI/Doctor.h"
-#include "CLI/UdevRule.h"
+#include "UI/Support/Doctor.h"
+#include "UI/Support/UdevRule.h"
 #include "tests/support/TempFolder.h"
 
 #include <filesystem>

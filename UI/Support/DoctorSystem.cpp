@@ -1,8 +1,8 @@
-#include "CLI/Doctor.h"
 #include "Platform/SleepInhibitor.h"
-#include "UI/Run/LogFolder.h"
+#include "UI/Support/Doctor.h"
+#include "UI/Support/PrinterFacts.h"
 #include "UI/Text/PlainText.h"
-#include "UI/vym_etc.h"
+#include "VYM/AsciiCase.h"
 
 #include <algorithm>
 #include <atomic>
@@ -70,7 +70,8 @@ Finding judged(const std::vector<PrintQueue>& queues)
 const PrintQueue* named(const std::vector<PrintQueue>& queues, const std::string& name)
 {
     const auto fits = [&](const auto& queue) {
-        return queue.identifier == name || queue.name == name;
+        return ascii::equalNoCase(queue.identifier.value_or(""), name)
+            || ascii::equalNoCase(queue.name.value_or(""), name);
     };
     const auto found = std::find_if(queues.begin(), queues.end(), fits);
     return found == queues.end() ? nullptr : &*found;
@@ -89,41 +90,39 @@ void takeNamed(const std::vector<PrintQueue>& queues, const std::string& name, P
     if (isDriverUri(port))
         port = driverAddressOf(queue->identifier.value_or(""), driverFolderRoot()).value_or("");
     patient.host = hostOf(port);
-    patient.isUsb = isUsbPort(port);
 }
 
 } // namespace
 
-void checkQueues(Workplace& place, const std::optional<PackageFacts>& package, Patient& patient,
+void checkQueues(const Request& request, bool hasPackage, Patient& patient,
                  std::vector<Finding>& findings)
 {
-    const auto& options = place.options;
-    if (options.address.has_value())
-        patient.host = *options.address;
-    if (options.uri.has_value())
-        patient.host = hostOf(*options.uri);
+    if (request.address.has_value())
+        patient.host = *request.address;
+    if (request.uri.has_value())
+        patient.host = hostOf(*request.uri);
     std::vector<PrintQueue> queues;
     std::string reason = "this program knows no print server";
-    if (place.printServer == nullptr || !place.printServer->queues(queues, reason)) {
+    if (request.printServer == nullptr || !request.printServer->queues(queues, reason)) {
         const auto message = "The print server cannot be reached: " + plainText(reason) + ".";
-        findings.push_back(options.printer.has_value()
+        findings.push_back(request.printer.has_value()
                                ? problem("print-server", message, "sudo systemctl start cups")
                                : warning("print-server", message, "sudo systemctl start cups"));
         findings.push_back(skipped("queues", "There is no print server to list them."));
         return;
     }
     findings.push_back(ok("print-server", "The print server answers."));
-    auto finding = package.has_value()
+    auto finding = hasPackage
         ? judged(queues)
         : skipped("queues", "Without a package it is not known which qualify.");
-    if (options.printer.has_value())
-        takeNamed(queues, *options.printer, patient, finding);
+    if (request.printer.has_value())
+        takeNamed(queues, *request.printer, patient, finding);
     findings.push_back(finding);
 }
 
-Finding checkSuspend()
+Finding checkSuspend(const std::string& program)
 {
-    const SleepInhibitor inhibitor("vymkit-cli", "The doctor tries it for a moment");
+    const SleepInhibitor inhibitor(program.c_str(), "The doctor tries it for a moment");
     if (inhibitor.holds())
         return ok("suspend", "The computer can be kept awake during an update.");
     return warning("suspend",

@@ -1,4 +1,4 @@
-#include "CLI/Doctor.h"
+#include "UI/Support/Doctor.h"
 
 #include <gtest/gtest.h>
 

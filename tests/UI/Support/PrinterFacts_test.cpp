@@ -1,4 +1,4 @@
-#include "CLI/PrinterFacts.h"
+#include "UI/Support/PrinterFacts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "CLI/UsbSurvey.h"
+#include "UI/Support/UsbSurvey.h"
 #include "tests/support/TempFolder.h"
 
 #include <filesystem>

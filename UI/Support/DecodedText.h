@@ -1,0 +1,18 @@
+// A text without its encodings, for comparison: percent-encoded and escaped characters, even
+// encoded twice, as themselves; ASCII letters in lower case.
+//
+// Owns:      its text, by value.
+// Threads:   any. Pure functions.
+// Invariant: begins has one element more than text has bytes; it never decreases.
+#pragma once
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct DecodedText {
+    std::string text;
+    std::vector<std::size_t> begins; // where each byte begins in the original; at the end its size
+};
+
+DecodedText decodedText(std::string_view original);

@@ -1,0 +1,164 @@
+#include "UI/Support/Masking.h"
+
+#include "UI/Support/DecodedText.h"
+#include "UI/Support/MarkedNames.h"
+#include "UI/Text/PlainText.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+// A serial number of this length is no part of a word by chance.
+constexpr std::size_t kUnmistakable = 6;
+constexpr std::size_t kShortestWord = 3; // a shorter value is a part of too many sentences
+
+// Words of reports and logs that are also names of people and computers.
+constexpr std::array<std::string_view, 31> kOrdinary = {
+    "address",  "admin",   "computer", "cups",    "debian", "desktop",   "doctor",   "file",
+    "firmware", "host",    "laptop",   "linux",   "local",  "localhost", "log",      "maker",
+    "model",    "network", "office",   "package", "port",   "printer",   "printers", "queue",
+    "root",     "server",  "system",   "update",  "usb",    "user",      "vymkit"};
+
+constexpr std::array<std::string_view, 8> kKindNames = {
+    "user", "home", "this-computer", "serial", "host", "address", "package", "folder"};
+
+// Letters beyond ASCII count as well.
+bool isOfWord(char c)
+{
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= 0x80 || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z');
+}
+
+bool marksName(char c)
+{
+    return std::string_view("/@=\\\"'").find(c) != std::string_view::npos;
+}
+
+bool isPath(Masking::Kind kind)
+{
+    return kind == Masking::Kind::home || kind == Masking::Kind::folder;
+}
+
+std::string comparable(Masking::Kind kind, const std::string& value)
+{
+    auto plain = decodedText(value).text;
+    while (isPath(kind) && plain.size() > 1 && plain.back() == '/')
+        plain.pop_back();
+    return plain;
+}
+
+// The name without its domain; empty if it has none.
+std::string shortName(Masking::Kind kind, const std::string& value)
+{
+    const bool isName = kind == Masking::Kind::host || kind == Masking::Kind::computer;
+    const auto dot = value.find('.');
+    if (!isName || dot == std::string::npos || value.find_first_of(" []:") != std::string::npos)
+        return {};
+    return value.substr(0, dot);
+}
+
+} // namespace
+
+const Masking::Secret* Masking::known(std::string_view value) const
+{
+    const auto found = std::find_if(m_secrets.begin(), m_secrets.end(),
+                                    [value](const auto& each) { return each.value == value; });
+    return found != m_secrets.end() ? &*found : nullptr;
+}
+
+void Masking::add(Kind kind, std::string value, const std::string& standIn)
+{
+    if (std::none_of(value.begin(), value.end(), isOfWord) || known(value) != nullptr)
+        return;
+    const bool isWeak = value.size() < kShortestWord
+        || std::find(kOrdinary.begin(), kOrdinary.end(), value) != kOrdinary.end();
+    const bool isLoose = kind == Kind::serial && value.size() >= kUnmistakable;
+    const auto place = std::find_if(m_secrets.begin(), m_secrets.end(), [&value](const auto& each) {
+        return each.value.size() < value.size();
+    });
+    m_secrets.insert(place, {std::move(value), standIn, isWeak, isLoose && !isWeak});
+}
+
+// The usual one of its kind has no number.
+std::string Masking::nextStandIn(Kind kind)
+{
+    const auto number = ++m_counts[kind];
+    std::string name(kKindNames.at(static_cast<std::size_t>(kind)));
+    const bool isUsual = kind <= Kind::computer && number == 1;
+    return "<" + (isUsual ? name : name + "-" + std::to_string(number)) + ">";
+}
+
+void Masking::hide(Kind kind, const std::string& value)
+{
+    hide(kind, std::vector{value});
+}
+
+void Masking::hide(Kind kind, const std::vector<std::string>& spellings)
+{
+    std::vector<std::string> values;
+    for (const auto& each : spellings) {
+        values.push_back(comparable(kind, each));
+        values.push_back(shortName(kind, values.back()));
+        // A text too long for a line is shown without its end.
+        if (each.size() > kDisplayLimit)
+            values.push_back(comparable(kind, each.substr(0, kDisplayLimit - 3)));
+    }
+    const auto isNew = [this](const auto& value) {
+        return std::any_of(value.begin(), value.end(), isOfWord) && known(value) == nullptr;
+    };
+    if (std::none_of(values.begin(), values.end(), isNew))
+        return;
+    std::string standIn;
+    for (const auto& value : values) {
+        if (const auto* same = known(value); standIn.empty() && same != nullptr)
+            standIn = same->standIn;
+    }
+    if (standIn.empty())
+        standIn = nextStandIn(kind);
+    for (auto& value : values)
+        add(kind, std::move(value), standIn);
+}
+
+void Masking::hideMarked(std::string_view text)
+{
+    for (const auto& name : markedNames(text))
+        hide(name.kind == MarkedName::Kind::serial     ? Kind::serial
+                 : name.kind == MarkedName::Kind::host ? Kind::host
+                                                       : Kind::address,
+             name.value);
+}
+
+const Masking::Secret* Masking::secretAt(std::string_view text, std::size_t at) const
+{
+    const char before = at == 0 ? ' ' : text[at - 1];
+    const auto fits = [&](const Secret& secret) {
+        const auto& value = secret.value;
+        if (value[0] != text[at] || text.compare(at, value.size(), value) != 0)
+            return false;
+        const auto end = at + value.size();
+        const char after = end == text.size() ? ' ' : text[end];
+        const bool isInWord = (isOfWord(value.front()) && isOfWord(before))
+            || (isOfWord(value.back()) && isOfWord(after));
+        if (isInWord)
+            return secret.isLoose;
+        return !secret.isWeak || marksName(before) || marksName(after);
+    };
+    const auto found = std::find_if(m_secrets.begin(), m_secrets.end(), fits);
+    return found != m_secrets.end() ? &*found : nullptr;
+}
+
+std::string Masking::masked(std::string_view text) const
+{
+    const auto decoded = decodedText(text);
+    std::string result;
+    for (std::size_t at = 0; at < decoded.text.size();) {
+        const auto* secret = secretAt(decoded.text, at);
+        const auto length = secret != nullptr ? secret->value.size() : 1;
+        const auto begin = decoded.begins[at];
+        const auto end = decoded.begins[at + length];
+        result += secret != nullptr ? secret->standIn : text.substr(begin, end - begin);
+        at += length;
+    }
+    return result;
+}
