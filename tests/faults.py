@@ -31,8 +31,8 @@ FAILING = "ProgramsSurviveFailingCalls"
 # Fault class -> stage -> tests; a text in brackets says why there is no test.
 CELLS = {
     "link lost": {
-        "package": "(no link yet)", "connect": "TcpConnect.FailsWhereNobodyListensAndLeavesNoSocket",
-        "transfer": "UpdateCommand.TellsThatAConnectionBrokeInTheMiddleOfAFirmware",
+        "package": "(no link yet)", "connect": "TcpConnect.FailsWhereNothingListensAndLeavesNoOpenSocket",
+        "transfer": "UpdateCommand.SaysThatTheConnectionBrokeInTheMiddleOfAFirmware",
         "afterwards": "PrinterThatIsPulledOutAndComesBack.IsUpdatedByTheNextRunAtOnce"},
     "short calls, interrupted calls": {
         "package": "(reads are repeated until they are whole: no signal interrupts a disk)",
@@ -62,17 +62,17 @@ CELLS = {
         "package": "(a printer is not asked)", "connect": "(no answer belongs to it)",
         "transfer": "PrinterThatOffersHugePackets.GetsPiecesThatFitIntoMemory",
         "identify": ["PrinterThatSendsControlCharacters.ReachesNeitherTerminalNorJson",
-                     "FileAssembly.EndsBlocksThatBringNothingOrNeverEnd",
+                     "FileAssembly.RefusesBlocksWithoutDataAndBlocksThatNeverEnd",
                      "vymProtocolCheck.SurvivesVersionsOfThousandsOfCharacters"],
         "afterwards": "UpdateCommand.ShowsNoControlCharactersOfAPrinter"},
     "peer silent or slow": {
         "package": "(a file, not a peer)",
         "connect": "TcpConnect.WaitsTenSecondsAtMostForAPrinterThatDoesNotAnswer",
-        "identify": "vymProtocolCheck.EndsAFileThatTakesLongerThanAnyTextMay",
-        "transfer": ["PrinterThatStopsReading.HoldsALargePacketNoLongerThanItsTimeOut",
+        "identify": "vymProtocolCheck.GivesUpOnAFileThatTakesTooLong",
+        "transfer": ["PrinterThatStopsReading.DelaysALargePacketNoLongerThanItsTimeOut",
                      "TcpPort.StopsWritingInTimeToAPeerThatReadsTooSlowly", SIMULATION],
         "writing": ["Update.WaitsForAPrinterThatWritesSlowly",
-                    "Stop.ByTheDeadlineEndsAPrinterThatWritesForEver"],
+                    "Stop.ByDeadlineEndsTheWaitForAPrinterThatNeverFinishesWriting"],
         "afterwards": "(the printer is left alone)"},
     "malformed package": {
         "package": ["Container.CutAnywhereIsClosed", "Container.IsSafeWithAnyTableOffset",
@@ -93,7 +93,7 @@ CELLS = {
                      "Container.NoticesThatItWasCutWhileItWasOpen"],
         "last block": "SealedUpdate.EndsBeforeTheLastBlockWhereThePackageIsWrittenOver",
         "writing": "RunLog.LetsARunGoOnWhereTheFileMayNotGrow",
-        "leave": "(nothing is read)", "afterwards": "LogFolder.ThatCannotBeUsedIsAProblemToTell"},
+        "leave": "(nothing is read)", "afterwards": "LogFolder.ThatCannotBeUsedIsReportedAsAProblem"},
     "stop, signals, nobody reads": {
         "package": "(ends as any program does)",
         "connect": "SystemPrinters.CtrlCEndsTheWaitForASilentServerAtOnce",
@@ -104,8 +104,8 @@ CELLS = {
                      "UpdateThatIsStopped.GivesTheInterfaceBack"],
         "last block": SIMULATION,
         "writing": "Stop.WhileThePrinterWritesStillSendsTheRestAndAsksForAPersonToLook",
-        "leave": "UpdateCommand.ASignalBehindTheEndChangesNothing",
-        "afterwards": "UpdateCommand.RunsOnWhenNobodyTakesItsOutput"},
+        "leave": "UpdateCommand.ASignalAfterTheEndHasNoEffect",
+        "afterwards": "UpdateCommand.GoesOnWhenItsOutputIsNotRead"},
     "clock jumps, suspend": {
         "package": "(no time is looked at)",
         "transfer": "LogindInhibitor.HoldsEverythingWhileItLives",
@@ -127,7 +127,7 @@ CELLS = {
         "writing": "(refused before)", "leave": "(refused before)", "afterwards": "(refused before)"},
     "USB bus": {
         "package": "(no bus yet)",
-        "connect": ["OrdinaryUser.HearsThatAPrinterIsThereButMayNotBeOpened",
+        "connect": ["OrdinaryUser.LearnsThatAPrinterIsConnectedButMayNotBeOpened",
                     "UsbConnect.WaitsForABusyPrinter"],
         "enter": "BusFault.EndsWithItsCodeLeavesNothingClaimedAndASecondUpdateWorks",
         "identify": "AnswerOfWholePackets.IsReadToItsEnd",
@@ -140,14 +140,14 @@ CELLS = {
     "refusal": {
         "package": "(no printer yet)", "connect": "(no answer belongs to it)",
         "identify": "(a file is given or not)", "leave": "(its answer is not looked at)",
-        "transfer": "vymProtocolAnswers.TakesALateRefusalForWhatItIs",
-        "last block": "LateAnswer.DoesNotHideARefusalWhereNobodyCanAskForTheStatus",
+        "transfer": "vymProtocolAnswers.TreatsALateRefusalAsARefusal",
+        "last block": "LateAnswer.DoesNotHideARefusalOfAPrinterThatReportsNoStatus",
         "afterwards": "(the printer is left alone)"},
     "honest but slow": {
         "package": "(a file, not a peer)", "connect": "(no answer belongs to it)",
-        "enter": SIMULATION, "identify": "vymProtocolCheck.EndsAFileThatTakesLongerThanAnyTextMay",
+        "enter": SIMULATION, "identify": "vymProtocolCheck.GivesUpOnAFileThatTakesTooLong",
         "transfer": ["SlowPrinter.GetsEveryByte", "SlowRun.IsHeardOutForEveryFirmwareOfARun",
-                     "vymProtocolAnswers.WaitsForThePrinterAsLongAsItTakesWhatWasSent"],
+                     "vymProtocolAnswers.WaitsAsLongAsThePrinterAcceptsBytes"],
         "last block": ["vymProtocolAnswers.WaitsForASlowPrinterAsLongAsItGoesOnAnswering",
                        "AnswerAccount.WaitsTwiceAsLongAsThePrinterItselfTookForItsSlowestAnswer"],
         "writing": "Update.WaitsForAPrinterThatWritesSlowly",
@@ -155,10 +155,10 @@ CELLS = {
         "afterwards": "(the printer is left alone)"},
     "answers early, doubled, queued": {
         "package": "(no printer yet)", "connect": "(no answer belongs to it)", "enter": SIMULATION,
-        "identify": "vymProtocolAnswers.TakesNothingThatWasThereBeforeARequestForItsAnswer",
+        "identify": "vymProtocolAnswers.TreatsNoReplyThatCameBeforeARequestAsItsAnswer",
         "transfer": "AnswerAccount.TrustsNoCountOfAPrinterThatAnswersTooOften",
-        "last block": "vymProtocolAnswers.TakesNoAnswerThatCameBeforeTheLastBlockArrived",
-        "writing": "vymProtocolAnswers.TakesTheNewestOfSeveralStatusAnswers",
+        "last block": "vymProtocolAnswers.CountsNoAnswerThatCameBeforeTheLastBlockHadArrived",
+        "writing": "vymProtocolAnswers.UsesTheNewestOfSeveralStatusReplies",
         "leave": "(its answer is not looked at)", "afterwards": "(the printer is left alone)"},
     "success without proof": {
         "package": "(nothing is claimed)", "connect": "(nothing is claimed)",

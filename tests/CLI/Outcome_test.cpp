@@ -12,7 +12,7 @@ TEST(Outcome, TheExitCodeIsTenPlusTheEnginesCode)
         EXPECT_EQ(exitCodeOf(unknown), 20) << unknown;
 }
 
-TEST(Outcome, ADecisionIsToSendToSkipToRefuseOrNone)
+TEST(Outcome, ADecisionIsToSendToSkipToRefuseOrUndecided)
 {
     const struct {
         VersionDecision decision;

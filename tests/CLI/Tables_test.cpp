@@ -62,7 +62,7 @@ TEST(Tables, AreLeftOutWhereThereIsNothingToShow)
     EXPECT_EQ(historyTable({}, kAnyWidth), "");
 }
 
-TEST(Tables, SayOfARunWithoutAnEndThatItHasNone)
+TEST(Tables, SayThatARunHasNotEnded)
 {
     const PastRun run{1, "f", "now", "p", "", "192.0.2.7", "/a", "", false};
     EXPECT_THAT(historyTable({run}, kAnyWidth), HasSubstr("192.0.2.7  /a       not finished\n"));

@@ -116,7 +116,7 @@ TEST(UpdateCommand, GoesOnWithoutALog)
     EXPECT_THAT(update.err, HasSubstr("no log: FOLDER/state/vymkit: Not a directory\n"));
 }
 
-TEST(UpdateCommand, SaysNothingOfAMissingLogUnasked)
+TEST(UpdateCommand, MentionsAMissingLogOnlyOnRequest)
 {
     Update update;
     update.folder.write("state", "a file where a folder should be");
@@ -136,7 +136,7 @@ TEST(UpdateCommand, ClaimsNoUpdateWhenNothingWasSent)
     expectGolden("update-nothing.json", update.out);
 }
 
-TEST(UpdateCommand, SaysWhatToDoIfThePackageNeedsAHand)
+TEST(UpdateCommand, SaysWhatToDoIfThePackageNeedsAPersonsHelp)
 {
     Update update;
     update.package.needsExitOperation = yesno_yes;
@@ -144,7 +144,7 @@ TEST(UpdateCommand, SaysWhatToDoIfThePackageNeedsAHand)
     EXPECT_THAT(update.out, HasSubstr("switch it off and on again"));
 }
 
-TEST(UpdateCommand, TellsThatAConnectionBrokeInTheMiddleOfAFirmware)
+TEST(UpdateCommand, SaysThatTheConnectionBrokeInTheMiddleOfAFirmware)
 {
     Update update;
     update.worker.records = {kWholeRun[3], status(state_failed, 1, "MAIN.BIN", 0, 0, 0, -6)};
@@ -338,7 +338,7 @@ TEST(UpdateCommand, AStopThatCameTooLateIsNoStop)
     EXPECT_THAT(update.out, HasSubstr(R"("name":"updated")"));
 }
 
-TEST(UpdateCommand, ASignalBehindTheEndChangesNothing)
+TEST(UpdateCommand, ASignalAfterTheEndHasNoEffect)
 {
     Update update;
     update.interrupt(8, kWholeRun.back());
@@ -346,7 +346,7 @@ TEST(UpdateCommand, ASignalBehindTheEndChangesNothing)
     EXPECT_THAT(update.out, testing::Not(HasSubstr("stopping")));
 }
 
-TEST(UpdateCommand, RunsOnWhenNobodyTakesItsOutput)
+TEST(UpdateCommand, GoesOnWhenItsOutputIsNotRead)
 {
     const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
     std::array<int, 2> ends{};

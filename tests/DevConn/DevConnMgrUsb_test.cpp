@@ -44,7 +44,7 @@ TEST(UsbPortsWithoutAHost, AreNone)
     EXPECT_EQ(handle, nullptr);
 }
 
-TEST_F(UsbPorts, AreNoneOnAnEmptyOrUnreadableBus)
+TEST_F(UsbPorts, AreAnEmptyListOnAnEmptyOrUnreadableBus)
 {
     EXPECT_EQ(list(), Texts{});
     EXPECT_EQ(DevConnMgr::Instance()->EnumUsbPort(nullptr), 0);
@@ -156,7 +156,7 @@ TEST_F(UsbPorts, StayInTheirBlockThoughTheBusChangesBetweenThePasses)
     }
 }
 
-TEST_F(UsbPorts, AreNoneWhereMemoryRunsOut)
+TEST_F(UsbPorts, AreAnEmptyListWhenMemoryRunsOut)
 {
     host.printer();
     auto& manager = *DevConnMgr::Instance();

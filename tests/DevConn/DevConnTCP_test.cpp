@@ -91,7 +91,7 @@ TEST_F(TcpConnect, FailsWhereThereIsNoAddress)
     EXPECT_EQ(openDescriptors(), before);
 }
 
-TEST_F(TcpConnect, FailsWhereNobodyListensAndLeavesNoSocket)
+TEST_F(TcpConnect, FailsWhereNothingListensAndLeavesNoOpenSocket)
 {
     const auto before = openDescriptors();
     EXPECT_EQ(transport->Connect(nullptr, "127.0.0.1", freePort()), -8);

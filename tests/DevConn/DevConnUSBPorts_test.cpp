@@ -134,7 +134,7 @@ TEST_F(UsbRead, GivesTheCachedBytesWhileTheRestIsOutstanding)
     EXPECT_EQ(read(4), "efgh");
 }
 
-TEST_F(UsbRead, TakesAnEndFoundByTheLastLook)
+TEST_F(UsbRead, ReturnsATransferThatEndedJustBeforeTheTimeOut)
 {
     printer.sends("late", 1);
     EXPECT_EQ(read(4), "") << "the time was over";

@@ -179,7 +179,7 @@ TEST_F(UsbModelName, NeedsAConnectionAndPlacesForItsAnswer)
     EXPECT_EQ(usb.GetModelName(&model, nullptr), conn::kInvalidArgument);
 }
 
-TEST_F(UsbModelName, IsMissingWhereTheDeviceIdHasNone)
+TEST_F(UsbModelName, IsMissingIfTheDeviceIdNamesNoModel)
 {
     ASSERT_EQ(connect(), 0);
     for (const char* text : {"MFG:Acme;CMD:X;", "", "mdl:P1;"}) {

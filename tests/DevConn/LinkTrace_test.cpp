@@ -26,7 +26,7 @@ struct Recorder : LinkTrace {
 
 } // namespace
 
-TEST(LinkTrace, TellsWhyAConnectionWasNotMade)
+TEST(LinkTrace, SaysWhyAConnectionWasNotMade)
 {
     Recorder recorder;
     void* handle = nullptr;

@@ -28,7 +28,7 @@ TEST(UsbPortName, EscapesAProductsSlashAndBracketsButNotAVendors)
     EXPECT_EQ(usbPortName::make("", "", ""), "usb:///?serial=");
 }
 
-TEST(UsbPortName, TakesATextUpToItsFirstNulAndNoLonger)
+TEST(UsbPortName, ReadsATextUpToItsFirstNul)
 {
     EXPECT_EQ(usbPortName::bounded("Acme"), "Acme");
     EXPECT_EQ(usbPortName::bounded(std::string("Ac\0me", 5)), "Ac");

@@ -223,7 +223,7 @@ TEST(CupsPeers, ThatRefuseSayWhy)
         << refused.reason;
 }
 
-TEST(CupsPeers, ThatFoundNoQueueHaveNone)
+TEST(CupsPeers, ThatFoundNoQueueReturnAnEmptyList)
 {
     const auto reply = answered(http(IppMessage(0x0406).end()));
     EXPECT_TRUE(reply.isListed) << reply.reason;

@@ -380,7 +380,7 @@ TEST_F(InputNSMatrixControlTest, AWholeAddressIsTypedWithItsDots)
     EXPECT_THAT(beeps, IsEmpty());
 }
 
-TEST_F(InputNSMatrixControlTest, ADotInAnEmptyOrWhollySelectedCellLeadsNowhere)
+TEST_F(InputNSMatrixControlTest, ADotInAnEmptyOrWhollySelectedCellKeepsTheFocus)
 {
     cell(1).setFocus();
     type(cell(1), ".");
@@ -440,7 +440,7 @@ TEST_F(InputNSMatrixControlTest, AnAddressReadsFromLeftToRightEverywhere)
     EXPECT_LT(cell(2).x(), cell(3).x());
 }
 
-TEST_F(InputNSMatrixControlTest, AScreenReaderHearsWhichPartACellIs)
+TEST_F(InputNSMatrixControlTest, AScreenReaderReadsOutWhichPartACellIs)
 {
     control.setCellNames({"Address, part 1 of 4", "Address, part 2 of 4", "3", "4", "5"});
     EXPECT_EQ(cell(0).accessibleName(), "Address, part 1 of 4");

@@ -80,7 +80,7 @@ TEST_F(Description, IsEmptyWhereTheContainerHoldsNothingElse)
         << "the container was closed";
 }
 
-TEST_F(Description, IsEmptyWhereTheContainerHasNone)
+TEST_F(Description, IsEmptyIfTheContainerHasNoDescription)
 {
     package.file("main.bin", "image").file("sub.bin", "image");
     package.folder().write("VYMBINDDATA", package.bytes());

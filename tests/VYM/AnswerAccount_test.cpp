@@ -123,7 +123,7 @@ TEST(AnswerAccount, SuspectsOneWhoseAnswersComeAtOtherPieces)
     EXPECT_TRUE(account.isLagging(kLongest));
 }
 
-TEST(AnswerAccount, TakesNoAnswerThatCameBeforeThePacketArrived)
+TEST(AnswerAccount, CountsNoAnswerThatCameBeforeThePacketHadArrived)
 {
     AnswerAccount account;
     Sending sending(account);

@@ -93,7 +93,7 @@ TEST(FileAssembly, HoldsNoMoreThan16MebibytesForAText)
     EXPECT_EQ(Blocks().add(128, 0, 0xFFFFFFFF, "a"), Step::tooLarge);
 }
 
-TEST(FileAssembly, EndsBlocksThatBringNothingOrNeverEnd)
+TEST(FileAssembly, RefusesBlocksWithoutDataAndBlocksThatNeverEnd)
 {
     Blocks empty;
     EXPECT_EQ(empty.add(0, 0, 10, ""), Step::badBlock);

@@ -89,13 +89,13 @@ TEST_F(DebugTexts, StartAtLevelOne)
     EXPECT_EQ(heard(), std::vector<std::string>{"one\n"});
 }
 
-TEST_F(DebugTexts, OfNullAreNone)
+TEST_F(DebugTexts, OfNullAreDropped)
 {
     outputDebugMsg(nullptr, 0);
     EXPECT_TRUE(heard().empty());
 }
 
-TEST_F(DebugTexts, GoNowhereWithoutASink)
+TEST_F(DebugTexts, AreDroppedWithoutASink)
 {
     setDebugSink(nullptr);
     testing::internal::CaptureStdout();

@@ -58,7 +58,7 @@ TEST(Event, ThatIsNotSetTimesOutAtOnceForZeroMilliseconds)
     EXPECT_FALSE(IsEventSet(event.record()));
 }
 
-TEST(Event, TimesOutNoEarlierThanAsked)
+TEST(Event, TimesOutNoEarlierThanRequested)
 {
     Event event;
     const auto start = Clock::now();

@@ -49,7 +49,7 @@ TEST_F(vymProtocolAnswers, SkipsNoMoreAnswersThanThereArePiecesWithoutOne)
     EXPECT_EQ(m_protocol->CheckState(m_info), -5);
 }
 
-TEST_F(vymProtocolAnswers, TakesALateRefusalForWhatItIs)
+TEST_F(vymProtocolAnswers, TreatsALateRefusalAsARefusal)
 {
     prepare(50);
     m_script.queueReply("").queueReply(printer::piece());
@@ -66,7 +66,7 @@ TEST_F(vymProtocolAnswers, NoticesALateRefusalOfAPrinterWithoutAStatusQuery)
     EXPECT_EQ(update(), -2);
 }
 
-TEST_F(vymProtocolAnswers, TakesSilenceAfterTheLastBlockForAnAnswerThatNeverComes)
+TEST_F(vymProtocolAnswers, TreatsSilenceAfterTheLastBlockAsAMissingAnswer)
 {
     prepare(50, false);
     m_script.queueReply("").queueReply(printer::piece()).queueReply("");
@@ -109,7 +109,7 @@ TEST_F(vymProtocolAnswers, RequestsALifeSignIfAnswersLagAndThenStop)
     EXPECT_EQ(m_script.sent().back().substr(10, 14), "TargetInfo.txt");
 }
 
-TEST_F(vymProtocolAnswers, ClaimsNothingOfAPrinterThatGivesNone)
+TEST_F(vymProtocolAnswers, ClaimsNoSuccessOfAPrinterThatNeverAnswers)
 {
     prepare(500, false);
     silentPieces(5);
@@ -117,7 +117,7 @@ TEST_F(vymProtocolAnswers, ClaimsNothingOfAPrinterThatGivesNone)
     EXPECT_EQ(update(), -5);
 }
 
-TEST_F(vymProtocolAnswers, HearsARefusalBeforeTheLifeSign)
+TEST_F(vymProtocolAnswers, ReadsARefusalBeforeItSendsAnotherRequest)
 {
     prepare(500, false);
     silentPieces(5);
@@ -144,7 +144,7 @@ TEST_F(vymProtocolAnswers, EndsWhenThePrinterClosesWhileAnswersAreDue)
     EXPECT_EQ(update(), -6);
 }
 
-TEST_F(vymProtocolAnswers, TakesNoAnswerThatCameBeforeTheLastBlockArrived)
+TEST_F(vymProtocolAnswers, CountsNoAnswerThatCameBeforeTheLastBlockHadArrived)
 {
     prepare(100, false);
     unsigned long unsent = 60;
@@ -157,7 +157,7 @@ TEST_F(vymProtocolAnswers, TakesNoAnswerThatCameBeforeTheLastBlockArrived)
     EXPECT_EQ(update(), -2) << "the refusal is the last block's own";
 }
 
-TEST_F(vymProtocolAnswers, WaitsForThePrinterAsLongAsItTakesWhatWasSent)
+TEST_F(vymProtocolAnswers, WaitsAsLongAsThePrinterAcceptsBytes)
 {
     prepare(100, false);
     unsigned long unsent = 60;
@@ -206,7 +206,7 @@ TEST_F(vymProtocolAnswers, GivesUpWhereNothingLeavesForTheWholeTime)
     EXPECT_LE(m_time.nowMilliseconds() - start, 36000U);
 }
 
-TEST_F(vymProtocolAnswers, TakesNothingThatWasThereBeforeARequestForItsAnswer)
+TEST_F(vymProtocolAnswers, TreatsNoReplyThatCameBeforeARequestAsItsAnswer)
 {
     prepare(100);
     m_script.queueReply(printer::piece()).queueReply(printer::piece());
@@ -219,7 +219,7 @@ TEST_F(vymProtocolAnswers, TakesNothingThatWasThereBeforeARequestForItsAnswer)
     EXPECT_EQ(m_info.m_updateState, state_finished);
 }
 
-TEST_F(vymProtocolAnswers, TakesTheNewestOfSeveralStatusAnswers)
+TEST_F(vymProtocolAnswers, UsesTheNewestOfSeveralStatusReplies)
 {
     prepare(100);
     m_script.queueReply(printer::piece()).queueReply(printer::piece());

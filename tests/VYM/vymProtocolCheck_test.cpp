@@ -96,7 +96,7 @@ TEST_F(vymProtocolCheck, EndsAFileWhoseBlocksNeverEnd)
     EXPECT_LE(m_script.sent().size(), 20U);
 }
 
-TEST_F(vymProtocolCheck, EndsAFileThatTakesLongerThanAnyTextMay)
+TEST_F(vymProtocolCheck, GivesUpOnAFileThatTakesTooLong)
 {
     m_script.answerWith([this](const std::string&) {
         m_time.advance(900);

@@ -76,7 +76,7 @@ TEST_F(vymProtocolSend, SendsTheLastPieceAsTheLastBlockWhereThePackageWantsIt)
     EXPECT_EQ(joined(), m_image);
 }
 
-TEST_F(vymProtocolSend, TellsThePrinterWhetherItWillBePolled)
+TEST_F(vymProtocolSend, SaysInTheLastBlockWhetherThePrinterWillBePolled)
 {
     for (const char* pattern : {"SPECIALCMDPATTERN NO", "SPECIALCMDPATTERN YES"}) {
         prepare(100, pattern, targetInfo("160", "SUPPORT_COMMAND 5101"));
@@ -232,7 +232,7 @@ TEST_F(vymProtocolSend, EndsWhenThePackageIsCutWhileItIsBeingSent)
     EXPECT_TRUE(m_protocol->FirmwareBytesWentOut());
 }
 
-TEST_F(vymProtocolSend, NeedsWhatThePackageAndThePrinterHaveToSay)
+TEST_F(vymProtocolSend, NeedsTheRequiredKeysOfPackageAndPrinter)
 {
     const struct {
         const char* why;

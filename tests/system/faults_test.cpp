@@ -117,7 +117,7 @@ TEST(PrinterThatIsNotThere, EndsAsALostConnection)
     EXPECT_EQ(run.result()["next"], "retry");
 }
 
-TEST(PrinterThatStopsReading, HoldsALargePacketNoLongerThanItsTimeOut)
+TEST(PrinterThatStopsReading, DelaysALargePacketNoLongerThanItsTimeOut)
 {
     const PackageFolder package({{"MAIN", "AB010200", 12000000}});
     const VirtualPrinter printer(

@@ -49,7 +49,7 @@ TEST(Stop, WhileThePrinterWritesStillSendsTheRestAndAsksForAPersonToLook)
     }
 }
 
-TEST(Stop, ByTheDeadlineEndsAPrinterThatWritesForEver)
+TEST(Stop, ByDeadlineEndsTheWaitForAPrinterThatNeverFinishesWriting)
 {
     const PackageFolder package({{"MAIN", "AB010200", 5000}});
     const VirtualPrinter printer(slowPrinter({"--fault", "busy-forever"}));

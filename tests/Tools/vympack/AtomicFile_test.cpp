@@ -20,7 +20,7 @@ protected:
 
 } // namespace
 
-TEST_F(VympackAtomicFile, AFileNotCommittedLeavesNothingBehind)
+TEST_F(VympackAtomicFile, AFileThatIsNotCommittedLeavesNoTrace)
 {
     {
         AtomicFile file(m_folder.path("package"), AtomicFile::Existing::kept);
@@ -31,7 +31,7 @@ TEST_F(VympackAtomicFile, AFileNotCommittedLeavesNothingBehind)
     EXPECT_TRUE(m_folder.names().empty());
 }
 
-TEST_F(VympackAtomicFile, ASignalToEndStopsTheWritingAndLeavesNothingBehind)
+TEST_F(VympackAtomicFile, AnEndingSignalStopsTheWritingAndLeavesNoTrace)
 {
     const auto writeAfterSignal = [this] {
         catchInterrupts();

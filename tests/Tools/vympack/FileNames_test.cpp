@@ -8,7 +8,7 @@ using namespace vympack_test;
 using testing::Contains;
 using testing::ElementsAre;
 
-TEST(VympackFileNames, NoneMayLeadOutOfItsFolder)
+TEST(VympackFileNames, NoNameMayLeadOutOfItsFolder)
 {
     for (const char* name : {"", ".", "..", "a/b", "a\\b", "/a", "a\n", "a\x7F"})
         EXPECT_NE(whyUnsafe(name), "") << name;

@@ -31,7 +31,7 @@ TEST(VympackRehearse, ThePrinterHasTheGivenFirmware)
     EXPECT_THAT(outcome.output, HasSubstr("receives ENGINE.BIN"));
 }
 
-TEST(VympackRehearse, AFailedUpdateIsNotDone)
+TEST(VympackRehearse, AFailedUpdateEndsWithAnError)
 {
     const TempFolder folder;
     const auto broken = folder.write("broken", "no package");
@@ -53,7 +53,7 @@ TEST(VympackRehearse, AFailedUpdateIsNotDone)
     }
 }
 
-TEST(VympackRehearse, EveryRuleAndFormArrives)
+TEST(VympackRehearse, EveryRuleAndVersionFormArrives)
 {
     const TempFolder folder;
     for (const char* version : {"01.20", "AB0101.20", "ABCDEFGH.a.01.20", "ABCD20240102."}) {

@@ -46,7 +46,7 @@ TEST(VympackProgram, MakesListsChecksAndUnpacks)
     EXPECT_EQ(folder.read("out/main.bin"), "firmware");
 }
 
-TEST(VympackProgram, ExitCodesTellWhatHappened)
+TEST(VympackProgram, ExitCodesSayWhatHappened)
 {
     const TempFolder folder;
     const auto broken = folder.write("broken", "no package");

@@ -97,7 +97,7 @@ TEST(PackagePlace, OfAFileNamedWithoutItsFolderIsTheWorkingFolder)
     EXPECT_EQ(found.file, "a.vymbind");
 }
 
-TEST(PackagePlace, IsTheFolderOfANameThatLeadsNowhere)
+TEST(PackagePlace, IsTheFolderOfANameThatDoesNotExist)
 {
     const Installation place;
     EXPECT_EQ(place.find(place.path("missing")).folder, place.path("missing"));

@@ -82,7 +82,7 @@ protected:
 
 } // namespace
 
-TEST_F(Trust, IsNotAskedForWithoutAKey)
+TEST_F(Trust, IsNotCheckedWithoutAKey)
 {
     const auto opened = open();
     ASSERT_TRUE(opened.package.has_value()) << opened.problem;
@@ -190,7 +190,7 @@ TEST_F(Trust, RefusesEveryPackageWhereTheOnlyKeyCannotBeRead)
     expectRefused(open("neither a file nor a key"), "the given key (which is no key");
 }
 
-TEST_F(Trust, RefusesEveryPackageWhereTheKeysFolderIsNone)
+TEST_F(Trust, RefusesEveryPackageIfTheKeysFolderIsNoFolder)
 {
     fs::remove(keyFolder());
     std::ofstream(keyFolder()) << "a file\n";

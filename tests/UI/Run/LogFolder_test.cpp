@@ -203,7 +203,7 @@ TEST(LogFolder, RemovesNothingThatIsNoLog)
     EXPECT_EQ(countIn(folder.path()), kKeptLogs + 4);
 }
 
-TEST(LogFolder, ThatCannotBeUsedIsAProblemToTell)
+TEST(LogFolder, ThatCannotBeUsedIsReportedAsAProblem)
 {
     const TempFolder folder;
     folder.write("file", "");

@@ -53,7 +53,7 @@ TEST(RunHistory, ReadsNoMoreThanARunWrites)
     EXPECT_EQ(runs[1].started, "\\x00\\x1b[2J");
 }
 
-TEST(RunHistory, HasNoneWhereThereIsNoFolder)
+TEST(RunHistory, IsEmptyIfThereIsNoFolder)
 {
     EXPECT_TRUE(pastRuns("/nowhere").empty());
     EXPECT_TRUE(pastRuns("").empty());

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-TEST(DoctorSystem, AcceptsALogFolderThatCanBeMadeAndMakesNone)
+TEST(DoctorSystem, AcceptsALogFolderThatCanBeMadeButDoesNotMakeIt)
 {
     const TempFolder folder;
     const auto missing = folder.path() / "state" / "vymkit";

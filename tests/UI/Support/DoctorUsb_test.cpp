@@ -25,7 +25,7 @@ SurveyedPrinter printer()
 
 } // namespace
 
-TEST(DoctorUsb, SkipsWhatNeedsAPrinterWhereThereIsNone)
+TEST(DoctorUsb, SkipsChecksThatNeedAPrinterIfThereIsNoPrinter)
 {
     const auto findings = findingsOf({}, true);
     ASSERT_EQ(findings.size(), 4U);

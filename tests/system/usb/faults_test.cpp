@@ -93,7 +93,7 @@ TEST(LateAnswer, DoesNotHideARefusalFromAStatusQuery)
     EXPECT_EQ(run.exitCode(kBound), 12) << run.process().out() << printer.transcript();
 }
 
-TEST(LateAnswer, DoesNotHideARefusalWhereNobodyCanAskForTheStatus)
+TEST(LateAnswer, DoesNotHideARefusalOfAPrinterThatReportsNoStatus)
 {
     const PackageFolder package({{"MAIN", "AB010200", 20000}, {"BOOT", "AB010200", 4000}});
     BusPrinter printer({"--firmware", "MAIN=AB010100", "--firmware", "BOOT=AB010100",

@@ -33,7 +33,7 @@ std::set<std::string> listed(const PackageFolder& package)
     return addressesIn(run.result());
 }
 
-TEST(Printers, AreNoneOnAnEmptyBus)
+TEST(Printers, AreAnEmptyListOnAnEmptyBus)
 {
     const PackageFolder package(kFirmware);
     EXPECT_EQ(listed(package), std::set<std::string>{});
@@ -179,7 +179,7 @@ const Identity kIdentities[] = {
 
 INSTANTIATE_TEST_SUITE_P(ByItsWords, PrinterIdentity, ::testing::ValuesIn(kIdentities));
 
-TEST(OrdinaryUser, HearsThatAPrinterIsThereButMayNotBeOpened)
+TEST(OrdinaryUser, LearnsThatAPrinterIsConnectedButMayNotBeOpened)
 {
     const PackageFolder package(kFirmware);
     fs::permissions(package.path(), fs::perms::others_read | fs::perms::others_exec,

@@ -1,5 +1,5 @@
 #include "Tools/vymprinter/PrinterSession.h"
-#include "tests/Tools/vymprinter_desk.h"
+#include "tests/Tools/vymprinter/desk.h"
 
 #include <gmock/gmock.h>
 
@@ -135,7 +135,7 @@ TEST(VymprinterSessionFaults, RefusedPieceEndsItsFirmware)
     EXPECT_EQ(desk.lastVerdict(), "a firmware does not begin at 0");
 }
 
-TEST(VymprinterSessionFaults, PowerThatGoesTakesWithItWhatWasNotHandled)
+TEST(VymprinterSessionFaults, PowerLossLosesThePacketsThatWereNotHandled)
 {
     PrinterModel model;
     model.replyDelay = Millis(50);

@@ -5,7 +5,7 @@
 // Invariant: no wait is longer than kPatience.
 #pragma once
 #include "Tools/vymprinter/TcpListen.h"
-#include "tests/Tools/vymprinter_requests.h"
+#include "tests/Tools/vymprinter/requests.h"
 
 #include <arpa/inet.h>
 #include <cerrno>

@@ -6,7 +6,7 @@
 // Invariant: after send() and due(), no reply that is due remains.
 #pragma once
 #include "Tools/vymprinter/PrinterSession.h"
-#include "tests/Tools/vymprinter_requests.h"
+#include "tests/Tools/vymprinter/requests.h"
 
 #include <map>
 #include <memory>
