@@ -84,6 +84,14 @@ class Collection(desk.Ansible):
         galaxy = yaml.safe_load((desk.COLLECTION / "galaxy.yml").read_text())
         self.assertIn(f"project(vymkit VERSION {galaxy['version']} ", cmake)
 
+    def test_it_is_installed_from_its_sources_without_a_network(self):
+        done = self.ansible("ansible-galaxy", "collection", "install", "--offline", desk.COLLECTION,
+                            "-p", self.folder / "installed")
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+        place = self.folder / "installed/ansible_collections/vymkit/printers"
+        self.assertTrue((place / "MANIFEST.json").exists() and (place / "README.md").exists())
+        self.assertFalse((place / "tests").exists())
+
     def test_the_example_inventory_and_the_playbooks_can_be_read(self):
         example = desk.COLLECTION / "examples/inventory.yml"
         done = self.ansible("ansible-inventory", "-i", example, "--list")

@@ -23,6 +23,9 @@ PACKAGE = BUILD / "bin/VYMBINDDATA"
 SHA256 = hashlib.sha256(PACKAGE.read_bytes()).hexdigest()
 OLD = {"MAIN": "VP010100", "ENGINE": "VE010100"}
 NEW = {"MAIN": "VP010210", "ENGINE": "VE010105"}
+# A printer that restarts after its update with the versions of the package.
+RESTART = ["--restart", "0.1", *(word for name, version in NEW.items()
+                                 for word in ("--updated", f"{name}={version}"))]
 BLOCK = 64  # addresses of one process, out of 2^16 blocks
 
 

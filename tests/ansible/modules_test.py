@@ -91,6 +91,21 @@ class Update(Modules):
             self.assertEqual(said["diff"]["before"], said["diff"]["after"])
         self.assertFalse((self.folder / "state").exists(), "an update leaves a log")
 
+    def test_a_verified_update_has_the_versions_that_the_printer_reports_and_is_no_change_when_repeated(self):
+        self.printers(0, 1, *desk.RESTART)
+        said = self.update(verify=60)
+        self.assertEqual((said["changed"], said["verdict"]), (True, "verified"))
+        self.assertEqual(said["diff"]["after"], desk.NEW)
+        said = self.update(verify=60)
+        self.assertEqual((said["changed"], said["diff"]["before"]), (False, desk.NEW))
+
+    def test_a_printer_that_comes_back_with_its_old_version_is_a_failure(self):
+        self.printers(0, 1, *desk.RESTART, "--fault", "old-version")
+        said = self.update(verify=2)
+        self.assertEqual((said["failed"], said["changed"], said["exit_code"]), (True, True, 4))
+        self.assertEqual((said["verdict"], said["next"]), ("not-installed", "check-printer"))
+        self.assertEqual(said["diff"]["after"], desk.OLD)
+
     def test_only_the_firmware_that_is_named_is_sent(self):
         self.printers(0)
         said = self.update(only=["ENGINE"])
