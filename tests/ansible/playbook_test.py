@@ -3,6 +3,7 @@
 
 playbook_test.py BUILD_FOLDER, with the interpreter that Ansible uses
 """
+import json
 import unittest
 
 import desk
@@ -65,6 +66,18 @@ class Playbook(desk.Ansible):
             self.assertEqual(code, 2, output)
             self.assertIn("name no printer twice", output)
         self.assertEqual(self.received()["MAIN"], set())
+
+    def test_the_printers_of_a_runner_are_listed(self):
+        queue = {"name": "Office", "address": None, "explanation": "has no address"}
+        cli = self.folder / "scripted-cli"
+        cli.write_text("#!/bin/sh\ncat <<'END'\n" + json.dumps({
+            "type": "result", "name": "printers-listed", "exit_code": 0, "next": "none",
+            "message": "One.", "printers": [queue]}) + "\nEND\n")
+        cli.chmod(0o755)
+        done = self.ansible("ansible-playbook", "-i", self.inventory({}, fleet_vymkit_cli=str(cli)),
+                            "vymkit.printers.list", "--limit", "runner-south")
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+        self.assertIn('"msg": "Office, no address: has no address"', done.stdout)
 
 
 if __name__ == "__main__":
