@@ -60,6 +60,18 @@
         <translation>Signiert mit %@.</translation>
     </message>
     <message>
+        <source>Start_NoPackageTitle</source>
+        <translation>Es gibt noch kein Update-Paket</translation>
+    </message>
+    <message>
+        <source>Start_NoPackage</source>
+        <translation>Ein Update-Paket ist eine Datei vom Hersteller Ihres Druckers. Sie heißt meist VYMBINDDATA oder endet auf .vymbind. Wählen Sie sie hier aus.</translation>
+    </message>
+    <message>
+        <source>Start_ChoosePackage</source>
+        <translation>Paket auswählen …</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit Version %@</translation>
     </message>
@@ -209,6 +221,22 @@
     <message>
         <source>VYM_UnSupportOS_Package</source>
         <translation>Das Update-Paket konnte nicht gelesen werden, deshalb ist nicht bekannt, welche Systeme es unterstützt: %@</translation>
+    </message>
+    <message>
+        <source>Report_Save</source>
+        <translation>Bericht speichern …</translation>
+    </message>
+    <message>
+        <source>Report_Saved</source>
+        <translation>Der Bericht wurde gespeichert</translation>
+    </message>
+    <message>
+        <source>Report_NotSaved</source>
+        <translation>Der Bericht konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Report_Masked</source>
+        <translation>Er ist für alle bestimmt, die Ihnen helfen. Namen von Personen, Computern und Dateien, Adressen und Seriennummern sind darin unkenntlich gemacht. Lesen Sie ihn, bevor Sie ihn weitergeben.</translation>
     </message>
     <message>
         <source>Update_Description</source>

@@ -60,6 +60,18 @@
         <translation>Signed with %@.</translation>
     </message>
     <message>
+        <source>Start_NoPackageTitle</source>
+        <translation>There is no update package yet</translation>
+    </message>
+    <message>
+        <source>Start_NoPackage</source>
+        <translation>An update package is a file from the maker of your printer, usually called VYMBINDDATA or ending in .vymbind. Choose it here.</translation>
+    </message>
+    <message>
+        <source>Start_ChoosePackage</source>
+        <translation>Choose package…</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit version %@</translation>
     </message>
@@ -209,6 +221,22 @@
     <message>
         <source>VYM_UnSupportOS_Package</source>
         <translation>The update package could not be read, so it is not known which systems it supports: %@</translation>
+    </message>
+    <message>
+        <source>Report_Save</source>
+        <translation>Save report…</translation>
+    </message>
+    <message>
+        <source>Report_Saved</source>
+        <translation>The report has been saved</translation>
+    </message>
+    <message>
+        <source>Report_NotSaved</source>
+        <translation>The report could not be saved</translation>
+    </message>
+    <message>
+        <source>Report_Masked</source>
+        <translation>It is for those who help you. Names of people, computers and files, addresses and serial numbers are masked in it. Read it before you pass it on.</translation>
     </message>
     <message>
         <source>Update_Description</source>

@@ -60,6 +60,18 @@
         <translation>Firmado con %@.</translation>
     </message>
     <message>
+        <source>Start_NoPackageTitle</source>
+        <translation>Todavía no hay ningún paquete de actualización</translation>
+    </message>
+    <message>
+        <source>Start_NoPackage</source>
+        <translation>Un paquete de actualización es un archivo del fabricante de su impresora. Suele llamarse VYMBINDDATA o terminar en .vymbind. Elíjalo aquí.</translation>
+    </message>
+    <message>
+        <source>Start_ChoosePackage</source>
+        <translation>Elegir paquete…</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit, versión %@</translation>
     </message>
@@ -209,6 +221,22 @@
     <message>
         <source>VYM_UnSupportOS_Package</source>
         <translation>No se ha podido leer el paquete de actualización, por lo que no se sabe con qué sistemas es compatible: %@</translation>
+    </message>
+    <message>
+        <source>Report_Save</source>
+        <translation>Guardar informe…</translation>
+    </message>
+    <message>
+        <source>Report_Saved</source>
+        <translation>Se ha guardado el informe</translation>
+    </message>
+    <message>
+        <source>Report_NotSaved</source>
+        <translation>No se ha podido guardar el informe</translation>
+    </message>
+    <message>
+        <source>Report_Masked</source>
+        <translation>Es para quienes le ayuden. Los nombres de personas, equipos y archivos, las direcciones y los números de serie aparecen ocultos. Léalo antes de enviarlo.</translation>
     </message>
     <message>
         <source>Update_Description</source>

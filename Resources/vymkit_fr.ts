@@ -60,6 +60,18 @@
         <translation>Signé avec %@.</translation>
     </message>
     <message>
+        <source>Start_NoPackageTitle</source>
+        <translation>Aucun paquet de mise à jour pour le moment</translation>
+    </message>
+    <message>
+        <source>Start_NoPackage</source>
+        <translation>Un paquet de mise à jour est un fichier fourni par le fabricant de votre imprimante. Il s’appelle généralement VYMBINDDATA ou se termine par .vymbind. Choisissez-le ici.</translation>
+    </message>
+    <message>
+        <source>Start_ChoosePackage</source>
+        <translation>Choisir un paquet…</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit, version %@</translation>
     </message>
@@ -209,6 +221,22 @@
     <message>
         <source>VYM_UnSupportOS_Package</source>
         <translation>Le paquet de mise à jour n’a pas pu être lu ; les systèmes qu’il prend en charge ne sont donc pas connus : %@</translation>
+    </message>
+    <message>
+        <source>Report_Save</source>
+        <translation>Enregistrer un rapport…</translation>
+    </message>
+    <message>
+        <source>Report_Saved</source>
+        <translation>Le rapport a été enregistré</translation>
+    </message>
+    <message>
+        <source>Report_NotSaved</source>
+        <translation>Le rapport n’a pas pu être enregistré</translation>
+    </message>
+    <message>
+        <source>Report_Masked</source>
+        <translation>Il est destiné aux personnes qui vous aident. Les noms de personnes, d’ordinateurs et de fichiers, les adresses et les numéros de série y sont masqués. Lisez-le avant de le transmettre.</translation>
     </message>
     <message>
         <source>Update_Description</source>

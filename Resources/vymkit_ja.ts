@@ -60,6 +60,18 @@
         <translation>署名: %@</translation>
     </message>
     <message>
+        <source>Start_NoPackageTitle</source>
+        <translation>アップデートパッケージがありません</translation>
+    </message>
+    <message>
+        <source>Start_NoPackage</source>
+        <translation>アップデートパッケージは、プリンターの製造元が提供するファイルです。通常、名前は VYMBINDDATA であるか、末尾が .vymbind です。ここで選択してください。</translation>
+    </message>
+    <message>
+        <source>Start_ChoosePackage</source>
+        <translation>パッケージを選択…</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit バージョン %@</translation>
     </message>
@@ -209,6 +221,22 @@
     <message>
         <source>VYM_UnSupportOS_Package</source>
         <translation>更新パッケージを読み取れないため、対応するバージョンを確認できません：%@</translation>
+    </message>
+    <message>
+        <source>Report_Save</source>
+        <translation>レポートを保存…</translation>
+    </message>
+    <message>
+        <source>Report_Saved</source>
+        <translation>レポートを保存しました</translation>
+    </message>
+    <message>
+        <source>Report_NotSaved</source>
+        <translation>レポートを保存できませんでした</translation>
+    </message>
+    <message>
+        <source>Report_Masked</source>
+        <translation>サポート担当者に渡すためのものです。人、コンピューター、ファイルの名前、アドレス、シリアル番号は伏せてあります。渡す前に内容をご確認ください。</translation>
     </message>
     <message>
         <source>Update_Description</source>

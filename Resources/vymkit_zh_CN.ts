@@ -60,6 +60,18 @@
         <translation>签名：%@</translation>
     </message>
     <message>
+        <source>Start_NoPackageTitle</source>
+        <translation>还没有更新包</translation>
+    </message>
+    <message>
+        <source>Start_NoPackage</source>
+        <translation>更新包是打印机制造商提供的文件，通常名为 VYMBINDDATA 或以 .vymbind 结尾。请在此处选择。</translation>
+    </message>
+    <message>
+        <source>Start_ChoosePackage</source>
+        <translation>选择更新包…</translation>
+    </message>
+    <message>
         <source>Start_VersionTxt</source>
         <translation>Vymkit 版本 %@</translation>
     </message>
@@ -209,6 +221,22 @@
     <message>
         <source>VYM_UnSupportOS_Package</source>
         <translation>无法读取更新包，因此无法得知其支持的版本：%@</translation>
+    </message>
+    <message>
+        <source>Report_Save</source>
+        <translation>保存报告…</translation>
+    </message>
+    <message>
+        <source>Report_Saved</source>
+        <translation>报告已保存</translation>
+    </message>
+    <message>
+        <source>Report_NotSaved</source>
+        <translation>无法保存报告</translation>
+    </message>
+    <message>
+        <source>Report_Masked</source>
+        <translation>报告供为您提供帮助的人使用。其中的人名、计算机名、文件名、地址和序列号均已隐去。发送前请先阅读。</translation>
     </message>
     <message>
         <source>Update_Description</source>

@@ -31,3 +31,8 @@ bool AppController::isStillSearching() const
 {
     return _mainwindowController != nullptr && _mainwindowController->isStillSearching();
 }
+
+std::string AppController::chosenPackage() const
+{
+    return _mainwindowController != nullptr ? _mainwindowController->chosenPackage() : "";
+}

@@ -17,6 +17,8 @@ public:
     [[nodiscard]] const QString& problem() const { return m_problem; }
     // Shows the window, and runs the program until it ends; returns its exit code.
     int run();
+    // With this package the program is to be started again; empty if not.
+    [[nodiscard]] std::string chosenPackage() const;
     // Whether a search for printers would keep the destructor waiting.
     [[nodiscard]] bool isStillSearching() const;
 

@@ -36,8 +36,9 @@ std::unique_ptr<MainWindowController> MainWindowController::create(MainWindowSet
 }
 
 MainWindowController::MainWindowController(MainWindowSetup setup, std::unique_ptr<Form> form)
-    : m_setup(std::move(setup)), m_form(std::move(form)), _isUseDriverOnly(m_setup.isUseDriverOnly),
-      m_frame(*m_form), m_opening(*m_form, _firmware_list, m_setup.version), m_preparation(*m_form),
+    : m_setup(std::move(setup)), m_report(m_setup.files, m_setup.composeReport),
+      m_form(std::move(form)), _isUseDriverOnly(m_setup.isUseDriverOnly), m_frame(*m_form),
+      m_opening(*m_form, _firmware_list, m_setup.version), m_preparation(*m_form),
       m_device1(*m_form, DevicePage::Variant::withAddress, m_setup.findPrinters),
       m_device2(*m_form, DevicePage::Variant::queuesOnly, m_setup.findPrinters),
       m_confirmation(*m_form), m_progress(*m_form),
@@ -52,23 +53,34 @@ void MainWindowController::awakeFromNib()
     m_ending.emplace(m_setup.endings,
                      [this](const std::string& what) { return endUnlessRunning(what); });
     vymParseController::loadData();
-    if (!m_setup.packageProblem.empty())
+    if (!m_setup.packageProblem.empty() && !m_setup.isPackageMissing)
         m_run.logPackageProblem(m_setup.packageProblem);
-    if (!checkOSVersion()) {
-        ask(unsupportedSystemMessage(m_setup.packageProblem));
+    if (!m_setup.isPackageMissing && !checkOSVersion()) {
+        tell(unsupportedSystemMessage(m_setup.packageProblem));
         end();
         return;
     }
     connectControls();
     _setLocalizedStrings();
-    _makeFirmWareList();
-    m_opening.showPackage(vymParseController::getModelName());
-    if (!m_setup.packageSignature.empty())
-        m_opening.showSignature(m_setup.packageSignature);
+    showStart();
     dressAll();
     for (auto* window : {&m_frame.window(), &m_progress.window()})
         window->installEventFilter(this);
     showOpeningPage();
+}
+
+void MainWindowController::showStart()
+{
+    if (m_setup.isPackageMissing) {
+        m_opening.showMissingPackage();
+        connect(m_opening.chooseButton(), &QPushButton::clicked, this,
+                &MainWindowController::choosePackage);
+        return;
+    }
+    _makeFirmWareList();
+    m_opening.showPackage(vymParseController::getModelName());
+    if (!m_setup.packageSignature.empty())
+        m_opening.showSignature(m_setup.packageSignature);
 }
 
 bool MainWindowController::checkOSVersion()
@@ -302,6 +314,29 @@ void MainWindowController::endUpdate(std::int32_t code)
         _updateStatusTimer->deleteLater();
         _updateStatusTimer = nullptr;
     }
-    ask(m_run.end(code));
+    tell(m_run.end(code));
+    end();
+}
+
+void MainWindowController::tell(const Alert& message)
+{
+    const auto shown = m_report.withOffer(message);
+    const auto printer =
+        _targetPrinterInfo != nullptr ? _targetPrinterInfo->printerURI().value_or("") : "";
+    while (ask(shown) == alert::kExtra) {
+        if (const auto saved = m_report.save(printer); saved.has_value())
+            ask(*saved);
+    }
+}
+
+void MainWindowController::choosePackage()
+{
+    if (m_setup.files == nullptr)
+        return;
+    auto file = m_setup.files->fileToOpen(words::plain(textkey::kStartChoosePackage),
+                                          {"VYMBINDDATA *.vymbind", "*"});
+    if (file.empty() || m_hasEnded)
+        return;
+    m_chosenPackage = std::move(file);
     end();
 }

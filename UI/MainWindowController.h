@@ -11,9 +11,11 @@
 #include "UI/Pages/OpeningPage.h"
 #include "UI/Pages/PreparationPage.h"
 #include "UI/Pages/ProgressWindow.h"
+#include "UI/Pages/ReportOffer.h"
 #include "UI/Pages/RunOnScreen.h"
 #include "UI/Pages/WizardFrame.h"
 #include "UI/Widgets/Alerts.h"
+#include "UI/Widgets/FileQuestions.h"
 
 #include <QTimer>
 #include <functional>
@@ -30,6 +32,9 @@ struct MainWindowSetup {
     std::string version; // of the program
     bool isUseDriverOnly = false; // offer only print queues
     const EndingSignals* endings = nullptr; // must outlive the window
+    FileQuestions* files = nullptr; // null: no file can be chosen
+    bool isPackageMissing = false; // none was named, and none is where packages are kept
+    ReportOffer::Compose composeReport; // empty: no report is offered
 };
 
 class MainWindowController final : public QObject {
@@ -47,6 +52,9 @@ public:
     [[nodiscard]] bool hasEnded() const { return m_hasEnded; }
     // A search for printers still waits for one; destruction would wait for it.
     [[nodiscard]] bool isStillSearching() const;
+    // The package that the user chose where there was none: the process can open only one, so the
+    // caller starts the program again with it. Empty if none was chosen.
+    [[nodiscard]] const std::string& chosenPackage() const { return m_chosenPackage; }
 
     void showOpeningPage();
     void showPreferencePage();
@@ -74,6 +82,7 @@ private:
 
     void awakeFromNib();
     [[nodiscard]] bool checkOSVersion();
+    void showStart();
     void connectControls();
     void _makeFirmWareList();
     void _setLocalizedStrings();
@@ -82,10 +91,14 @@ private:
     [[nodiscard]] DevicePage& devicePage();
     int ask(const Alert&
                 question); // the answer of Alerts; neither button while another question is open
+    void tell(const Alert& message); // and save the report, if the user wants it
+    void choosePackage();
     void end();
     bool endUnlessRunning(const std::string& what); // the source of the request, for the log
 
     MainWindowSetup m_setup;
+    ReportOffer m_report;
+    std::string m_chosenPackage;
     std::unique_ptr<Form> m_form;
     FirmwareList _firmware_list;
     std::shared_ptr<PrinterInfo> _targetPrinterInfo;

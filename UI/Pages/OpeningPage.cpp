@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -66,4 +67,28 @@ void OpeningPage::showSignature(const std::string& signature)
 {
     _AppCommentTxtField->setText(_AppCommentTxtField->text() + QStringLiteral("\n\n")
                                  + words::text(textkey::kStartSignedWith, signature));
+}
+
+void OpeningPage::showMissingPackage()
+{
+    _targetDeviceTitle->setText(words::text(textkey::kStartNoPackageTitle));
+    _AppCommentTxtField->setText(words::text(textkey::kStartNoPackage));
+    _targetDeviceTxt->hide();
+    _firmInfoTxt->hide();
+    _firmInfoTblView->parentWidget()->hide();
+    m_choose = new QPushButton(words::text(textkey::kStartChoosePackage));
+    m_choose->setObjectName(QStringLiteral("_choosePackageBtn"));
+    auto* column = content()->findChild<QVBoxLayout*>(QStringLiteral("openingPageLayout"));
+    if (column != nullptr)
+        column->insertWidget(column->indexOf(_AppCommentTxtField) + 1, m_choose, 0,
+                             Qt::AlignLeading);
+    forwardButton()->setEnabled(false);
+}
+
+void OpeningPage::takeFocus()
+{
+    if (m_choose != nullptr)
+        m_choose->setFocus();
+    else
+        Page::takeFocus();
 }

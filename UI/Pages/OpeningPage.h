@@ -17,6 +17,10 @@ public:
     void setTexts() override;
     void dress() override;
     void showPackage(const std::string& model); // and the present rows of the list
+    // Instead of a package: there is none yet, and the button to choose one.
+    void showMissingPackage();
+    [[nodiscard]] QPushButton* chooseButton() const { return m_choose; } // null with a package
+    void takeFocus() override;
     void showSignature(const std::string& signature); // whose it is; after the texts are set
 
 private:
@@ -33,4 +37,5 @@ private:
     ListColumn _firmList_type_col;
     ListColumn _firmList_version_col;
     QLabel* _openingVersionTxt = nullptr;
+    QPushButton* m_choose = nullptr;
 };

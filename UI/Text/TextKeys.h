@@ -29,6 +29,9 @@ constexpr const char* kStartFirmInfoTitle = "Start_FirmInfoTitle";
 constexpr const char* kStartListTypeTitle = "Start_ListTypeTitle";
 constexpr const char* kStartListVerTitle = "Start_ListVerTitle";
 constexpr const char* kStartSignedWith = "Start_SignedWith"; // (text) the key, and what it signed
+constexpr const char* kStartNoPackageTitle = "Start_NoPackageTitle"; // instead of a package
+constexpr const char* kStartNoPackage = "Start_NoPackage"; // says what a package is
+constexpr const char* kStartChoosePackage = "Start_ChoosePackage"; // a button
 constexpr const char* kStartVersionTxt = "Start_VersionTxt"; // (text) the program's version
 
 // Preparation page.
@@ -74,6 +77,12 @@ constexpr const char* kCancelMessage = "Cancel_Message";
 constexpr const char* kUnSupportOSTitle = "VYM_UnSupportOS_Title";
 constexpr const char* kUnSupportOSMes = "VYM_UnSupportOS_Mes";
 constexpr const char* kUnSupportOSPackage = "VYM_UnSupportOS_Package"; // (text) the true reason
+
+// The report that a message offers.
+constexpr const char* kReportSave = "Report_Save"; // a button
+constexpr const char* kReportSaved = "Report_Saved"; // a title
+constexpr const char* kReportNotSaved = "Report_NotSaved"; // a title
+constexpr const char* kReportMasked = "Report_Masked"; // below the name of the file
 
 // The run.
 constexpr const char* kUpdateDescription = "Update_Description";

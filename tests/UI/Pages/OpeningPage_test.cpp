@@ -1,5 +1,6 @@
 // The first page's view of a package.
 #include "tests/UI/Wizard.h"
+#include "tests/support/QueuedFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -61,4 +62,84 @@ TEST(OpeningPage, ShowsMarkupAndControlCharactersOfAPackageAsTheyStand)
     wizard.description({"MODELNAME \"<b>A\x1B[2J</b>\"", "PLATFORMVERSION MACOS=0"}).open();
     EXPECT_EQ(wizard.text("_targetDeviceTxt"), "<b>A\\x1b[2J</b>");
     EXPECT_EQ(wizard.find<QLabel>("_targetDeviceTxt").textFormat(), Qt::PlainText);
+}
+
+TEST(OpeningPage, SaysWhoSignedThePackageBelowItsDescription)
+{
+    Wizard wizard;
+    wizard.setup.packageSignature = "maker.pub (Vymprint 200, release 1.2.10)";
+    wizard.open();
+    EXPECT_EQ(wizard.text("_AppCommentTxtField"), "Start_Description\n\nStart_SignedWith");
+}
+
+TEST(OpeningPage, ShowsTheSignatureInEveryLanguageAsPlainText)
+{
+    for (const auto* language : kLanguages) {
+        SCOPED_TRACE(language);
+        const Language texts(language);
+        Wizard wizard;
+        wizard.setup.packageSignature = "maker.pub (<b>release</b> 1.2.10)";
+        wizard.open();
+        EXPECT_TRUE(
+            wizard.text("_AppCommentTxtField").contains("maker.pub (<b>release</b> 1.2.10)"));
+        EXPECT_EQ(wizard.find<QLabel>("_AppCommentTxtField").textFormat(), Qt::PlainText);
+        expectNothingCut(wizard.window());
+    }
+}
+
+TEST(OpeningPage, SaysNothingOfASignatureThatNobodyChecked)
+{
+    Wizard wizard;
+    wizard.open();
+    EXPECT_EQ(wizard.text("_AppCommentTxtField"), "Start_Description");
+}
+
+namespace {
+
+void openWithoutPackage(Wizard& wizard, QueuedFiles& files)
+{
+    wizard.setup.files = &files;
+    wizard.setup.isPackageMissing = true;
+    wizard.setup.packageProblem = "There is none.";
+    wizard.noPackage().open();
+}
+
+} // namespace
+
+TEST(OpeningPage, SaysThatThereIsNoPackageAndGoesNoFurther)
+{
+    QueuedFiles files;
+    Wizard wizard;
+    openWithoutPackage(wizard, files);
+    EXPECT_TRUE(wizard.alerts.asked().empty());
+    EXPECT_EQ(wizard.text("_targetDeviceTitle"), "Start_NoPackageTitle");
+    EXPECT_EQ(wizard.text("_AppCommentTxtField"), "Start_NoPackage");
+    EXPECT_FALSE(wizard.find("_firmInfoTblView").isVisible());
+    EXPECT_FALSE(wizard.find("_openingNextBtn").isEnabled());
+    EXPECT_EQ(wizard.focus(), "_choosePackageBtn");
+}
+
+TEST(OpeningPage, EndsWithThePackageThatWasChosenByKeyboard)
+{
+    QueuedFiles files;
+    Wizard wizard;
+    openWithoutPackage(wizard, files);
+    wizard.key(Qt::Key_Space); // and no file is chosen
+    EXPECT_FALSE(wizard.controller->hasEnded());
+    files.queueFile("/media/stick/VYMBINDDATA");
+    wizard.key(Qt::Key_Space);
+    EXPECT_TRUE(wizard.controller->hasEnded());
+    EXPECT_EQ(wizard.controller->chosenPackage(), "/media/stick/VYMBINDDATA");
+}
+
+TEST(OpeningPage, HasRoomForTheMissingPackageInEveryLanguage)
+{
+    for (const auto* language : kLanguages) {
+        SCOPED_TRACE(language);
+        const Language texts(language);
+        QueuedFiles files;
+        Wizard wizard;
+        openWithoutPackage(wizard, files);
+        expectNothingCut(wizard.window());
+    }
 }

@@ -50,6 +50,42 @@ class Start(WizardCase):
         self.wizard = self.start_unseen(program=program)
         self.wizard.wait_for("Vymprint 200")
 
+    def test_lets_the_user_choose_a_package_by_keyboard_where_there_is_none(self):
+        package = Package(self.desk)
+        folder = self.desk.folder / "program"
+        folder.mkdir()
+        for name in ("vymkit", "MainWindow.ui"):
+            shutil.copy(BIN / name, folder)
+        self.wizard = self.start_unseen(program=folder / "vymkit")
+        self.wizard.wait_for(self.texts["Start_NoPackage"])
+        self.wizard.focused("push button", self.texts["Start_ChoosePackage"])
+        self.wizard.keys("space")
+        self.wizard.focused("text")
+        self.wizard.type(str(package.file))
+        self.wizard.keys("Return")
+        self.wizard.wait_for("Vymprint 200")
+        self.wizard.wait_for(self.texts["Start_Description"])
+
+    def test_saves_a_report_where_the_package_is_damaged(self):
+        package = Package(self.desk)
+        package.file.write_bytes(package.file.read_bytes()[:-9])
+        self.wizard = self.start_unseen("--package", package.folder)
+        self.wizard.alert(self.texts["VYM_UnSupportOS_Title"])
+        self.press("Report_Save")
+        self.wizard.focused("text")
+        report = self.desk.folder / "report.txt"
+        self.wizard.keys("ctrl+a")
+        self.wizard.type(str(report))
+        self.wizard.keys("Return")
+        self.wizard.alert(self.texts["Report_Saved"])
+        self.press("OK")
+        self.wizard.alert(self.texts["VYM_UnSupportOS_Title"])
+        self.press("OK")
+        self.assertEqual(self.wizard.exit_code(), 0)
+        text = report.read_text(encoding="utf-8")
+        self.assertIn("problem, package: ", text)
+        self.assertNotIn(str(package.folder), text)
+
     def test_ends_without_a_window_where_its_interface_file_is_missing(self):
         program = self.desk.folder / "vymkit"
         shutil.copy(BIN / "vymkit", program)

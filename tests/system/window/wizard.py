@@ -38,6 +38,7 @@ class Wizard:
             if self._root:
                 trees = [list(self._bus.tree(top)) for top in self._bus.children(self._root)]
                 return [tree for tree in trees if tree]
+        self._root = None  # a program that has started itself again has another one
         return []
 
     def showing(self):
