@@ -88,6 +88,8 @@ void judge(const vymThread& worker, const Scenario& scenario, const PrinterLedge
     PeerTraits peer;
     peer.honest = scenario.honest();
     peer.undisturbed = !report.disturbed;
+    peer.fellSilent = report.disturbed
+        && (scenario.link.fate == Fate::silence || scenario.link.fate == Fate::printerDies);
     peer.mustSucceed = scenario.sound();
     peer.interrupted = !scenario.inTime() || report.memoryFailed || scenario.stopAt.has_value();
     report.untruths = untruths(claims, ledger, peer);

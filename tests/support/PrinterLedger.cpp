@@ -80,6 +80,7 @@ void PrinterLedger::leftOver(std::string_view rest)
 void PrinterLedger::answeredFile(const std::string& name, bool last, std::uint16_t status)
 {
     auto& facts = m_firmware[name];
+    ++facts.answers;
     if (last)
         facts.lastAnswer = status;
     if (status != wire::kFinished && status != wire::kWriting && !facts.refusal)

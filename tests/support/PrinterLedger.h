@@ -47,6 +47,7 @@ struct FirmwareFacts {
     bool inOrder = true; // each piece began where the previous one ended
     bool sumsRight = true; // of every piece, and of the whole image if one was given
     bool lastTaken = false; // a last block arrived
+    unsigned answers = 0; // to its packets
     std::optional<std::uint16_t> lastAnswer; // the printer's own answer to it
     std::optional<std::uint16_t> refusal; // the first refusing answer
     bool statusRefused = false; // a status query after the last block was answered with an error

@@ -51,7 +51,7 @@ private:
         const bool answered = m_facts.lastAnswer
             && (*m_facts.lastAnswer == wire::kFinished || *m_facts.lastAnswer == wire::kWriting);
         // A printer that answers without a request can make any answer look like the last one.
-        if (!m_peer.honest)
+        if (!m_peer.honest || (m_peer.fellSilent && m_facts.answers == 1))
             return;
         say(m_facts.bytes.size() < m_claim.image.size(),
             "success, but the printer lacks bytes of the image");

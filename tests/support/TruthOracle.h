@@ -24,6 +24,9 @@ struct PeerTraits {
     bool honest = true;
     // The line was undisturbed: no cut, no reset, no stall.
     bool undisturbed = true;
+    // Its power failed or the line went dead without a sign. If it has answered one packet before
+    // that, it looks like a printer that answers its last block alone.
+    bool fellSilent = false;
     // It answered within the package's times, and memory did not run out: a run has to succeed.
     bool mustSucceed = false;
     // The run was stopped or had another reason to fail: it need not end with the refusal.

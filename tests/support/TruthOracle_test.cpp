@@ -72,6 +72,17 @@ TEST_F(TruthOracleTest, CatchesSuccessOnAnEarlierPiecesAnswer)
     EXPECT_NE(judge(success()).find("own answer"), std::string::npos);
 }
 
+TEST_F(TruthOracleTest, ExcusesOneAnswerBeforeSilenceOnly)
+{
+    m_peer.fellSilent = true;
+    m_ledger.took(filePacket(0, 0, 6, "abc"));
+    m_ledger.answeredFile("MAIN", false, kFinished);
+    EXPECT_EQ(judge(success()), "") << "so looks a printer that answers its last block alone";
+    m_ledger.took(filePacket(0, 3, 6, "def"));
+    m_ledger.answeredFile("MAIN", false, kFinished);
+    EXPECT_NE(judge(success()), "");
+}
+
 TEST_F(TruthOracleTest, CatchesSuccessWithoutALastBlock)
 {
     m_ledger.took(filePacket(0, 0, 6, "abcdef"));
