@@ -22,10 +22,15 @@ install_packages() {
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# build_preset NAME [TARGET...]: configures the build tree if it is new, and builds.
+# build_preset NAME [TARGET...]: configures the build tree if it is new, and builds. With ccache, a
+# file that was compiled before, also in another checkout, is not compiled again.
 build_preset() {
   local preset=$1
   shift
+  if command -v ccache >/dev/null; then
+    export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+    export CCACHE_SLOPPINESS=pch_defines,time_macros # precompiled headers
+  fi
   [[ -e build/$preset/build.ninja ]] || cmake --preset "$preset" >/dev/null
   cmake --build --preset "$preset" ${*:+--target "$@"}
 }
