@@ -60,24 +60,26 @@ std::string shortName(Masking::Kind kind, const std::string& value)
 
 } // namespace
 
-const Masking::Secret* Masking::known(std::string_view value) const
+// Whether an occurrence of the value counts.
+bool Masking::fits(std::string_view text, std::size_t at, std::size_t length, const Secret& secret)
 {
-    const auto found = std::find_if(m_secrets.begin(), m_secrets.end(),
-                                    [value](const auto& each) { return each.value == value; });
-    return found != m_secrets.end() ? &*found : nullptr;
+    const char before = at == 0 ? ' ' : text[at - 1];
+    const char after = at + length == text.size() ? ' ' : text[at + length];
+    if ((isOfWord(text[at]) && isOfWord(before))
+        || (isOfWord(text[at + length - 1]) && isOfWord(after)))
+        return secret.isLoose;
+    return !secret.isWeak || marksName(before) || marksName(after);
 }
 
 void Masking::add(Kind kind, std::string value, const std::string& standIn)
 {
-    if (std::none_of(value.begin(), value.end(), isOfWord) || known(value) != nullptr)
+    if (std::none_of(value.begin(), value.end(), isOfWord))
         return;
     const bool isWeak = value.size() < kShortestWord
         || std::find(kOrdinary.begin(), kOrdinary.end(), value) != kOrdinary.end();
     const bool isLoose = kind == Kind::serial && value.size() >= kUnmistakable;
-    const auto place = std::find_if(m_secrets.begin(), m_secrets.end(), [&value](const auto& each) {
-        return each.value.size() < value.size();
-    });
-    m_secrets.insert(place, {std::move(value), standIn, isWeak, isLoose && !isWeak});
+    m_lengths.insert(value.size());
+    m_secrets.try_emplace(std::move(value), Secret{standIn, isWeak, isLoose && !isWeak});
 }
 
 // The usual one of its kind has no number.
@@ -105,14 +107,14 @@ void Masking::hide(Kind kind, const std::vector<std::string>& spellings)
             values.push_back(comparable(kind, each.substr(0, kDisplayLimit - 3)));
     }
     const auto isNew = [this](const auto& value) {
-        return std::any_of(value.begin(), value.end(), isOfWord) && known(value) == nullptr;
+        return std::any_of(value.begin(), value.end(), isOfWord) && !m_secrets.contains(value);
     };
     if (std::none_of(values.begin(), values.end(), isNew))
         return;
     std::string standIn;
     for (const auto& value : values) {
-        if (const auto* same = known(value); standIn.empty() && same != nullptr)
-            standIn = same->standIn;
+        if (const auto same = m_secrets.find(value); standIn.empty() && same != m_secrets.end())
+            standIn = same->second.standIn;
     }
     if (standIn.empty())
         standIn = nextStandIn(kind);
@@ -129,23 +131,18 @@ void Masking::hideMarked(std::string_view text)
              name.value);
 }
 
-const Masking::Secret* Masking::secretAt(std::string_view text, std::size_t at) const
+const Masking::Secret* Masking::secretAt(std::string_view text, std::size_t at,
+                                         std::size_t& length) const
 {
-    const char before = at == 0 ? ' ' : text[at - 1];
-    const auto fits = [&](const Secret& secret) {
-        const auto& value = secret.value;
-        if (value[0] != text[at] || text.compare(at, value.size(), value) != 0)
-            return false;
-        const auto end = at + value.size();
-        const char after = end == text.size() ? ' ' : text[end];
-        const bool isInWord = (isOfWord(value.front()) && isOfWord(before))
-            || (isOfWord(value.back()) && isOfWord(after));
-        if (isInWord)
-            return secret.isLoose;
-        return !secret.isWeak || marksName(before) || marksName(after);
-    };
-    const auto found = std::find_if(m_secrets.begin(), m_secrets.end(), fits);
-    return found != m_secrets.end() ? &*found : nullptr;
+    for (const auto each : m_lengths) {
+        const auto found =
+            each <= text.size() - at ? m_secrets.find(text.substr(at, each)) : m_secrets.end();
+        if (found == m_secrets.end() || !fits(text, at, each, found->second))
+            continue;
+        length = each;
+        return &found->second;
+    }
+    return nullptr;
 }
 
 std::string Masking::masked(std::string_view text) const
@@ -153,8 +150,8 @@ std::string Masking::masked(std::string_view text) const
     const auto decoded = decodedText(text);
     std::string result;
     for (std::size_t at = 0; at < decoded.text.size();) {
-        const auto* secret = secretAt(decoded.text, at);
-        const auto length = secret != nullptr ? secret->value.size() : 1;
+        std::size_t length = 1;
+        const auto* secret = secretAt(decoded.text, at, length);
         const auto begin = decoded.begins[at];
         const auto end = decoded.begins[at + length];
         result += secret != nullptr ? secret->standIn : text.substr(begin, end - begin);

@@ -15,7 +15,9 @@
 // Invariant: a stand-in never changes; the n-th value of a kind has the number n.
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,17 +37,20 @@ public:
 
 private:
     struct Secret {
-        std::string value; // decoded, in lower case
         std::string standIn;
         bool isWeak; // masked only where it stands as a name
         bool isLoose; // masked inside of words, too
     };
 
-    [[nodiscard]] const Secret* known(std::string_view value) const;
-    [[nodiscard]] const Secret* secretAt(std::string_view text, std::size_t at) const;
+    // The longest one that begins there, or null; length: its value's.
+    [[nodiscard]] const Secret* secretAt(std::string_view text, std::size_t at,
+                                         std::size_t& length) const;
+    [[nodiscard]] static bool fits(std::string_view text, std::size_t at, std::size_t length,
+                                   const Secret& secret);
     void add(Kind kind, std::string value, const std::string& standIn);
     [[nodiscard]] std::string nextStandIn(Kind kind);
 
-    std::vector<Secret> m_secrets; // the longest first
+    std::map<std::string, Secret, std::less<>> m_secrets; // by value: decoded, in lower case
+    std::set<std::size_t, std::greater<>> m_lengths; // of the values
     std::map<Kind, std::size_t> m_counts;
 };

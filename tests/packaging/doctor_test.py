@@ -6,6 +6,7 @@ doctor_test.py BUILD_FOLDER
 import json
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -14,6 +15,10 @@ import unittest
 BIN = pathlib.Path(sys.argv.pop(1)).resolve() / "bin"
 CHECKS = ["package", "signature", "system", "print-server", "queues", "usb", "permission",
           "usb-owner", "udev-rule", "address", "port", "suspend", "log-folder"]
+
+
+def minisign(*words):
+    subprocess.run(["minisign", *map(str, words)], check=True, capture_output=True, timeout=60)
 
 
 class Doctor(unittest.TestCase):
@@ -70,6 +75,51 @@ class Doctor(unittest.TestCase):
         self.assertEqual(found["system"]["status"], "skipped")
         self.assertEqual(found["address"]["status"], "ok")
         self.assertEqual(found["port"]["status"], "skipped")
+
+    def signed_package(self, *keys):
+        """A package with a signature of the first key; the keys are files NAME.pub."""
+        place = pathlib.Path(tempfile.mkdtemp())
+        self.addCleanup(shutil.rmtree, place)
+        shutil.copy(BIN / "VYMBINDDATA", place)
+        for key in keys:
+            minisign("-G", "-W", "-p", place / f"{key}.pub", "-s", place / f"{key}.key")
+        if keys:
+            minisign("-S", "-s", place / f"{keys[0]}.key", "-m", place / "VYMBINDDATA",
+                     "-t", "release 1.2.10")
+        return place
+
+    @unittest.skipUnless(shutil.which("minisign"), "makes the signatures")
+    def test_the_signature_is_checked_with_the_given_key(self):
+        place = self.signed_package("maker", "other")
+        found = self.doctor("--package", str(place), "--key", str(place / "maker.pub"))
+        self.assertEqual(found["signature"]["status"], "ok")
+        self.assertIn("maker.pub (release 1.2.10)", found["signature"]["message"])
+        found = self.doctor("--package", str(place), "--key", str(place / "other.pub"))
+        self.assertEqual(found["signature"]["status"], "problem")
+        self.assertEqual(found["package"]["status"], "skipped")
+        (place / "VYMBINDDATA.minisig").unlink()
+        found = self.doctor("--package", str(place), "--key", str(place / "maker.pub"))
+        self.assertEqual(found["signature"]["status"], "problem")
+        self.assertIn("not signed", found["signature"]["message"])
+
+    def test_a_report_names_no_person_no_computer_and_no_folder(self):
+        home = pathlib.Path(self.folder.name) / "susanne-krause"
+        state = home / ".local/state/vymkit"
+        state.mkdir(parents=True)
+        (state / "run-20261121T100000.000Z-8.log").write_text(
+            "program: vymkit 1.0.0\nstarted: 2026-11-21 11:00:00 +0100\n"
+            f"package: {home}/Geheim\naddress: usb://Acme/M?serial=%56X900177\n"
+            f"note: susanne-krause, VX900177, lab7.example\nended: x\n")
+        run = subprocess.run(
+            [str(BIN / "vymkit-cli"), "report", "--package", f"{home}/Geheim",
+             "--uri", "lpd://lab7.example/q"], capture_output=True, text=True, timeout=60,
+            check=False, env={**self.env, "HOME": str(home), "USER": "susanne-krause",
+                              "XDG_STATE_HOME": ""})
+        self.assertEqual(run.returncode, 0, run.stderr)
+        for secret in ("krause", "Geheim", "900177", "lab7"):
+            self.assertNotIn(secret, run.stdout)
+        self.assertIn("serial=<serial-1>", run.stdout)
+        self.assertIn("note: <user>, <serial-1>, <host-1>", run.stdout)
 
     def test_a_named_queue_needs_the_print_server(self):
         found = self.doctor("--printer", "office", "--package", str(BIN))

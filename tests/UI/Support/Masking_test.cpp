@@ -116,6 +116,17 @@ TEST(Masking, HidesAValueThatWasTooLongForItsLine)
     EXPECT_EQ(masking.masked(host.substr(0, 197) + "..."), "<host-1>...");
 }
 
+TEST(Masking, TakesLittleTimeForManyValues)
+{
+    std::string text;
+    for (int i = 0; text.size() < 200000; ++i)
+        text += "10." + std::to_string(i / 62500) + "." + std::to_string(i / 250 % 250) + "."
+            + std::to_string(i % 250) + " ";
+    Masking masking;
+    masking.hideMarked(text);
+    EXPECT_EQ(masking.masked(text).find("10."), std::string::npos); // and ends
+}
+
 TEST(Masking, LeavesNothingPersonalBehind)
 {
     const auto masking = anna();
