@@ -3,6 +3,7 @@
 #include "CLI/Conclusion.h"
 #include "CLI/Destination.h"
 #include "CLI/FirmwareChoice.h"
+#include "CLI/Fleet/FleetCommand.h"
 #include "CLI/HelpText.h"
 #include "UI/Package/SystemCheck.h"
 #include "UI/Text/PlainText.h"
@@ -75,7 +76,7 @@ Outcome errorOutcome(const Options& options)
 bool cannotAsk(const Options& options, const Console& console)
 {
     return options.command == Command::update && !options.yes
-        && (options.json || !isTerminal(console.in));
+        && (options.json || !isTerminal(console.in) || options.fleet.from == "-");
 }
 
 SystemBounds boundsOf(const PackageFacts& package)
@@ -99,6 +100,19 @@ std::string lookAtSystem(const PackageFacts& package, Workplace& place)
     return place.systemRemark;
 }
 
+// One printer, or many; words: empty for one.
+Outcome runOnPrinters(const PackageFacts& package, const std::optional<FleetWords>& words,
+                      Workplace& place)
+{
+    if (words)
+        return runFleetCall(package, *words, place);
+    auto [destination, outcome] = findDestination(place);
+    if (destination.has_value())
+        outcome = place.options.command == Command::check ? runCheck(package, place, *destination)
+                                                          : runUpdate(package, place, *destination);
+    return outcome;
+}
+
 OpenedPackage openedPackage(Workplace& place, StopCause& stop)
 {
     const auto& options = place.options;
@@ -115,7 +129,7 @@ OpenedPackage openedPackage(Workplace& place, StopCause& stop)
     return openPackage(request);
 }
 
-Outcome runOnPackage(Workplace& place)
+Outcome runOnPackage(Workplace& place, const std::optional<FleetWords>& words)
 {
     const auto& options = place.options;
     auto stop = StopCause::none;
@@ -146,12 +160,18 @@ Outcome runOnPackage(Workplace& place)
     if (options.port.has_value())
         package->portNumber = *options.port;
     const auto warning = lookAtSystem(*package, place);
-    auto [destination, outcome] = findDestination(place);
-    if (destination.has_value())
-        outcome = options.command == Command::check ? runCheck(*package, place, *destination)
-                                                    : runUpdate(*package, place, *destination);
+    auto outcome = runOnPrinters(*package, words, place);
     outcome.warning = warning;
     return outcome;
+}
+
+Outcome runFleet(Workplace& place)
+{
+    const auto words = readFleetWords(place);
+    if (words.stop != StopCause::none)
+        return concludeReadingStopped(place.options.command, words.stop);
+    return words.problem.empty() ? runOnPackage(place, words)
+                                 : usageOutcome(place.options, words.problem);
 }
 
 Outcome run(Workplace& place)
@@ -176,7 +196,7 @@ Outcome run(Workplace& place)
         place.session.setDeadline(*options.deadline);
     if (options.command == Command::history)
         return runHistory(options);
-    return runOnPackage(place);
+    return isFleetCall(options) ? runFleet(place) : runOnPackage(place, std::nullopt);
 }
 
 Outcome runSafely(Workplace& place)
@@ -201,8 +221,14 @@ int runCommandLine(int argc, char** argv, PrintServer* printServer, const Consol
     PacketTrace trace(options.verbose ? &display : nullptr,
                       [&session] { return session.seconds(); });
     Workplace place{options, console, session, display, *report, trace, printServer};
+    const auto order = orderFromEnvironment();
+    if (order && order->queue)
+        place.queue = &*order->queue;
     auto outcome = runSafely(place);
     outcome.seconds = session.seconds();
+    outcome.isOfFleet = isFleetCall(options);
+    if (order)
+        recordEnd(*order, outcome);
     report->finish(outcome);
     display.drain();
     if (place.isThreadLeft)

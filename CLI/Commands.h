@@ -22,6 +22,7 @@ struct Workplace {
     PacketTrace& trace;
     PrintServer* printServer; // null: this system has no print queues
     EntryChoice choice = {}; // the firmware to update
+    const PrintQueue* queue = nullptr; // that the call for many printers has found already
     std::string systemRemark = {}; // what the package's bounds say of this system; may be empty
     // A thread that only reads still waits for an answer: the process ends without it.
     bool isThreadLeft = false;
@@ -43,3 +44,5 @@ doctor::Request doctorRequest(const Workplace& place);
 Outcome runPrinters(Workplace& place);
 Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& destination);
 Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& destination);
+// Why the update must not start; StopCause::none after a "yes".
+StopCause askPerson(Workplace& place, const std::string& question);

@@ -105,6 +105,8 @@ DestinationResult atHost(Workplace& place)
 DestinationResult findDestination(Workplace& place)
 {
     const auto& options = place.options;
+    if (place.queue != nullptr)
+        return taken(*PrinterInfo::initWithPMPrinter(*place.queue), options);
     if (options.printer)
         return named(place);
     Destination destination;

@@ -7,12 +7,13 @@
 
 namespace {
 
-// Back to where the live line began, then clear all that is shown of it: a terminal that became
-// narrower has broken it into several.
-std::string erase(std::size_t liveColumns, std::size_t columns)
+constexpr std::size_t kFreeRows = 1; // for the line that ends above the live ones
+
+// The further rows that a line of so many columns takes: a terminal that became narrower has
+// broken it into several.
+std::size_t furtherRows(std::size_t lineColumns, std::size_t columns)
 {
-    const auto rows = liveColumns != 0 ? (liveColumns - 1) / std::max<std::size_t>(columns, 1) : 0;
-    return (rows != 0 ? "\x1b[" + std::to_string(rows) + "A" : "") + "\r\x1b[J";
+    return lineColumns != 0 ? (lineColumns - 1) / std::max<std::size_t>(columns, 1) : 0;
 }
 
 } // namespace
@@ -52,10 +53,34 @@ void Display::live(std::string_view text)
     const HoldLock hold(m_lock);
     if (!m_canRedraw)
         return;
+    showLive({std::string(text)});
+}
+
+void Display::liveLines(std::vector<std::string> lines, std::string last)
+{
+    const HoldLock hold(m_lock);
+    if (!m_canRedraw)
+        return;
+    const auto rows = rowsOf(m_descriptor);
+    const auto room = rows > kFreeRows + 1 ? rows - kFreeRows - 1 : 0;
+    if (lines.size() > room)
+        lines.resize(room); // the last line counts the others
+    lines.push_back(std::move(last));
+    showLive(lines);
+}
+
+void Display::showLive(const std::vector<std::string>& lines)
+{
     const auto width = columns();
-    const auto shown = fitColumns(text, width > kFreeColumns ? width - kFreeColumns : 0);
-    m_output.writeProgress(erase(m_liveColumns, width).append(shown));
-    m_liveColumns = std::max<std::size_t>(columnsNeeded(shown), 1);
+    auto text = erased();
+    std::vector<std::size_t> needed;
+    for (const auto& line : lines) {
+        const auto shown = fitColumns(line, width > kFreeColumns ? width - kFreeColumns : 0);
+        text.append(needed.empty() ? "" : "\n").append(shown);
+        needed.push_back(std::max<std::size_t>(columnsNeeded(shown), 1));
+    }
+    m_output.writeProgress(text);
+    m_liveColumns = std::move(needed);
 }
 
 void Display::clearLive()
@@ -72,7 +97,17 @@ void Display::drain()
 
 void Display::eraseLive()
 {
-    if (m_liveColumns != 0)
-        m_output.write(erase(m_liveColumns, columns()));
-    m_liveColumns = 0;
+    if (!m_liveColumns.empty())
+        m_output.write(erased());
+    m_liveColumns.clear();
+}
+
+// Back to where the first live line began, then clear all that is shown of them.
+std::string Display::erased() const
+{
+    const auto width = columns();
+    auto rows = m_liveColumns.empty() ? 0 : m_liveColumns.size() - 1;
+    for (const auto each : m_liveColumns)
+        rows += furtherRows(each, width);
+    return (rows != 0 ? "\x1b[" + std::to_string(rows) + "A" : "") + "\r\x1b[J";
 }

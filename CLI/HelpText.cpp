@@ -9,6 +9,7 @@ Examples:
   vymkit-cli check --printer office
   vymkit-cli update --address 192.0.2.7
   vymkit-cli update --uri "usb://Acme/P1?serial=12" --yes --json --deadline 1800
+  vymkit-cli update --from list --canary 2 --max-failures 3 --results done.jsonl --yes
 
 Usage: vymkit-cli COMMAND [OPTIONS]
 
@@ -21,18 +22,29 @@ Commands:
   doctor               Say why an update would not work here, and what helps. Changes nothing.
   report               Write down what a helper needs to know, with names and numbers masked.
 
-Which printer (check, update; exactly one of them; doctor, report: one at most):
+Which printer (check, update; several times for many printers; doctor, report: one at most):
       --printer NAME   A printer of the list, by its queue's identifier or by its name.
   -a, --address A      The printer's IPv4 address, or the name of its host.
       --uri PORT       The printer's port string: usb://..., lpd://... or net:...
+      --from FILE      The printers of this list, one on each line; - is the standard input.
+      --all            Every printer that the list of 'printers' has (check, update);
+                       with its reason also every one that cannot be updated (printers).
       --port N         Connect to this TCP port instead of the package's.
 
 Which firmware (check, update; otherwise all of the package):
       --only NAME      Only the firmware of this name (repeatable).
       --skip-same      Leave out what is installed in the package's version already.
 
+Many printers in one call (check, update):
+      --jobs N         So many at a time, 8 otherwise; each in a process of its own.
+      --canary N       The first N alone; the rest only if all of them end well.
+      --max-failures N After so many that did not end well, start no more.
+      --deadline-each S
+                       Stop each printer after S seconds; --deadline is for the whole call.
+      --results FILE   Remember there how each printer ended; the next call with FILE skips
+                       what ended well, and leaves alone what a person has to look at.
+
 Options, before or after the command:
-      --all            List every printer, with the reason why it cannot be updated (printers).
   -y, --yes            Start the update without a question (update).
   -p, --package FOLDER The folder that holds VYMBINDDATA, or the package's file itself;
                        otherwise this program's own folder.
@@ -56,7 +68,7 @@ printer can be left. Never switch the printer off while an update runs.
 
 Exit codes:
   0    updated; for check: an update would send something; for printers: they are listed
-  1    doctor: something would hinder an update
+  1    doctor: something would hinder an update; many printers: one failed or was left alone
   2    nothing to update
   3    with --verify: updated, but the printer did not come back to confirm it
   4    with --verify: updated, but the printer came back with another version

@@ -196,6 +196,8 @@ std::string tableOf(const Outcome& outcome, std::size_t columns)
         return outcome.log;
     if (outcome.command == Command::history)
         return outcome.log.empty() ? historyTable(outcome.pastRuns, columns) : outcome.log;
+    if (outcome.fleet)
+        return attentionText(*outcome.fleet);
     return outcome.printers ? printerTable(*outcome.printers, columns)
                             : firmwareTable(outcome, columns);
 }

@@ -159,10 +159,26 @@ Json resultToJson(const Outcome& outcome)
                  {"verdict", orNull(outcome.verification)}};
     for (const auto& firmware : outcome.firmware)
         json["firmware"].push_back(outcomeToJson(firmware));
+    if (outcome.isOfFleet)
+        json["printer"] = nullptr; // every printer has a result of its own
     if (outcome.package.has_value())
         json["package"] = packageToJson(*outcome.package);
     if (outcome.printers.has_value())
         json["printers"] = printersToJson(*outcome.printers);
+    return json;
+}
+
+Json summaryToJson(const Outcome& outcome)
+{
+    Json json = {{"type", "summary"},
+                 {"schema_version", kSchemaVersion},
+                 {"command", commandName(outcome.command)}};
+    for (std::size_t i = 0; i < kMemberClasses; ++i) {
+        auto names = Json::array();
+        for (const auto& entry : outcome.fleet->classes.at(i))
+            names.push_back(entry.printer);
+        json[memberClassName(static_cast<MemberClass>(i))] = std::move(names);
+    }
     return json;
 }
 
@@ -240,10 +256,7 @@ public:
 
     void stopping(StopCause cause, double seconds) override
     {
-        m_output.writeProgress(lineOf({{"type", "stopping"},
-                                       {"schema_version", kSchemaVersion},
-                                       {"seconds", inTenths(seconds)},
-                                       {"cause", causeName(cause)}}));
+        m_output.writeProgress(stoppingAsJson(cause, seconds) + "\n");
     }
 
     void finish(const Outcome& outcome) override
@@ -256,6 +269,8 @@ public:
             m_output.write(lineOf({{"type", outcome.command == Command::report ? "report" : "log"},
                                    {"schema_version", kSchemaVersion},
                                    {"text", outcome.log}}));
+        if (outcome.fleet)
+            m_output.write(lineOf(summaryToJson(outcome)));
         m_output.write(lineOf(resultToJson(outcome)));
         m_output.drain();
     }
@@ -280,4 +295,13 @@ std::unique_ptr<Report> makeJsonReport(int outputDescriptor)
 std::string resultAsJson(const Outcome& outcome)
 {
     return resultToJson(outcome).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string stoppingAsJson(StopCause cause, double seconds)
+{
+    const Json json = {{"type", "stopping"},
+                       {"schema_version", kSchemaVersion},
+                       {"seconds", inTenths(seconds)},
+                       {"cause", causeName(cause)}};
+    return json.dump();
 }

@@ -28,9 +28,13 @@ constexpr std::array kOptions = {
     OptionWord{"--only", true},
     OptionWord{"--output", true},
     OptionWord{"-o", true},
+    OptionWord{"--from", true},
+    OptionWord{"--results", true},
+    OptionWord{"--jobs", true},
+    OptionWord{"--canary", true},
+    OptionWord{"--max-failures", true},
+    OptionWord{"--deadline-each", true},
     OptionWord{"--verify", true},
-    OptionWord{"--sha256", true},
-    OptionWord{"--key", true},
     OptionWord{"--all", false},
     OptionWord{"--skip-same", false},
     OptionWord{"--yes", false},
@@ -73,12 +77,18 @@ std::size_t changesBetween(std::string_view left, std::string_view right)
     return row.back();
 }
 
+// "--address" of "--address=A", "-a" of "-aA".
+std::string_view nameIn(std::string_view option)
+{
+    return option.substr(0, option.starts_with("--") ? option.find('=') : 2);
+}
+
 // Takes one option word; returns whether the next word is its value.
 bool takeOption(std::string_view word, LineWords& words)
 {
     const bool isLong = word.starts_with("--");
     const auto equals = isLong ? word.find('=') : std::string_view::npos;
-    const auto name = word.substr(0, isLong ? equals : 2);
+    const auto name = nameIn(word);
     const auto* option = optionOf(name);
     if (option == nullptr && words.unknown.empty())
         words.unknown = word;
@@ -115,6 +125,27 @@ LineWords lineWords(int argc, const char* const* argv)
             words.unknown = word;
     }
     return words;
+}
+
+std::vector<std::string> withoutWords(int argc, const char* const* argv,
+                                      std::span<const std::string_view> unwanted)
+{
+    std::vector<std::string> kept;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view word(argv[i]);
+        if (word.size() < 2 || !word.starts_with('-'))
+            continue; // the command
+        LineWords unused;
+        const bool hasValue = takeOption(word, unused) && i + 1 < argc;
+        const auto name = nameIn(word);
+        const bool isWanted = std::find(unwanted.begin(), unwanted.end(), name) == unwanted.end();
+        if (isWanted)
+            kept.emplace_back(word);
+        i += hasValue ? 1 : 0;
+        if (isWanted && hasValue)
+            kept.emplace_back(argv[i]);
+    }
+    return kept;
 }
 
 std::string suggestionFor(std::string_view unknown)

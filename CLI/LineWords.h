@@ -6,8 +6,10 @@
 #pragma once
 #include "CLI/Options.h"
 
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct LineWords {
     Command command = Command::none; // the first word that is a command, also in a wrong line
@@ -17,6 +19,10 @@ struct LineWords {
     std::string emptyOption; // the first option that ends in "=", without the sign
 };
 LineWords lineWords(int argc, const char* const* argv);
+
+// The options of the line with their values, without the command and the unwanted ones.
+std::vector<std::string> withoutWords(int argc, const char* const* argv,
+                                      std::span<const std::string_view> unwanted);
 
 // "Did you mean ...?", or empty if no known word is similar.
 std::string suggestionFor(std::string_view unknown);

@@ -22,10 +22,22 @@ constexpr std::size_t kLongestHost = 253; // as the domain name system allows
 constexpr const char* kWhatToDo =
     "Say what to do: info, printers, check, update, history, doctor or report.";
 
+// What the process of one printer of many does not get from the call's own line.
+constexpr std::array<std::string_view, 17> kNotPassedOn = {
+    "--address", "-a",     "--printer", "--uri",          "--all",      "--from",
+    "--results", "--jobs", "--canary",  "--max-failures", "--deadline", "--deadline-each",
+    "--json",    "--yes",  "-y",        "--quiet",        "-q"};
+
 struct Words {
-    std::string address;
-    std::string printer;
-    std::string uri;
+    std::vector<std::string> addresses;
+    std::vector<std::string> printers;
+    std::vector<std::string> uris;
+    std::string from;
+    std::string results;
+    std::string jobs;
+    std::string canary;
+    std::string maxFailures;
+    std::string deadlineEach;
     std::string package;
     std::string sha256;
     std::string key;
@@ -52,9 +64,15 @@ void declare(CLI::App& app, Options& options, Words& words)
     app.add_subcommand("doctor");
     app.add_subcommand("report");
     app.add_subcommand("history")->add_option("run", words.run);
-    app.add_option("-a,--address", words.address);
-    app.add_option("--printer", words.printer);
-    app.add_option("--uri", words.uri);
+    app.add_option("-a,--address", words.addresses)->allow_extra_args(false);
+    app.add_option("--printer", words.printers)->allow_extra_args(false);
+    app.add_option("--uri", words.uris)->allow_extra_args(false);
+    app.add_option("--from", words.from);
+    app.add_option("--results", words.results);
+    app.add_option("--jobs", words.jobs);
+    app.add_option("--canary", words.canary);
+    app.add_option("--max-failures", words.maxFailures);
+    app.add_option("--deadline-each", words.deadlineEach);
     app.add_flag("--all", options.all);
     app.add_option("-p,--package", words.package);
     app.add_option("--port", words.port);
@@ -100,32 +118,28 @@ bool looksAround(Command command)
     return command == Command::doctor || command == Command::report;
 }
 
-std::string addressError(const std::string& address)
-{
-    if (isPrinterAddress(address) || isHostName(address))
-        return {};
-    return "'" + plainText(address)
-        + "' is not the address of a printer: give its name, or its IPv4 address as four numbers "
-          "from 0 to 255 with points between them, such as 192.0.2.7.";
-}
-
 // The error in the choice of the printer, or empty.
 std::string targetError(const Options& options, const CLI::App& app)
 {
-    const auto given = app.count("--address") + app.count("--printer") + app.count("--uri");
+    const auto& fleet = options.fleet;
+    const auto given = fleet.printers.size();
     const auto command = "'" + std::string(commandName(options.command)) + "'";
     const bool mayName = asksAPrinter(options.command) || looksAround(options.command);
     if (!mayName && given != 0)
         return command + " is about no single printer: leave --address, --printer and --uri out.";
-    if (asksAPrinter(options.command) && given == 0)
+    if (asksAPrinter(options.command) && given == 0 && !fleet.from && !options.all)
         return command
             + " needs to know the printer: add --printer NAME, --address A or --uri "
               "PORT. 'printers' shows which there are.";
-    if (given > 1)
+    if (looksAround(options.command) && given > 1)
         return "Only one of --address, --printer and --uri can name the printer.";
-    if (options.address)
-        return addressError(*options.address);
-    return options.uri ? portStringError(*options.uri) : "";
+    if (app.count("--trace") != 0 && isFleetCall(options))
+        return "--trace is for a call with one printer.";
+    for (const auto& word : fleet.printers) {
+        if (auto error = errorOf(word); !error.empty())
+            return error;
+    }
+    return {};
 }
 
 std::string belongsError(const char* option, const char* command)
@@ -139,15 +153,16 @@ std::string strayError(const Options& options, const CLI::App& app)
     const auto command = options.command;
     if (options.yes && command != Command::update)
         return belongsError("--yes", "'update'");
-    if (options.all && command != Command::printers)
-        return belongsError("--all", "'printers'");
+    if (options.all && command != Command::printers && !asksAPrinter(command))
+        return belongsError("--all", "'printers', 'check' and 'update'");
     if (options.output && command != Command::report)
         return belongsError("--output", "'report'");
     for (const auto* option : {"--stall-limit", "--verify"}) {
         if (app.count(option) != 0 && command != Command::update)
             return belongsError(option, "'update'");
     }
-    for (const auto* option : {"--port", "--trace", "--only", "--skip-same"}) {
+    for (const auto* option : {"--port", "--trace", "--only", "--skip-same", "--from", "--results",
+                               "--jobs", "--canary", "--max-failures", "--deadline-each"}) {
         const bool isPort = looksAround(command) && option == std::string_view("--port");
         if (app.count(option) != 0 && !asksAPrinter(command) && !isPort)
             return belongsError(option, "'check' and 'update'");
@@ -161,6 +176,12 @@ std::string limitError(const char* option, const std::string& text)
         + " a positive number of seconds.";
 }
 
+std::string countError(const char* option, const std::string& text, int highest)
+{
+    return "'" + plainText(text) + "' is no number of printers: give " + option
+        + " a number from 1 to " + std::to_string(highest) + ".";
+}
+
 std::string numberError(const Options& options, const CLI::App& app, const Words& words)
 {
     if (app.count("--deadline") != 0 && !options.deadline.has_value())
@@ -169,9 +190,17 @@ std::string numberError(const Options& options, const CLI::App& app, const Words
         return limitError("--stall-limit", words.stallLimit);
     if (app.count("--verify") != 0 && !options.verify.has_value())
         return limitError("--verify", words.verify);
+    if (app.count("--deadline-each") != 0 && !options.fleet.deadlineEach.has_value())
+        return limitError("--deadline-each", words.deadlineEach);
     if (app.count("--port") != 0 && !options.port.has_value())
         return "'" + plainText(words.port) + "' is not a port: give --port a number from 1 to "
             + std::to_string(kHighestPort) + ".";
+    if (app.count("--jobs") != 0 && !parseNumber(words.jobs, FleetOptions::kMostJobs))
+        return countError("--jobs", words.jobs, FleetOptions::kMostJobs);
+    if (app.count("--canary") != 0 && !options.fleet.canary)
+        return countError("--canary", words.canary, FleetOptions::kMostPrinters);
+    if (app.count("--max-failures") != 0 && !options.fleet.maxFailures)
+        return countError("--max-failures", words.maxFailures, FleetOptions::kMostPrinters);
     if (!words.run.empty() && !options.run.has_value())
         return "'" + plainText(words.run)
             + "' is not the number of a run: 'history' shows them, from 1 on.";
@@ -204,22 +233,60 @@ std::string usageErrorOf(const Options& options, const CLI::App& app, const Word
         if (!error.empty())
             return error;
     }
-    if (app.count("--trace") != 0 && words.trace.empty())
-        return "--trace needs the name of a file.";
-    if (options.output && options.output->empty())
-        return "--output needs the name of a file.";
+    for (const auto* option : {"--trace", "--output", "--from", "--results"}) {
+        if (app.count(option) != 0 && app.get_option(option)->as<std::string>().empty())
+            return std::string(option) + " needs the name of a file.";
+    }
     return {};
+}
+
+// The printers in the order of the line, whichever option names them.
+std::vector<PrinterWord> printersOf(const CLI::App& app, const Words& words)
+{
+    using Kind = PrinterWord::Kind;
+    struct Named {
+        Kind kind;
+        const CLI::Option* option;
+        const std::vector<std::string>& texts;
+        std::size_t next = 0;
+    };
+    std::array<Named, 3> named = {{{Kind::address, app.get_option("--address"), words.addresses},
+                                   {Kind::queue, app.get_option("--printer"), words.printers},
+                                   {Kind::uri, app.get_option("--uri"), words.uris}}};
+    std::vector<PrinterWord> found;
+    for (const auto* option : app.parse_order()) {
+        for (auto& each : named) {
+            if (each.option == option && each.next < each.texts.size())
+                found.push_back({each.kind, each.texts[each.next++]});
+        }
+    }
+    return found;
+}
+
+void takePrinters(Options& options, const CLI::App& app, const Words& words)
+{
+    auto& fleet = options.fleet;
+    fleet.printers = printersOf(app, words);
+    if (app.count("--from") != 0)
+        fleet.from = words.from;
+    if (app.count("--results") != 0)
+        fleet.results = words.results;
+    fleet.jobs = parseNumber(words.jobs, FleetOptions::kMostJobs).value_or(fleet.jobs);
+    fleet.canary = parseNumber(words.canary, FleetOptions::kMostPrinters);
+    fleet.maxFailures = parseNumber(words.maxFailures, FleetOptions::kMostPrinters);
+    fleet.deadlineEach = parseSeconds(words.deadlineEach);
+    if (fleet.printers.size() != 1 || isFleetCall(options))
+        return;
+    const auto& [kind, text] = fleet.printers.front();
+    (kind == PrinterWord::Kind::queue     ? options.printer
+         : kind == PrinterWord::Kind::uri ? options.uri
+                                          : options.address) = text;
 }
 
 void take(Options& options, const CLI::App& app, const Words& words)
 {
     options.command = commandOf(app, words);
-    if (app.count("--address") != 0)
-        options.address = words.address;
-    if (app.count("--printer") != 0)
-        options.printer = words.printer;
-    if (app.count("--uri") != 0)
-        options.uri = words.uri;
+    takePrinters(options, app, words);
     if (app.count("--package") != 0)
         options.package = words.package;
     if (app.count("--trace") != 0)
@@ -247,6 +314,7 @@ Options parsedOptions(int argc, const char* const* argv, const LineWords& line)
         declare(app, options, words);
         app.parse(argc, argv);
         take(options, app, words);
+        options.fleet.passedOn = withoutWords(argc, argv, kNotPassedOn);
     } catch (const CLI::ParseError& error) {
         options.usageError = plainText(error.what()) + ".";
         const auto suggestion = suggestionFor(line.unknown);
@@ -290,6 +358,13 @@ Options parseOptions(int argc, const char* const* argv)
         options.command = line.command;
     options.json = options.json || line.wantsJson;
     return options;
+}
+
+bool isFleetCall(const Options& options)
+{
+    const auto& fleet = options.fleet;
+    return asksAPrinter(options.command)
+        && (fleet.printers.size() > 1 || fleet.from || fleet.results || options.all);
 }
 
 bool isHostName(const std::string& text)

@@ -3,6 +3,8 @@
 // Owns:    its texts, by value.
 // Threads: any. Opens no package and queries no device.
 #pragma once
+#include "CLI/Fleet/FleetOptions.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -32,8 +34,7 @@ Command commandNamed(std::string_view word); // none for any other word
 
 struct Options {
     Command command = Command::none;
-    // The printer: at most one of these three, exactly one for a command that connects to a
-    // printer.
+    // The printer of a command for one: at most one of these three.
     std::optional<std::string> address; // IPv4, or a host's name
     std::optional<std::string> printer; // a queue's identifier or name
     std::optional<std::string> uri; // a port string
@@ -50,7 +51,8 @@ struct Options {
     std::vector<std::string> only; // the names of the firmware to update; empty: all
     bool skipSame = false; // leaves out what is installed in the package's version
     bool yes = false;
-    bool all = false; // also the printers that cannot be updated
+    bool all = false; // every printer: to list, or to check or update
+    FleetOptions fleet; // of a check or update, also of one printer
     bool json = false; // set even if the rest of the line is wrong
     bool quiet = false;
     bool verbose = false;
@@ -59,6 +61,8 @@ struct Options {
 };
 
 Options parseOptions(int argc, const char* const* argv);
+// A check or update of several printers, or of one from a list or with a file of results.
+bool isFleetCall(const Options& options);
 
 // A name that may be a host's: letters, digits and hyphens, with points between them, and not
 // numbers only.

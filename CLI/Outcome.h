@@ -3,6 +3,7 @@
 // Owns:      its texts, by value; all are safe to show.
 // Invariant: the names of exit codes, decisions and reasons never change once released.
 #pragma once
+#include "CLI/Fleet/FleetSummary.h"
 #include "CLI/Options.h"
 #include "UI/Package/PackageFacts.h"
 #include "UI/Run/RunHistory.h"
@@ -89,6 +90,8 @@ struct Outcome {
     std::string warning; // for the whole run: the package is not for this system
     std::string verification; // a stable name; empty where none was wanted or possible
     std::vector<Finding> findings; // of the doctor
+    bool isOfFleet = false; // of a call for many printers, whether it came to run them or not
+    std::optional<FleetSummary> fleet; // of a call that did
     double seconds = 0;
 };
 

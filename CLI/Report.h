@@ -42,5 +42,6 @@ protected:
 std::unique_ptr<Report> makeHumanReport(int outputDescriptor, Display& display,
                                         const Options& options);
 std::unique_ptr<Report> makeJsonReport(int outputDescriptor);
-// The JSON line of a result, without its end.
+// The JSON lines of a result and of a stop, without their ends.
 std::string resultAsJson(const Outcome& outcome);
+std::string stoppingAsJson(StopCause cause, double seconds);

@@ -27,6 +27,8 @@ public:
     Wake wait() { return waitFor(-1, waitMilliseconds()); }
     // Checks for a signal or the time limit without waiting; returns another value without either.
     Wake check() { return waitFor(-1, 0); }
+    // The same, and until there is something to read from this descriptor.
+    Wake waitReadable(int descriptor) { return waitFor(descriptor, waitMilliseconds()); }
     // Reads one line, without its end; if the stream ends, the part that arrived. No value if a
     // signal or the time limit comes first.
     std::optional<std::string> readLine(int descriptor);

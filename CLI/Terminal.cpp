@@ -12,6 +12,7 @@
 namespace {
 
 constexpr std::size_t kUsualColumns = 80;
+constexpr std::size_t kUsualRows = 24;
 // Without the system's table of widths, characters count as wide: a line is at worst shorter than
 // necessary, but it never wraps.
 constexpr std::size_t kWideColumns = 2;
@@ -75,6 +76,14 @@ std::size_t columnsOf(int descriptor)
     if (ioctl(descriptor, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
         return kUsualColumns;
     return size.ws_col;
+}
+
+std::size_t rowsOf(int descriptor)
+{
+    winsize size{};
+    if (ioctl(descriptor, TIOCGWINSZ, &size) != 0 || size.ws_row == 0)
+        return kUsualRows;
+    return size.ws_row;
 }
 
 std::size_t textColumnsOf(int descriptor)

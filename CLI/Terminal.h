@@ -22,6 +22,7 @@ bool canRedraw(int descriptor);
 bool canColour(int descriptor, bool refused);
 // In columns; 80 if unknown.
 std::size_t columnsOf(int descriptor);
+std::size_t rowsOf(int descriptor); // 24 if unknown
 // The width for whole sentences: unlimited if no terminal would wrap them.
 std::size_t textColumnsOf(int descriptor);
 

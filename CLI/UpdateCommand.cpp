@@ -180,10 +180,11 @@ std::string question(const PackageFacts& package, const EntryChoice& choice,
           "Start the update? [y/N] ";
 }
 
-// Why the update must not start, or empty.
-StopCause ask(const PackageFacts& package, Workplace& place, const Destination& destination)
+} // namespace
+
+StopCause askPerson(Workplace& place, const std::string& question)
 {
-    place.display.prompt(question(package, place.choice, destination));
+    place.display.prompt(question);
     const auto answer = place.session.readLine(place.console.in);
     if (answer.has_value())
         return isYes(*answer) ? StopCause::none : StopCause::answer;
@@ -191,13 +192,11 @@ StopCause ask(const PackageFacts& package, Workplace& place, const Destination& 
     return place.session.isOverdue() ? StopCause::deadline : StopCause::user;
 }
 
-} // namespace
-
 Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& destination)
 {
     if (!place.options.yes) {
         auto facts = begunFacts(destination);
-        facts.stop = ask(package, place, destination);
+        facts.stop = askPerson(place, question(package, place.choice, destination));
         if (facts.stop != StopCause::none)
             return concludeUpdate(package, facts);
     }

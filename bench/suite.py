@@ -8,6 +8,7 @@ import re
 import subprocess
 import sys
 
+import fleet
 import programs
 import updates
 import usb
@@ -21,7 +22,7 @@ BENCHMARKS = {
     "window": window.window,
     "usb": usb.bulk,
     "memory": updates.memory,
-    "fleet": updates.fleet,
+    "fleet": fleet.fleet,
     "update": updates.whole_update,
 }
 

@@ -1,10 +1,7 @@
 """Benchmarks of whole updates: vymkit-cli, with all its pauses, against vymprinter."""
 
 import concurrent.futures
-import pathlib
 import statistics
-import tempfile
-import time
 
 from desk import MIB, Result, package, printers, weigh_update
 
@@ -14,10 +11,6 @@ PAUSES = 2 + 2 + 2 + 2  # seconds: before entering, before the check, before the
 WRITING = 60.3
 WRITTEN = 8 * MIB
 AT_ONCE = 3  # updates that mostly wait do not disturb each other
-
-FLEET = 200
-FLEET_AT_ONCE = 50
-FLEET_IMAGE = MIB // 4
 
 
 def whole_update():
@@ -40,20 +33,3 @@ def memory():
     yield Result("memory peak", max(small, large), 16, "MiB, with an image of 1 GiB or of 1 MiB")
     read = max(weight.bytes_read / size for size, weight in weights.items())
     yield Result("bytes read", read, 1.05, "per byte delivered, all files of the process counted")
-
-
-def fleet():
-    image = bytes(range(256)) * (FLEET_IMAGE // 256)
-    with package(FLEET_IMAGE, image) as folder, tempfile.TemporaryDirectory() as store, printers(
-            FLEET, "--store", store) as addresses:
-        alone = weigh_update(folder, addresses[0]).seconds
-        with concurrent.futures.ThreadPoolExecutor(FLEET_AT_ONCE) as pool:
-            start = time.monotonic()
-            list(pool.map(lambda address: weigh_update(folder, address), addresses))
-            taken = time.monotonic() - start
-        for address in addresses:
-            if (pathlib.Path(store) / address / "MAIN.BIN").read_bytes() != image:
-                raise RuntimeError(f"{address} has received other bytes")
-    ideal = alone * FLEET / FLEET_AT_ONCE
-    yield Result("fleet time", taken / ideal, 1.5,
-                 f"of {FLEET // FLEET_AT_ONCE} updates one after the other ({ideal:.0f} s)")

@@ -76,6 +76,27 @@ TEST_F(Screen, ClearsALiveLineThatANarrowerTerminalHasBroken)
     EXPECT_EQ(shown(), "\x1b[2A\r\x1b[Jdone\r\n");
 }
 
+TEST_F(Screen, RedrawsSeveralLiveLinesInPlace)
+{
+    Display display(program, true);
+    display.liveLines({"a", "b"}, "two run");
+    display.liveLines({"b"}, "one runs");
+    display.line("done");
+    EXPECT_EQ(shown(),
+              "\r\x1b[Ja\r\nb\r\ntwo run"
+              "\x1b[2A\r\x1b[Jb\r\none runs"
+              "\x1b[1A\r\x1b[Jdone\r\n");
+}
+
+TEST_F(Screen, ShowsAsManyLiveLinesAsThereIsRoomForAndAlwaysTheLast)
+{
+    Display display(program, true);
+    display.liveLines(std::vector<std::string>(100, "x"), "last");
+    const auto text = shown();
+    EXPECT_EQ(std::count(text.begin(), text.end(), 'x'), 22); // of 24 rows
+    EXPECT_TRUE(text.ends_with("x\r\nlast"));
+}
+
 TEST(Display, HasNoLiveLineInAFile)
 {
     TempFolder folder;
@@ -86,6 +107,7 @@ TEST(Display, HasNoLiveLineInAFile)
         EXPECT_FALSE(display.hasLiveLine());
         EXPECT_FALSE(display.hasColours());
         display.live("never");
+        display.liveLines({"never"}, "ever");
         display.prompt("asked? ");
         display.line("told");
         display.drain();

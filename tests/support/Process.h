@@ -14,6 +14,7 @@ public:
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
+    [[nodiscard]] pid_t pid() const { return m_pid; }
     void signal(int number) const;
     // The exit code, or 128 plus the number of the signal that ended it; -1 if it still runs after
     // the limit.
