@@ -71,9 +71,10 @@ void OpeningPage::showSignature(const std::string& signature)
 
 void OpeningPage::showMissingPackage()
 {
-    _targetDeviceTitle->setText(words::text(textkey::kStartNoPackageTitle));
+    _targetDeviceTitle->hide();
+    _targetDeviceTxt->setText(words::text(textkey::kStartNoPackageTitle));
+    _targetDeviceTxt->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     _AppCommentTxtField->setText(words::text(textkey::kStartNoPackage));
-    _targetDeviceTxt->hide();
     _firmInfoTxt->hide();
     _firmInfoTblView->parentWidget()->hide();
     m_choose = new QPushButton(words::text(textkey::kStartChoosePackage));

@@ -112,7 +112,8 @@ TEST(OpeningPage, SaysThatThereIsNoPackageAndGoesNoFurther)
     Wizard wizard;
     openWithoutPackage(wizard, files);
     EXPECT_TRUE(wizard.alerts.asked().empty());
-    EXPECT_EQ(wizard.text("_targetDeviceTitle"), "Start_NoPackageTitle");
+    EXPECT_EQ(wizard.text("_targetDeviceTxt"), "Start_NoPackageTitle");
+    EXPECT_FALSE(wizard.find("_targetDeviceTitle").isVisible());
     EXPECT_EQ(wizard.text("_AppCommentTxtField"), "Start_NoPackage");
     EXPECT_FALSE(wizard.find("_firmInfoTblView").isVisible());
     EXPECT_FALSE(wizard.find("_openingNextBtn").isEnabled());
