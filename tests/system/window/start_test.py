@@ -60,6 +60,7 @@ class Start(WizardCase):
         self.wizard.wait_for(self.texts["Start_NoPackage"])
         self.wizard.focused("push button", self.texts["Start_ChoosePackage"])
         self.wizard.keys("space")
+        self.wizard.find("text")
         self.wizard.focused("text")
         self.wizard.type(str(package.file))
         self.wizard.keys("Return")
@@ -72,6 +73,7 @@ class Start(WizardCase):
         self.wizard = self.start_unseen("--package", package.folder)
         self.wizard.alert(self.texts["VYM_UnSupportOS_Title"])
         self.press("Report_Save")
+        self.wizard.find("text")
         self.wizard.focused("text")
         report = self.desk.folder / "report.txt"
         self.wizard.keys("ctrl+a")

@@ -8,6 +8,7 @@ import contextlib
 import os
 import pathlib
 import re
+import subprocess
 
 from gi.repository import GLib
 
@@ -121,12 +122,14 @@ class Wizard:
     def keep_focus(self):
         """Does a window manager's duty: a closed window's focus goes to the one behind it."""
         mine = self.x_windows()
-        if self.tool("xdotool", "getwindowfocus").strip() not in mine:
+        if mine and self.tool("xdotool", "getwindowfocus").strip() not in mine:
             self.tool("xdotool", "windowfocus", mine[-1])
 
     def x_windows(self):
-        return self.tool("xdotool", "search", "--onlyvisible", "--pid",
-                         str(self.process.pid)).split()
+        with contextlib.suppress(subprocess.CalledProcessError):  # none between two questions
+            return self.tool("xdotool", "search", "--onlyvisible", "--pid",
+                             str(self.process.pid)).split()
+        return []
 
     def focused(self, role, name=None):
         """Waits until that control has the keyboard focus."""
