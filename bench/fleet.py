@@ -12,7 +12,6 @@ from desk import CLI, MIB, Result, package, printers, weigh_update
 PRINTERS = 1000
 AT_ONCE = 100
 IMAGE = MIB // 4
-WRITE_RATE = IMAGE // 20  # bytes a second: a short writing for a printer, to keep this short
 SAMPLE = 30  # seconds after the start: the first hundred are at work
 
 
@@ -53,7 +52,7 @@ def check(lines, store, addresses, image):
 def fleet():
     image = bytes(range(256)) * (IMAGE // 256)
     with package(IMAGE, image) as folder, tempfile.TemporaryDirectory() as store, printers(
-            PRINTERS, "--store", store, "--write-rate", str(WRITE_RATE)) as addresses:
+            PRINTERS, "--store", store) as addresses:
         alone = weigh_update(folder, addresses[0]).seconds  # pauses and the printer's time
         weights = []
         start = time.monotonic()
