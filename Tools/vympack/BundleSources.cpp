@@ -97,7 +97,7 @@ bool findDebs(const std::string& folder, std::vector<BundledFile>& files,
     }
     names = {wizards[0], "vymkit-cli_" + wizards[0].substr(kWizardPrefix.size())};
     for (const auto& name : names) {
-        const auto path = folder + "/" + name;
+        const auto path = (fs::path(folder) / name).string();
         if (!add(path, {name, AtomicFile::Kind::data, {}}, files, streams))
             return false;
         if (!isDeb(files.back().file)) {
