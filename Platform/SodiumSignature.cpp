@@ -1,6 +1,7 @@
 // Signatures with libsodium.
 #include "Platform/SignatureCheck.h"
 
+#include <cassert>
 #include <sodium.h>
 
 namespace signature {
@@ -12,6 +13,7 @@ static_assert(crypto_generichash_BYTES_MAX == std::tuple_size_v<Sum>);
 struct RunningSum::State {
     crypto_generichash_state sum{};
     bool isSound = false; // every step so far has succeeded
+    bool isFinished = false;
 };
 
 bool isAvailable()
@@ -36,12 +38,15 @@ RunningSum::~RunningSum() = default;
 
 void RunningSum::add(std::span<const unsigned char> bytes)
 {
+    assert(!m_state->isFinished);
     m_state->isSound = m_state->isSound
         && crypto_generichash_update(&m_state->sum, bytes.data(), bytes.size()) == 0;
 }
 
 bool RunningSum::finish(Sum& sum)
 {
+    assert(!m_state->isFinished);
+    m_state->isFinished = true;
     return m_state->isSound && crypto_generichash_final(&m_state->sum, sum.data(), sum.size()) == 0;
 }
 

@@ -1,6 +1,7 @@
 #include "VYM/AnswerAccount.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -25,6 +26,7 @@ void AnswerAccount::beginFile()
 
 void AnswerAccount::sent(std::uint64_t now, unsigned percent)
 {
+    assert(percent <= kWholeFile);
     if (m_due == 0)
         m_busySince = now;
     ++m_due;

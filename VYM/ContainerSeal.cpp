@@ -32,6 +32,7 @@ bool ContainerSeal::take(std::uint64_t size, const Read& container, const Watch&
 // time: a changed package ends the run, even if the old bytes are still in memory.
 bool ContainerSeal::check(const Read& container, std::size_t part)
 {
+    assert(part < m_digests.size());
     const auto at = static_cast<std::uint64_t>(part) * kPart;
     const auto length = std::min<std::uint64_t>(kPart, m_size - at);
     return container(at, m_bytes.data(), length)

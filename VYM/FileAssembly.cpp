@@ -1,6 +1,7 @@
 #include "VYM/FileAssembly.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -25,6 +26,7 @@ bool FileAssembly::begin(std::uint32_t size)
 
 void FileAssembly::copy(const packets::FileBlock& block)
 {
+    assert(m_bytes != nullptr);
     if (block.offset >= m_size)
         return;
     const auto room = static_cast<std::size_t>(m_size - block.offset);

@@ -16,6 +16,7 @@ constexpr unsigned long kHeadSize = sizeof(TAG_CMDSENDFILE);
 
 int ImageReader::open(const char* fileName, unsigned long pieceSize)
 {
+    assert(fileName != nullptr && pieceSize != 0);
     auto* container = vymBindInfo::Instance();
     // Refuses an incomplete package before a printer gets a part of it.
     if (!container->getBindFileSize(fileName, m_size) || !container->holdsEveryByte(fileName)
@@ -33,6 +34,7 @@ int ImageReader::open(const char* fileName, unsigned long pieceSize)
 
 void ImageReader::read(Piece& piece, unsigned long offset) const
 {
+    assert(offset < m_size && m_pieceSize != 0);
     piece.length = std::min(m_size - offset, m_pieceSize);
     auto* data = piece.bytes.data() + kHeadSize;
     piece.isRead = vymBindInfo::Instance()->readSealed(m_place + offset, data, piece.length);
@@ -58,5 +60,6 @@ void ImageReader::run()
 
 std::span<unsigned char> ImageReader::packet()
 {
+    assert(m_taken.bytes.size() >= kHeadSize + m_taken.length);
     return {m_taken.bytes.data(), kHeadSize + m_taken.length};
 }

@@ -3,6 +3,7 @@
 #include "VYM/DescriptionText.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -44,6 +45,8 @@ std::string_view RowIndex::find(std::string_view text, std::string_view key, uns
         return {};
     if (index < place.index)
         place = {place.first, place.first, 0};
+    // The same text as in the call that built the index.
+    assert(place.at < text.size() && description::belongsTo(text.substr(place.at), key));
     description::RowsOfKey rows(text.substr(place.at), key);
     std::string_view row;
     for (auto counted = place.index; rows.next(row); ++counted) {

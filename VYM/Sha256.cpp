@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 
 namespace {
 
@@ -66,6 +67,7 @@ void Sha256::addBlock(const unsigned char* block)
 
 void Sha256::add(std::span<const unsigned char> bytes)
 {
+    assert(!m_isFinished);
     const auto held = static_cast<std::size_t>(m_length % kBlock);
     m_length += bytes.size();
     if (held != 0) {
@@ -92,6 +94,8 @@ Sha256::Digest Sha256::finish()
     for (std::size_t i = 0; i < 8; ++i)
         tail[size - 1 - i] = static_cast<unsigned char>(bits >> 8 * i);
     add(std::span(tail).first(size));
+    assert(m_length % kBlock == 0);
+    m_isFinished = true;
     Digest digest{};
     for (std::size_t i = 0; i < digest.size(); ++i)
         digest[i] = static_cast<unsigned char>(m_state[i / 4] >> (24 - 8 * (i % 4)));

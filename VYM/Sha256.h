@@ -33,4 +33,5 @@ private:
                                             0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
     std::array<unsigned char, kBlock> m_rest{}; // bytes of an incomplete block
     std::uint64_t m_length = 0; // of all bytes
+    bool m_isFinished = false;
 };

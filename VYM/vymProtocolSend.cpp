@@ -6,6 +6,7 @@
 #include "VYM/vymMac.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 #include <exception>
 
@@ -63,6 +64,7 @@ int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned lo
 int vymProtocol::sendFilePacket(std::span<unsigned char> packet)
 {
     const packets::FilePacket sent(packet);
+    assert(sent.isFile() && packet.size() >= kHeadSize);
     Reply reply(*this);
     if (!sent.isData()) {
         if (const int ended = sendLastBlock(packet, reply); ended != result::kSuccess)
@@ -166,6 +168,7 @@ int vymProtocol::prepareSending(Image& image)
 
 int vymProtocol::sendImage(Image& image, tag_devinfo& info)
 {
+    assert(image.pieceSize != 0); // prepareSending has succeeded
     const auto size = image.pieces.size();
     setUpdateState(info, state_sending, result::kSuccess, 0, size);
     pauseMilliseconds(kSettleMs);

@@ -4,6 +4,7 @@
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymProtocol.h"
 
+#include <cassert>
 #include <exception>
 #include <memory>
 
@@ -231,6 +232,7 @@ int vymThread::updateAllEntries(vymProtocol& protocol, const std::string& model,
 int vymThread::updateEntry(vymProtocol& protocol, const std::string& model, std::uint32_t number,
                            const Entry& entry)
 {
+    assert(number != 0);
     {
         const HoldLock hold(m_lock);
         storeField(m_info.m_firmwareNumber, number);

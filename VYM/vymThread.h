@@ -12,6 +12,7 @@
 #include "VYM/vymMac.h"
 
 #include <atomic>
+#include <cassert>
 #include <string>
 #include <vector>
 
@@ -37,7 +38,11 @@ public:
 
     // queue: the print queue's identifier or null; port: the port string or IPv4 address.
     // Which entries the run leaves out; call it before UpdateStart.
-    void ChooseEntries(EntryChoice choice) { m_choice = std::move(choice); }
+    void ChooseEntries(EntryChoice choice)
+    {
+        assert(m_thread.created == 0);
+        m_choice = std::move(choice);
+    }
     // True if the worker runs; false also for an object that was started before.
     bool UpdateStart(char* queue, char* port, unsigned short portNo);
     // Requests a stop and waits for the worker, without limit: a transfer is never cut.

@@ -1,6 +1,7 @@
 #include "UI/Text/Utf8.h"
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 
 namespace {
@@ -33,6 +34,7 @@ bool isScalar(char32_t code, std::size_t length)
 
 Utf8Character firstCharacter(std::string_view text)
 {
+    assert(!text.empty());
     const auto lead = byteAt(text, 0);
     const auto length = announcedLength(lead);
     if (length == 0 || length > text.size())
