@@ -42,15 +42,15 @@ const char* stepText(std::uint16_t command)
 {
     switch (command) {
     case 0x5101:
-        return "is asked to enter download mode";
+        return "receives the request to enter download mode";
     case 0x5001:
-        return "is asked for its file";
+        return "sends its file";
     case 0x5002:
         return "receives";
     case 0x5103:
-        return "is queried for how far it has written";
+        return "reports how far it has written";
     case 0x5102:
-        return "is asked to leave download mode";
+        return "receives the request to leave download mode";
     default:
         return "receives a packet of an unknown kind";
     }

@@ -80,7 +80,7 @@ std::string oneOfReplies(const std::string& text)
 
 void addPrinterOptions(CLI::App& app, Raw& raw, PrinterModel& model)
 {
-    app.add_option("--model", model.name, "Model name that the printer tells")
+    app.add_option("--model", model.name, "Model name that the printer reports")
         ->capture_default_str();
     app.add_option("--firmware", raw.firmware, "Firmware that the printer has (MAIN=01.00)")
         ->type_name("NAME=VERSION")
@@ -89,7 +89,7 @@ void addPrinterOptions(CLI::App& app, Raw& raw, PrinterModel& model)
         ->check(CLI::Range(kSmallestPacket, kLargestPacket))
         ->capture_default_str();
     app.add_flag("--status-query,!--no-status-query", model.statusQuery,
-                 "Whether it can be asked how far it has written (it can)");
+                 "Whether it reports how far it has written (it does)");
     app.add_option("--write-rate", model.writeRate,
                    "Bytes per second that it writes after the last block; 0 writes at once")
         ->check(CLI::Range(std::uint64_t{0}, kFastestWrite))
@@ -155,7 +155,7 @@ void addDeskOptions(CLI::App& app, Raw& raw, Options& options)
                    "Show failures on the first N connections only; 0: on all")
         ->capture_default_str();
     app.add_option("--sessions", options.sessions, "End after that many connections have ended");
-    app.add_flag("--quiet", options.quiet, "Tell nothing on standard error but errors");
+    app.add_flag("--quiet", options.quiet, "Write nothing to standard error but errors");
 }
 
 void addSessionOptions(CLI::App& app, Raw& raw)

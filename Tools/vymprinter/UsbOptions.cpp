@@ -50,22 +50,22 @@ std::string wholePackets(const std::string& text)
 
 void addTextOptions(CLI::App& app, UsbIdentity& identity)
 {
-    app.add_option("--usb-maker", identity.maker, "Maker that the printer tells")
+    app.add_option("--usb-maker", identity.maker, "Maker that the printer reports")
         ->check(fitsATextOfTheBus)
         ->group(kGroup)
         ->capture_default_str();
-    app.add_option("--usb-product", identity.productName, "Product that it tells (the model's)")
+    app.add_option("--usb-product", identity.productName, "Product that it reports (the model's)")
         ->check(fitsATextOfTheBus)
         ->group(kGroup);
     app.add_option("--usb-serial", identity.serial,
-                   "Serial number; further printers get -2, -3, ... behind it")
+                   "Serial number; further printers get -2, -3, ... after it")
         ->check(fitsATextOfTheBus)
         ->group(kGroup)
         ->capture_default_str();
-    app.add_flag("!--usb-no-texts", identity.texts, "Tell no maker, product and serial number")
+    app.add_flag("!--usb-no-texts", identity.texts, "Report no maker, product and serial number")
         ->group(kGroup);
     app.add_option("--device-id", identity.deviceId,
-                   "Device ID to tell instead of one made of maker and product")
+                   "Device ID to report instead of one made of maker and product")
         ->group(kGroup);
     app.add_option("--device-id-length", identity.deviceIdLength,
                    "Length that the device ID claims, whatever is true")
