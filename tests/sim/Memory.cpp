@@ -1,7 +1,6 @@
 #include "tests/sim/Memory.h"
 
-#include <cstdlib>
-#include <new>
+#include "tests/support/ReplacedNew.h"
 
 namespace {
 
@@ -10,7 +9,9 @@ bool g_forGood = false;
 bool g_failed = false;
 int g_outside = 0;
 
-bool fails()
+} // namespace
+
+bool memoryRunsOut()
 {
     if (g_outside != 0)
         return false;
@@ -20,13 +21,6 @@ bool fails()
         return false;
     return g_failed = true;
 }
-
-void* allocate(std::size_t size)
-{
-    return fails() ? nullptr : std::malloc(size != 0 ? size : 1);
-}
-
-} // namespace
 
 namespace sim {
 
@@ -64,27 +58,5 @@ Outside::~Outside()
 extern "C" void* __real_calloc(std::size_t count, std::size_t size);
 extern "C" void* __wrap_calloc(std::size_t count, std::size_t size)
 {
-    return fails() ? nullptr : __real_calloc(count, size);
-}
-
-void* operator new(std::size_t size)
-{
-    if (void* block = allocate(size))
-        return block;
-    throw std::bad_alloc();
-}
-
-void* operator new(std::size_t size, const std::nothrow_t& /*unused*/) noexcept
-{
-    return allocate(size);
-}
-
-void operator delete(void* block) noexcept
-{
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t /*size*/) noexcept
-{
-    std::free(block);
+    return memoryRunsOut() ? nullptr : __real_calloc(count, size);
 }
