@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <cassert>
 #include <cerrno>
 #include <climits>
 #include <csignal>
@@ -143,6 +144,7 @@ ConnectProblem DevConnTCP::connectProblem(int& error)
 
 bool DevConnTCP::openSocket(const sockaddr_in& address)
 {
+    assert(m_socket == -1); // a failed Connect leaves none
     m_socket = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     if (m_socket < 0) {
         m_connectError = errno;

@@ -43,6 +43,7 @@ HeaderRead readHeader(PacketStream& stream, const unsigned char* packet, unsigne
 bool readBody(PacketStream& stream, std::uint64_t length, std::uint64_t deadline,
               unsigned char* kept, unsigned long room, unsigned long& got)
 {
+    assert(kept != nullptr);
     got = 0;
     unsigned char dropped[4096];
     for (std::uint64_t seen = 0; seen < length;) {

@@ -42,7 +42,7 @@ bool ContainerSeal::check(const Read& container, std::size_t part)
 bool ContainerSeal::read(const Read& container, std::uint64_t offset, unsigned char* buffer,
                          unsigned long length)
 {
-    assert(m_isTaken);
+    assert(m_isTaken && container && (buffer != nullptr || length == 0));
     if (offset > m_size || length > m_size - offset)
         return false;
     while (length != 0) {

@@ -4,6 +4,7 @@
 #include "VYM/vymMac.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <new>
@@ -106,6 +107,7 @@ bool vymBindInfo::readTrailer()
 bool vymBindInfo::readAt(std::uint64_t offset, void* buffer, std::size_t length,
                          std::size_t& got) const
 {
+    assert(m_fp != nullptr && (buffer != nullptr || length == 0));
     got = 0;
     while (got < length) {
         const auto count = pread(fileno(m_fp), static_cast<char*>(buffer) + got, length - got,

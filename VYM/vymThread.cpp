@@ -307,6 +307,7 @@ int vymThread::pollUntilWritten(vymProtocol& protocol)
         taken = true;
         if (m_info.m_updateState == state_finished) {
             const HoldLock hold(m_lock);
+            assert(!m_outcomes.empty()); // the entry that is polled for is the last one kept
             m_outcomes.back().m_confirmed = m_outcomes.back().m_bytesWentOut;
             break;
         }
@@ -319,6 +320,7 @@ void vymThread::keepOutcome(const vymProtocol& protocol, std::uint32_t number, i
 {
     const bool wentOut = protocol.FirmwareBytesWentOut();
     const HoldLock hold(m_lock);
+    assert(m_outcomes.empty() || m_outcomes.back().m_number < number);
     m_outcomes.push_back({number, code, protocol.DecisionReason(), wentOut, false,
                           wentOut ? m_info.m_bytesDone : 0, wentOut ? m_info.m_bytesTotal : 0});
 }
@@ -327,6 +329,7 @@ void vymThread::keepOutcome(const vymProtocol& protocol, std::uint32_t number, i
 void vymThread::leaveOut(std::uint32_t number)
 {
     const HoldLock hold(m_lock);
+    assert(m_outcomes.empty() || m_outcomes.back().m_number < number);
     m_outcomes.push_back({number, kNotChosen.code, kNotChosen.reason, false, false, 0, 0});
 }
 
