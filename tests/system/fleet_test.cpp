@@ -80,8 +80,8 @@ private:
     [[nodiscard]] std::string address(std::size_t index) const
     {
         const auto number = m_first + index;
-        return "127." + std::to_string(128 + getpid() % 120) + "." + std::to_string(number / 250)
-            + "." + std::to_string(1 + number % 250);
+        return "127." + std::to_string(128 + getpid() % 120) + "." + std::to_string(number / 256)
+            + "." + std::to_string(number % 256);
     }
 
     static inline std::size_t s_used = 0;
