@@ -1,6 +1,8 @@
 // The wizard: reads its command line, plugs in the operating system's side, shows the window.
 #include "Platform/EndingSignals.h"
+#include "Platform/StandardStreams.h"
 #include "Platform/SystemPrintServer.h"
+#include "Platform/SystemPrinterLocks.h"
 #include "Platform/SystemUsbHost.h"
 #include "UI/AppController.h"
 #include "UI/Package/PackageFacts.h"
@@ -150,6 +152,7 @@ int runWindow(int argc, char** argv, std::string& chosen)
         return kUsage;
     }
     UsbHost::plugIn(systemUsbHost());
+    PrinterLocks::plugIn(systemPrinterLocks());
     return runWizard(options, endings, chosen);
 }
 
@@ -157,6 +160,7 @@ int runWindow(int argc, char** argv, std::string& chosen)
 
 int main(int argc, char** argv)
 {
+    occupyStandardStreams();
     const auto options = parseWizardOptions(argc, argv);
     if (options.help || options.version) {
         const auto words = options.help ? wizardHelpText() : "vymkit " VYMKIT_VERSION "\n";

@@ -7,8 +7,8 @@
 #include "CLI/Session.h"
 
 #include <atomic>
+#include <exception>
 #include <functional>
-#include <system_error>
 #include <thread>
 
 class BackgroundTask {
@@ -17,14 +17,18 @@ public:
     void start(Session& session, std::function<void()> work)
     {
         const auto whole = [this, &session, job = std::move(work)] {
-            job();
+            try {
+                job();
+            } catch (const std::exception&) {
+                m_failed = true;
+            }
             m_done = true;
             session.notify();
         };
         m_started = true;
         try {
             m_thread = std::thread(whole);
-        } catch (const std::system_error&) {
+        } catch (const std::exception&) { // no thread, or no memory for one
             whole();
         }
     }
@@ -39,9 +43,12 @@ public:
 
     [[nodiscard]] bool isStarted() const { return m_started; }
     [[nodiscard]] bool isDone() const { return m_done; }
+    // Of a task that is done: the work ended with an exception, for lack of memory.
+    [[nodiscard]] bool hasFailed() const { return m_failed; }
 
 private:
     bool m_started = false;
+    std::atomic<bool> m_failed{false};
     std::atomic<bool> m_done{false};
     std::thread m_thread;
 };

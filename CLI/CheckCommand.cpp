@@ -3,9 +3,49 @@
 #include "UI/Printers/PrinterCheck.h"
 #include "UI/vym_etc.h"
 
+#include <limits>
+#include <memory>
+#include <new>
+
 namespace {
 
 constexpr const char* kStage = "Asking the printer";
+// The time that a check gets for leaving the printer politely after a stop request, in seconds: the
+// command then ends within two.
+constexpr double kGrace = 1.5;
+
+// All data of the thread that checks, so that it can outlive the wait for it.
+struct Check {
+    Check(const Destination& destination, EntryChoice chosen)
+        : target(destination.run), choice(std::move(chosen))
+    {
+    }
+    RunTarget target;
+    const EntryChoice choice;
+    std::atomic<bool> stop{false};
+    CheckReport report{};
+    BackgroundTask task; // last, so that it ends before its data
+};
+
+// Waits for the check; after a stop request not for long, since it writes no firmware.
+StopCause watch(Check& check, Workplace& place)
+{
+    auto cause = StopCause::none;
+    auto leaveAt = std::numeric_limits<double>::infinity();
+    while (!check.task.isDone() && place.session.seconds() < leaveAt) {
+        const auto wake = place.session.wait(leaveAt);
+        if (wake == Wake::tick)
+            place.report.waiting(kStage, place.session.seconds());
+        if (wake != Wake::signal && wake != Wake::deadline)
+            continue;
+        if (!check.stop.exchange(true)) {
+            cause = wake == Wake::signal ? StopCause::user : StopCause::deadline;
+            leaveAt = place.session.seconds() + kGrace;
+        }
+        place.report.stopping(cause, place.session.seconds());
+    }
+    return cause;
+}
 
 } // namespace
 
@@ -14,26 +54,23 @@ Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& des
     CheckFacts facts;
     facts.address = destination.address;
     facts.printerName = destination.printerName;
-    std::atomic<bool> stop{false};
     place.report.waiting(kStage, place.session.seconds());
-    {
-        BackgroundTask task;
-        task.start(place.session, [&] {
-            facts.report =
-                vymCheck_Run(destination.run.queue(), destination.run.port(),
-                             static_cast<unsigned short>(package.portNumber), stop, place.choice);
-        });
-        while (!task.isDone()) {
-            const auto wake = place.session.wait();
-            if (wake == Wake::tick)
-                place.report.waiting(kStage, place.session.seconds());
-            if (wake != Wake::signal && wake != Wake::deadline)
-                continue;
-            if (!stop.exchange(true))
-                facts.stop = wake == Wake::signal ? StopCause::user : StopCause::deadline;
-            place.report.stopping(facts.stop, place.session.seconds());
-        }
+    auto check = std::make_unique<Check>(destination, place.choice);
+    const auto portNumber = static_cast<unsigned short>(package.portNumber);
+    check->task.start(place.session, [&each = *check, portNumber] {
+        each.report = vymCheck_Run(each.target.queue(), each.target.port(), portNumber, each.stop,
+                                   each.choice);
+    });
+    facts.stop = watch(*check, place);
+    if (!check->task.isDone()) {
+        place.isThreadLeft = true;
+        static_cast<void>(check.release()); // its thread keeps using it until the process ends
+        facts.report.result = result::kSystem;
+        return concludeCheck(package, facts);
     }
+    if (check->task.hasFailed())
+        throw std::bad_alloc();
+    facts.report = std::move(check->report);
     facts.connect = place.trace.lastConnect();
     facts.notPermitted = isForbiddenPort(destination.run.port());
     return concludeCheck(package, facts);

@@ -5,6 +5,8 @@
 #include "CLI/FirmwareChoice.h"
 #include "CLI/Fleet/FleetCommand.h"
 #include "CLI/HelpText.h"
+#include "CLI/LastLine.h"
+#include "CLI/SafeReport.h"
 #include "UI/Package/SystemCheck.h"
 #include "UI/Text/PlainText.h"
 #include "UI/vym_etc.h"
@@ -27,8 +29,12 @@ void showDebugText(const char* text)
     std::string_view line(text);
     if (!line.empty() && line.back() == '\n')
         line.remove_suffix(1);
-    if (auto* display = g_debugDisplay.load())
-        display->line("debug: " + plainText(line, kDebugLimit));
+    try {
+        if (auto* display = g_debugDisplay.load())
+            display->line("debug: " + plainText(line, kDebugLimit));
+    } catch (const std::exception&) { // loses this line
+        return;
+    }
 }
 
 // Enables the engine's debug texts while it lives.
@@ -60,16 +66,18 @@ Outcome textOutcome(const Options& options, std::string text)
     return outcome;
 }
 
-Outcome errorOutcome(const Options& options)
+Outcome errorOutcome(const Workplace& place)
 {
     Outcome outcome;
-    outcome.command = options.command;
+    outcome.command = place.options.command;
     outcome.exitCode = exitCodeOf(result::kSystem);
     outcome.verdict = Verdict::failed;
     outcome.name = resultName(result::kSystem);
     outcome.resultCode = result::kSystem;
     outcome.message = "This computer ran out of memory or threads.";
-    outcome.next = NextStep::checkPrinter; // its progress is unknown
+    outcome.bytesWentOut = place.bytesWentOut.value_or(true);
+    outcome.areBytesUnknown = !place.bytesWentOut.has_value();
+    outcome.next = outcome.bytesWentOut ? NextStep::checkPrinter : NextStep::retry;
     return outcome;
 }
 
@@ -161,7 +169,8 @@ Outcome runOnPackage(Workplace& place, const std::optional<FleetWords>& words)
         package->portNumber = *options.port;
     const auto warning = lookAtSystem(*package, place);
     auto outcome = runOnPrinters(*package, words, place);
-    outcome.warning = warning;
+    if (!warning.empty())
+        outcome.warning = warning + (outcome.warning.empty() ? "" : " ") + outcome.warning;
     return outcome;
 }
 
@@ -204,34 +213,125 @@ Outcome runSafely(Workplace& place)
     try {
         return run(place);
     } catch (const std::exception&) {
-        return errorOutcome(place.options);
+        return errorOutcome(place);
     }
+}
+
+// What is said where there is no memory for more, as far as it is known now.
+LastFacts lastFacts(int argc, const char* const* argv)
+{
+    LastFacts last;
+    last.json = wantsJson(argc, argv);
+    last.exitCode = exitCodeOf(result::kSystem);
+    last.name = resultName(result::kSystem);
+    last.resultCode = result::kSystem;
+    return last;
+}
+
+int endBriefly(const LastFacts& last, const Console& console)
+{
+    LastText room;
+    Output(last.json ? console.out : console.err).writeLast(lastLine(last, room));
+    return last.exitCode;
+}
+
+// Some functions of libraries may not throw and yet allocate; without memory they end the program,
+// which still says so while this lives. None of them is called while an update runs.
+class LastWords {
+public:
+    LastWords(const LastFacts& last, const Console& console)
+        : m_last(last), m_console(console), m_former(std::set_terminate(&say))
+    {
+        s_current = this;
+    }
+    ~LastWords()
+    {
+        std::set_terminate(m_former);
+        s_current = nullptr;
+    }
+    LastWords(const LastWords&) = delete;
+    LastWords& operator=(const LastWords&) = delete;
+
+    void follow(const Workplace& place) { m_place = &place; }
+
+private:
+    [[noreturn]] static void say()
+    {
+        auto last = s_current->m_last;
+        if (s_current->m_place != nullptr)
+            last.bytesWentOut = s_current->m_place->bytesWentOut;
+        std::_Exit(endBriefly(last, s_current->m_console));
+    }
+    inline static const LastWords* s_current = nullptr;
+
+    const LastFacts& m_last;
+    const Console m_console;
+    const Workplace* m_place = nullptr;
+    const std::terminate_handler m_former;
+};
+
+// Runs the command and reports its outcome, in whatever way is possible.
+int runAndReport(Workplace& place, const std::optional<MemberOrder>& order, LastFacts last)
+{
+    Outcome outcome;
+    try {
+        outcome = runSafely(place);
+        outcome.seconds = place.session.seconds();
+        outcome.isOfFleet = isFleetCall(place.options);
+        if (order)
+            recordEnd(*order, outcome);
+        last.exitCode = outcome.exitCode;
+        last.name = outcome.name;
+        last.resultCode = outcome.resultCode;
+        place.report.finish(outcome);
+    } catch (const std::exception&) {
+        LastText room;
+        last.bytesWentOut = place.bytesWentOut;
+        last.seconds = place.session.seconds();
+        place.report.finishBriefly(lastLine(last, room));
+    }
+    place.display.drain();
+    if (place.isThreadLeft)
+        std::_Exit(last.exitCode); // the remaining thread's data must not be destroyed before it
+    return last.exitCode;
+}
+
+int runWhole(int argc, char** argv, PrintServer* printServer, const Console& console,
+             LastFacts& last)
+{
+    LastWords words(last, console);
+    Session session;
+    const auto options = parseOptions(argc, argv);
+    last.command = commandName(options.command);
+    last.json = options.json;
+    Display display(console.err, options.noColour);
+    const DebugTexts debugTexts(options.verbose, display);
+    const auto made =
+        options.json ? makeJsonReport(console.out) : makeHumanReport(console.out, display, options);
+    SafeReport report(*made);
+    PacketTrace trace(options.verbose ? &display : nullptr,
+                      [&session] { return session.seconds(); });
+    Workplace place{options, console, session, display, report, trace, printServer};
+    words.follow(place);
+    const auto order = orderFromEnvironment();
+    if (order && order->queue)
+        place.queue = &*order->queue;
+    return runAndReport(place, order, last);
 }
 
 } // namespace
 
 int runCommandLine(int argc, char** argv, PrintServer* printServer, const Console& console)
 {
-    Session session;
-    const auto options = parseOptions(argc, argv);
-    Display display(console.err, options.noColour);
-    const DebugTexts debugTexts(options.verbose, display);
-    const auto report =
-        options.json ? makeJsonReport(console.out) : makeHumanReport(console.out, display, options);
-    PacketTrace trace(options.verbose ? &display : nullptr,
-                      [&session] { return session.seconds(); });
-    Workplace place{options, console, session, display, *report, trace, printServer};
-    const auto order = orderFromEnvironment();
-    if (order && order->queue)
-        place.queue = &*order->queue;
-    auto outcome = runSafely(place);
-    outcome.seconds = session.seconds();
-    outcome.isOfFleet = isFleetCall(options);
-    if (order)
-        recordEnd(*order, outcome);
-    report->finish(outcome);
-    display.drain();
-    if (place.isThreadLeft)
-        std::_Exit(outcome.exitCode); // the remaining thread's data must not be destroyed before it
-    return outcome.exitCode;
+    auto last = lastFacts(argc, argv);
+    try {
+        return runWhole(argc, argv, printServer, console, last);
+    } catch (const std::exception&) { // out of memory before anything began
+        return endBriefly(last, console);
+    }
+}
+
+int endWithoutMemory(int argc, char** argv)
+{
+    return endBriefly(lastFacts(argc, argv), {});
 }

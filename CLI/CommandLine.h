@@ -10,3 +10,5 @@
 // printServer: null if the system has no print queues; the caller keeps it until the process ends.
 int runCommandLine(int argc, char** argv, PrintServer* printServer,
                    const Console& console = Console());
+// For a program that has no memory even to begin: writes a last line, returns its exit code.
+int endWithoutMemory(int argc, char** argv);

@@ -24,6 +24,8 @@ struct Workplace {
     EntryChoice choice = {}; // the firmware to update
     const PrintQueue* queue = nullptr; // that the call for many printers has found already
     std::string systemRemark = {}; // what the package's bounds say of this system; may be empty
+    // Whether bytes of firmware may have left; no value while that is not known.
+    std::optional<bool> bytesWentOut = false;
     // A thread that only reads still waits for an answer: the process ends without it.
     bool isThreadLeft = false;
 };

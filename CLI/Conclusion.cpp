@@ -250,6 +250,20 @@ std::optional<int> errorAfterStop(const Outcome& outcome, const tag_devinfo& rec
     return record.m_updateState == state_failed ? std::optional(result::kSystem) : std::nullopt;
 }
 
+// Another update of the printer goes on here, so this one did not begin.
+void concludeHeld(Outcome& outcome, std::string held, MessageFacts facts)
+{
+    held.front() = 'A';
+    facts.holder = std::move(held);
+    outcome.resultCode = result::kBusy;
+    outcome.exitCode = exitCodeOf(result::kBusy);
+    outcome.verdict = Verdict::failed;
+    outcome.name = resultName(result::kBusy);
+    outcome.title = englishText(resultText(result::kBusy, true).titleKey, facts);
+    outcome.next = NextStep::retry;
+    say(outcome, "UpdateIsRunning", facts);
+}
+
 bool isWhollyConfirmed(const Outcome& outcome)
 {
     const auto& all = outcome.firmware;
@@ -366,6 +380,10 @@ Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts)
     const auto* last = lastReached(outcome);
     auto words = factsOf(package, outcome);
     words.place = placeOf(last);
+    if (!facts.held.empty()) {
+        concludeHeld(outcome, facts.held, words);
+        return outcome;
+    }
     if (const auto code = codeOf(outcome, facts); code.has_value()) {
         outcome.verdict = verdictOf(*code);
         concludeWith(outcome, *code, package, last, facts.connect, words);

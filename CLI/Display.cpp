@@ -89,6 +89,12 @@ void Display::clearLive()
     eraseLive();
 }
 
+void Display::last(std::string_view text)
+{
+    const HoldLock hold(m_lock);
+    m_output.writeLast(text);
+}
+
 void Display::drain()
 {
     const HoldLock hold(m_lock);

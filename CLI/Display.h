@@ -29,6 +29,7 @@ public:
     void liveLines(std::vector<std::string> lines, std::string last);
     void clearLive();
     void drain();
+    void last(std::string_view text); // with its line end; see Output::writeLast
 
 private:
     void showLive(const std::vector<std::string>& lines) VYM_REQUIRES(m_lock);

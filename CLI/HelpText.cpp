@@ -54,6 +54,8 @@ Options, before or after the command:
       --deadline S     Stop after S seconds, as Ctrl-C does.
       --verify S       Afterwards wait up to S seconds for the printer, and compare its versions.
       --stall-limit S  Stop when the printer shows no progress for S seconds (update).
+      --lock-timeout S Wait up to S seconds (otherwise 0) for another update of this printer
+                       that runs on this computer (update).
       --json           Write JSON lines to the standard output, and nothing else; ask nothing.
   -q, --quiet          Show no progress.
   -v, --verbose        Write a line for each packet to the standard error output.

@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 #include <netdb.h>
+#include <new>
 
 namespace {
 
@@ -49,5 +50,7 @@ HostLookup lookUpHost(Workplace& place, const std::string& name)
         static_cast<void>(lookup.release()); // the thread keeps using it until the process ends
         return {{}, {}, wake == Wake::signal ? StopCause::user : StopCause::deadline};
     }
+    if (lookup->task.hasFailed())
+        throw std::bad_alloc();
     return lookup->found;
 }

@@ -44,6 +44,7 @@ public:
     void quiet(double silence, double seconds) override;
     void stopping(StopCause cause, double seconds) override;
     void finish(const Outcome& outcome) override;
+    void finishBriefly(std::string_view line) override { m_display.last(line); }
 
 private:
     void follow(const StatusView& view);

@@ -1,14 +1,12 @@
+#include "CLI/JsonText.h"
 #include "CLI/Output.h"
 #include "CLI/Report.h"
 #include "UI/Support/UdevRule.h"
 
 #include <array>
 #include <cmath>
-#include <nlohmann/json.hpp>
 
 namespace {
-
-using Json = nlohmann::ordered_json; // the keys in the order in which they are documented
 
 constexpr int kSchemaVersion = 1;
 
@@ -38,6 +36,14 @@ Json orNull(const std::string& text)
 Json toProgress(const std::optional<double>& progress)
 {
     return progress.has_value() && std::isfinite(*progress) ? Json(inTenths(*progress)) : Json();
+}
+
+template <class Item> Json listOf(const std::vector<Item>& items, Json (*toJson)(const Item&))
+{
+    std::vector<Json> list;
+    for (const auto& item : items)
+        list.push_back(toJson(item));
+    return Json::array(list);
 }
 
 Json firmwareToJson(const PackagedFirmware& firmware)
@@ -99,12 +105,11 @@ Json packageToJson(const PackageFacts& package)
                  {"special_commands", package.specialCommands == yesno_yes},
                  {"lowest_system", orNull(package.lowestSystem)},
                  {"highest_system", orNull(package.highestSystem)},
-                 {"firmware", Json::array()}};
-    for (const auto& firmware : package.firmware)
-        json["firmware"].push_back(firmwareToJson(firmware));
+                 {"firmware", listOf(package.firmware, firmwareToJson)}};
     if (package.signature) // only where there was a key to check it with
-        json["signature"] = {{"key", package.signature->key},
-                             {"trusted_comment", package.signature->comment}};
+        json.add(
+            "signature",
+            {{"key", package.signature->key}, {"trusted_comment", package.signature->comment}});
     return json;
 }
 
@@ -123,14 +128,6 @@ Json printerToJson(const ListedPrinter& printer)
             {"warning", orNull(printer.warning)}};
 }
 
-Json printersToJson(const PrinterFacts& printers)
-{
-    auto json = Json::array();
-    for (const auto& printer : printers.list)
-        json.push_back(printerToJson(printer));
-    return json;
-}
-
 Json udevRule()
 {
     return {{"file", udevRuleFile()}, {"line", udevRuleLine()}};
@@ -138,33 +135,28 @@ Json udevRule()
 
 Json resultToJson(const Outcome& outcome)
 {
-    Json json = {{"type", "result"},
-                 {"schema_version", kSchemaVersion},
-                 {"command", commandName(outcome.command)},
-                 {"exit_code", outcome.exitCode},
-                 {"name", outcome.name},
-                 {"result_code", orNull(outcome.resultCode)},
-                 {"message", outcome.message},
-                 {"next", nextStepName(outcome.next)},
-                 {"seconds", inTenths(outcome.seconds)},
-                 {"firmware_bytes_sent", outcome.bytesWentOut},
-                 {"address", orNull(outcome.address)},
-                 {"printer_name", orNull(outcome.printerName)},
-                 {"printer_model", orNull(outcome.printerModel)},
-                 {"firmware", Json::array()},
-                 {"package", Json()},
-                 {"printers", Json()},
-                 {"udev_rule", outcome.notPermitted ? udevRule() : Json()},
-                 {"warning", orNull(outcome.warning)},
-                 {"verdict", orNull(outcome.verification)}};
-    for (const auto& firmware : outcome.firmware)
-        json["firmware"].push_back(outcomeToJson(firmware));
+    Json json = {
+        {"type", "result"},
+        {"schema_version", kSchemaVersion},
+        {"command", commandName(outcome.command)},
+        {"exit_code", outcome.exitCode},
+        {"name", outcome.name},
+        {"result_code", orNull(outcome.resultCode)},
+        {"message", outcome.message},
+        {"next", nextStepName(outcome.next)},
+        {"seconds", inTenths(outcome.seconds)},
+        {"firmware_bytes_sent", outcome.areBytesUnknown ? Json() : Json(outcome.bytesWentOut)},
+        {"address", orNull(outcome.address)},
+        {"printer_name", orNull(outcome.printerName)},
+        {"printer_model", orNull(outcome.printerModel)},
+        {"firmware", listOf(outcome.firmware, outcomeToJson)},
+        {"package", outcome.package ? packageToJson(*outcome.package) : Json()},
+        {"printers", outcome.printers ? listOf(outcome.printers->list, printerToJson) : Json()},
+        {"udev_rule", outcome.notPermitted ? udevRule() : Json()},
+        {"warning", orNull(outcome.warning)},
+        {"verdict", orNull(outcome.verification)}};
     if (outcome.isOfFleet)
-        json["printer"] = nullptr; // every printer has a result of its own
-    if (outcome.package.has_value())
-        json["package"] = packageToJson(*outcome.package);
-    if (outcome.printers.has_value())
-        json["printers"] = printersToJson(*outcome.printers);
+        json.add("printer", Json()); // every printer has a result of its own
     return json;
 }
 
@@ -174,10 +166,10 @@ Json summaryToJson(const Outcome& outcome)
                  {"schema_version", kSchemaVersion},
                  {"command", commandName(outcome.command)}};
     for (std::size_t i = 0; i < kMemberClasses; ++i) {
-        auto names = Json::array();
+        std::vector<Json> names;
         for (const auto& entry : outcome.fleet->classes.at(i))
-            names.push_back(entry.printer);
-        json[memberClassName(static_cast<MemberClass>(i))] = std::move(names);
+            names.emplace_back(entry.printer);
+        json.add(memberClassName(static_cast<MemberClass>(i)), Json::array(names));
     }
     return json;
 }
@@ -275,11 +267,10 @@ public:
         m_output.drain();
     }
 
+    void finishBriefly(std::string_view line) override { m_output.writeLast(line); }
+
 private:
-    static std::string lineOf(const Json& json)
-    {
-        return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-    }
+    static std::string lineOf(const Json& json) { return json.text() + "\n"; }
 
     Output m_output;
     std::optional<tag_devinfo> m_last;
@@ -294,7 +285,7 @@ std::unique_ptr<Report> makeJsonReport(int outputDescriptor)
 
 std::string resultAsJson(const Outcome& outcome)
 {
-    return resultToJson(outcome).dump(-1, ' ', false, Json::error_handler_t::replace);
+    return resultToJson(outcome).text();
 }
 
 std::string stoppingAsJson(StopCause cause, double seconds)
@@ -303,5 +294,5 @@ std::string stoppingAsJson(StopCause cause, double seconds)
                        {"schema_version", kSchemaVersion},
                        {"seconds", inTenths(seconds)},
                        {"cause", causeName(cause)}};
-    return json.dump();
+    return json.text();
 }

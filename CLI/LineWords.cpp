@@ -22,6 +22,7 @@ constexpr std::array kOptions = {
     OptionWord{"-p", true},
     OptionWord{"--deadline", true},
     OptionWord{"--stall-limit", true},
+    OptionWord{"--lock-timeout", true},
     OptionWord{"--sha256", true},
     OptionWord{"--key", true},
     OptionWord{"--trace", true},

@@ -44,6 +44,7 @@ constexpr std::array kTexts = {
             "Data between this computer and the printer at {address} arrived damaged {place}."},
     KeyText{"Error_DeviceBusyTitle", "printer busy"},
     KeyText{"Error_DeviceBusyMes", "The printer at {address} is busy and cannot be updated now."},
+    KeyText{"UpdateIsRunning", "{holder}."},
     KeyText{"Error_FaxTitle", "fax in use"},
     KeyText{"Error_FaxMes", "The printer at {address} is sending or receiving a fax."},
     KeyText{"Error_PoweredOffTitle", "connection lost"},
@@ -122,6 +123,8 @@ constexpr std::array kAdvice = {
     KeyText{"Error_DeviceErrorMes", "Clear the error at the printer, then try again."},
     KeyText{"Error_ConnectErrorMes", "Check the network's cables, then try again."},
     KeyText{"Error_DeviceBusyMes", "Wait until the printer is ready, then try again."},
+    KeyText{"UpdateIsRunning",
+            "Wait until it has ended, or give --lock-timeout S to wait for it, then try again."},
     KeyText{"Error_FaxMes", "Wait until the fax is finished, then try again."},
     KeyText{"Error_PoweredOffMes",
             "Check that the printer is switched on, that {address} is its address and that "
@@ -166,7 +169,7 @@ std::string_view find(const std::array<KeyText, size>& texts, std::string_view k
 
 std::string_view factOf(const MessageFacts& facts, std::string_view name)
 {
-    const std::array<std::pair<std::string_view, std::string_view>, 10> known = {
+    const std::array<std::pair<std::string_view, std::string_view>, 11> known = {
         {{"address", facts.address},
          {"model", facts.model},
          {"printer", facts.printer},
@@ -176,7 +179,8 @@ std::string_view factOf(const MessageFacts& facts, std::string_view name)
          {"port", facts.port},
          {"number", facts.number},
          {"count", facts.count},
-         {"permission", facts.permission}}};
+         {"permission", facts.permission},
+         {"holder", facts.holder}}};
     const auto* fact = std::find_if(known.begin(), known.end(),
                                     [name](const auto& each) { return each.first == name; });
     return fact != known.end() ? fact->second : std::string_view();

@@ -43,6 +43,7 @@ struct Words {
     std::string key;
     std::string deadline;
     std::string stallLimit;
+    std::string lockTimeout;
     std::string verify;
     std::string port;
     std::string trace;
@@ -84,6 +85,7 @@ void declare(CLI::App& app, Options& options, Words& words)
     app.add_option("--key", words.key);
     app.add_option("--deadline", words.deadline);
     app.add_option("--stall-limit", words.stallLimit);
+    app.add_option("--lock-timeout", words.lockTimeout);
     app.add_option("--verify", words.verify);
     app.add_flag("-y,--yes", options.yes);
     app.add_flag("--json", options.json);
@@ -157,7 +159,7 @@ std::string strayError(const Options& options, const CLI::App& app)
         return belongsError("--all", "'printers', 'check' and 'update'");
     if (options.output && command != Command::report)
         return belongsError("--output", "'report'");
-    for (const auto* option : {"--stall-limit", "--verify"}) {
+    for (const auto* option : {"--stall-limit", "--lock-timeout", "--verify"}) {
         if (app.count(option) != 0 && command != Command::update)
             return belongsError(option, "'update'");
     }
@@ -188,6 +190,8 @@ std::string numberError(const Options& options, const CLI::App& app, const Words
         return limitError("--deadline", words.deadline);
     if (app.count("--stall-limit") != 0 && !options.stallLimit.has_value())
         return limitError("--stall-limit", words.stallLimit);
+    if (app.count("--lock-timeout") != 0 && !options.lockTimeout.has_value())
+        return limitError("--lock-timeout", words.lockTimeout);
     if (app.count("--verify") != 0 && !options.verify.has_value())
         return limitError("--verify", words.verify);
     if (app.count("--deadline-each") != 0 && !options.fleet.deadlineEach.has_value())
@@ -301,6 +305,8 @@ void take(Options& options, const CLI::App& app, const Words& words)
         options.key = words.key;
     options.deadline = parseSeconds(words.deadline);
     options.stallLimit = parseSeconds(words.stallLimit);
+    // Not to wait at all is the default, and may be said.
+    options.lockTimeout = words.lockTimeout == "0" ? 0 : parseSeconds(words.lockTimeout);
     options.verify = parseSeconds(words.verify);
     options.usageError = usageErrorOf(options, app, words);
 }

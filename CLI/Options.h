@@ -48,6 +48,7 @@ struct Options {
     std::optional<double> deadline; // seconds
     std::optional<double> verify; // seconds in which the printer has to come back
     std::optional<double> stallLimit; // seconds without any progress
+    std::optional<double> lockTimeout; // seconds to wait for another update of the printer; 0: none
     std::vector<std::string> only; // the names of the firmware to update; empty: all
     bool skipSame = false; // leaves out what is installed in the package's version
     bool yes = false;

@@ -81,6 +81,7 @@ struct Outcome {
     std::string printerName; // of the queue that led to the printer
     std::string printerModel; // if the printer was queried for it
     bool bytesWentOut = false;
+    bool areBytesUnknown = false; // the run ended before that could be learnt
     std::vector<FirmwareOutcome> firmware;
     std::optional<PackageFacts> package; // for the command that shows it
     std::optional<PrinterFacts> printers; // for the command that lists them

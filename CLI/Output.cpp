@@ -11,14 +11,19 @@ namespace {
 // A reader that takes nothing for this long at the end of the program has gone for good.
 constexpr int kReaderPatience = 10000; // milliseconds
 
-bool isWritable(int descriptor, int waitMilliseconds)
+enum class Ready { yes, no, unknown };
+
+// Unknown where the system lacks the memory for the call.
+Ready readyFor(int descriptor, int waitMilliseconds)
 {
     pollfd entry{descriptor, POLLOUT, 0};
     int ready = 0;
     do {
         ready = poll(&entry, 1, waitMilliseconds);
     } while (ready < 0 && errno == EINTR);
-    return ready > 0;
+    if (ready < 0)
+        return Ready::unknown;
+    return ready > 0 ? Ready::yes : Ready::no;
 }
 
 } // namespace
@@ -42,20 +47,39 @@ void Output::drain()
     while (!m_waiting.empty() && flush(kReaderPatience)) { }
 }
 
+void Output::writeLast(std::string_view text)
+{
+    drain();
+    while (!m_broken && m_waiting.empty() && !text.empty()) {
+        const auto [bytes, goesOn] = give(text, kReaderPatience);
+        text.remove_prefix(bytes);
+        if (!goesOn)
+            return;
+    }
+}
+
 bool Output::flush(int waitMilliseconds)
 {
-    if (!isWritable(m_descriptor, waitMilliseconds))
-        return false;
+    const auto [bytes, goesOn] = give(m_waiting, waitMilliseconds);
+    m_waiting.erase(0, bytes);
+    return goesOn;
+}
+
+Output::Given Output::give(std::string_view text, int waitMilliseconds)
+{
+    const bool isEnd = waitMilliseconds > 0;
+    const auto ready = readyFor(m_descriptor, waitMilliseconds);
+    // Without knowing, a text waits as long as the program runs; its end may wait for the reader.
+    if (ready == Ready::no || (ready == Ready::unknown && !isEnd))
+        return {0, false};
     // A ready pipe has room for this many bytes; a longer write could block.
-    const auto length = std::min<std::size_t>(m_waiting.size(), PIPE_BUF);
-    const auto written = ::write(m_descriptor, m_waiting.data(), length);
-    if (written > 0) {
-        m_waiting.erase(0, static_cast<std::size_t>(written));
-        return true;
-    }
+    const auto length = std::min<std::size_t>(text.size(), PIPE_BUF);
+    const auto written = ::write(m_descriptor, text.data(), length);
+    if (written > 0)
+        return {static_cast<std::size_t>(written), true};
     if (written < 0 && (errno == EINTR || errno == EAGAIN))
-        return waitMilliseconds > 0;
+        return {0, isEnd && ready == Ready::yes};
     m_broken = true;
     m_waiting.clear();
-    return false;
+    return {0, false};
 }

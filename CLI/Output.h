@@ -19,9 +19,16 @@ public:
     void write(std::string_view text); // kept, however much is waiting
     void writeProgress(std::string_view text); // dropped if too much is waiting
     void drain(); // writes the waiting texts, before the program ends
+    // Writes the waiting texts and then this one, without any further memory.
+    void writeLast(std::string_view text);
 
 private:
     bool flush(int waitMilliseconds); // false if the reader took nothing
+    struct Given {
+        std::size_t bytes; // that left
+        bool goesOn; // more may leave at once
+    };
+    Given give(std::string_view text, int waitMilliseconds);
 
     int m_descriptor;
     bool m_broken; // writes no more

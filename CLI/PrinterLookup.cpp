@@ -50,7 +50,6 @@ struct Lookup {
     std::atomic<bool> cancel{false};
     Whereabouts whereabouts;
     TargetPrinters made;
-    bool isOutOfMemory = false;
     BackgroundTask task; // last, so that it ends before its data
 };
 
@@ -59,11 +58,7 @@ void start(Lookup& lookup, Workplace& place)
     devConnMgr_Instance(); // makes it before another thread uses it
     lookup.search = packagedPrinterSearch(place.printServer);
     lookup.task.start(place.session, [&lookup] {
-        try {
-            lookup.made = makeTargetPrinterList(lookup.search, lookup.cancel, lookup.whereabouts);
-        } catch (const std::bad_alloc&) {
-            lookup.isOutOfMemory = true;
-        }
+        lookup.made = makeTargetPrinterList(lookup.search, lookup.cancel, lookup.whereabouts);
     });
 }
 
@@ -98,7 +93,7 @@ LookupResult lookUpPrinters(Workplace& place)
         static_cast<void>(lookup.release()); // its thread keeps using it until the process ends
         return {{}, stop};
     }
-    if (lookup->isOutOfMemory)
+    if (lookup->task.hasFailed())
         throw std::bad_alloc();
     return {std::move(lookup->made), stop};
 }

@@ -4,6 +4,7 @@
 // Owns:      its output streams' waiting texts.
 // Threads:   the command's own; engine threads use the error stream only through Display.
 // Invariant: finish is called exactly once, last.
+// Errors:    std::bad_alloc; a result that was not written whole was not begun.
 #pragma once
 #include "CLI/Conclusion.h"
 #include "CLI/Display.h"
@@ -32,6 +33,8 @@ public:
     // A stop was requested; called again for each further request.
     virtual void stopping(StopCause cause, double seconds) = 0;
     virtual void finish(const Outcome& outcome) = 0;
+    // In place of finish, or after one that failed: a line of LastLine. Throws nothing.
+    virtual void finishBriefly(std::string_view line) = 0;
 
 protected:
     Report() = default;

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <climits>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -13,6 +15,8 @@ namespace {
 
 // An answer is a word; a longer line is no answer.
 constexpr std::size_t kLongestLine = 80;
+// Milliseconds between two looks where the system cannot wait for descriptors.
+constexpr int kBlindPause = 100;
 
 } // namespace
 
@@ -53,6 +57,12 @@ std::optional<std::string> Session::readLine(int descriptor)
     }
 }
 
+Wake Session::wait(double until)
+{
+    const auto left = std::clamp((until - seconds()) * 1000, 1.0, static_cast<double>(INT_MAX));
+    return waitFor(-1, std::min(waitMilliseconds(), static_cast<int>(left)));
+}
+
 void Session::notify() const
 {
     const std::uint64_t once = 1;
@@ -65,18 +75,19 @@ Wake Session::waitFor(int readable, int milliseconds)
         return Wake::deadline;
     std::array<pollfd, 3> entries = {
         {{m_signals.descriptor(), POLLIN, 0}, {m_notified, POLLIN, 0}, {readable, POLLIN, 0}}};
-    poll(entries.data(), entries.size(), milliseconds);
-    if (entries[0].revents != 0) {
-        m_signals.take();
-        return Wake::signal;
+    const bool isBlind = poll(entries.data(), entries.size(), milliseconds) < 0 && errno != EINTR;
+    if (isBlind) { // without the call, what happens is looked for instead of waited for
+        pauseMilliseconds(static_cast<unsigned long>(std::min(milliseconds, kBlindPause)));
+        entries[2].revents = readable >= 0 ? POLLIN : 0;
     }
+    if ((isBlind || entries[0].revents != 0) && m_signals.take() != 0)
+        return Wake::signal;
     if (takeDeadline())
         return Wake::deadline;
-    if (entries[1].revents != 0) {
-        std::uint64_t count = 0; // of calls; reading it clears them
-        [[maybe_unused]] const auto length = read(m_notified, &count, sizeof count);
+    std::uint64_t count = 0; // of calls; reading it clears them
+    if ((isBlind || entries[1].revents != 0)
+        && read(m_notified, &count, sizeof count) == sizeof count)
         return Wake::notified;
-    }
     return entries[2].revents != 0 ? Wake::readable : Wake::tick;
 }
 

@@ -9,6 +9,7 @@
 #include "Platform/EndingSignals.h"
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -23,8 +24,9 @@ public:
 
     void setDeadline(double seconds); // counted from the session's start
     [[nodiscard]] double seconds() const; // since the session's start
-    // Waits for one interval between two looks at a run, or until something happens.
-    Wake wait() { return waitFor(-1, waitMilliseconds()); }
+    // Waits for one interval between two looks at a run, or until something happens; at most until
+    // a moment in seconds since the session's start.
+    Wake wait(double until = std::numeric_limits<double>::infinity());
     // Checks for a signal or the time limit without waiting; returns another value without either.
     Wake check() { return waitFor(-1, 0); }
     // The same, and until there is something to read from this descriptor.

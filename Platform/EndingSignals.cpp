@@ -19,7 +19,9 @@ sigset_t endingSignals()
     sigaddset(&set, SIGINT);
     sigaddset(&set, SIGTERM);
     // A signal that is ignored stays so: under nohup, a lost terminal must not matter.
-    for (const int signal : {SIGHUP, SIGQUIT, SIGTSTP}) {
+    // The last four end a process by default, too, and may come from a person or a limit of the
+    // system.
+    for (const int signal : {SIGHUP, SIGQUIT, SIGTSTP, SIGUSR1, SIGUSR2, SIGALRM, SIGXCPU}) {
         if (!isIgnored(signal))
             sigaddset(&set, signal);
     }
@@ -31,6 +33,7 @@ sigset_t endingSignals()
 EndingSignals::EndingSignals()
 {
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     const auto signals = endingSignals();
     m_descriptor = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
     pthread_sigmask(SIG_BLOCK, nullptr, &m_formerMask);

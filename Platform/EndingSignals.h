@@ -1,6 +1,7 @@
 // The signals that end or halt a program (from the keys Ctrl-C, Ctrl-\ and Ctrl-Z, for example), as
 // a descriptor to wait for: while this lives, none of them ends or halts the process by itself, so
-// none can cut a transfer. A closed pipe is an error of one write.
+// none can cut a transfer. A closed pipe and a file that
+// would become too large are errors of one write.
 //
 // Owns:    a descriptor, and the process's signal mask while it lives.
 // Threads: constructed before other threads start, so that they inherit the mask; then used by one.

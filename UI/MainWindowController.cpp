@@ -291,8 +291,8 @@ void MainWindowController::startUpdate()
     if (m_progress.isOpen()) // one run per process
         return;
     m_frame.window().hide();
-    if (!m_run.begin(_targetPrinterInfo)) {
-        endUpdate(result::kSystem);
+    if (const auto code = m_run.begin(_targetPrinterInfo); code.has_value()) {
+        endUpdate(*code);
         return;
     }
     _updateStatusTimer = new QTimer(this);

@@ -80,6 +80,13 @@ bool vymThread::StopThread()
     return true;
 }
 
+bool vymThread::RefuseFirmware()
+{
+    m_stopRequested = true;
+    auto gate = Gate::open;
+    return m_gate.compare_exchange_strong(gate, Gate::shut) || gate == Gate::shut;
+}
+
 bool vymThread::SetPolling(unsigned long milliseconds)
 {
     const HoldLock hold(m_lock);
@@ -182,7 +189,8 @@ int vymThread::updateUntilStopped(vymProtocol& protocol)
         return result::kSystem;
     protocol.setPolingTime(pollingInterval());
     protocol.LeaveOutSame(m_choice.skipSame);
-    if (m_stopRequested)
+    auto gate = Gate::open;
+    if (m_stopRequested || !m_gate.compare_exchange_strong(gate, Gate::passed))
         return result::kSuccess;
     int overall = result::kSuccess;
     const int updated = updateAllEntries(protocol, model, overall);

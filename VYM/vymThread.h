@@ -47,6 +47,9 @@ public:
     bool UpdateStart(char* queue, char* port, unsigned short portNo);
     // Requests a stop and waits for the worker, without limit: a transfer is never cut.
     bool StopThread();
+    // True: no firmware has been sent, and none will be. The worker then ends as after a stop
+    // request once the printer has answered. False if the first firmware is already being handled.
+    bool RefuseFirmware();
     bool SetPolling(unsigned long milliseconds); // 0 is refused
     bool SetVymInfo(); // an empty hook; always false
     bool CheckState(tag_devinfo& info) const;
@@ -76,6 +79,10 @@ private:
     void closeEvents();
 
     std::atomic<bool> m_started{false};
+    // Before the first firmware: passed by the worker, or shut by RefuseFirmware; whichever comes
+    // first.
+    enum class Gate : std::uint8_t { open, passed, shut };
+    std::atomic<Gate> m_gate{Gate::open};
     std::atomic<bool> m_stopRequested{false};
     TAG_THREADDATA m_thread{};
     TAG_MUTEXDATA m_stopEvent{};

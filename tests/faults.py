@@ -27,6 +27,8 @@ ALONE = {"refuse-busy": ("refusal", "enter"), "refuse-fax": ("refusal", "enter")
          "status-over-100": ("hostile answer", "writing")}  # all others: hostile answers, identify
 SIMULATION = "SimulationGivesTheSameRunForTheSameSeed"
 FAILING = "ProgramsSurviveFailingCalls"
+CLOCK = "ProgramsDoNotHeedAClockThatJumps"
+KILLED = "Killed.AtAnyStageIsMadeGoodByTheNextUpdate"
 
 # Fault class -> stage -> tests; a text in brackets says why there is no test.
 CELLS = {
@@ -55,7 +57,10 @@ CELLS = {
                        "RestartingPrinter.GetsItsVerdictInJson"]},
     "host killed": {
         "package": "(nothing has begun)", "connect": "(nothing has begun)",
+        "enter": KILLED, "identify": KILLED, "last block": KILLED, "writing": KILLED,
+        "leave": KILLED,
         "transfer": ["Update.LeavesALogThatSaysHowFarItCameWhenItIsKilled",
+                     "UpdateCommand.MentionsAnEarlierUpdateOfThePrinterThatWasCutOff",
                      "UpdateThatIsKilled.LeavesAPrinterThatTheNextOneUpdates"],
         "afterwards": "RunLog.HasEachLineOnDiskAtOnce"},
     "hostile answer": {
@@ -98,6 +103,7 @@ CELLS = {
         "package": "(ends as any program does)",
         "connect": "SystemPrinters.CtrlCEndsTheWaitForASilentServerAtOnce",
         "enter": ["Stop.BeforeTheFirstFirmwareSendsNothing",
+                  "Stop.BeforeTheFirstFirmwareDoesNotWaitForASilentPrinter",
                   "Stop.WhileACheckWaitsLeavesDownloadMode"],
         "identify": "UpdateCommand.ASignalBeforeTheFirstByteStopsTheRun",
         "transfer": ["UpdateCommand.ASignalAmidATransferLetsItEndAndSendsAPersonToThePrinter",
@@ -108,11 +114,14 @@ CELLS = {
         "afterwards": "UpdateCommand.GoesOnWhenItsOutputIsNotRead"},
     "clock jumps, suspend": {
         "package": "(no time is looked at)",
-        "transfer": "LogindInhibitor.HoldsEverythingWhileItLives",
+        "connect": CLOCK, "enter": CLOCK, "identify": CLOCK, "last block": CLOCK, "leave": CLOCK,
+        "transfer": ["LogindInhibitor.HoldsEverythingWhileItLives", CLOCK],
         "writing": "MonotonicWait.TakesItsTimeWhereTheWallClockIsSetBack",
         "afterwards": "LogFolder.KeepsTheNewLogWhereTheClockWasSetBack"},
     "two updaters": {
-        "package": "(read-only)", "enter": "Update.LeavesASecondUpdaterOutside",
+        "package": "(read-only)", "enter": ["Update.LeavesASecondUpdaterOutside",
+                                          "SocketLocks.InAThousandRacesOneWritesAtATime",
+                                          "Stop.ASecondUpdateOfThePrinterIsRefusedUntilTheFirstHasEnded"],
         "connect": "BusyPrinter.IsGivenUpAfterFiveSecondsAndFoundWhenFreeAgain",
         "identify": "(the second never comes so far)", "transfer": "(the second never comes so far)",
         "last block": "(the second never comes so far)", "writing": "(the second never comes so far)",

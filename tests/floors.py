@@ -25,7 +25,7 @@ FLOORS = [
     (3, ["VYM/vymProtocol*", "VYM/ProtocolRe*", "VYM/ModelDependCheckVer.*", "VYM/AnswerAccount.*",
          "VYM/ImageReader.*", "VYM/EntryChoice.h", "VYM/FileAssembly.*", "VYM/vymDevInfo.*"]),
     (4, ["VYM/vymThread.*", "VYM/CheckRun.*"]),
-    (5, ["UI/vymParseController.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
+    (5, ["UI/vymParseController.*", "UI/vymThreadRefusal.*", "UI/DevConnMgrController.*", "UI/vym_etc.*",
          "UI/rlpd_conf_access.*", "UI/VYM_Utilities.*", "UI/Text/*"]),
     (6, ["UI/Printers/*", "UI/Run/*", "UI/Package/*", "UI/Support/*",
          "UI/PrinterList.*", "UI/PrinterInfo.*",

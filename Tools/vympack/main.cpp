@@ -1,4 +1,5 @@
 // vympack: makes, checks, tries and unpacks package containers.
+#include "Platform/StandardStreams.h"
 #include "Tools/vympack/CommandLine.h"
 
 #include <cstdio>
@@ -7,6 +8,7 @@
 
 int main(int argc, char** argv)
 {
+    occupyStandardStreams();
     try {
         return vympack::runProgram(argc, argv, {std::cout, std::cerr});
     } catch (const std::exception& error) {

@@ -5,8 +5,10 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/signalfd.h>
+#include <unistd.h>
 
 namespace {
 
@@ -21,6 +23,16 @@ FileHandle signalsAsFile()
     sigaddset(&signals, SIGINT);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     return FileHandle(::signalfd(-1, &signals, SFD_CLOEXEC));
+}
+
+// A file that is opened later must not get the number of a standard stream that is closed.
+void occupyStandardStreams()
+{
+    int opened = 0;
+    do {
+        opened = ::open("/dev/null", O_RDWR);
+    } while (opened >= 0 && opened <= 2);
+    ::close(opened);
 }
 
 // Many printers with many updaters need more descriptors than a shell gives by default.
@@ -49,6 +61,7 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    occupyStandardStreams();
     try {
         return run(argc, argv);
     } catch (const std::exception& problem) {

@@ -72,7 +72,7 @@ void RunOnScreen::logPackageProblem(const std::string& problem) const
     RunLog().badPackage(facts(), problem);
 }
 
-bool RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
+std::optional<int> RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
 {
     m_printer = std::move(printer);
     m_window.open(m_firmware.numOfFirmware() > 1);
@@ -83,7 +83,8 @@ bool RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
     RunTarget target; // without a printer it starts no run
     if (m_printer != nullptr)
         target.take(*m_printer);
-    return m_run->start(target, static_cast<unsigned short>(vymParseController::getPortNo()));
+    m_run->start(target, static_cast<unsigned short>(vymParseController::getPortNo()));
+    return m_run->endCode();
 }
 
 // The system may need a second to answer.

@@ -29,9 +29,9 @@ public:
     // A line for the log of each run; empty: no line.
     void setRemark(std::string remark) { m_remark = std::move(remark); }
 
-    // False: no worker runs, and the run must be ended with the code of a system error. Null: no
-    // printer was chosen.
-    [[nodiscard]] bool begin(std::shared_ptr<PrinterInfo> printer);
+    // Null: no printer was chosen. Returns the code with which the run has ended at once, if no
+    // worker runs: a system error, or another program on this computer updates the printer.
+    [[nodiscard]] std::optional<int> begin(std::shared_ptr<PrinterInfo> printer);
     // Shows changes; returns the code with which the run has ended, if it has.
     std::optional<int> look();
     void refuseEnd(const std::string& what); // the source of the request, for the log

@@ -3,6 +3,7 @@
 #include "UI/Run/RunLog.h"
 #include "UI/Text/PlainText.h"
 
+#include <algorithm>
 #include <fcntl.h>
 #include <filesystem>
 #include <sstream>
@@ -69,6 +70,19 @@ std::vector<PastRun> pastRuns(const std::string& folder)
     for (const auto& name : logNames(folder))
         runs.push_back(pastRun((place / name).string(), runs.size() + 1));
     return runs;
+}
+
+std::optional<PastRun> unfinishedRun(const std::string& folder, const std::string& address)
+{
+    auto names = logNames(folder);
+    names.resize(std::min(names.size(), kKeptLogs));
+    const std::filesystem::path place(folder);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        auto run = pastRun((place / names[i]).string(), i + 1);
+        if (run.address == address)
+            return run.hasEnded ? std::nullopt : std::optional(std::move(run));
+    }
+    return std::nullopt;
 }
 
 std::string logText(const PastRun& run)

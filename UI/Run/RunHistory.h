@@ -5,6 +5,7 @@
 // Invariant: every text is safe to show; at most kMostHistoryBytes of a log are read.
 #pragma once
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,4 +25,7 @@ struct PastRun {
 };
 
 std::vector<PastRun> pastRuns(const std::string& folder); // the newest first
+// The newest run of the printer at this address, if that has not ended: it was cut off, or is still
+// going on. Looks at the newest kKeptLogs only.
+std::optional<PastRun> unfinishedRun(const std::string& folder, const std::string& address);
 std::string logText(const PastRun& run); // whole lines; empty if it cannot be read

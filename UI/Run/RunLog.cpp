@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstring>
 #include <ctime>
+#include <new>
 #include <unistd.h>
 
 namespace {
@@ -39,6 +40,15 @@ std::string sentText(const tag_entryoutcome& outcome)
     const auto bytes = "sent " + std::to_string(outcome.m_bytesSent) + " of "
         + std::to_string(outcome.m_bytesTotal) + " bytes";
     return bytes + (outcome.m_confirmed ? ", confirmed by the printer" : ", not confirmed");
+}
+
+// A line for which there is no memory is left out: a log never ends a run.
+template <class Write> void guarded(Write write)
+{
+    try {
+        write();
+    } catch (const std::bad_alloc&) {
+    }
 }
 
 } // namespace
@@ -85,7 +95,7 @@ void RunLog::start(const RunLogFacts& facts)
 
 void RunLog::note(std::string_view text)
 {
-    line("note", text);
+    guarded([&] { line("note", text); });
 }
 
 void RunLog::look(const tag_devinfo& record)
@@ -94,26 +104,33 @@ void RunLog::look(const tag_devinfo& record)
         return;
     m_state = record.m_updateState;
     m_firmwareNumber = record.m_firmwareNumber;
-    std::string text = stateName(m_state);
-    if (m_firmwareNumber != 0)
-        text += ", " + firmwareName(m_firmwareNumber) + " " + firmwareNameOf(record);
-    line(localTime("%H:%M:%S"), text);
+    guarded([&] {
+        std::string text = stateName(m_state);
+        if (m_firmwareNumber != 0)
+            text += ", " + firmwareName(m_firmwareNumber) + " " + firmwareNameOf(record);
+        line(localTime("%H:%M:%S"), text);
+    });
 }
 
 void RunLog::outcome(const tag_entryoutcome& outcome)
 {
     m_outcomeCount = outcome.m_number;
-    line("outcome of " + firmwareName(outcome.m_number),
-         std::string(reasonName(outcome.m_reason)) + "; " + sentText(outcome) + "; "
-             + std::to_string(outcome.m_result) + " " + std::string(resultName(outcome.m_result)));
+    guarded([&] {
+        line("outcome of " + firmwareName(outcome.m_number),
+             std::string(reasonName(outcome.m_reason)) + "; " + sentText(outcome) + "; "
+                 + std::to_string(outcome.m_result) + " "
+                 + std::string(resultName(outcome.m_result)));
+    });
 }
 
 void RunLog::end(std::string_view name, std::optional<int> code)
 {
-    for (auto number = m_outcomeCount + 1; number <= m_firmwareCount; ++number)
-        line("outcome of " + firmwareName(number), "not reached");
-    line("result", (code.has_value() ? std::to_string(*code) + " " : "") + std::string(name));
-    line("ended", fullTime());
+    guarded([&] {
+        for (auto number = m_outcomeCount + 1; number <= m_firmwareCount; ++number)
+            line("outcome of " + firmwareName(number), "not reached");
+        line("result", (code.has_value() ? std::to_string(*code) + " " : "") + std::string(name));
+        line("ended", fullTime());
+    });
 }
 
 void RunLog::line(std::string_view name, std::string_view text)
@@ -128,9 +145,10 @@ void RunLog::write(std::string_view text)
         if (written > 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
         } else if (written == 0 || errno != EINTR) {
-            m_problem = m_path + ": " + std::strerror(errno);
+            const int error = errno;
             close(m_descriptor);
             m_descriptor = -1;
+            m_problem = m_path + ": " + std::strerror(error);
         }
     }
 }

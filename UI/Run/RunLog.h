@@ -5,7 +5,8 @@
 //            limit is an error of one write, never the end of a run.
 // Threads:   one at a time.
 // Invariant: texts from outside are made safe to show; each fills at most one line.
-// Errors:    none. If a log cannot be made or continued, problem() says why.
+// Errors:    none once it has begun, not even for lack of memory. If a log cannot be made or
+//            continued, problem() says why.
 #pragma once
 #include "UI/Run/LogFolder.h"
 #include "VYM/vymThread.h"

@@ -32,6 +32,7 @@ public:
 
     [[nodiscard]] bool isEmpty() const { return m_port.front() == '\0'; }
     [[nodiscard]] char* port() { return m_port.data(); }
+    [[nodiscard]] const char* port() const { return m_port.data(); }
     // Null without a queue: connections then accept as network address only four numbers.
     [[nodiscard]] char* queue() { return m_hasQueue ? m_queue.data() : nullptr; }
 

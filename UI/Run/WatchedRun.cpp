@@ -1,10 +1,12 @@
 #include "UI/Run/WatchedRun.h"
 
+#include "UI/vymThreadRefusal.h"
 #include "UI/vym_etc.h"
 #include "VYM/ProtocolResult.h"
 #include "VYM/vymMac.h"
 
 #include <cassert>
+#include <new>
 
 namespace {
 
@@ -26,6 +28,7 @@ WatchedRun::WatchedRun(const RunLogFacts& facts)
     : m_names(namesOf(facts)), m_changedAt(tickMilliseconds())
 {
     m_record.m_result = result::kSuccess;
+    m_outcomes.reserve(m_names.size());
     m_log.start(facts);
 }
 
@@ -41,6 +44,8 @@ bool WatchedRun::start(const RunTarget& target, unsigned short portNumber,
 {
     assert(m_worker == nullptr);
     m_target = target;
+    if (!lock(portNumber))
+        return false;
     m_worker = vym_thread_create();
     m_changedAt = tickMilliseconds();
     const bool isStarted = m_worker != nullptr && !m_target.isEmpty()
@@ -53,12 +58,31 @@ bool WatchedRun::start(const RunTarget& target, unsigned short portNumber,
     return isStarted;
 }
 
+// False where another program holds the printer's lock. Where no lock can be made, the run goes on:
+// the printer has its own guard.
+bool WatchedRun::lock(unsigned short portNumber)
+{
+    if (PrinterLocks::plugged() == nullptr || m_target.isEmpty())
+        return true;
+    const auto status = m_lock.take(m_target, portNumber);
+    if (status == RunLock::Status::unavailable)
+        m_log.note("no lock of this printer could be made on this computer");
+    if (status != RunLock::Status::held)
+        return true;
+    m_log.note(m_lock.heldText());
+    m_endCode = result::kBusy;
+    return false;
+}
+
 const RunStep& WatchedRun::look()
 {
     tag_devinfo now{};
     if (!vymThread_CheckState(m_worker, &now))
         return m_step; // no worker, so no news
-    now = withAgreeingName(now, m_names);
+    try {
+        now = withAgreeingName(now, m_names);
+    } catch (const std::bad_alloc&) { // a look is worth more than its name
+    }
     if (!isSameRecord(now, m_record))
         m_changedAt = tickMilliseconds();
     m_quiet = tickMilliseconds() - m_changedAt;
@@ -74,18 +98,23 @@ void WatchedRun::stop()
 {
     willStop();
     vymThread_StopThread(m_worker);
+    m_lock.release();
     m_hasStopped = true;
+}
+
+bool WatchedRun::refuseFirmware()
+{
+    return vymThread_RefuseFirmware(m_worker);
 }
 
 std::vector<tag_entryoutcome> WatchedRun::takeOutcomes()
 {
-    std::vector<tag_entryoutcome> all;
     tag_entryoutcome outcome{};
     for (unsigned i = 0; vymThread_GetEntryOutcome(m_worker, i, &outcome); ++i) {
-        all.push_back(outcome);
+        m_outcomes.push_back(outcome);
         m_log.outcome(outcome);
     }
-    return all;
+    return std::move(m_outcomes);
 }
 
 void WatchedRun::finish(std::string_view resultName, std::optional<int> code)

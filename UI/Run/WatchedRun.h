@@ -13,6 +13,7 @@
 // Invariant: the worker ends before any data that it points to is destroyed.
 // Knows no words, and never stops a run by itself.
 #pragma once
+#include "UI/Run/RunLock.h"
 #include "UI/Run/RunLog.h"
 #include "UI/Run/RunTarget.h"
 #include "UI/Run/UpdateRun.h"
@@ -33,8 +34,11 @@ public:
     WatchedRun(const WatchedRun&) = delete;
     WatchedRun& operator=(const WatchedRun&) = delete;
 
-    // Call once. False: no worker runs, and the run has ended with the code of a system error; also
-    // for a target without a printer.
+    // Takes over the printer's lock, if the caller already has it; otherwise start takes it.
+    void keep(RunLock lock) { m_lock = std::move(lock); }
+    // Call once. False: no worker runs, and the run has ended with the code of a system error, also
+    // for a target without a printer; or with that of a busy printer, if another program on this
+    // computer updates it.
     bool start(const RunTarget& target, unsigned short portNumber, const EntryChoice& choice = {});
 
     // Reads the record and returns what to show; also writes a line to the log if that is new.
@@ -50,14 +54,23 @@ public:
     void willStop() { m_isStopping = true; }
     void stop(); // the same, and waits until the worker has ended
 
+    // After a stop request. True: the worker has sent no firmware and never will; it may be left
+    // waiting for a printer that does not answer. This object must then live until the process
+    // ends.
+    [[nodiscard]] bool refuseFirmware();
+
     // Call once, after stop: the outcome of each firmware that was handled; also writes the log.
     std::vector<tag_entryoutcome> takeOutcomes();
     void finish(std::string_view resultName, std::optional<int> code); // the last lines of the log
     [[nodiscard]] RunLog& log() { return m_log; }
 
 private:
+    bool lock(unsigned short portNumber);
+
     void* m_worker = nullptr;
     RunTarget m_target;
+    RunLock m_lock;
+    std::vector<tag_entryoutcome> m_outcomes; // has room for all before the run begins
     std::vector<std::string> m_names; // of the firmware in the printer, in the package's order
     tag_devinfo m_record{};
     RunStep m_step;

@@ -239,6 +239,7 @@ TEST(Options, EveryOneIsOnTheHelpPage)
                              "-p, --package FOLDER",
                              "--deadline S",
                              "--stall-limit S",
+                             "--lock-timeout S",
                              "--verify S",
                              "--json",
                              "-q, --quiet",

@@ -100,3 +100,18 @@ TEST(Session, GivesNoLineWhenASignalOrTheLimitComesFirst)
     close(ends[0]);
     close(ends[1]);
 }
+
+TEST(Session, ChecksForASignalOrTheTimeLimitWithoutWaiting)
+{
+    ScriptedTime time;
+    Session session;
+    session.setDeadline(2.5);
+    EXPECT_EQ(session.check(), Wake::tick);
+    kill(getpid(), SIGINT);
+    EXPECT_EQ(session.check(), Wake::signal);
+    EXPECT_EQ(session.check(), Wake::tick);
+    time.advance(2500);
+    EXPECT_EQ(session.check(), Wake::deadline);
+    EXPECT_TRUE(session.isOverdue());
+    EXPECT_EQ(session.check(), Wake::tick);
+}

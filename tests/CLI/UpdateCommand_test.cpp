@@ -1,4 +1,5 @@
 #include "tests/CLI/CommandRun.h"
+#include "tests/support/ScriptedLocks.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -381,4 +382,65 @@ TEST(UpdateCommand, AProgressThatIsNoNumberIsUnknown)
     update.worker.records[5] = status(state_writing, 1, "MAIN.BIN", 5, 0, 1);
     EXPECT_EQ(update.json(), 0);
     EXPECT_THAT(update.out, HasSubstr(R"("bytes_done":5,"bytes_total":0,"progress":null)"));
+}
+
+TEST(UpdateCommand, IsRefusedWhileAnotherUpdateOfThePrinterRunsHere)
+{
+    Update update;
+    ScriptedLocks locks;
+    locks.heldBy = 4711;
+    EXPECT_EQ(update.json(), 13);
+    EXPECT_THAT(update.out, HasSubstr(R"("name":"printer-busy","result_code":-3)"));
+    EXPECT_THAT(update.out,
+                HasSubstr("Another update of this printer is running here (process 4711)."));
+    EXPECT_THAT(update.out, HasSubstr(R"("firmware_bytes_sent":false)"));
+    EXPECT_EQ(update.worker.portNumber, 0); // there was no run
+    EXPECT_THAT(locks.names, testing::ElementsAre("tcp 192.0.2.7 48350"));
+}
+
+TEST(UpdateCommand, WaitsForAnotherUpdateAsLongAsItMay)
+{
+    Update update;
+    ScriptedLocks locks;
+    locks.heldBy = 4711;
+    locks.freeAfter = 3;
+    EXPECT_EQ(update.with({"--lock-timeout", "60"}), 0);
+    EXPECT_THAT(update.err, HasSubstr("Waiting: another update of this printer is running here"));
+    EXPECT_EQ(locks.attempts, 4);
+    EXPECT_EQ(locks.holding, 0); // given up after the run
+}
+
+TEST(UpdateCommand, WaitsNoLongerThanItMay)
+{
+    Update update;
+    ScriptedLocks locks;
+    locks.heldBy = 4711;
+    locks.attemptTakes = 1000;
+    EXPECT_EQ(update.with({"--lock-timeout", "3"}), 13);
+    EXPECT_EQ(locks.names.size(), 3U);
+}
+
+TEST(UpdateCommand, GoesOnWhereThePrinterCannotBeLocked)
+{
+    Update update;
+    ScriptedLocks locks;
+    locks.canLock = false;
+    EXPECT_EQ(update.text(), 0);
+}
+
+TEST(UpdateCommand, MentionsAnEarlierUpdateOfThePrinterThatWasCutOff)
+{
+    Update update;
+    std::filesystem::create_directories(update.folder / "state/vymkit");
+    const std::string begun = "program: vymkit-cli 1\nstarted: 2026-01-02 03:04:05 +0000\n";
+    update.folder.write("state/vymkit/run-20260102T030405.000Z-7.log",
+                        begun + "address: 192.0.2.7\n03:04:06: sending, firmware 1\n");
+    update.folder.write("state/vymkit/run-20260103T030405.000Z-7.log",
+                        begun + "address: 192.0.2.8\nended: 2026-01-03\n"); // another printer's
+    EXPECT_EQ(update.json(), 0);
+    EXPECT_THAT(update.out,
+                HasSubstr("An earlier update of this printer was cut off (started "
+                          "2026-01-02 03:04:05 +0000; its log has no end: "));
+    EXPECT_EQ(update.text(), 0); // the run before has an end
+    EXPECT_THAT(update.err, testing::Not(HasSubstr("cut off")));
 }

@@ -1,8 +1,11 @@
 #include "Platform/EndingSignals.h"
 
 #include <array>
+#include <cerrno>
+#include <cstdio>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 
@@ -21,7 +24,8 @@ TEST(EndingSignals, WaitUntilTheyAreTaken)
     const EndingSignals signals;
     EXPECT_FALSE(isReadable(signals));
     EXPECT_EQ(signals.take(), 0);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP}) {
+    for (const int signal :
+         {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGUSR1, SIGUSR2, SIGALRM, SIGXCPU}) {
         kill(getpid(), signal);
         EXPECT_TRUE(isReadable(signals));
         EXPECT_EQ(signals.take(), signal);
@@ -57,4 +61,20 @@ TEST(EndingSignals, MakeAClosedPipeAnErrorOfOneWrite)
     close(ends[0]);
     EXPECT_EQ(write(ends[1], "x", 1), -1);
     close(ends[1]);
+}
+
+TEST(EndingSignals, MakeAFileThatIsTooLargeAnErrorOfOneWrite)
+{
+    const EndingSignals signals;
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{1, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    std::FILE* file = std::tmpfile();
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(write(fileno(file), "xy", 2), 1);
+    EXPECT_EQ(write(fileno(file), "z", 1), -1);
+    EXPECT_EQ(errno, EFBIG);
+    std::fclose(file);
+    setrlimit(RLIMIT_FSIZE, &before);
 }

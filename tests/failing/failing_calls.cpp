@@ -1,7 +1,9 @@
 // Makes calls of a whole program fail: loaded before the system's library (LD_PRELOAD), it fails
 // the n-th call of one kind, once or from then on. Counting begins with main.
 //
-//   FAILING_CALL   alloc, open, read, write, poll, connect, send, recv, pread, thread or event
+//   FAILING_CALL   alloc, open, read, write, poll, connect, send, recv, pread, thread or event;
+//                  or clock: none fails, but the wall clock jumps by a day, forth and back, from
+//                  one reading to the next
 //   FAILING_AT     n, from 1; 0 only counts
 //   FAILING_ALWAYS set: every later call of that kind fails, too
 //   FAILING_COUNT  a file that gets the number of calls when the program ends
@@ -14,6 +16,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
@@ -44,6 +47,13 @@ bool fails(const char* kind, int error)
 template <class Function> Function system(const char* name)
 {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+// Seconds for the next reading of the wall clock.
+time_t jump()
+{
+    constexpr time_t kDay = 24 * 60 * 60;
+    return ++g_calls % 2 != 0 && g_at != 0 ? kDay : -kDay;
 }
 
 void writeCount()
@@ -212,6 +222,23 @@ int pthread_cond_init(pthread_cond_t* condition, const pthread_condattr_t* attri
         return ENOMEM;
     using Initialise = int (*)(pthread_cond_t*, const pthread_condattr_t*);
     return system<Initialise>("pthread_cond_init")(condition, attributes);
+}
+
+int clock_gettime(clockid_t clock, timespec* time)
+{
+    const int result = system<int (*)(clockid_t, timespec*)>("clock_gettime")(clock, time);
+    if (clock == CLOCK_REALTIME && g_counting && std::strcmp("clock", g_kind) == 0)
+        time->tv_sec += jump();
+    return result;
+}
+
+time_t time(time_t* into)
+{
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    if (into != nullptr)
+        *into = now.tv_sec;
+    return now.tv_sec;
 }
 
 } // extern "C"

@@ -129,6 +129,12 @@ bool vymThread_SetPolling(void* worker, unsigned long milliseconds)
     return worker != nullptr;
 }
 
+bool vymThread_RefuseFirmware(void* worker)
+{
+    auto* script = asScript(worker);
+    return script != nullptr && script->mayRefuseFirmware;
+}
+
 bool vymThread_SetVymInfo(void*)
 {
     return false;

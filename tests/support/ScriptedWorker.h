@@ -40,6 +40,7 @@ public:
     std::chrono::milliseconds stopTakes{0};
     std::function<void()> atStop; // during the wait for the stop
     std::vector<tag_entryoutcome> outcomes;
+    bool mayRefuseFirmware = false; // it has not begun with the first one
 
     CheckReport report{};
     std::function<void(const std::atomic<bool>& stop)> duringCheck;

@@ -1,14 +1,26 @@
 // The command line on the real clock, with every pause and event wait cut to a twentieth.
 #include "CLI/CommandLine.h"
+#include "Platform/StandardStreams.h"
 #include "Platform/SystemPrintServer.h"
+#include "Platform/SystemPrinterLocks.h"
 #include "Platform/SystemUsbHost.h"
 #include "tests/support/ScriptedTime.h"
+
+#include <memory>
+#include <new>
 
 int main(int argc, char** argv)
 {
     constexpr unsigned long kFactor = 20;
     const ShortPauses pauses(kFactor, VYMKIT_TEST_SLOWNESS);
+    occupyStandardStreams();
     UsbHost::plugIn(systemUsbHost());
-    const auto printServer = makeSystemPrintServer();
+    PrinterLocks::plugIn(systemPrinterLocks());
+    std::unique_ptr<PrintServer> printServer;
+    try {
+        printServer = makeSystemPrintServer();
+    } catch (const std::bad_alloc&) {
+        return endWithoutMemory(argc, argv);
+    }
     return runCommandLine(argc, argv, printServer.get());
 }

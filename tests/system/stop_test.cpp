@@ -33,7 +33,8 @@ TEST(Stop, BeforeTheFirstFirmwareSendsNothing)
 
 TEST(Stop, WhileThePrinterWritesStillSendsTheRestAndAsksForAPersonToLook)
 {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal :
+         {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGUSR1, SIGUSR2, SIGALRM, SIGXCPU}) {
         const PackageFolder package({{"MAIN", "AB010200", 5000}, {"BOOT", "AB010200", 5000}});
         const VirtualPrinter printer(slowPrinter({"--fault", "busy-forever"}));
         CliRun run(updateOf(printer, package));
@@ -58,6 +59,80 @@ TEST(Stop, ByDeadlineEndsTheWaitForAPrinterThatNeverFinishesWriting)
     CliRun run(arguments);
     EXPECT_EQ(run.exitCode(), 130) << run.process().out();
     EXPECT_EQ(run.result()["next"], "check-printer");
+}
+
+// A minute for an answer that never comes; a run that is asked to stop does not sit it out.
+TEST(Stop, BeforeTheFirstFirmwareDoesNotWaitForASilentPrinter)
+{
+    const struct {
+        const char* command;
+        const char* fault;
+    } rows[] = {{"check", "silent@enter"}, {"update", "silent@get-file"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.command);
+        const PackageFolder package({{"MAIN", "AB010200", 5000}}, {"ENTERTIME 60", "EXITTIME 60"});
+        const VirtualPrinter printer(slowPrinter({"--fault", row.fault}));
+        std::vector<std::string> arguments{
+            row.command,    "--address", printer.address(), "--package",
+            package.path(), "--json",    "--deadline",      "1"};
+        if (row.command == std::string("update"))
+            arguments.emplace_back("--yes");
+        CliRun run(arguments);
+        EXPECT_EQ(run.exitCode(kSoon), 130) << run.process().out();
+        EXPECT_EQ(run.result()["firmware_bytes_sent"], false);
+        EXPECT_EQ(printer.storedFiles(), 0U);
+    }
+}
+
+TEST(Stop, ASecondUpdateOfThePrinterIsRefusedUntilTheFirstHasEnded)
+{
+    const PackageFolder package({{"MAIN", "AB010200", 5000}});
+    const VirtualPrinter printer(slowPrinter({"--fault", "busy-forever"}));
+    CliRun first(updateOf(printer, package));
+    ASSERT_TRUE(first.process().waitForOutput("\"writing\"", kSoon));
+    CliRun second(updateOf(printer, package));
+    EXPECT_EQ(second.exitCode(), 13) << second.process().out();
+    const auto result = second.result();
+    EXPECT_EQ(result["name"], "printer-busy");
+    EXPECT_NE(std::string(result["message"])
+                  .find("Another update of this printer is running here (process "),
+              std::string::npos)
+        << result["message"];
+    EXPECT_EQ(result["firmware_bytes_sent"], false);
+    first.process().signal(SIGKILL);
+    first.process().wait();
+    auto arguments = updateOf(printer, package);
+    arguments.insert(arguments.end(), {"--deadline", "2"});
+    CliRun third(arguments);
+    EXPECT_EQ(third.exitCode(), 130) << third.process().out();
+}
+
+// As by a power cut of this computer: nothing says goodbye to the printer.
+TEST(Killed, AtAnyStageIsMadeGoodByTheNextUpdate)
+{
+    const struct {
+        const char* why;
+        const char* seen;
+    } rows[] = {
+        {"while it enters", "\"starting\""},
+        {"while it reads the printer's versions", "\"entered\""},
+        {"while the last block is answered", "\"bytes_done\":5000,\"bytes_total\":5000"},
+        {"while the printer writes", "\"writing\""},
+        {"while it leaves", "\"finished\""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        const PackageFolder package({{"MAIN", "AB010200", 5000}}, {"ENTERTIME 10"});
+        const VirtualPrinter printer(
+            slowPrinter({"--status-query", "--write-rate", "10000", "--reply-delay", "150"}));
+        CliRun cut(updateOf(printer, package));
+        ASSERT_TRUE(cut.process().waitForOutput(row.seen, kSoon)) << cut.process().out();
+        cut.process().signal(SIGKILL);
+        EXPECT_EQ(cut.exitCode(), 128 + SIGKILL);
+        CliRun next(updateOf(printer, package));
+        EXPECT_EQ(next.exitCode(), 0) << next.process().out();
+        EXPECT_TRUE(printer.stored("MAIN.FW") == package.bytesOf(0));
+    }
 }
 
 TEST(Stop, WhileACheckWaitsLeavesDownloadMode)

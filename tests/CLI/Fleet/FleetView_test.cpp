@@ -18,6 +18,7 @@ public:
     void quiet(double /*silence*/, double /*seconds*/) override { }
     void stopping(StopCause cause, double /*seconds*/) override { causes.push_back(cause); }
     void finish(const Outcome& /*outcome*/) override { }
+    void finishBriefly(std::string_view /*line*/) override { }
     std::vector<StopCause> causes;
 };
 

@@ -1,0 +1,8 @@
+#include "UI/vymThreadRefusal.h"
+
+#include "VYM/vymThread.h"
+
+bool vymThread_RefuseFirmware(void* worker)
+{
+    return worker != nullptr && static_cast<vymThread*>(worker)->RefuseFirmware();
+}
