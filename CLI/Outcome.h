@@ -82,16 +82,16 @@ struct Outcome {
     std::string printerModel; // if the printer was queried for it
     bool bytesWentOut = false;
     bool areBytesUnknown = false; // the run ended before that could be learnt
+    bool notPermitted = false; // there is a USB printer that this user may not open
+    bool isOfFleet = false; // of a call for many printers, whether it came to run them or not
     std::vector<FirmwareOutcome> firmware;
     std::optional<PackageFacts> package; // for the command that shows it
     std::optional<PrinterFacts> printers; // for the command that lists them
     std::vector<PastRun> pastRuns; // for the command that lists them, or shows one
     std::string log; // the text of that one; or the report that is shown
-    bool notPermitted = false; // there is a USB printer that this user may not open
     std::string warning; // for the whole run: the package is not for this system
     std::string verification; // a stable name; empty where none was wanted or possible
     std::vector<Finding> findings; // of the doctor
-    bool isOfFleet = false; // of a call for many printers, whether it came to run them or not
     std::optional<FleetSummary> fleet; // of a call that did
     double seconds = 0;
 };
