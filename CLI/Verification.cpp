@@ -2,11 +2,9 @@
 
 #include "CLI/BackgroundTask.h"
 #include "CLI/Messages.h"
+#include "UI/Run/InstalledCheck.h"
 #include "UI/Text/PlainText.h"
 #include "UI/vym_etc.h"
-#include "VYM/AsciiCase.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -63,18 +61,19 @@ CheckReport query(const PackageFacts& package, Workplace& place, Destination& de
     return report;
 }
 
-// Stores the installed versions; returns whether all sent firmware is installed.
-bool take(const CheckReport& report, Outcome& outcome)
+// Stores the installed versions; returns what they say about the firmware that was sent.
+InstalledState take(const CheckReport& report, Outcome& outcome)
 {
     for (const auto& entry : report.entries) {
         if (entry.number >= 1 && entry.number <= outcome.firmware.size())
             outcome.firmware[entry.number - 1].installedAfter = plainText(entry.installedVersion);
     }
-    const auto& all = outcome.firmware;
-    return std::all_of(all.begin(), all.end(), [](const auto& each) {
-        return !each.bytesWentOut
-            || ascii::equalNoCase(each.installedAfter.value_or(""), each.firmware.version);
-    });
+    std::vector<SentEntry> sent;
+    for (const auto& each : outcome.firmware) {
+        if (each.bytesWentOut)
+            sent.push_back({each.firmware.number, each.firmware.version});
+    }
+    return installedState(report, sent);
 }
 
 void conclude(Outcome& outcome, const char* name, int exitCode, std::string_view messageKey)
@@ -102,10 +101,9 @@ void verify(const PackageFacts& package, Workplace& place, Destination& destinat
     do {
         waiting.pause();
         const auto report = query(package, place, destination, waiting);
-        if (report.result != result::kSuccess || report.entries.empty())
-            continue;
-        wasRead = true;
-        if (take(report, outcome)) {
+        const auto state = take(report, outcome);
+        wasRead = wasRead || state != InstalledState::unknown;
+        if (state == InstalledState::installed) {
             conclude(outcome, "verified", exitcode::kDone, "Verified");
             return;
         }

@@ -167,6 +167,86 @@
         <translation>Es wurde kein Drucker gefunden, für den dieses Paket bestimmt ist. Schalten Sie den Drucker ein, prüfen Sie seine Verbindung und ob er auf diesem Computer eingerichtet ist, und suchen Sie dann erneut.</translation>
     </message>
     <message>
+        <source>Device_Reasons</source>
+        <translation>Warum fehlt mein Drucker in der Liste? (F1)</translation>
+    </message>
+    <message>
+        <source>Device_WhyTitle</source>
+        <translation>Drucker, die nicht in der Liste stehen</translation>
+    </message>
+    <message>
+        <source>Device_WhyNothing</source>
+        <translation>Auf diesem Computer gibt es keine weitere Druckerwarteschlange, und es ist kein weiterer Drucker über USB angeschlossen.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNetwork</source>
+        <translation>Vymkit durchsucht das Netzwerk nicht. Ist Ihr Drucker dort angeschlossen, geben Sie seine IP-Adresse ein; er zeigt sie in seinen Netzwerkeinstellungen an.</translation>
+    </message>
+    <message>
+        <source>Device_WhyServer</source>
+        <translation>Die Druckerwarteschlangen konnten nicht gelesen werden: %@</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoModel</source>
+        <translation>Seine Warteschlange nennt kein Modell.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherDriver</source>
+        <translation>Seine Warteschlange verwendet einen Treiber, für den dieses Paket nicht bestimmt ist.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAddress</source>
+        <translation>Seine Warteschlange hat keine Adresse.</translation>
+    </message>
+    <message>
+        <source>Device_WhyDriverAddress</source>
+        <translation>In den Einstellungen seines Treibers fehlt seine Adresse.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherConnection</source>
+        <translation>Seine Warteschlange verwendet eine Verbindung, über die Vymkit nicht aktualisiert.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoSerial</source>
+        <translation>Er meldet keine Seriennummer und lässt sich daher nicht von anderen unterscheiden.</translation>
+    </message>
+    <message>
+        <source>Device_WhyDuplicate</source>
+        <translation>Es ist derselbe Drucker wie %@.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNotPermitted</source>
+        <translation>Er ist angeschlossen, aber Sie dürfen nicht direkt auf ihn zugreifen.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAnswer</source>
+        <translation>Er antwortet nicht. Schalten Sie ihn ein, prüfen Sie das Kabel und ob ein anderes Programm ihn benutzt, und suchen Sie dann erneut.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherModel</source>
+        <translation>Er ist ein anderes Modell: %@</translation>
+    </message>
+    <message>
+        <source>Device_HelpAddress</source>
+        <translation>Ist es das Modell, für das dieses Paket bestimmt ist, geben Sie stattdessen seine IP-Adresse ein.</translation>
+    </message>
+    <message>
+        <source>Device_UseAddress</source>
+        <translation>%@ verwenden</translation>
+    </message>
+    <message>
+        <source>Device_HelpRule</source>
+        <translation>Die Systemverwaltung kann den Zugriff erlauben: Fügen Sie diese Zeile in die Datei %@ ein, ziehen Sie dann das USB-Kabel des Druckers ab und stecken Sie es wieder ein.</translation>
+    </message>
+    <message>
+        <source>Device_CopyLine</source>
+        <translation>Zeile kopieren</translation>
+    </message>
+    <message>
+        <source>Device_Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
         <source>Guide_Description</source>
         <translation>Bereit zum Aktualisieren</translation>
     </message>
@@ -253,6 +333,10 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     <message>
         <source>Update_CloseRefused</source>
         <translation>Das Fenster bleibt offen: Eine abgebrochene Aktualisierung kann den Drucker unbrauchbar machen. Das Fenster schließt sich von selbst, sobald die Aktualisierung beendet ist.</translation>
+    </message>
+    <message>
+        <source>Update_Quiet</source>
+        <translation>Seit %@ hat sich nichts geändert. Das kann normal sein: Manche Drucker schreiben viele Minuten lang, ohne dass etwas zu sehen ist. Schalten Sie den Drucker nicht aus und ziehen Sie kein Kabel ab.</translation>
     </message>
     <message>
         <source>Update_ProgressName</source>

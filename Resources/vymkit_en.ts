@@ -167,6 +167,86 @@
         <translation>Vymkit found no printer that this package can update. Switch the printer on, check its connection and that it is set up on this computer, then search again.</translation>
     </message>
     <message>
+        <source>Device_Reasons</source>
+        <translation>Why is my printer not in the list? (F1)</translation>
+    </message>
+    <message>
+        <source>Device_WhyTitle</source>
+        <translation>Printers that are not in the list</translation>
+    </message>
+    <message>
+        <source>Device_WhyNothing</source>
+        <translation>This computer has no other print queue, and no other printer is connected to it by USB.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNetwork</source>
+        <translation>Vymkit does not search the network. If your printer is there, enter its IP address; the printer shows it in its network settings.</translation>
+    </message>
+    <message>
+        <source>Device_WhyServer</source>
+        <translation>The print queues could not be read: %@</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoModel</source>
+        <translation>Its print queue does not name a model.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherDriver</source>
+        <translation>Its print queue uses a driver that this package is not for.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAddress</source>
+        <translation>Its print queue has no address.</translation>
+    </message>
+    <message>
+        <source>Device_WhyDriverAddress</source>
+        <translation>Its driver’s settings do not have its address.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherConnection</source>
+        <translation>Its print queue uses a connection that Vymkit does not use for updates.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoSerial</source>
+        <translation>It reports no serial number, so that it cannot be told from others.</translation>
+    </message>
+    <message>
+        <source>Device_WhyDuplicate</source>
+        <translation>It is the same printer as %@.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNotPermitted</source>
+        <translation>It is connected, but you do not have permission to use it directly.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAnswer</source>
+        <translation>It does not answer. Switch it on, check its cable and that no other program is using it, then search again.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherModel</source>
+        <translation>It is another model: %@</translation>
+    </message>
+    <message>
+        <source>Device_HelpAddress</source>
+        <translation>If it is the model that this package is for, enter its IP address instead.</translation>
+    </message>
+    <message>
+        <source>Device_UseAddress</source>
+        <translation>Use %@</translation>
+    </message>
+    <message>
+        <source>Device_HelpRule</source>
+        <translation>An administrator can permit it: add this line to the file %@, then unplug the printer’s USB cable and plug it in again.</translation>
+    </message>
+    <message>
+        <source>Device_CopyLine</source>
+        <translation>Copy the line</translation>
+    </message>
+    <message>
+        <source>Device_Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
         <source>Guide_Description</source>
         <translation>Ready to update</translation>
     </message>
@@ -253,6 +333,10 @@ The update can take several minutes, and the bar may stand still for a while.</t
     <message>
         <source>Update_CloseRefused</source>
         <translation>The window stays open: an update that is cut off may leave the printer unusable. The window closes by itself when the update has finished.</translation>
+    </message>
+    <message>
+        <source>Update_Quiet</source>
+        <translation>Nothing has changed since %@. That can be normal: some printers write for many minutes without a sign. Do not switch the printer off, and do not unplug anything.</translation>
     </message>
     <message>
         <source>Update_ProgressName</source>

@@ -167,6 +167,86 @@
         <translation>No se ha encontrado ninguna impresora a la que esté destinado este paquete. Encienda la impresora, compruebe su conexión y que esté configurada en este equipo; después vuelva a buscar.</translation>
     </message>
     <message>
+        <source>Device_Reasons</source>
+        <translation>¿Por qué no aparece mi impresora en la lista? (F1)</translation>
+    </message>
+    <message>
+        <source>Device_WhyTitle</source>
+        <translation>Impresoras que no aparecen en la lista</translation>
+    </message>
+    <message>
+        <source>Device_WhyNothing</source>
+        <translation>Este equipo no tiene ninguna otra cola de impresión ni ninguna otra impresora conectada por USB.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNetwork</source>
+        <translation>Vymkit no busca en la red. Si su impresora está en ella, escriba su dirección IP; la impresora la muestra en sus ajustes de red.</translation>
+    </message>
+    <message>
+        <source>Device_WhyServer</source>
+        <translation>No se han podido leer las colas de impresión: %@</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoModel</source>
+        <translation>Su cola de impresión no indica ningún modelo.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherDriver</source>
+        <translation>Su cola de impresión utiliza un controlador al que este paquete no está destinado.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAddress</source>
+        <translation>Su cola de impresión no tiene dirección.</translation>
+    </message>
+    <message>
+        <source>Device_WhyDriverAddress</source>
+        <translation>Los ajustes de su controlador no contienen su dirección.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherConnection</source>
+        <translation>Su cola de impresión utiliza una conexión que Vymkit no usa para actualizar.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoSerial</source>
+        <translation>No comunica ningún número de serie, por lo que no se puede distinguir de otras.</translation>
+    </message>
+    <message>
+        <source>Device_WhyDuplicate</source>
+        <translation>Es la misma impresora que %@.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNotPermitted</source>
+        <translation>Está conectada, pero usted no tiene permiso para acceder directamente a ella.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAnswer</source>
+        <translation>No responde. Enciéndala, compruebe el cable y que ningún otro programa la esté utilizando, y vuelva a buscar.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherModel</source>
+        <translation>Es otro modelo: %@</translation>
+    </message>
+    <message>
+        <source>Device_HelpAddress</source>
+        <translation>Si es el modelo al que está destinado este paquete, escriba su dirección IP.</translation>
+    </message>
+    <message>
+        <source>Device_UseAddress</source>
+        <translation>Usar %@</translation>
+    </message>
+    <message>
+        <source>Device_HelpRule</source>
+        <translation>Un administrador puede permitirlo: añada esta línea al archivo %@; después desconecte el cable USB de la impresora y vuelva a conectarlo.</translation>
+    </message>
+    <message>
+        <source>Device_CopyLine</source>
+        <translation>Copiar la línea</translation>
+    </message>
+    <message>
+        <source>Device_Close</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
         <source>Guide_Description</source>
         <translation>Todo listo para actualizar</translation>
     </message>
@@ -253,6 +333,10 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     <message>
         <source>Update_CloseRefused</source>
         <translation>La ventana sigue abierta: una actualización interrumpida puede dejar inservible la impresora. Se cierra sola cuando termina la actualización.</translation>
+    </message>
+    <message>
+        <source>Update_Quiet</source>
+        <translation>Nada ha cambiado desde las %@. Puede ser normal: algunas impresoras escriben durante muchos minutos sin dar señales. No apague la impresora ni desconecte ningún cable.</translation>
     </message>
     <message>
         <source>Update_ProgressName</source>

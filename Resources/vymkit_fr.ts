@@ -167,6 +167,86 @@
         <translation>Aucune imprimante que ce paquet peut mettre à jour n’a été trouvée. Allumez l’imprimante, vérifiez sa connexion et qu’elle est installée sur cet ordinateur, puis relancez la recherche.</translation>
     </message>
     <message>
+        <source>Device_Reasons</source>
+        <translation>Pourquoi mon imprimante n’est-elle pas dans la liste ? (F1)</translation>
+    </message>
+    <message>
+        <source>Device_WhyTitle</source>
+        <translation>Imprimantes absentes de la liste</translation>
+    </message>
+    <message>
+        <source>Device_WhyNothing</source>
+        <translation>Cet ordinateur n’a pas d’autre file d’impression, et aucune autre imprimante n’y est reliée par USB.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNetwork</source>
+        <translation>Vymkit n’explore pas le réseau. Si votre imprimante s’y trouve, saisissez son adresse IP ; l’imprimante l’affiche dans ses paramètres réseau.</translation>
+    </message>
+    <message>
+        <source>Device_WhyServer</source>
+        <translation>Les files d’impression n’ont pas pu être lues : %@</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoModel</source>
+        <translation>Sa file d’impression n’indique aucun modèle.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherDriver</source>
+        <translation>Sa file d’impression utilise un pilote auquel ce paquet n’est pas destiné.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAddress</source>
+        <translation>Sa file d’impression n’a pas d’adresse.</translation>
+    </message>
+    <message>
+        <source>Device_WhyDriverAddress</source>
+        <translation>Son adresse ne figure pas dans les paramètres de son pilote.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherConnection</source>
+        <translation>Sa file d’impression utilise un type de connexion que Vymkit n’emploie pas pour les mises à jour.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoSerial</source>
+        <translation>Elle ne communique aucun numéro de série et ne peut donc pas être distinguée d’une autre.</translation>
+    </message>
+    <message>
+        <source>Device_WhyDuplicate</source>
+        <translation>C’est la même imprimante que %@.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNotPermitted</source>
+        <translation>Elle est connectée, mais vous n’avez pas l’autorisation d’y accéder directement.</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAnswer</source>
+        <translation>Elle ne répond pas. Allumez-la, vérifiez son câble et qu’aucun autre programme ne l’utilise, puis relancez la recherche.</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherModel</source>
+        <translation>C’est un autre modèle : %@</translation>
+    </message>
+    <message>
+        <source>Device_HelpAddress</source>
+        <translation>S’il s’agit du modèle auquel ce paquet est destiné, saisissez plutôt son adresse IP.</translation>
+    </message>
+    <message>
+        <source>Device_UseAddress</source>
+        <translation>Utiliser %@</translation>
+    </message>
+    <message>
+        <source>Device_HelpRule</source>
+        <translation>Un administrateur peut l’autoriser : ajoutez cette ligne au fichier %@, puis débranchez et rebranchez le câble USB de l’imprimante.</translation>
+    </message>
+    <message>
+        <source>Device_CopyLine</source>
+        <translation>Copier la ligne</translation>
+    </message>
+    <message>
+        <source>Device_Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
         <source>Guide_Description</source>
         <translation>Prêt pour la mise à jour</translation>
     </message>
@@ -253,6 +333,10 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     <message>
         <source>Update_CloseRefused</source>
         <translation>La fenêtre reste ouverte : une mise à jour interrompue peut rendre l’imprimante inutilisable. Elle se ferme d’elle-même à la fin de la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Update_Quiet</source>
+        <translation>Rien n’a changé depuis %@. Cela peut être normal : certaines imprimantes écrivent pendant de longues minutes sans aucun signe. N’éteignez pas l’imprimante et ne débranchez rien.</translation>
     </message>
     <message>
         <source>Update_ProgressName</source>

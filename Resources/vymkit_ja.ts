@@ -167,6 +167,86 @@
         <translation>このパッケージに対応するプリンターが見つかりません。プリンターの電源と接続、およびこのコンピューターに登録されていることを確認し、もう一度探してください。</translation>
     </message>
     <message>
+        <source>Device_Reasons</source>
+        <translation>プリンターが一覧にない場合 (F1)</translation>
+    </message>
+    <message>
+        <source>Device_WhyTitle</source>
+        <translation>一覧にないプリンター</translation>
+    </message>
+    <message>
+        <source>Device_WhyNothing</source>
+        <translation>このコンピューターには、ほかの印刷キューも、USB で接続されたほかのプリンターもありません。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNetwork</source>
+        <translation>ネットワーク上の検索は行いません。プリンターがネットワークに接続されている場合は、IP アドレスを入力してください。IP アドレスは、プリンターのネットワーク設定に表示されます。</translation>
+    </message>
+    <message>
+        <source>Device_WhyServer</source>
+        <translation>印刷キューを読み取れませんでした：%@</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoModel</source>
+        <translation>印刷キューに機種名がありません。</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherDriver</source>
+        <translation>印刷キューのドライバーは、このパッケージの対象ではありません。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAddress</source>
+        <translation>印刷キューにアドレスがありません。</translation>
+    </message>
+    <message>
+        <source>Device_WhyDriverAddress</source>
+        <translation>ドライバーの設定にプリンターのアドレスがありません。</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherConnection</source>
+        <translation>印刷キューの接続方式は、更新には使用できません。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoSerial</source>
+        <translation>シリアル番号を取得できないため、ほかのプリンターと区別できません。</translation>
+    </message>
+    <message>
+        <source>Device_WhyDuplicate</source>
+        <translation>%@ と同じプリンターです。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNotPermitted</source>
+        <translation>接続されていますが、直接使用する権限がありません。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAnswer</source>
+        <translation>応答がありません。電源とケーブルを確認し、ほかのプログラムが使用していないことを確かめてから、もう一度探してください。</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherModel</source>
+        <translation>機種が異なります：%@</translation>
+    </message>
+    <message>
+        <source>Device_HelpAddress</source>
+        <translation>このパッケージに対応する機種の場合は、代わりに IP アドレスを入力してください。</translation>
+    </message>
+    <message>
+        <source>Device_UseAddress</source>
+        <translation>%@ を使用</translation>
+    </message>
+    <message>
+        <source>Device_HelpRule</source>
+        <translation>管理者が使用を許可できます。次の行をファイル %@ に追加し、プリンターの USB ケーブルを抜いて、もう一度差し込んでください。</translation>
+    </message>
+    <message>
+        <source>Device_CopyLine</source>
+        <translation>行をコピー</translation>
+    </message>
+    <message>
+        <source>Device_Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
         <source>Guide_Description</source>
         <translation>更新の準備ができました</translation>
     </message>
@@ -253,6 +333,10 @@
     <message>
         <source>Update_CloseRefused</source>
         <translation>このウィンドウは閉じられません。更新が途中で止まると、プリンターが使えなくなることがあります。更新が終わると、ウィンドウは自動的に閉じます。</translation>
+    </message>
+    <message>
+        <source>Update_Quiet</source>
+        <translation>%@ から変化がありません。プリンターによっては、何分も表示が変わらないまま書き込みを続けることがあり、異常とは限りません。プリンターの電源を切ったり、ケーブルを抜いたりしないでください。</translation>
     </message>
     <message>
         <source>Update_ProgressName</source>

@@ -167,6 +167,86 @@
         <translation>未找到此更新包适用的打印机。请打开打印机电源，检查其连接以及是否已在此计算机上设置，然后重新查找。</translation>
     </message>
     <message>
+        <source>Device_Reasons</source>
+        <translation>为什么列表中没有我的打印机？(F1)</translation>
+    </message>
+    <message>
+        <source>Device_WhyTitle</source>
+        <translation>不在列表中的打印机</translation>
+    </message>
+    <message>
+        <source>Device_WhyNothing</source>
+        <translation>此计算机上没有其他打印队列，也没有通过 USB 连接其他打印机。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNetwork</source>
+        <translation>Vymkit 不会搜索网络。如果打印机在网络上，请输入其 IP 地址；打印机的网络设置中会显示该地址。</translation>
+    </message>
+    <message>
+        <source>Device_WhyServer</source>
+        <translation>无法读取打印队列：%@</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoModel</source>
+        <translation>其打印队列未指明机型。</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherDriver</source>
+        <translation>其打印队列使用的驱动程序不适用于此更新包。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAddress</source>
+        <translation>其打印队列没有地址。</translation>
+    </message>
+    <message>
+        <source>Device_WhyDriverAddress</source>
+        <translation>其驱动程序的设置中没有该打印机的地址。</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherConnection</source>
+        <translation>其打印队列使用的连接方式不能用于更新。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoSerial</source>
+        <translation>该打印机未报告序列号，因此无法与其他打印机区分。</translation>
+    </message>
+    <message>
+        <source>Device_WhyDuplicate</source>
+        <translation>它与 %@ 是同一台打印机。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNotPermitted</source>
+        <translation>该打印机已连接，但您没有直接使用它的权限。</translation>
+    </message>
+    <message>
+        <source>Device_WhyNoAnswer</source>
+        <translation>该打印机没有应答。请打开其电源，检查电缆，并确认没有其他程序正在使用它，然后重新查找。</translation>
+    </message>
+    <message>
+        <source>Device_WhyOtherModel</source>
+        <translation>机型不同：%@</translation>
+    </message>
+    <message>
+        <source>Device_HelpAddress</source>
+        <translation>如果它是此更新包适用的机型，请改为输入其 IP 地址。</translation>
+    </message>
+    <message>
+        <source>Device_UseAddress</source>
+        <translation>使用 %@</translation>
+    </message>
+    <message>
+        <source>Device_HelpRule</source>
+        <translation>管理员可以授予权限：将以下这一行添加到文件 %@ 中，然后拔下打印机的 USB 电缆并重新插上。</translation>
+    </message>
+    <message>
+        <source>Device_CopyLine</source>
+        <translation>复制此行</translation>
+    </message>
+    <message>
+        <source>Device_Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
         <source>Guide_Description</source>
         <translation>已准备好更新</translation>
     </message>
@@ -253,6 +333,10 @@
     <message>
         <source>Update_CloseRefused</source>
         <translation>窗口将保持打开：更新中断可能导致打印机无法使用。更新完成后，窗口会自动关闭。</translation>
+    </message>
+    <message>
+        <source>Update_Quiet</source>
+        <translation>自 %@ 以来没有变化。这可能是正常的：有些打印机会持续写入好几分钟而没有任何提示。请勿关闭打印机电源，也不要拔下任何电缆。</translation>
     </message>
     <message>
         <source>Update_ProgressName</source>

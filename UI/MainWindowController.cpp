@@ -141,11 +141,15 @@ void MainWindowController::_makeFirmWareList()
     }
 }
 
+std::array<Page*, 5> MainWindowController::pages()
+{
+    return {&m_opening, &m_preparation, &m_device1, &m_device2, &m_confirmation};
+}
+
 void MainWindowController::_setLocalizedStrings()
 {
     m_frame.setTexts();
-    for (Page* page : std::initializer_list<Page*>{&m_opening, &m_preparation, &m_device1,
-                                                   &m_device2, &m_confirmation})
+    for (auto* page : pages())
         page->setTexts();
     m_progress.setTexts();
 }
@@ -157,7 +161,7 @@ void MainWindowController::dressAll()
     m_isDressing = true;
     dressWindow(m_frame.window());
     m_progress.dress();
-    for (Page* page : std::initializer_list<Page*>{&m_opening, &m_preparation, &m_confirmation})
+    for (auto* page : pages())
         page->dress();
     m_isDressing = false;
 }

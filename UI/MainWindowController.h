@@ -18,6 +18,7 @@
 #include "UI/Widgets/FileQuestions.h"
 
 #include <QTimer>
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -89,6 +90,7 @@ private:
     void dressAll();
     void showTarget(std::shared_ptr<PrinterInfo> printer);
     [[nodiscard]] DevicePage& devicePage();
+    [[nodiscard]] std::array<Page*, 5> pages();
     int ask(const Alert&
                 question); // the answer of Alerts; neither button while another question is open
     void tell(const Alert& message); // and save the report, if the user wants it

@@ -1,5 +1,6 @@
 #include "UI/Pages/DevicePage.h"
 
+#include "UI/Pages/UnlistedPrinters.h"
 #include "UI/Pages/Words.h"
 #include "UI/Text/TextKeys.h"
 #include "UI/vymParseController.h"
@@ -70,6 +71,8 @@ void DevicePage::connectControls()
 {
     m_printers.connectControls();
     connect(&m_printers, &PrinterTable::listed, this, &DevicePage::takeList);
+    connect(&m_printers, &PrinterTable::appeared, this, &DevicePage::acceptPrinters);
+    connect(&m_printers, &PrinterTable::reasonsWanted, this, &DevicePage::explainList);
     connect(&m_printers, &PrinterTable::searchAgainWanted, this, &DevicePage::searchAgain);
     connect(&m_printers, &PrinterTable::selectionChanged, this, &DevicePage::updateNextButton);
     if (!hasAddress())
@@ -122,6 +125,11 @@ bool DevicePage::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
+void DevicePage::dress()
+{
+    m_printers.refit();
+}
+
 void DevicePage::enter()
 {
     setTabOrder(mode());
@@ -148,6 +156,35 @@ void DevicePage::takeFocus()
         m_printers.view().setFocus();
 }
 
+// The user need not wait for the rest of the list; mode, focus and Next wait for it, unless the
+// user chooses one of these rows.
+void DevicePage::acceptPrinters()
+{
+    if (m_acceptsPrinter)
+        return;
+    m_acceptsPrinter = true;
+    enableChoice(true);
+    setTabOrder(mode());
+}
+
+void DevicePage::enableChoice(bool isOn)
+{
+    if (hasAddress())
+        _assignPrtNameBtnCell->setEnabled(isOn);
+    else
+        _assignPrtNameTxt2->setEnabled(isOn);
+}
+
+void DevicePage::explainList()
+{
+    const auto address = explainUnlisted(m_printers.found(), hasAddress(), *content()->window());
+    if (address.empty())
+        return;
+    chooseAddress();
+    _IPAddressMatrix->setCellValue(address);
+    _IPAddressMatrix->selectText();
+}
+
 // Applies all changes of a new list, wherever the focus is. A user who has gone on to the buttons
 // or types an address keeps the focus there.
 void DevicePage::takeList()
@@ -161,10 +198,7 @@ void DevicePage::takeList()
         m_printers.forgetRow();
     const auto* none = hasAddress() ? textkey::kDeviceNoPrinters : textkey::kDeviceNoPrinters2;
     m_printers.showNote(m_printers.isEmpty() ? words::text(none) : QString());
-    if (hasAddress())
-        _assignPrtNameBtnCell->setEnabled(rule.acceptsPrinter);
-    else
-        _assignPrtNameTxt2->setEnabled(rule.acceptsPrinter);
+    enableChoice(rule.acceptsPrinter);
     setMode(hasAddress() ? rule.mode : DeviceMode::printer);
     if (!focusStays)
         takeFocus();

@@ -23,6 +23,7 @@ public:
 
     void connectControls(); // call when no control is missing
     void setTexts() override;
+    void dress() override;
     void enter() override; // starts the search for printers
     void takeFocus() override;
     void leave() override;
@@ -40,6 +41,9 @@ public:
 
 private:
     void takeList();
+    void acceptPrinters();
+    void enableChoice(bool isOn);
+    void explainList();
     void searchAgain();
     bool eventFilter(QObject* watched, QEvent* event) override;
     void setMode(DeviceMode mode);

@@ -40,6 +40,8 @@ void OpeningPage::setTexts()
     _firmList_version_col.setTitle(words::text(textkey::kStartListVerTitle));
     _openingVersionTxt->setText(words::text(textkey::kStartVersionTxt, m_version));
     setButtonTexts(textkey::kNext);
+    _targetDeviceTitle->setBuddy(_targetDeviceTxt); // to a screen reader, its value's caption
+    _firmInfoTxt->setBuddy(_firmInfoTblView);
     _firmInfoTblView->setAccessibleName(_firmInfoTxt->text());
     _openingImgView->setAccessibleName(words::text(textkey::kApplication));
 }

@@ -16,6 +16,11 @@ public:
         tell(QString::fromStdString(plainText(printer.printerName().value_or(""))));
     }
 
+    void found(const std::shared_ptr<PrinterInfo>& candidate) override
+    {
+        emit m_search.threadSaw(candidate);
+    }
+
 private:
     void tell(const QString& printer) { emit m_search.threadAsks(printer); }
 
@@ -41,6 +46,13 @@ PrinterSearchThread::PrinterSearchThread(Find find) : m_find(std::move(find))
         [this](const QString& printer) {
             if (m_isWanted && !m_isStale)
                 emit asking(printer);
+        },
+        Qt::QueuedConnection);
+    connect(
+        this, &PrinterSearchThread::threadSaw, this,
+        [this](const std::shared_ptr<PrinterInfo>& printer) {
+            if (m_isWanted && !m_isStale)
+                emit appeared(printer);
         },
         Qt::QueuedConnection);
     connect(this, &PrinterSearchThread::threadFound, this, &PrinterSearchThread::threadEnded,

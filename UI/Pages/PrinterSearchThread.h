@@ -36,10 +36,12 @@ public:
 
 signals:
     void asking(const QString& printer); // empty: the print system or the bus
+    void appeared(const std::shared_ptr<PrinterInfo>& printer); // the list's next
     void finished(const TargetPrinters& found);
 
     // From the search thread, for this object only.
     void threadAsks(const QString& printer);
+    void threadSaw(const std::shared_ptr<PrinterInfo>& printer);
     void threadFound(const TargetPrinters& found);
 
 private:

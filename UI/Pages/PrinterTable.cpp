@@ -32,6 +32,7 @@ PrinterTable::PrinterTable(Form& form, const std::string& suffix, PrinterSearchT
     form.find(_searchAnimation, ("_searchAnimation" + suffix).c_str());
     form.find(_searchTxt, ("_searchTxt" + suffix).c_str());
     form.find(_searchAgainBtn, ("_searchAgainBtn" + suffix).c_str());
+    form.find(_reasonsBtn, ("_reasonsBtn" + suffix).c_str());
 }
 
 void PrinterTable::connectControls()
@@ -57,6 +58,8 @@ void PrinterTable::connectControls()
                    true);
     });
     connect(_searchAgainBtn, &QPushButton::clicked, this, &PrinterTable::searchAgainWanted);
+    connect(_reasonsBtn, &QPushButton::clicked, this, &PrinterTable::reasonsWanted);
+    connect(&m_search, &PrinterSearchThread::appeared, this, &PrinterTable::addPrinter);
     connect(&m_search, &PrinterSearchThread::finished, this, &PrinterTable::takeList);
 }
 
@@ -68,13 +71,14 @@ void PrinterTable::setTexts()
         words::text(textkey::kDeviceSpecifyPrinterName).remove(u'&'));
     _searchAnimation->setAccessibleName(words::text(textkey::kDeviceSearching));
     _searchAgainBtn->setText(words::text(textkey::kDeviceSearchAgain));
-    _searchAgainBtn->setShortcut(Qt::Key_F5); // on no way of the Tab key
+    _reasonsBtn->setText(words::text(textkey::kDeviceReasons));
+    // Both on no way of the Tab key, which goes from choice to choice.
+    _searchAgainBtn->setShortcut(Qt::Key_F5);
+    _reasonsBtn->setShortcut(Qt::Key_F1);
 }
 
 void PrinterTable::makeList(bool driverOnly)
 {
-    if (!isEmpty()) // otherwise the list was incomplete
-        m_formerPrinters = m_printers.printerList();
     m_printers.setPrinterList(std::nullopt);
     m_allowsEmptySelection = true;
     m_table->reloadData();
@@ -82,12 +86,30 @@ void PrinterTable::makeList(bool driverOnly)
     m_search.start(driverOnly);
 }
 
+// A row is inserted, so that the user's selection stays.
+void PrinterTable::addPrinter(const std::shared_ptr<PrinterInfo>& printer)
+{
+    auto printers = m_printers.printerList();
+    printers.push_back(printer);
+    m_table->appendRow([&] { m_printers.setPrinterList(printers); });
+    if (printers.size() == 1)
+        refit();
+    emit appeared();
+}
+
+void PrinterTable::refit()
+{
+    fitColumns(*_prtListTblView);
+}
+
 void PrinterTable::takeList(const TargetPrinters& found)
 {
+    rememberSelectedRow(); // one that was chosen during the search
+    m_found = found;
     m_printers.setPrinterList(found.candidates);
     _selectedRowPrtList = rememberedRow(_selectedRowPrtList, m_formerPrinters, found.candidates);
     m_table->reloadData();
-    fitColumns(*_prtListTblView);
+    refit();
     showSearch({}, false);
     describe();
     emit listed();
@@ -111,12 +133,15 @@ void PrinterTable::showSearch(const QString& words, bool isSearching)
         _searchAnimation->stopAnimation();
     _searchAnimation->setVisible(isSearching);
     _searchAgainBtn->setEnabled(!isSearching);
+    _reasonsBtn->setEnabled(!isSearching);
 }
 
 void PrinterTable::rememberSelectedRow()
 {
-    if (hasSelectedRow())
-        _selectedRowPrtList = selectedRowOf(*_prtListTblView);
+    if (!hasSelectedRow())
+        return;
+    _selectedRowPrtList = selectedRowOf(*_prtListTblView);
+    m_formerPrinters = m_printers.printerList();
 }
 
 void PrinterTable::selectRememberedRow(bool allowsEmptySelection)

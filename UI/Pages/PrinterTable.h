@@ -3,8 +3,10 @@
 //
 // Owns:      the list, the search and the remembered row. The form owns the controls.
 // Threads:   the interface's own; devices are queried on the search's thread.
-// Invariant: during a search the list is empty. If an empty selection is not allowed, a list with
-//            rows has a selected one.
+// Invariant: during a search the list has the printers that were found so far: the first rows of
+// the
+//            list that follows. If an empty selection is not allowed, a list with rows has a
+//            selected one.
 #pragma once
 #include "UI/Pages/Form.h"
 #include "UI/Pages/PrinterSearchThread.h"
@@ -33,6 +35,8 @@ public:
 
     void rememberSelectedRow();
     void forgetRow() { _selectedRowPrtList = 0; }
+    void refit(); // rows and columns, after a change of the font
+    [[nodiscard]] const TargetPrinters& found() const { return m_found; } // by the last search
     void selectRememberedRow(bool allowsEmptySelection);
     void deselect();
     [[nodiscard]] bool hasSelectedRow() const;
@@ -42,17 +46,21 @@ public:
 
 signals:
     void listed(); // a new list is ready; no row is selected yet
+    void appeared(); // the list has grown during a search; no row is selected by that
     void selectionChanged();
     void searchAgainWanted();
+    void reasonsWanted(); // why a printer is not in the list
 
 private:
+    void addPrinter(const std::shared_ptr<PrinterInfo>& printer);
     void takeList(const TargetPrinters& found);
     void keepOneRowSelected();
     void describe();
     void showSearch(const QString& words, bool isSearching);
 
     PrinterList m_printers;
-    PrinterList::Records m_formerPrinters; // the rows before the present search
+    PrinterList::Records m_formerPrinters; // the rows when one of them was remembered
+    TargetPrinters m_found;
     PrinterSearchThread m_search;
     int _selectedRowPrtList = 0;
     bool m_allowsEmptySelection = true;
@@ -64,4 +72,5 @@ private:
     BusySign* _searchAnimation = nullptr;
     QLabel* _searchTxt = nullptr;
     QPushButton* _searchAgainBtn = nullptr;
+    QPushButton* _reasonsBtn = nullptr;
 };

@@ -11,6 +11,7 @@
 
 #include <QAccessible>
 #include <QLayout>
+#include <QLocale>
 #include <QShortcut>
 #include <QStyle>
 #include <algorithm>
@@ -49,6 +50,7 @@ ProgressWindow::ProgressWindow(Form& form)
     form.find(_firmwareNameTxt, "_firmwareNameTxt");
     form.find(_updatePrg, "_updatePrg");
     form.find(_closeRefusedTxt, "_closeRefusedTxt");
+    form.find(_quietTxt, "_quietTxt");
 }
 
 void ProgressWindow::setTexts()
@@ -77,6 +79,7 @@ void ProgressWindow::open(bool hasSeveralFirmware)
     _firmwareNameTxt->setText(QStringLiteral(" ")); // the room for it from the start on
     _firmwareNameTxt->setVisible(hasSeveralFirmware);
     _closeRefusedTxt->hide();
+    _quietTxt->hide();
     showSystemSign(*_updateWdwWarningImgView, kCautionIcon); // the texts get the width beside it
     fitWindow();
     _progressAnimation->startAnimation();
@@ -148,13 +151,29 @@ void ProgressWindow::fitWindow()
 
 void ProgressWindow::refuseClosing()
 {
-    _closeRefusedTxt->setText(words::text(textkey::kUpdateCloseRefused));
-    _closeRefusedTxt->show();
+    showNote(*_closeRefusedTxt, words::text(textkey::kUpdateCloseRefused));
+}
+
+void ProgressWindow::showQuiet(const QTime& since)
+{
+    const auto time = QLocale().toString(since, QLocale::ShortFormat).toStdString();
+    showNote(*_quietTxt, words::text(textkey::kUpdateQuiet, time));
+}
+
+void ProgressWindow::hideQuiet()
+{
+    _quietTxt->hide();
+}
+
+void ProgressWindow::showNote(QLabel& note, const QString& text)
+{
+    note.setText(text);
+    note.show();
     fitWindow();
     _updateWindow->layout()->activate();
     m_texts->widget()->layout()->activate();
-    m_texts->ensureWidgetVisible(_closeRefusedTxt);
-    announce(*_closeRefusedTxt);
+    m_texts->ensureWidgetVisible(&note);
+    announce(note);
 }
 
 void ProgressWindow::showStage(const char* key, std::optional<std::uint32_t> number)

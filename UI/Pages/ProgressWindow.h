@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QScrollArea>
+#include <QTime>
 #include <optional>
 
 class ProgressWindow {
@@ -27,6 +28,9 @@ public:
     void close();
     [[nodiscard]] bool isOpen() const { return _updateWindow->isVisible(); }
     void refuseClosing(); // shows the reason
+    // A note for as long as nothing changes: that this can be normal, and what not to do.
+    void showQuiet(const QTime& since);
+    void hideQuiet();
 
     void showStage(const char* key, std::optional<std::uint32_t> number); // of the firmware
     void showFirmware(const std::string& name); // that the stage is about
@@ -38,6 +42,7 @@ private:
     [[nodiscard]] int margin() const;
     void fitProgressLine();
     void fitWindow();
+    void showNote(QLabel& note, const QString& text);
 
     WizardWindow* _updateWindow = nullptr;
     QScrollArea* m_texts = nullptr; // those above the progress
@@ -49,4 +54,5 @@ private:
     QLabel* _firmwareNameTxt = nullptr;
     QProgressBar* _updatePrg = nullptr;
     QLabel* _closeRefusedTxt = nullptr;
+    QLabel* _quietTxt = nullptr;
 };

@@ -109,7 +109,20 @@ std::optional<int> RunOnScreen::look()
         m_window.showFirmware(firmwareAt(*step.number));
     if (step.progress.has_value())
         m_window.showProgress(*step.progress);
+    watchQuiet();
     return step.endCode;
+}
+
+void RunOnScreen::watchQuiet()
+{
+    if (m_run->isLongQuiet() == m_isQuiet)
+        return;
+    m_isQuiet = m_run->isLongQuiet();
+    if (m_isQuiet)
+        m_window.showQuiet(
+            QTime::currentTime().addMSecs(-static_cast<int>(m_run->quietMilliseconds())));
+    else
+        m_window.hideQuiet();
 }
 
 // The number beside the name, so that it is not taken for a version. Empty where the package does

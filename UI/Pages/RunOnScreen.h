@@ -44,6 +44,7 @@ public:
 private:
     [[nodiscard]] RunLogFacts facts() const;
     void keepAwake();
+    void watchQuiet();
     [[nodiscard]] std::string firmwareAt(std::uint32_t number) const;
 
     ProgressWindow& m_window;
@@ -52,5 +53,6 @@ private:
     std::string m_remark;
     std::shared_ptr<PrinterInfo> m_printer;
     std::optional<WatchedRun> m_run;
+    bool m_isQuiet = false; // the window says so
     std::optional<SleepInhibitor> m_inhibitor; // during the run
 };

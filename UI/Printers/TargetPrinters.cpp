@@ -93,8 +93,10 @@ bool ListMaker::goesOn()
 void ListMaker::add(PrinterFinding finding, PrinterReason reason)
 {
     finding.reason = reason;
-    if (reason == PrinterReason::candidate)
+    if (reason == PrinterReason::candidate) {
         m_made.candidates.push_back(finding.printer);
+        m_observer.found(finding.printer);
+    }
     m_made.findings.push_back(std::move(finding));
 }
 

@@ -69,13 +69,15 @@ struct PrinterSearch {
 // A search for the loaded package, with this system's driver folders. The caller owns the server.
 PrinterSearch packagedPrinterSearch(PrintServer* server);
 
-// Receives a call before each wait; the default does nothing.
+// Receives a call before each wait and for each candidate; the default does nothing.
 class PrinterSearchObserver {
 public:
     virtual ~PrinterSearchObserver() = default;
     virtual void askingPrintServer() { }
     virtual void askingDevice(const PrinterInfo& /*printer*/) { }
     virtual void lookingOnUsb() { }
+    // In the list's order. The record stays unchanged from then on.
+    virtual void found(const std::shared_ptr<PrinterInfo>& /*candidate*/) { }
 
 protected:
     PrinterSearchObserver() = default;

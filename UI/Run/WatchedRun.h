@@ -47,6 +47,8 @@ public:
     [[nodiscard]] const tag_devinfo& record() const { return m_record; }
     // How long the record had not changed at the last look, in milliseconds.
     [[nodiscard]] std::uint64_t quietMilliseconds() const { return m_quiet; }
+    // Whether that is so long that a person should know that it can be normal.
+    [[nodiscard]] bool isLongQuiet() const { return m_quiet >= kQuietHint; }
     // The code with which the run ended by itself, before a stop request.
     [[nodiscard]] std::optional<int> endCode() const { return m_endCode; }
 

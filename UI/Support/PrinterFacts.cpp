@@ -35,22 +35,6 @@ const char* connectionName(int type)
     return kConnections.at(known ? static_cast<std::size_t>(type) : 0).name;
 }
 
-// The host that a network port string names, without its port: "10.0.0.5", "[::1]".
-std::string hostOf(std::string_view uri)
-{
-    for (const std::string_view scheme : {"lpd://", "net:"}) {
-        if (uri.starts_with(scheme)) {
-            uri.remove_prefix(scheme.size());
-            uri = uri.substr(0, uri.find('/'));
-            if (uri.starts_with('['))
-                return std::string(uri.substr(0, uri.find(']') + 1));
-            const bool hasPort = std::count(uri.begin(), uri.end(), ':') == 1;
-            return std::string(hasPort ? uri.substr(0, uri.find(':')) : uri);
-        }
-    }
-    return {};
-}
-
 using Hosts = std::map<std::string, std::string>; // to the name of the candidate that has it
 
 // A bad address does not disqualify a candidate: the window has the same list.
@@ -60,7 +44,7 @@ std::string warningOf(const PrinterFinding& finding, Hosts& hosts)
     auto copy = *finding.printer; // taking makes its address connectable
     if (RunTarget().take(copy) != TargetFit::fits)
         return "its address is too long for a connection: give its IPv4 address with --address";
-    const auto host = hostOf(uri);
+    const auto host = finding.connectionType == kConnectionUsb ? "" : hostOf(uri);
     if (host.find(':') != std::string::npos)
         return "its address is an IPv6 one, which connections do not take: give its IPv4 address "
                "with --address";
@@ -89,6 +73,7 @@ ListedPrinter listedPrinter(const PrinterFinding& finding)
     listed.model = plain(printer.printerModel());
     listed.foundAs = finding.foundAs;
     listed.reason = finding.reason;
+    listed.help = helpFor(finding).kind;
     listed.sameAs = plainText(finding.sameAs);
     listed.answeredModel = plainText(finding.answeredModel);
     return listed;
@@ -143,7 +128,7 @@ std::string reasonText(const ListedPrinter& printer)
     case PrinterReason::noDeviceUri:
         return "has a queue without an address";
     case PrinterReason::otherConnection:
-        return isDriverUri(printer.address)
+        return printer.help == PrinterHelpKind::none
             ? "has an address that the driver's configuration does not tell"
             : "is not connected by USB or, over IPv4, by LPD: give its IPv4 address with --address";
     case PrinterReason::noSerial:

@@ -4,7 +4,7 @@
 // Owns:    its texts, by value.
 // Threads: any. Pure functions.
 #pragma once
-#include "UI/Printers/TargetPrinters.h"
+#include "UI/Printers/PrinterHelp.h"
 
 #include <string>
 #include <vector>
@@ -17,6 +17,7 @@ struct ListedPrinter {
     std::string model;
     FoundAs foundAs = FoundAs::queue;
     PrinterReason reason = PrinterReason::candidate;
+    PrinterHelpKind help = PrinterHelpKind::none;
     std::string sameAs;
     std::string answeredModel;
     std::string warning; // a foreseeable problem of a candidate; may be empty

@@ -59,6 +59,27 @@ constexpr const char* kDeviceSearchAgain = "Device_SearchAgain"; // a button
 constexpr const char* kDeviceFound = "Device_Found"; // (number) of printers; for screen readers
 constexpr const char* kDeviceNoPrinters = "Device_NoPrinters"; // the list is empty
 constexpr const char* kDeviceNoPrinters2 = "Device_NoPrinters2"; // the same without address entry
+// Why a printer is not in the list: sentences about it.
+constexpr const char* kDeviceReasons = "Device_Reasons"; // a button
+constexpr const char* kDeviceWhyTitle = "Device_WhyTitle";
+constexpr const char* kDeviceWhyNothing = "Device_WhyNothing";
+constexpr const char* kDeviceWhyNetwork = "Device_WhyNetwork";
+constexpr const char* kDeviceWhyServer = "Device_WhyServer"; // (text) the system's reason
+constexpr const char* kDeviceWhyNoModel = "Device_WhyNoModel";
+constexpr const char* kDeviceWhyOtherDriver = "Device_WhyOtherDriver";
+constexpr const char* kDeviceWhyNoAddress = "Device_WhyNoAddress";
+constexpr const char* kDeviceWhyDriverAddress = "Device_WhyDriverAddress";
+constexpr const char* kDeviceWhyOtherConnection = "Device_WhyOtherConnection";
+constexpr const char* kDeviceWhyNoSerial = "Device_WhyNoSerial";
+constexpr const char* kDeviceWhyDuplicate = "Device_WhyDuplicate"; // (text) the other's name
+constexpr const char* kDeviceWhyNotPermitted = "Device_WhyNotPermitted";
+constexpr const char* kDeviceWhyNoAnswer = "Device_WhyNoAnswer";
+constexpr const char* kDeviceWhyOtherModel = "Device_WhyOtherModel"; // (text) its model
+constexpr const char* kDeviceHelpAddress = "Device_HelpAddress";
+constexpr const char* kDeviceUseAddress = "Device_UseAddress"; // (text) the address; a button
+constexpr const char* kDeviceHelpRule = "Device_HelpRule"; // (text) the file; before the line
+constexpr const char* kDeviceCopyLine = "Device_CopyLine"; // a button
+constexpr const char* kDeviceClose = "Device_Close"; // a button
 
 // Confirmation page.
 constexpr const char* kGuideDescription = "Guide_Description";
@@ -88,6 +109,7 @@ constexpr const char* kReportMasked = "Report_Masked"; // below the name of the 
 constexpr const char* kUpdateDescription = "Update_Description";
 constexpr const char* kUpdatePrecaution = "Update_Precaution";
 constexpr const char* kUpdateCloseRefused = "Update_CloseRefused"; // on closing the window
+constexpr const char* kUpdateQuiet = "Update_Quiet"; // (text) the time of the last change
 constexpr const char* kUpdateProgressName = "Update_ProgressName"; // for screen readers
 constexpr const char* kStateConnection = "State_Connection";
 constexpr const char* kStateCheckVersion = "State_CheckVersion";

@@ -25,6 +25,13 @@ void ListTable::reloadData()
     endResetModel();
 }
 
+void ListTable::appendRow(const std::function<void()>& append)
+{
+    beginInsertRows({}, rowCount(), rowCount());
+    append();
+    endInsertRows();
+}
+
 int ListTable::columnOfField(const char* field) const
 {
     const auto column = std::find_if(m_columns.begin(), m_columns.end(), [field](const auto& each) {

@@ -31,6 +31,7 @@ public:
 
     void setDataSource(DataSource source);
     void reloadData(); // no row is selected afterwards
+    void appendRow(const std::function<void()>& append); // to the list, by one; keeps the selection
 
     // -1 if no column of this table has this field.
     [[nodiscard]] int columnOfField(const char* field) const;

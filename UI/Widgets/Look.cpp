@@ -22,6 +22,7 @@ constexpr int kColumnCharacters = 84; // longer lines are hard to read
 constexpr int kPageMargins = 2; // in margins of the style
 constexpr int kSectionGap = 3; // in spacings of the style
 // The least rows that a table shows; also the most rows of a table that is as high as its rows.
+constexpr double kRowHeight = 1.5; // at least, in heights of the text
 constexpr int kFewestRows = 2;
 constexpr int kMostRows = 8;
 
@@ -112,9 +113,13 @@ void dressCard(QWidget& card)
     card.layout()->setSpacing(margin);
 }
 
+// The style's rows have one height for every font.
 int heightOfRows(const QWidget& frame, int rows)
 {
     const auto* table = frame.findChild<QTableView*>();
+    const int usual = table->style()->pixelMetric(QStyle::PM_HeaderDefaultSectionSizeVertical);
+    table->verticalHeader()->setDefaultSectionSize(
+        std::max(usual, qRound(table->fontMetrics().height() * kRowHeight)));
     return table->horizontalHeader()->sizeHint().height()
         + rows * table->verticalHeader()->defaultSectionSize();
 }
@@ -178,6 +183,7 @@ bool changesLook(const QEvent& event)
                                      QEvent::FontChange,
                                      QEvent::StyleChange,
                                      QEvent::LayoutDirectionChange,
+                                     QEvent::ScreenChangeInternal, // another scale, perhaps
                                      QEvent::ThemeChange};
     return std::find(kChanges.begin(), kChanges.end(), event.type()) != kChanges.end();
 }

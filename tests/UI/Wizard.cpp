@@ -60,6 +60,12 @@ Wizard& Wizard::driverOnly()
     return *this;
 }
 
+Wizard& Wizard::appearing()
+{
+    m_isAppearing = true;
+    return *this;
+}
+
 Wizard& Wizard::open()
 {
     if (!m_hasPackage)
@@ -84,6 +90,8 @@ TargetPrinters Wizard::search(bool, const std::atomic<bool>& cancel,
     m_mostAtOnce = std::max<int>(m_mostAtOnce, ++m_atOnce);
     observer.askingPrintServer();
     std::unique_lock lock(m_mutex);
+    for (const auto& printer : m_isAppearing ? m_printers : PrinterList::Records())
+        observer.found(printer);
     if (!m_held.empty())
         observer.askingDevice(*PrinterInfo::initWithPrinterName(m_held, "", ""));
     while (!m_held.empty() && !cancel)

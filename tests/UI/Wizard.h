@@ -22,6 +22,7 @@ public:
     // Every search from now on finds these printers: name and port string.
     Wizard& printers(std::initializer_list<std::pair<const char*, const char*>> rows);
     Wizard& driverOnly();
+    Wizard& appearing(); // the printers are reported one by one, before a search is held
     Wizard& open();
 
     // A search waits at this printer until it is released or cancelled.
@@ -70,6 +71,7 @@ private:
     std::condition_variable m_changed;
     PrinterList::Records m_printers;
     std::string m_held;
+    bool m_isAppearing = false;
     std::atomic<int> m_searches = 0;
     std::atomic<int> m_atOnce = 0;
     std::atomic<int> m_mostAtOnce = 0;

@@ -353,3 +353,95 @@ TEST_F(DevicePages, GoFromChoiceToChoiceByTheArrowKeys)
     wizard.key(Qt::Key_Up); // there is no printer to choose
     EXPECT_TRUE(isAddressMode());
 }
+
+TEST_F(DevicePages, ShowPrintersWhileOthersAreStillQueriedAndAcceptOneOfThem)
+{
+    threePrinters().appearing().open();
+    wizard.holdSearch("B");
+    wizard.press("_openingNextBtn");
+    wizard.press("_prefNextBtn");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return wizard.table().model()->rowCount() == 3; }));
+    EXPECT_EQ(wizard.row(), -1);
+    EXPECT_FALSE(wizard.find("_selDev1NextBtn").isEnabled());
+    EXPECT_FALSE(wizard.find("_reasonsBtn").isEnabled());
+    wizard.chooseRow(2);
+    EXPECT_TRUE(wizard.find("_selDev1NextBtn").isEnabled());
+    wizard.letSearchGo();
+    wizard.waitForPrinters();
+    EXPECT_EQ(wizard.table().model()->rowCount(), 3);
+    EXPECT_EQ(wizard.row(), 2);
+    EXPECT_TRUE(wizard.find("_reasonsBtn").isEnabled());
+}
+
+TEST_F(DevicePages, OfferTheListAgainAsSoonAsAPrinterAppears)
+{
+    wizard.open().toPrinters();
+    EXPECT_FALSE(wizard.find("_assignPrtNameBtnCell").isEnabled());
+    threePrinters().appearing().holdSearch("B");
+    wizard.key(Qt::Key_F5);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return wizard.table().model()->rowCount() == 3; }));
+    EXPECT_TRUE(wizard.find("_assignPrtNameBtnCell").isEnabled());
+    wizard.letSearchGo();
+    wizard.waitForPrinters();
+    EXPECT_EQ(wizard.table().model()->rowCount(), 3);
+}
+
+TEST_F(DevicePages, FillInTheAddressThatTheUserTakesFromTheReasons)
+{
+    const Language english("en");
+    wizard.setup.findPrinters = [](bool, const std::atomic<bool>&, PrinterSearchObserver&) {
+        PrinterFinding other;
+        other.printer = PrinterInfo::initWithPrinterName("Q", "", "socket://192.0.2.7:9100");
+        other.reason = PrinterReason::otherConnection;
+        TargetPrinters found;
+        found.findings = {other};
+        return found;
+    };
+    wizard.open().toPrinters();
+    bool wasAsked = false;
+    QTimer::singleShot(0, [&wasAsked] {
+        auto* shown = QApplication::activeModalWidget();
+        ASSERT_NE(shown, nullptr);
+        for (auto* button : shown->findChildren<QPushButton*>()) {
+            if (button->text() != "Use 192.0.2.7")
+                continue;
+            wasAsked = true;
+            button->click();
+            return;
+        }
+        shown->close();
+    });
+    wizard.press("_reasonsBtn");
+    EXPECT_TRUE(wasAsked);
+    const auto& address = wizard.find<InputNSMatrixControl>("_IPAddressMatrix");
+    EXPECT_EQ(address.cellValueArray(), (std::vector<std::string>{"192", "0", "2", "7"}));
+    EXPECT_TRUE(wizard.find<QRadioButton>("_assignIPAddressBtnCell").isChecked());
+    EXPECT_TRUE(wizard.find("_selDev1NextBtn").isEnabled());
+}
+
+TEST_F(DevicePages, GiveATypedTargetTheModelOfThePackage)
+{
+    wizard.open().toPrinters();
+    wizard.typeAddress({"192", "0", "2", "7"});
+    wizard.press("_selDev1NextBtn");
+    EXPECT_EQ(wizard.text("_targetDevNameTxt"), "Vymprint 200");
+}
+
+TEST_F(DevicePages, FitTheirRowsAgainAfterTheFontHasChanged)
+{
+    threePrinters().open().toPrinters();
+    const auto usual = QApplication::font();
+    auto large = usual;
+    large.setPointSizeF(30);
+    QApplication::setFont(large);
+    const auto& bar = wizard.find("_stepBar");
+    const auto fits = [&] {
+        return wizard.table().rowHeight(0) >= wizard.table().fontMetrics().height()
+            && bar.height() >= bar.fontMetrics().height()
+            && bar.height() == bar.sizeHint().height();
+    };
+    EXPECT_TRUE(QTest::qWaitFor(fits));
+    const int height = bar.height();
+    QApplication::setFont(usual);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return fits() && bar.height() < height; }));
+}

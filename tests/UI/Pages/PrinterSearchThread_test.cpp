@@ -155,3 +155,19 @@ TEST_F(PrinterSearches, IsWaitedForWhenItsOwnerIsDestroyed)
     }
     EXPECT_TRUE(hasEnded);
 }
+
+TEST_F(PrinterSearches, ReportEachPrinterBeforeTheList)
+{
+    PrinterSearchThread search([](bool, const std::atomic<bool>&, PrinterSearchObserver& observer) {
+        auto found = onePrinter("A");
+        observer.found(found.candidates.front());
+        return found;
+    });
+    listen(search);
+    QObject::connect(&search, &PrinterSearchThread::appeared, &search, [this](const auto& printer) {
+        told << QString::fromStdString("appeared " + printer->printerName().value_or(""));
+    });
+    search.start(false);
+    EXPECT_TRUE(waitFor("found 1"));
+    EXPECT_EQ(told, QStringList({"appeared A", "found 1"}));
+}

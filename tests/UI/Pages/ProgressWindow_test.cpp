@@ -1,5 +1,6 @@
 // The window that takes the wizard's place during a run.
 #include "tests/UI/WizardRun.h"
+#include "tests/support/ScriptedTime.h"
 
 #include <QScreen>
 #include <QScrollArea>
@@ -59,6 +60,24 @@ TEST_F(ProgressWindows, TheWindowIsWideEnoughForItsWidestLineFromTheStartOn)
         EXPECT_GE(progress.width(), metrics.horizontalAdvance(QLatin1String(key))) << key;
     const auto& attention = wizard.find<QLabel>("_attentionCmtTxt");
     EXPECT_GE(attention.height(), attention.heightForWidth(attention.width()));
+}
+
+TEST_F(ProgressWindows, ExplainsALongSilenceUntilSomethingChanges)
+{
+    ScriptedTime time;
+    begin();
+    look(state_writing, 1, 4);
+    const auto& note = wizard.find<QLabel>("_quietTxt");
+    time.advance(WatchedRun::kQuietHint - 1);
+    look(state_writing, 1, 4);
+    EXPECT_FALSE(note.isVisible());
+    time.advance(1);
+    look(state_writing, 1, 4);
+    EXPECT_TRUE(note.isVisible());
+    EXPECT_EQ(note.text(), "Update_Quiet");
+    time.advance(1000);
+    look(state_writing, 2, 4);
+    EXPECT_FALSE(note.isVisible());
 }
 
 // As little room as on 800 x 480 at 150 % with a usual font, or with 24 points on 1280 x 800.
