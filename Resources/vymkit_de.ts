@@ -539,6 +539,46 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
         <translation>Es wurde keine Firmware gesendet.</translation>
     </message>
     <message>
+        <source>Check_Button</source>
+        <translation>Drucker jetzt prüfen</translation>
+    </message>
+    <message>
+        <source>Check_Waiting</source>
+        <translation>Die Firmware des Druckers wird geprüft …</translation>
+    </message>
+    <message>
+        <source>Check_InstalledTitle</source>
+        <translation>Die neue Firmware ist installiert</translation>
+    </message>
+    <message>
+        <source>Check_InstalledMes</source>
+        <translation>Der Drucker meldet die Versionen, die ihm gesendet wurden.</translation>
+    </message>
+    <message>
+        <source>Check_DifferentTitle</source>
+        <translation>Die neue Firmware ist nicht installiert</translation>
+    </message>
+    <message>
+        <source>Check_DifferentMes</source>
+        <translation>Der Drucker meldet eine andere Version als die, die ihm gesendet wurde.</translation>
+    </message>
+    <message>
+        <source>Check_DifferentNext</source>
+        <translation>Ist er noch beschäftigt, warten Sie, bis seine Anzeige meldet, dass er bereit ist, und prüfen Sie ihn dann erneut. Starten Sie sonst die Aktualisierung noch einmal.</translation>
+    </message>
+    <message>
+        <source>Check_UnknownTitle</source>
+        <translation>Die installierte Version ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Check_UnknownMes</source>
+        <translation>Der Drucker hat nicht mitgeteilt, welche Firmware er hat. Vielleicht startet er gerade neu; das kann mehrere Minuten dauern.</translation>
+    </message>
+    <message>
+        <source>Check_UnknownNext</source>
+        <translation>Schalten Sie den Drucker nicht aus: Warten Sie, bis seine Anzeige meldet, dass er bereit ist, und prüfen Sie ihn dann erneut.</translation>
+    </message>
+    <message>
         <source>Details_Button</source>
         <translation>&amp;Details</translation>
     </message>

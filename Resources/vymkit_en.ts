@@ -539,6 +539,46 @@ The update can take several minutes, and the bar may stand still for a while.</t
         <translation>No firmware was sent.</translation>
     </message>
     <message>
+        <source>Check_Button</source>
+        <translation>Check the printer now</translation>
+    </message>
+    <message>
+        <source>Check_Waiting</source>
+        <translation>Checking which firmware the printer has…</translation>
+    </message>
+    <message>
+        <source>Check_InstalledTitle</source>
+        <translation>The new firmware is installed</translation>
+    </message>
+    <message>
+        <source>Check_InstalledMes</source>
+        <translation>The printer reports the versions that were sent to it.</translation>
+    </message>
+    <message>
+        <source>Check_DifferentTitle</source>
+        <translation>The new firmware is not installed</translation>
+    </message>
+    <message>
+        <source>Check_DifferentMes</source>
+        <translation>The printer reports another version than the one that was sent to it.</translation>
+    </message>
+    <message>
+        <source>Check_DifferentNext</source>
+        <translation>If it is still busy, wait until its display shows that it is ready, then check again. Otherwise start the update again.</translation>
+    </message>
+    <message>
+        <source>Check_UnknownTitle</source>
+        <translation>The installed version is not known</translation>
+    </message>
+    <message>
+        <source>Check_UnknownMes</source>
+        <translation>The printer did not say which firmware it has. It may be restarting, which can take several minutes.</translation>
+    </message>
+    <message>
+        <source>Check_UnknownNext</source>
+        <translation>Do not switch the printer off: wait until its display shows that it is ready, then check again.</translation>
+    </message>
+    <message>
         <source>Details_Button</source>
         <translation>&amp;Details</translation>
     </message>

@@ -539,6 +539,46 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
         <translation>No se ha enviado ningún firmware.</translation>
     </message>
     <message>
+        <source>Check_Button</source>
+        <translation>Comprobar la impresora ahora</translation>
+    </message>
+    <message>
+        <source>Check_Waiting</source>
+        <translation>Comprobando el firmware de la impresora…</translation>
+    </message>
+    <message>
+        <source>Check_InstalledTitle</source>
+        <translation>El nuevo firmware está instalado</translation>
+    </message>
+    <message>
+        <source>Check_InstalledMes</source>
+        <translation>La impresora indica las versiones que se le han enviado.</translation>
+    </message>
+    <message>
+        <source>Check_DifferentTitle</source>
+        <translation>El nuevo firmware no está instalado</translation>
+    </message>
+    <message>
+        <source>Check_DifferentMes</source>
+        <translation>La impresora indica una versión distinta de la que se le ha enviado.</translation>
+    </message>
+    <message>
+        <source>Check_DifferentNext</source>
+        <translation>Si todavía está ocupada, espere hasta que su pantalla indique que está lista y vuelva a comprobarla. Si no, inicie de nuevo la actualización.</translation>
+    </message>
+    <message>
+        <source>Check_UnknownTitle</source>
+        <translation>No se conoce la versión instalada</translation>
+    </message>
+    <message>
+        <source>Check_UnknownMes</source>
+        <translation>La impresora no ha indicado qué firmware tiene. Puede que se esté reiniciando, lo que puede durar varios minutos.</translation>
+    </message>
+    <message>
+        <source>Check_UnknownNext</source>
+        <translation>No apague la impresora: espere hasta que su pantalla indique que está lista y vuelva a comprobarla.</translation>
+    </message>
+    <message>
         <source>Details_Button</source>
         <translation>&amp;Detalles</translation>
     </message>

@@ -539,6 +539,46 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
         <translation>Aucun micrologiciel n’a été envoyé.</translation>
     </message>
     <message>
+        <source>Check_Button</source>
+        <translation>Vérifier l’imprimante maintenant</translation>
+    </message>
+    <message>
+        <source>Check_Waiting</source>
+        <translation>Vérification du micrologiciel de l’imprimante…</translation>
+    </message>
+    <message>
+        <source>Check_InstalledTitle</source>
+        <translation>Le nouveau micrologiciel est installé</translation>
+    </message>
+    <message>
+        <source>Check_InstalledMes</source>
+        <translation>L’imprimante indique les versions qui lui ont été envoyées.</translation>
+    </message>
+    <message>
+        <source>Check_DifferentTitle</source>
+        <translation>Le nouveau micrologiciel n’est pas installé</translation>
+    </message>
+    <message>
+        <source>Check_DifferentMes</source>
+        <translation>L’imprimante indique une autre version que celle qui lui a été envoyée.</translation>
+    </message>
+    <message>
+        <source>Check_DifferentNext</source>
+        <translation>Si elle est encore occupée, attendez que son écran indique qu’elle est prête, puis vérifiez à nouveau. Sinon, relancez la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Check_UnknownTitle</source>
+        <translation>La version installée n’est pas connue</translation>
+    </message>
+    <message>
+        <source>Check_UnknownMes</source>
+        <translation>L’imprimante n’a pas indiqué quel micrologiciel elle contient. Elle est peut-être en train de redémarrer, ce qui peut prendre plusieurs minutes.</translation>
+    </message>
+    <message>
+        <source>Check_UnknownNext</source>
+        <translation>N’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête, puis vérifiez à nouveau.</translation>
+    </message>
+    <message>
         <source>Details_Button</source>
         <translation>&amp;Détails</translation>
     </message>

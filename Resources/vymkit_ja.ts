@@ -539,6 +539,46 @@
         <translation>ファームウェアは送信されていません。</translation>
     </message>
     <message>
+        <source>Check_Button</source>
+        <translation>プリンターを今すぐ確認</translation>
+    </message>
+    <message>
+        <source>Check_Waiting</source>
+        <translation>プリンターのファームウェアを確認しています…</translation>
+    </message>
+    <message>
+        <source>Check_InstalledTitle</source>
+        <translation>新しいファームウェアがインストールされています</translation>
+    </message>
+    <message>
+        <source>Check_InstalledMes</source>
+        <translation>プリンターのバージョンは、送信したものと一致しています。</translation>
+    </message>
+    <message>
+        <source>Check_DifferentTitle</source>
+        <translation>新しいファームウェアはインストールされていません</translation>
+    </message>
+    <message>
+        <source>Check_DifferentMes</source>
+        <translation>プリンターのバージョンは、送信したものと異なります。</translation>
+    </message>
+    <message>
+        <source>Check_DifferentNext</source>
+        <translation>プリンターが動作中の場合は、表示が準備完了になるまで待ってから、もう一度確認してください。それ以外の場合は、もう一度更新してください。</translation>
+    </message>
+    <message>
+        <source>Check_UnknownTitle</source>
+        <translation>インストールされているバージョンを確認できません</translation>
+    </message>
+    <message>
+        <source>Check_UnknownMes</source>
+        <translation>プリンターからファームウェアの情報を得られませんでした。再起動中の可能性があります。再起動には数分かかることがあります。</translation>
+    </message>
+    <message>
+        <source>Check_UnknownNext</source>
+        <translation>プリンターの電源を切らずに、表示が準備完了になるまで待ってから、もう一度確認してください。</translation>
+    </message>
+    <message>
         <source>Details_Button</source>
         <translation>詳細(&amp;D)</translation>
     </message>

@@ -539,6 +539,46 @@
         <translation>未发送任何固件。</translation>
     </message>
     <message>
+        <source>Check_Button</source>
+        <translation>立即检查打印机</translation>
+    </message>
+    <message>
+        <source>Check_Waiting</source>
+        <translation>正在检查打印机的固件…</translation>
+    </message>
+    <message>
+        <source>Check_InstalledTitle</source>
+        <translation>新固件已安装</translation>
+    </message>
+    <message>
+        <source>Check_InstalledMes</source>
+        <translation>打印机报告的版本与所发送的版本一致。</translation>
+    </message>
+    <message>
+        <source>Check_DifferentTitle</source>
+        <translation>新固件未安装</translation>
+    </message>
+    <message>
+        <source>Check_DifferentMes</source>
+        <translation>打印机报告的版本与所发送的版本不同。</translation>
+    </message>
+    <message>
+        <source>Check_DifferentNext</source>
+        <translation>如果打印机仍在忙碌，请等待其显示屏显示就绪，然后再次检查。否则请重新开始更新。</translation>
+    </message>
+    <message>
+        <source>Check_UnknownTitle</source>
+        <translation>无法得知已安装的版本</translation>
+    </message>
+    <message>
+        <source>Check_UnknownMes</source>
+        <translation>打印机未提供其固件信息。它可能正在重新启动，这可能需要几分钟。</translation>
+    </message>
+    <message>
+        <source>Check_UnknownNext</source>
+        <translation>请勿关闭打印机电源：请等待其显示屏显示就绪，然后再次检查。</translation>
+    </message>
+    <message>
         <source>Details_Button</source>
         <translation>详细信息(&amp;D)</translation>
     </message>

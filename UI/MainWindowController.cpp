@@ -324,11 +324,14 @@ void MainWindowController::endUpdate(std::int32_t code)
 
 void MainWindowController::tell(const Alert& message)
 {
-    const auto shown = m_report.withOffer(message);
+    auto shown = m_report.withOffer(message);
     const auto printer =
         _targetPrinterInfo != nullptr ? _targetPrinterInfo->printerURI().value_or("") : "";
-    while (ask(shown) == alert::kExtra) {
-        if (const auto saved = m_report.save(printer); saved.has_value())
+    for (int answer = ask(shown); answer == alert::kExtra || answer == alert::kQuery;
+         answer = ask(shown)) {
+        if (answer == alert::kQuery)
+            shown = m_report.withOffer(m_run.checkInstalled());
+        else if (const auto saved = m_report.save(printer); saved.has_value())
             ask(*saved);
     }
 }

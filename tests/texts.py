@@ -26,8 +26,9 @@ MNEMONICS = {key for page in PAGES for key in page}
 KEY = re.compile(r'constexpr const char\* (k\w+) = "([^"]+)";(?: // (\(\w+\)))?')
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 # Matches whatever looks like a key, whether the tables have it or not.
-SHAPE = re.compile(r"(Start|Preference|Device|Guide|Confirmation|Cancel|VYM_UnSupportOS|Update"
-                   r"|State|NormalEnd|NoUpdateEnd|Error|Result|Details|Icon|Step|Report)_\w+")
+SHAPE = re.compile(r"(Start|Preference|Device|Guide|Confirmation|Cancel|Check|VYM_UnSupportOS"
+                   r"|Update|State|NormalEnd|NoUpdateEnd|Error|Result|Details|Icon|Step"
+                   r"|Report)_\w+")
 
 
 def read_keys():

@@ -64,7 +64,28 @@ Alert resultMessage(int code, bool automaticEnd, const ResultFacts& facts)
         told.remarks = remarksOn(facts, texts.isError);
     if (const auto key = adviceKey(code, !isAllConfirmed(facts)); !key.empty())
         told.advice = words::plain(std::string(key).c_str());
+    if (!isAllConfirmed(facts))
+        told.queryButton = words::plain(textkey::kCheckButton);
     told.details = detailsOf(code, facts);
     told.detailsButton = words::plain(textkey::kDetailsButton);
+    return told;
+}
+
+Alert installedMessage(InstalledState state)
+{
+    Alert told;
+    told.defaultButton = words::plain(textkey::kOk);
+    if (state == InstalledState::installed) {
+        told.title = words::plain(textkey::kCheckInstalledTitle);
+        told.message = words::plain(textkey::kCheckInstalledMes);
+        return told;
+    }
+    const bool isKnown = state == InstalledState::different;
+    told.title =
+        words::plain(isKnown ? textkey::kCheckDifferentTitle : textkey::kCheckUnknownTitle);
+    told.message = words::plain(isKnown ? textkey::kCheckDifferentMes : textkey::kCheckUnknownMes);
+    told.advice = words::plain(isKnown ? textkey::kCheckDifferentNext : textkey::kCheckUnknownNext);
+    told.style = isKnown ? AlertStyle::critical : AlertStyle::informational;
+    told.queryButton = words::plain(textkey::kCheckButton);
     return told;
 }

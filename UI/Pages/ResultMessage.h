@@ -4,6 +4,7 @@
 // Threads: the interface's own.
 #pragma once
 #include "UI/PrinterInfo.h"
+#include "UI/Run/InstalledCheck.h"
 #include "UI/Widgets/Alerts.h"
 
 #include <vector>
@@ -23,4 +24,7 @@ struct ResultFacts {
 };
 
 // automaticEnd: the printer leaves its update mode without a user's help.
+// Has a button to query the printer if it has not confirmed something that was sent.
 Alert resultMessage(int code, bool automaticEnd, const ResultFacts& facts);
+// After such a query; has the button again unless all is well.
+Alert installedMessage(InstalledState state);

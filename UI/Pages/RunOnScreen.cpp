@@ -1,14 +1,16 @@
 #include "UI/Pages/RunOnScreen.h"
 
-#include "UI/Pages/ResultMessage.h"
 #include "UI/Pages/Words.h"
 #include "UI/Text/TextKeys.h"
 #include "UI/Widgets/Aside.h"
+#include "UI/Widgets/WaitingBox.h"
 #include "UI/vymParseController.h"
+#include "UI/vym_etc.h"
 #include "VYM/BundlePath.h"
 #include "VYM/ProtocolResult.h"
 
 #include <array>
+#include <atomic>
 #include <cstdlib>
 
 namespace {
@@ -27,6 +29,13 @@ void endRunAtExit()
 {
     if (g_run != nullptr)
         g_run->endWithoutDisplay();
+}
+
+std::string versionOf(unsigned row)
+{
+    std::string version;
+    std::string other;
+    return vyminfo_getVersion(row, other, version, other, other, other, other) ? version : "";
 }
 
 std::string nameInPrinter(unsigned row)
@@ -80,10 +89,9 @@ std::optional<int> RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
     [[maybe_unused]] static const int isRegistered = std::atexit(&endRunAtExit);
     g_run = this;
     keepAwake();
-    RunTarget target; // without a printer it starts no run
-    if (m_printer != nullptr)
-        target.take(*m_printer);
-    m_run->start(target, static_cast<unsigned short>(vymParseController::getPortNo()));
+    if (m_printer != nullptr) // without one it starts no run
+        m_target.take(*m_printer);
+    m_run->start(m_target, static_cast<unsigned short>(vymParseController::getPortNo()));
     return m_run->endCode();
 }
 
@@ -147,26 +155,49 @@ void RunOnScreen::refuseEnd(const std::string& what)
                           + " asked the program to end; an update is never cut, so it goes on");
 }
 
-Alert RunOnScreen::end(int code)
+// What the worker did; also keeps what a later query of the printer is compared with.
+ResultFacts RunOnScreen::takeResults()
 {
     ResultFacts facts;
     facts.printer = m_printer != nullptr ? *m_printer : PrinterInfo();
     facts.packageFolder = packageFolder();
+    if (!m_run.has_value())
+        return facts;
+    doAside([this] { m_run->stop(); });
+    g_run = nullptr;
+    for (const auto& outcome : m_run->takeOutcomes()) {
+        if (!outcome.m_bytesWentOut)
+            continue;
+        facts.sent.push_back({firmwareAt(outcome.m_number), outcome.m_result == result::kSuccess,
+                              outcome.m_confirmed});
+        m_sent.push_back({outcome.m_number, versionOf(outcome.m_number - 1)});
+    }
+    facts.log = m_run->log().path();
+    return facts;
+}
+
+Alert RunOnScreen::end(int code)
+{
+    const auto facts = takeResults();
     if (m_run.has_value()) {
-        doAside([this] { m_run->stop(); });
-        g_run = nullptr;
-        for (const auto& outcome : m_run->takeOutcomes()) {
-            if (outcome.m_bytesWentOut)
-                facts.sent.push_back({firmwareAt(outcome.m_number),
-                                      outcome.m_result == result::kSuccess, outcome.m_confirmed});
-        }
         m_run->finish(resultName(code), code);
-        facts.log = m_run->log().path();
         m_run.reset();
     }
     m_inhibitor.reset();
     m_window.close();
     return resultMessage(code, vymParseController::getNeedExitOperation() == yesno_no, facts);
+}
+
+Alert RunOnScreen::checkInstalled()
+{
+    CheckReport report{};
+    std::atomic<bool> stop{false};
+    const auto port = static_cast<unsigned short>(vymParseController::getPortNo());
+    waitFor(
+        {words::text(textkey::kCheckWaiting), words::text(textkey::kCancel)},
+        [&] { report = vymCheck_Run(m_target.queue(), m_target.port(), port, stop); },
+        [&stop] { stop = true; });
+    return installedMessage(installedState(report, m_sent));
 }
 
 void RunOnScreen::endWithoutDisplay()

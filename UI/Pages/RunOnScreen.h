@@ -8,7 +8,9 @@
 #include "Platform/SleepInhibitor.h"
 #include "UI/FirmwareList.h"
 #include "UI/Pages/ProgressWindow.h"
+#include "UI/Pages/ResultMessage.h"
 #include "UI/PrinterInfo.h"
+#include "UI/Run/InstalledCheck.h"
 #include "UI/Run/WatchedRun.h"
 #include "UI/Widgets/Alerts.h"
 
@@ -38,6 +40,9 @@ public:
     // Waits for the worker: a transfer is never cut. The windows stay responsive meanwhile. Returns
     // the final message; also without a run.
     Alert end(int code);
+    // After an end whose message offers it: queries the printer for its versions, and
+    // returns a message about them. The user may give up meanwhile.
+    Alert checkInstalled();
     // Without a window: a toolkit that loses its display ends the process. Waits as end does.
     void endWithoutDisplay();
 
@@ -45,6 +50,7 @@ private:
     [[nodiscard]] RunLogFacts facts() const;
     void keepAwake();
     void watchQuiet();
+    ResultFacts takeResults();
     [[nodiscard]] std::string firmwareAt(std::uint32_t number) const;
 
     ProgressWindow& m_window;
@@ -52,7 +58,9 @@ private:
     std::string m_version;
     std::string m_remark;
     std::shared_ptr<PrinterInfo> m_printer;
+    RunTarget m_target; // empty without a printer
     std::optional<WatchedRun> m_run;
+    std::vector<SentEntry> m_sent; // of which bytes went out
     bool m_isQuiet = false; // the window says so
     std::optional<SleepInhibitor> m_inhibitor; // during the run
 };

@@ -163,6 +163,18 @@ constexpr const char* kResultSent = "Result_Sent"; // (text) as above; not confi
 constexpr const char* kResultPartly = "Result_Partly"; // (text) as above
 constexpr const char* kResultNothingSent = "Result_NothingSent"; // after an error
 
+// A query of the printer after an end that it did not confirm.
+constexpr const char* kCheckButton = "Check_Button"; // on the result
+constexpr const char* kCheckWaiting = "Check_Waiting";
+constexpr const char* kCheckInstalledTitle = "Check_InstalledTitle";
+constexpr const char* kCheckInstalledMes = "Check_InstalledMes";
+constexpr const char* kCheckDifferentTitle = "Check_DifferentTitle";
+constexpr const char* kCheckDifferentMes = "Check_DifferentMes";
+constexpr const char* kCheckDifferentNext = "Check_DifferentNext";
+constexpr const char* kCheckUnknownTitle = "Check_UnknownTitle";
+constexpr const char* kCheckUnknownMes = "Check_UnknownMes";
+constexpr const char* kCheckUnknownNext = "Check_UnknownNext";
+
 // Details under an alert.
 constexpr const char* kDetailsButton = "Details_Button"; // opens them
 constexpr const char* kDetailsPrinter = "Details_Printer"; // (text) the printer's name or address

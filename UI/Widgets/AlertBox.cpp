@@ -110,6 +110,8 @@ void AlertBox::addButtons(const Alert& asked)
     setDefaultButton(m_default);
     if (!asked.extraButton.empty())
         m_extra = addButton(shown(asked.extraButton), ActionRole);
+    if (!asked.queryButton.empty())
+        m_query = addButton(shown(asked.queryButton), ActionRole);
     if (!isQuestion)
         return;
     m_alternate = addButton(shown(asked.alternateButton), NoRole);
@@ -205,6 +207,8 @@ int AlertBox::answer() const
         return alert::kOther;
     if (clickedButton() == m_extra)
         return alert::kExtra;
+    if (clickedButton() == m_query)
+        return alert::kQuery;
     return clickedButton() == m_alternate ? alert::kAlternate : alert::kDefault;
 }
 

@@ -44,6 +44,7 @@ private:
     QPushButton* m_default = nullptr;
     QPushButton* m_alternate = nullptr;
     QPushButton* m_extra = nullptr;
+    QPushButton* m_query = nullptr;
     bool m_isDressing = false;
     bool m_isPlaced = false;
 };

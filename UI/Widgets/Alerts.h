@@ -28,6 +28,7 @@ struct Alert {
     std::string advice; // the user's next step
     std::string detailsButton; // opens the details; empty: they are always shown
     std::string extraButton; // of a message; empty: there is none
+    std::string queryButton; // of a message that a query of the printer replaces; often empty
 
     bool operator==(const Alert&) const = default;
 };
@@ -37,6 +38,7 @@ constexpr int kDefault = 1;
 constexpr int kAlternate = 0;
 constexpr int kOther = -1; // neither button: Escape, or the window was closed
 constexpr int kExtra = 2;
+constexpr int kQuery = 3;
 } // namespace alert
 
 class Alerts {
@@ -46,6 +48,6 @@ public:
     Alerts(const Alerts&) = delete;
     Alerts& operator=(const Alerts&) = delete;
 
-    // Shows the alert and waits; returns one of the four answers above.
+    // Shows the alert and waits; returns one of the answers above.
     virtual int run(const Alert& alert) = 0;
 };

@@ -440,8 +440,8 @@ TEST_F(DevicePages, FitTheirRowsAgainAfterTheFontHasChanged)
             && bar.height() >= bar.fontMetrics().height()
             && bar.height() == bar.sizeHint().height();
     };
-    EXPECT_TRUE(QTest::qWaitFor(fits));
     const int height = bar.height();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return fits() && bar.height() > height; }));
     QApplication::setFont(usual);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return fits() && bar.height() < height; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return fits() && bar.height() == height; }));
 }

@@ -144,10 +144,11 @@ TEST(OpeningPage, HasRoomForTheMissingPackageInEveryLanguage)
         expectNothingCut(wizard.window());
     }
 
-TEST(OpeningPages, TieTheirCaptionsToTheValues)
-{
-    Wizard wizard;
-    wizard.open();
-    EXPECT_EQ(wizard.find<QLabel>("_targetDeviceTitle").buddy(), &wizard.find("_targetDeviceTxt"));
-    EXPECT_EQ(wizard.find<QLabel>("_firmInfoTxt").buddy(), &wizard.find("_firmInfoTblView"));
-}
+    TEST(OpeningPages, TieTheirCaptionsToTheValues)
+    {
+        Wizard wizard;
+        wizard.open();
+        EXPECT_EQ(wizard.find<QLabel>("_targetDeviceTitle").buddy(),
+                  &wizard.find("_targetDeviceTxt"));
+        EXPECT_EQ(wizard.find<QLabel>("_firmInfoTxt").buddy(), &wizard.find("_firmInfoTblView"));
+    }

@@ -106,6 +106,9 @@ TEST_F(ResultMessages, SayWhatWasSentAndConfirmedAndOnlyWhatApplies)
         const auto told = resultMessage(row.code, false, facts);
         EXPECT_EQ(told.remarks, row.remarks) << row.why;
         EXPECT_EQ(told.advice, row.advice) << row.why;
+        const bool isInDoubt = std::string(row.remarks).find("Result_Sent") != std::string::npos
+            || std::string(row.remarks).find("Result_Partly") != std::string::npos;
+        EXPECT_EQ(told.queryButton, isInDoubt ? "Check_Button" : "") << row.why;
         EXPECT_EQ(told.detailsButton, "Details_Button") << row.why;
     }
 }
@@ -124,6 +127,44 @@ TEST_F(ResultMessages, NameTheFirmwareThatWasSent)
     worker.record.m_updatedCount = 1;
     look(state_done);
     EXPECT_EQ(message().remarks, "Result_Confirmed <Print engine (2/2)>");
+}
+
+TEST_F(ResultMessages, OfferAQueryOfThePrinterUntilAllIsWellOrTheUserHasEnough)
+{
+    const struct {
+        const char* installed; // null: the printer does not answer
+        const char* title;
+        const char* button;
+    } rows[] = {
+        {nullptr, "Check_UnknownTitle", "Check_Button"},
+        {"VP010100", "Check_DifferentTitle", "Check_Button"},
+        {"vp010210", "Check_InstalledTitle", ""},
+    };
+    for (const auto& row : rows) {
+        Wizard own;
+        own.open().toPrinters();
+        own.typeAddress({"127", "0", "0", "1"});
+        own.press("_selDev1NextBtn");
+        own.alerts.queueAnswer(alert::kDefault);
+        own.controller->startUpdateAction();
+        tag_entryoutcome outcome{};
+        outcome.m_number = 1;
+        outcome.m_result = 1;
+        outcome.m_bytesWentOut = true;
+        worker.outcomes = {outcome};
+        worker.report = {};
+        if (row.installed != nullptr) {
+            worker.report.result = 1;
+            worker.report.entries = {{1, "MAIN", "VP010210", row.installed, {}, true}};
+        }
+        own.alerts.queueAnswer(alert::kQuery);
+        own.controller->endUpdate(1);
+        ASSERT_EQ(own.alerts.asked().size(), 3U) << row.title;
+        EXPECT_EQ(own.alerts.asked()[1].queryButton, "Check_Button");
+        EXPECT_EQ(own.alerts.asked()[2].title, row.title);
+        EXPECT_EQ(own.alerts.asked()[2].queryButton, row.button);
+        EXPECT_TRUE(own.controller->hasEnded());
+    }
 }
 
 // The window of the run goes before its message comes.

@@ -223,4 +223,9 @@ TEST(AlertBox, HasAnAnswerOfItsOwnForAnExtraButton)
     show(box);
     button(box, "Check").click();
     EXPECT_EQ(box.answer(), alert::kExtra);
+    told.queryButton = "Query";
+    AlertBox other(told, nullptr);
+    show(other);
+    button(other, "Query").click();
+    EXPECT_EQ(other.answer(), alert::kQuery);
 }
