@@ -107,10 +107,6 @@ int runWizard(const WizardOptions& options, const EndingSignals& endings, std::s
     if (local.load(QLocale(), QStringLiteral("vymkit"), QStringLiteral("_"),
                    QStringLiteral(":/translations")))
         QCoreApplication::installTranslator(&local);
-    QTranslator toolkit; // its own words, as in the menu of a text field
-    if (toolkit.load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
-                     QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&toolkit);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/vymkit.svg")));
     MessageBoxAlerts alerts;
     auto setup = windowSetup(options, alerts);

@@ -185,7 +185,8 @@ Alert RunOnScreen::end(int code)
     }
     m_inhibitor.reset();
     m_window.close();
-    return resultMessage(code, vymParseController::getNeedExitOperation() == yesno_no, facts);
+    m_end = resultMessage(code, vymParseController::getNeedExitOperation() == yesno_no, facts);
+    return m_end;
 }
 
 Alert RunOnScreen::checkInstalled()
@@ -197,7 +198,10 @@ Alert RunOnScreen::checkInstalled()
         {words::text(textkey::kCheckWaiting), words::text(textkey::kCancel)},
         [&] { report = vymCheck_Run(m_target.queue(), m_target.port(), port, stop); },
         [&stop] { stop = true; });
-    return installedMessage(installedState(report, m_sent));
+    auto told = installedMessage(installedState(report, m_sent));
+    told.details = m_end.details;
+    told.detailsButton = m_end.detailsButton;
+    return told;
 }
 
 void RunOnScreen::endWithoutDisplay()

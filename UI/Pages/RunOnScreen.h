@@ -61,6 +61,7 @@ private:
     RunTarget m_target; // empty without a printer
     std::optional<WatchedRun> m_run;
     std::vector<SentEntry> m_sent; // of which bytes went out
+    Alert m_end; // its message, after the end
     bool m_isQuiet = false; // the window says so
     std::optional<SleepInhibitor> m_inhibitor; // during the run
 };

@@ -143,12 +143,12 @@ TEST(OpeningPage, HasRoomForTheMissingPackageInEveryLanguage)
         openWithoutPackage(wizard, files);
         expectNothingCut(wizard.window());
     }
+}
 
-    TEST(OpeningPages, TieTheirCaptionsToTheValues)
-    {
-        Wizard wizard;
-        wizard.open();
-        EXPECT_EQ(wizard.find<QLabel>("_targetDeviceTitle").buddy(),
-                  &wizard.find("_targetDeviceTxt"));
-        EXPECT_EQ(wizard.find<QLabel>("_firmInfoTxt").buddy(), &wizard.find("_firmInfoTblView"));
-    }
+TEST(OpeningPage, TiesItsCaptionsToTheValues)
+{
+    Wizard wizard;
+    wizard.open();
+    EXPECT_EQ(wizard.find<QLabel>("_targetDeviceTitle").buddy(), &wizard.find("_targetDeviceTxt"));
+    EXPECT_EQ(wizard.find<QLabel>("_firmInfoTxt").buddy(), &wizard.find("_firmInfoTblView"));
+}
