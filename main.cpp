@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The wizard: reads its command line, plugs in the operating system's side, shows the window.
 #include "Platform/EndingSignals.h"
 #include "Platform/StandardStreams.h"

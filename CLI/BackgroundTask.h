@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs blocking work on another thread, so that the program can handle signals and show progress
 // meanwhile.
 //

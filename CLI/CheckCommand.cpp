@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/BackgroundTask.h"
 #include "CLI/Commands.h"
 #include "UI/Printers/PrinterCheck.h"

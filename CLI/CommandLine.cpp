@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/CommandLine.h"
 
 #include "CLI/Conclusion.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole program except main: reads the command line, runs one command, reports its outcome,
 // returns the exit code.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands that work on a package. Each runs to its end and returns its outcome; all output
 // goes through the report.
 //

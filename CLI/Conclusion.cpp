@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Conclusion.h"
 
 #include "CLI/Messages.h"

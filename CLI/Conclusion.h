@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Turns the facts of a run into its outcome: exit code, name, message, next step, and the outcome
 // of each firmware.
 //

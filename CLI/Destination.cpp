@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Destination.h"
 
 #include "CLI/HostLookup.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Turns the words that name a printer into a destination for the engine.
 //
 // Threads: the command's.

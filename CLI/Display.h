@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The error stream for people: whole lines, and below them live lines, usually one, which are
 // redrawn in place.
 //

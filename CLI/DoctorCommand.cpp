@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Commands.h"
 #include "UI/Run/LogFolder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/FirmwareChoice.h"
 
 #include "UI/Text/PlainText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the firmware of the package that the options --only and --skip-same leave in a run.
 //
 // Threads: any. Pure functions.

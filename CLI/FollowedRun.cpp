@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/FollowedRun.h"
 
 #include "UI/Printers/PrinterCheck.h"

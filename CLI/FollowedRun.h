@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An update, followed for the command line: shows each look at it, handles stop requests, waits
 // until it has ended, concludes.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/HelpText.h"
 
 const std::string_view kHelpText =

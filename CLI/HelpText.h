@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text of --help: all that the program can do, on one page.
 #pragma once
 #include <string_view>

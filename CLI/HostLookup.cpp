@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/HostLookup.h"
 
 #include "CLI/BackgroundTask.h"

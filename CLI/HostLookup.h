@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Looks up the IPv4 address of a host name on a thread of its own: a name server may take many
 // seconds, and a signal or the deadline ends the wait at once.
 //

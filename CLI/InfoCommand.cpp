@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Commands.h"
 
 Outcome runInfo(const PackageFacts& package)

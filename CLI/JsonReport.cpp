@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/JsonText.h"
 #include "CLI/Output.h"
 #include "CLI/Report.h"

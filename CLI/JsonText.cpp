@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/JsonText.h"
 
 #include "UI/Text/Utf8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values as JSON text, for reports that must survive a lack of memory: making one may throw
 // std::bad_alloc, destroying one does nothing but free it. (The destructors of a common library
 // allocate, and would end the program in the middle of an update.)

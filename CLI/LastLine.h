@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The last words of a program that lacks the memory for a result: what happened, with the right
 // code, from texts that are already there. Without them a script would get nothing at all.
 //

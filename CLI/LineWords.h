@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of a command line before it is parsed: finds what is wrong with a line, and the known
 // word that an unknown one may mean.
 //

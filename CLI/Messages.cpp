@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Messages.h"
 
 #include "VYM/ProtocolResult.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The English texts of the command line: one for each key of stages, titles and messages, and the
 // phrases about the outcome of a firmware.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Options.h"
 
 #include "CLI/LineWords.h"

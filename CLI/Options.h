@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The user's options, read from the command line and checked as far as the words alone allow.
 //
 // Owns:    its texts, by value.

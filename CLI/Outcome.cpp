@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Outcome.h"
 
 #include "UI/Text/PlainText.h"

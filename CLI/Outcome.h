@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The outcome of a command, as one value for both kinds of report: for people, and as JSON.
 //
 // Owns:      its texts, by value; all are safe to show.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Output.h"
 
 #include <algorithm>

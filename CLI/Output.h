@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An output stream that never blocks its program: texts for a slow reader wait in memory; after a
 // reader has gone or a disk is full, it silently writes no more.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/PacketTrace.h"
 
 #include "UI/Text/PlainText.h"

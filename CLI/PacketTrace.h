@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The traffic of the connection, for people: a line for each attempt to connect and for each
 // packet, in a file with the bytes, too. Keeps the reason why the last connection failed.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/PrinterChoice.h"
 
 #include "UI/Support/PrinterFacts.h"

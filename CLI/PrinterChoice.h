@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the printer that a name on the command line means.
 //
 // Threads: any. Pure functions.

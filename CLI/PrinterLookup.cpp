@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/PrinterLookup.h"
 
 #include "CLI/BackgroundTask.h"

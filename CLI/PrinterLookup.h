@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Searches for printers on a thread of its own, and shows meanwhile which device or server is being
 // queried. A signal or the time limit ends it at once, without waiting for the current answer,
 // which may take seconds and is no longer needed.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/ProgressText.h"
 
 #include "CLI/Terminal.h"

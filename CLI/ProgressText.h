@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words and the bar of a running update, as lines without line ends.
 //
 // Threads: any. Pure functions.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reports of a command while it runs and when it has ended. There are two kinds: for people,
 // and as JSON lines.
 //

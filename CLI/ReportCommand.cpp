@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Commands.h"
 #include "UI/Support/HelpReport.h"
 #include "UI/Support/WholeFile.h"

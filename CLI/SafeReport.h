@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A report that never ends a command: what cannot be shown for lack of memory is left out. Only the
 // result is never left out; see LastLine.
 //

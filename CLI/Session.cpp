@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Session.h"
 
 #include "UI/Run/WatchedRun.h"

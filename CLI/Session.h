@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The only place where the program waits: for the next look at a run, for a signal, for its time
 // limit, for an answer. Ending signals are only noticed here, so none of them can cut a transfer.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Tables.h"
 
 #include "CLI/Messages.h"

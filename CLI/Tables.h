@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a package holds, what became of each firmware, which printers there are, as tables for
 // people. A table that is wider than so many columns becomes a list.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The properties of a stream's terminal: whether a person may be watching, whether it supports
 // colours and cursor movements, and its width.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Commands.h"
 #include "CLI/FollowedRun.h"
 #include "CLI/Verification.h"

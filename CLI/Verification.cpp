@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Verification.h"
 
 #include "CLI/BackgroundTask.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checks after an update whether the printer returns with the firmware that was sent.
 //
 // Threads: the command's; each query runs on a thread of its own, so that signals and the deadline

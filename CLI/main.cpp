@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/CommandLine.h"
 #include "Platform/StandardStreams.h"
 #include "Platform/SystemPrintServer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The results that the connection manager and its transports share; negative is failure.
 #pragma once
 

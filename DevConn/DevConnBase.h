@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A connection to one printer over any transport: the manager's interface, and the common parts of
 // all transports (lock, time-out, receive packet size, blocks given to callers).
 //

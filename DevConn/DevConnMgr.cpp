@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/DevConnMgr.h"
 
 #include "DevConn/ConnResult.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The single entry to printers: makes one transport object per connection, returns a number instead
 // of the object, and passes every later call with that number on to the object.
 //

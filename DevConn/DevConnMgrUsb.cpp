@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The manager's list of the printers attached by USB.
 #include "DevConn/DevConnMgr.h"
 #include "DevConn/UsbDeviceId.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/DevConnTCP.h"
 
 #include "DevConn/ConnResult.h"

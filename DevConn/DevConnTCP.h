@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The network transport: one IPv4 stream to the printer. Serves every port string without "usb".
 // Its only knowledge of packets is that file data need not be answered.
 //

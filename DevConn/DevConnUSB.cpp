@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/DevConnUSB.h"
 
 #include "DevConn/ConnResult.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The USB transport: the bulk pipes of one printer-class interface, found by port string and
 // package description. Serves every port string that contains "usb".
 //

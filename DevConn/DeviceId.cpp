@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/DeviceId.h"
 
 #include "VYM/AsciiCase.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The key search in an IEEE 1284 device ID: KEY:value pairs, each ended by a semicolon.
 // Destructive: turns the semicolons that it passes into NULs, so that a value is a string of its
 // own. The result points into the text; the last match wins; null if there is none.

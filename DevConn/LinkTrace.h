@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Receives the events of connections, for a program that shows them or explains failures: each
 // attempt to connect, each packet that leaves and each that arrives.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bytes from the printer that no caller has consumed yet, oldest first. A bulk read requests whole
 // multiples of 512; bytes that its caller did not request wait here.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sends one packet and collects its framed reply within the time budget, in the same way for every
 // transport. A transport says how bytes are read and written, and whether a reply is awaited.
 //

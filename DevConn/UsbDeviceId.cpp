@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/UsbDeviceId.h"
 
 #include "DevConn/DeviceId.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads a printer's IEEE 1284 device ID over USB, and opens its interface, which others may hold
 // for a moment. Lengths that a device announces are ignored: only the bytes that arrived count.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/UsbForbidden.h"
 
 #include "DevConn/PermissionRule.h"

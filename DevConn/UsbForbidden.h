@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The maker's printers on the bus that this user may not open: they can be named, but not used.
 // Sends the devices nothing; all facts come from the system's records.
 //

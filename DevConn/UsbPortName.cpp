@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/UsbPortName.h"
 
 namespace usbPortName {

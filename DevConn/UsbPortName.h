@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The port string of a USB printer: "usb://" vendor "/" product "?serial=" serial. Made when the
 // bus is listed, and parsed when the printer is opened.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the maker's printers among the interfaces on the bus, and the one that a port string and
 // the loaded package description select.
 //

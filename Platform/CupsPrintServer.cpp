@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Platform/CupsPrintServer.h"
 
 #include "Platform/IppAnswer.h"

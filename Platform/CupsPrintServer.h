@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The queues of a CUPS print server: the one named by CUPS_SERVER or by the system's client
 // settings, otherwise the local one. Sends one request over a connection of its own; never prompts
 // for a password, never searches the network for printers, leaves out classes of printers.

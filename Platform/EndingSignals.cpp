@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Platform/EndingSignals.h"
 
 #include <initializer_list>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The signals that end or halt a program (from the keys Ctrl-C, Ctrl-\ and Ctrl-Z, for example), as
 // a descriptor to wait for: while this lives, none of them ends or halts the process by itself, so
 // none can cut a transfer. A closed pipe and a file that

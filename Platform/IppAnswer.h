@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parses a print server's answer to the query for its queues, an IPP message (RFC 8010). Reads
 // attributes in sequence and never recurses into collections, which a hostile server could nest
 // deeper than any stack.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions of libcups that the print queues need, loaded at their first use. A program that
 // queries no print server starts without libcups and its twenty dependencies, and runs where
 // libcups is not installed.

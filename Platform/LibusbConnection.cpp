@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Platform/LibusbConnection.h"
 
 #include <algorithm>

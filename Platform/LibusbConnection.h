@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One interface that this process has claimed; replaces its kernel driver until destroyed.
 //
 // Owns:    the device's handle, and one transfer in each direction.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shared by the rooms of the libusb host: a view of the bus, handles that close themselves, and an
 // interface according to its descriptors.
 //

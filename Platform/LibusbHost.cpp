@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Platform/LibusbHost.h"
 
 #include "Platform/LibusbConnection.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // USB with libusb-1.0, on Linux. Takes descriptors from the system's records; claims interfaces
 // from their kernel driver during a connection, and gives them back on every way out.
 //

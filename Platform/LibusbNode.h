@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The device node that the kernel's printer driver (usblp) gives an interface, and the process that
 // has it open. A driver that is detached while a process prints through it takes the job with it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One bulk transfer at a time, with a buffer of its own: the kernel never holds a caller's memory.
 //
 // Owns:      the library's record and the buffer; both outlive the device's handle.

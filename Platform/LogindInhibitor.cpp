@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Inhibitor locks of the login manager, requested over the system's message bus.
 #include "Platform/SleepInhibitor.h"
 

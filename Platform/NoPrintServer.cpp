@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // For builds without a print system.
 #include "Platform/SystemPrintServer.h"
 

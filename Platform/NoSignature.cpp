@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // For builds without libsodium: no signature can be verified, so every one is invalid.
 #include "Platform/SignatureCheck.h"
 

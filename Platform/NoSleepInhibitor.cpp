@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // For builds without the library that talks to the login manager.
 #include "Platform/SleepInhibitor.h"
 

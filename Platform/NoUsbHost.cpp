@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // For builds without a USB library.
 #include "Platform/SystemUsbHost.h"
 

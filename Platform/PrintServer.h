@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The seam to the print system: only the list of its queues. One implementation per system; tests
 // plug in a scripted one.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The seam to the system's locks, one for each printer: a program that updates a printer holds its
 // lock, so that no other program on this computer, of any user, updates it at the same time. The
 // lock ends with its process, however that ends. Without such locks every run goes on unlocked.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two cryptographic operations for signed packages: a BLAKE2b-512 sum of bytes and the
 // verification of an Ed25519 signature. Higher floors handle the text files of signatures.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keeps the computer from sleeping and shutting down while it lives, if the system's login manager
 // agrees. An update runs without its consent, too.
 //

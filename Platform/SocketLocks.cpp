@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Platform/SystemPrinterLocks.h"
 #include "VYM/Sha256.h"
 

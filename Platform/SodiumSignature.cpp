@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signatures with libsodium.
 #include "Platform/SignatureCheck.h"
 

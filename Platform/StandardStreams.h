@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The three standard streams, for a program that was started without some of them: a file or a
 // socket that is opened later would take such a number, and messages would be written into it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The print system of this build, chosen when the build was configured; programs need not know
 // which one it is.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // This build's USB host, for programs to plug in.
 //
 // Owns:    the host, until the process ends.

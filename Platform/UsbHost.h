@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The seam to USB: only the calls for finding, opening and using a printer's interface. One
 // implementation per system; tests plug in a scripted one. Without a host there are no USB
 // printers.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The application's delegate: makes the window's controller and, when all is ready, shows it.
 //
 // Owns:    the window's controller.

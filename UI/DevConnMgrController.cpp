@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/DevConnMgrController.h"
 
 #include "DevConn/ConnResult.h"

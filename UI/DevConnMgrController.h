@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The flat functions in front of the connection manager. Each forwards to the method of its name
 // and returns its result unchanged; a null manager gives the failure of an unknown handle.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/FirmwareList.h"
 
 void FirmwareList::addFirmwareList(const Text& type, const Text& version)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The firmware in the package, as rows of the opening page's table. The table's rows cannot be
 // selected.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/InputNSMatrixControl.h"
 
 #include "UI/VYM_Utilities.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Input of an address: a row of text cells with dots between them, four decimal numbers in mode 0.
 // An address reads from left to right in every language.
 //

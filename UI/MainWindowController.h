@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The wizard: one window with five pages, the questions between them, and the run that follows in a
 // window of its own. A page shows and keeps the user's choices; the controller knows their order.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/PrinterInfo.h"
 
 std::shared_ptr<PrinterInfo> PrinterInfo::initWithPMPrinter(const PrintQueue& queue)

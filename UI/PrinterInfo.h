@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One printer that could be updated: a print queue, a USB printer without a queue, or a typed
 // address.
 //

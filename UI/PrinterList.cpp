@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/PrinterList.h"
 
 void PrinterList::setPrinterList(const std::optional<Records>& records)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The printers of the device page, in the table's order, and their texts in the table.
 //
 // Owns:    its records, shared with every holder of one.

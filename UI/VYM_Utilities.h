@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small utilities of the interface: the address of a print queue of the driver, the meaning of a
 // port string, the width of a text, and the icon of a message.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The options of the wizard, read from its command line.
 //
 // Owns:    its texts, by value.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/rlpd_conf_access.h"
 
 #include <algorithm>

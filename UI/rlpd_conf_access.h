@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The printer driver's configuration file, FOLDER/RLPD/rlpd.conf: the address of a print queue of
 // the driver, and the kind of connection that a port string means. Lines end in '\n'; a line that
 // begins with '#' is a comment. A line with "<Printer NAME>" starts a queue's entry; the line

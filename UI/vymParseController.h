@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The package description for the interface: loads it out of the container, and forwards every
 // question to the description of the process. The class gives the same answers as values.
 //

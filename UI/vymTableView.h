@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A table that ignores a click which only brings its window to the front, so that the selection
 // stays.
 //

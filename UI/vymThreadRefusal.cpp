@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/vymThreadRefusal.h"
 
 #include "VYM/vymThread.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A flat function for the update worker, apart from those of vym_etc: only a program that may leave
 // a worker behind needs it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The flat functions for the update worker, for a check without an update, and for a few queries to
 // the system. A worker is an opaque pointer; every function ignores a null one and returns false.
 // No exception leaves a function.

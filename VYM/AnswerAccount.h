@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compares the number of a printer's answers with that of the file packets sent. Answers carry no
 // number: the first one after a last block may belong to an earlier piece. This account says
 // whether that is possible, how long to wait for a further answer, and whether silence may end the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Comparison that ignores case, for the whole program: only the 26 ASCII letters have a case. It
 // ignores the user's locale: in a Turkish one the C library distinguishes "MINI" and "mini", and
 // a printer would match its package in one language but not in another.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers in the byte order of the wire, most significant byte first, inside packed records.
 //
 // Threads: any; plain values.

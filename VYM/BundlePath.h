@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The limit of the path of a package or of its folder.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds out what an update would do to one printer: enters download mode, reads the printer's
 // TargetInfo.txt like an update, decides each firmware entry, leaves again. Writes no firmware.
 //

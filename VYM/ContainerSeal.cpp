@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/ContainerSeal.h"
 
 #include <algorithm>

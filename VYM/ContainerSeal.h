@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Remembers the container's bytes from the time of its check, as a digest of each part of the file.
 // Later reads through the seal deliver the same bytes or fail. So a package that is overwritten
 // during a run never reaches a printer half in one version, half in another.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A debug text of the engine, formatted into a buffer of fixed size: long texts of a printer or a
 // package are cut. Without a sink it formats nothing.
 //

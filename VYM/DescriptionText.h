@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The row and token rules of a description text, on views: only CR LF ends a row; a row belongs to
 // a key if it begins with it; spaces and tabs outside double quotes separate tokens. Every reader
 // of such a text uses these functions.

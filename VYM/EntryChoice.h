@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entries of the package that a run leaves out because its caller wants it so. All others are
 // decided as always: a choice never sends what the package's rules do not.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file of the printer, assembled from the blocks in which it arrives. The first block announces
 // its size. Refuses a text larger than any printer has reason to send; a block without data, or
 // with more than was announced, ends the reading.

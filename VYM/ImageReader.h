@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the pieces of one firmware image, in order. Each has room for its packet's head in front of
 // it, so that head and piece leave in one write without a copy; the next piece is read and summed
 // while the printer receives the previous one.

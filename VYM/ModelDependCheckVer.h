@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The version decision as a value: whether an update may replace a printer's installed version, the
 // protocol's code for it, and the reason in a word. The position of the first point in the update's
 // version decides the form of the version texts.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shared by the sources of vymProtocol, and included only by them: a reply that returns its block
 // to the connection by itself, and the small conversions around an exchange.
 //

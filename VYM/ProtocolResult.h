@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The protocol's result codes: 1 for success, −1 to −12 for failures. The worker publishes them in
 // the status record; higher floors choose the message for each.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/RowIndex.h"
 
 #include "VYM/DescriptionText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The positions of the known keys' rows in one description text. One walk over the text serves all
 // queries for first rows, and one more serves the rows of a key in order. A text of 16 MiB with a
 // thousand rows at its end is walked twice, not a thousand times.

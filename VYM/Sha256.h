@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // SHA-256 (FIPS 180-4): the digest for comparing sent bytes with checked bytes. Implemented here
 // because the engine uses only the standard library.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Deletes a process-wide instance when the process ends. The instance registers itself in its
 // constructor and withdraws in its destructor, so that it is never deleted twice.
 //

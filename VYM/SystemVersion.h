@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Converts a version text of the operating system to the BCD number that package descriptions
 // compare: two digits of major, one of minor, one of patch, each limited to its largest value.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Macros for clang's thread-safety attributes, which say what each lock guards. Empty for other
 // compilers.
 #pragma once

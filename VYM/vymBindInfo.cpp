@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymBindInfo.h"
 
 #include "VYM/BundlePath.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The update package: one read-only container file, "VYMBINDDATA", that holds every file of an
 // update under a short name. It is opened once and checked by its trailer; then it gives sizes and
 // ranges of bytes by name. Never writes, never reopens: replacing the file does not disturb a run.

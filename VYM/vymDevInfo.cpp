@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymDevInfo.h"
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The status record of an update, the only way in which a run reports its progress.
 // The engine writes it under one lock and copies it under another, so a copy may mix fields of two
 // moments; every field is stored and loaded atomically, so no access is a data race.

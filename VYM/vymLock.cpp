@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymLock.h"
 
 CRITSECT::CRITSECT()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The recursive lock that every engine object embeds, and the scope that holds it.
 //
 // Owns:    one POSIX mutex and its attribute object.

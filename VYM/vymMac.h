@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The portability layer: events, threads, time, debug texts, and the engine's queries to the
 // operating system. Also includes the plain helpers and the lock. No function throws.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymPackets.h"
 
 #include "VYM/vymUtil.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command packets as values: request records, their checksum, the check of a reply's header and
 // the reading of its fields. The only place that knows the offset of a field. No I/O, no
 // allocation; the caller owns records, and a view must not outlive its bytes.

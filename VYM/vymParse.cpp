@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymParse.h"
 
 #include "VYM/DescriptionText.h"

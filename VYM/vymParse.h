@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One description text in memory, with typed getters: the package's own "VYMINFO.txt", the
 // "TargetInfo.txt" that a printer sends, or a package version text. DescriptionText has the row and
 // token rules; this class knows the keys, their types and their defaults.

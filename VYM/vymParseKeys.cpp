@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keys of a description text: name, type and default of each, and the VERSION rows.
 #include "VYM/DescriptionText.h"
 #include "VYM/vymParse.h"

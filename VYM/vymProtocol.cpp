@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymProtocol.h"
 
 #include "VYM/DebugText.h"

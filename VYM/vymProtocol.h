@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drives one printer through a firmware update: opens the connection, enters download mode, fetches
 // the printer's "TargetInfo.txt", decides, sends each firmware in pieces, queries the writing
 // progress, leaves download mode. Every result is a protocol code of ProtocolResult.h.

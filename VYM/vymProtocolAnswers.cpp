@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer's answers to the firmware packets: late, early, or missing.
 #include "VYM/ProtocolReply.h"
 #include "VYM/vymMac.h"

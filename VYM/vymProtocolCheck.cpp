@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fetches the printer's description, and decides whether a firmware is for it.
 #include "VYM/AsciiCase.h"
 #include "VYM/DebugText.h"

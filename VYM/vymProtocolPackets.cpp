@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The packet operations under the interface's names; vymPackets has the packets themselves.
 #include "DevConn/ConnResult.h"
 #include "VYM/vymProtocol.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sending one firmware entry of the package.
 #include "VYM/DebugText.h"
 #include "VYM/ImageReader.h"

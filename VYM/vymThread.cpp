@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymThread.h"
 
 #include "VYM/DebugText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The update worker: runs a whole update on a thread of its own and publishes its progress in one
 // status record. One object serves one run.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The plain helpers of the portability layer: bounded copies, zeroed memory, file opening, string
 // tests and the assertion message. The copies return 0 or an errno value: 22 (EINVAL) for a null
 // argument, 34 (ERANGE) if the destination is too small; a refused copy leaves it untouched.

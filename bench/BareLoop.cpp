@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/BareLoop.h"
 
 #include "VYM/vymBindInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that a sender of firmware must do: for each piece, one read from the container and its
 // byte sum, then poll, send, poll, recv. One buffer, no copies, no time-out, no lock.
 //

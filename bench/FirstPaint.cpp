@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plugin that the environment loads into any program of the window toolkit. It ends the program
 // after the first paint of its first window, so that start and memory are measured on the
 // unchanged program.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Helpers of every benchmark: measure how long some work took, and exit with a reason when a
 // precondition fails.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's clock without the pauses that printers need: a run then consists of the engine's
 // own work alone.
 //

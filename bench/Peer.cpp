@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/Peer.h"
 
 #include <arpa/inet.h>

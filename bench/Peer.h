@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The peer of the data path benchmark, seen from its senders: a process that answers on loopback.
 //
 // Owns:      the process, which ends with the object.

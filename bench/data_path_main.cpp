@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The data path: sends a firmware image with vymProtocol::UpdateFirmware, and the same bytes with
 // the smallest loop that could deliver them, to the same peer.
 //

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Helpers of the benchmarks: packages, virtual printers, and programs whose cost is measured."""
 
 import contextlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Benchmarks of one call for many printers: its time, and the memory of a printer that runs."""
 
 import json

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that a program does to show an interface file: the baseline of the wizard's start.
 //
 //   bench_form FILE

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls every getter of a description of 60 rows, and makes the one walk that a reader without an
 // index cannot avoid: memchr from row end to row end. For callgrind; each in its own function.
 //

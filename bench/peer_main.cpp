@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer that costs next to nothing: reads packets from a connection and answers each at once,
 // so that a benchmark of the sender measures the sender. Standard input is the listening socket.
 // Looks only at the header of a packet.

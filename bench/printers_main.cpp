@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists the printers of a print server with many queues, and reads the same queues with libcups
 // alone. The server is a scheduler that this program starts.
 //

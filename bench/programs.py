@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Benchmarks of single programs: the data path, the start, the getters."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs the benchmarks and prints a line for each; ./bench/run calls it."""
 
 import argparse

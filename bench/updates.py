@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Benchmarks of whole updates: vymkit-cli, with all its pauses, against vymprinter."""
 
 import concurrent.futures

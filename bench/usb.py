@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The benchmark on a USB bus, in the tests' virtual machine."""
 
 import subprocess

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bulk throughput: sends firmware packets to a printer on a USB bus, through the connection manager
 // and through the smallest loop over libusb, with the same packets and the same printer.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs a program and writes its cost to a file: "EXITCODE SECONDS PEAK_KIB READ_BYTES".
 //
 //   bench_weigh RESULT PROGRAM [ARGUMENT...]

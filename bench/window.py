@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Benchmark of the wizard: its first window, compared with a program that shows a small form."""
 
 import contextlib

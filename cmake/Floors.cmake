@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Functions for every library and program of this project: one set of flags, one include root. The
 # root is this project's own folder, so that another project can include this build.
 

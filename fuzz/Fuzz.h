@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Helpers of the targets: a claim that must hold for every input, and an input that is consumed
 // from the front.
 //

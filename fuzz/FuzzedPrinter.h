@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer whose replies are the input, one instruction an exchange, plugged into the connection
 // manager in place of the network:
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Offers any bytes as the package container that the engine opens: its folder links to memory.
 //
 // Owns:    the folder, which is deleted when the process ends without a finding.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file without a disk, for code that opens its input by path.
 //
 // Owns:    its descriptor.

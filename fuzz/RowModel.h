@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A second implementation of the row and token rules of a description, character by character and
 // without regard for speed. The fuzz targets compare the product's results with it.
 //

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Shared by smoke and long. $scratch is a folder, in memory if possible; it is deleted when the
 # script ends, with any files that an aborted target left in it.
 scratch=$(mktemp -d -p "$([[ -w /dev/shm ]] && echo /dev/shm || echo "${TMPDIR:-/tmp}")" vymkit-fuzz-XXXXXX)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The input of a run's conclusion: the last record, the outcome of each firmware, the run's end.
 // For every input, the conclusion claims no more than these facts, and both kinds of report can
 // show it: lines without control characters, and JSON that reads back unchanged.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as the package container. Compares the results of vymBindInfo with a reading of the
 // same bytes in memory, for names and ranges that come from the bytes themselves.
 #include "fuzz/MemoryContainer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text as a description of each kind: calls every getter of vymParse, and compares the row and
 // token rules with a second implementation.
 #include "VYM/DescriptionText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text as a printer's device ID.
 #include "DevConn/DeviceId.h"
 #include "VYM/DescriptionText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One exchange over a link that delivers a reply in parts, ends, stalls and fails as the input
 // says. In every case the exchange ends in time, and its block holds the bytes that arrived.
 #include "DevConn/ConnResult.h"

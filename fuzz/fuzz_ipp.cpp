@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as a print server's answer.
 #include "Platform/IppAnswer.h"
 #include "fuzz/Fuzz.h"

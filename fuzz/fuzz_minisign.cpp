@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as a key and as a signature file. The target writes accepted content again and compares
 // it with the input: an accepted file has only one form.
 #include "UI/Package/Minisign.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any package, opened in the same way as by the programs, within a time limit. An input is either
 // the container itself, or a description with ranges repeated up to 1 MiB: code whose time grows
 // with the square of the size then takes minutes longer than code with linear time.

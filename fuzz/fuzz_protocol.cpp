@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A hostile printer against the update procedure. The first two input bytes choose the caller and
 // the open package, the rest are the printer's replies (see FuzzedPrinter.h). Whatever it replies,
 // the procedure ends, and with a documented code.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One line as a queue's name and as an address, then any bytes as the driver's configuration.
 #include "UI/rlpd_conf_access.h"
 #include "fuzz/Fuzz.h"

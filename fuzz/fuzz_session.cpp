@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A whole session over a TCP stream: the real worker, procedure and transport on the simulated
 // line, with a printer whose bytes, times and fragments are the input. For every input, the run
 // ends with a documented code, closes its socket, and does not deny bytes that the printer

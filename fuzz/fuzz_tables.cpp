@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hostile texts of printers, queues and packages in the tables for people and in JSON: every line
 // is safe for a terminal, and every JSON line reads back.
 #include "CLI/Report.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text as a format, with any text or number as its argument.
 #include "UI/Text/TextFormat.h"
 #include "fuzz/Fuzz.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text as a port string, and as an address that a person types.
 #include "UI/VYM_Utilities.h"
 #include "fuzz/Fuzz.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A USB transport over a printer whose descriptors, replies and transfers are the input. For every
 // input, each call ends in time with a documented result, and nothing stays open.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer's names on the bus: a serial number, vendor and product from the system's records, and
 // any bytes as device ID. For every input, the port string is well formed, and the texts are part
 // of the input.

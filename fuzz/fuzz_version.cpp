@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any three texts as the versions of an update: a byte for the version rule, then update,
 // compatible and target version, separated by line feeds.
 #include "VYM/ModelDependCheckVer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes given to the package maker: checked as a container, checked as a description, unpacked.
 // The engine opens every container that passes the check, and unpacking stays in its folder.
 #include "Tools/vympack/DescriptionCheck.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Installs missing packages of packages.txt; sourced by run, test and check.
 # install_packages build        packages for every build
 # install_packages build test   packages for the tests, too

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes docs/faults.md: the tests of each class of fault at each stage of an update.
 
 Usage: faults.py [--check]   --check only reports whether the page is up to date

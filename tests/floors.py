@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Fails when an include breaks the rules of the house's floors.
 
 A file includes files of its own floor or of lower floors only; no two files include each other;
 only the rooms made for a third-party library include its headers; the virtual printer shares
-nothing with the engine; every source of the house has a test named after it.
+nothing with the engine; every source of the house has a test named after it; every source names its
+licence.
 """
 import fnmatch
 import pathlib
@@ -48,6 +50,8 @@ TESTED_WITH_THEIR_HOST = ["Platform/LibusbDevice.cpp", "Platform/LibusbTransfer.
 
 # The virtual printer on a bus: tests/system/usb, in a virtual machine.
 TESTED_ON_A_BUS = ["Tools/vymprinter/UsbPrinter.cpp", "Tools/vymprinter/UsbServer.cpp"]
+
+LICENCE = "SPDX-License-Identifier: MIT"
 
 BESIDE = ["Tools/*", "Resources/*"]  # stand beside the floors
 
@@ -138,6 +142,17 @@ def check_tests(paths, faults):
                 faults.append(f"{path} has no test of its stem under tests/{pathlib.PurePath(path).parent}/")
 
 
+def check_licences(faults):
+    """Every source in C++, Python or CMake, of the house or beside it, names its licence at its head."""
+    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "*.h", "*.cpp", "*.py",
+                             "*CMakeLists.txt", "*.cmake"],
+                            cwd=ROOT, capture_output=True, text=True, check=True)
+    for path in listed.stdout.split():
+        file = ROOT / path
+        if file.is_file() and LICENCE not in file.read_text(encoding="utf-8")[:200]:
+            faults.append(f"{path} does not name its licence: {LICENCE}")
+
+
 def main():
     faults, graph = [], {}
     paths = sources()
@@ -152,6 +167,7 @@ def main():
     if (cycle := find_cycle(graph)):
         faults.append("files include each other: " + " -> ".join(cycle))
     check_tests(paths, faults)
+    check_licences(faults)
     for fault in faults:
         print("floors:", fault)
     return 1 if faults else 0

@@ -1,1 +1,2 @@
+// SPDX-License-Identifier: MIT
 // Exists only for its precompiled headers, which every test program uses.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Fails when keys, string tables and code do not agree.
 
 Every key of UI/Text/TextKeys.h has a text in every table, and no table has other keys; a format has

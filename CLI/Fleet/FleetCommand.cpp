@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetCommand.h"
 
 #include "CLI/Fleet/FleetList.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A call for many printers: reads which ones, leaves out those that an earlier call has dealt with,
 // runs the others in processes of their own, and sums up.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetList.h"
 
 #include "CLI/PrinterChoice.h"

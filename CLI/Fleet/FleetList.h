@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The printers of a fleet's call, each device once: of several names with the same host or the same
 // USB serial number, the first stays.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of a command line that is about several printers: which ones, how many at a time, and
 // when to stop.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetRun.h"
 
 #include "CLI/Fleet/MemberProcess.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs the processes of a fleet's printers until each has ended: so many at a time, with every
 // line of their output handed on. A stop request lets running printers end as they would alone.
 //

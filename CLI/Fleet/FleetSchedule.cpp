@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetSchedule.h"
 
 std::optional<std::size_t> FleetSchedule::take()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decides which printer of a fleet starts next: so many at a time, the first few alone, and none
 // after too many failures or a stop. Knows only numbers, no processes.
 //

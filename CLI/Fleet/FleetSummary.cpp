@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetSummary.h"
 
 #include "CLI/Outcome.h"

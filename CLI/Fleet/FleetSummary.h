@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The end of a fleet's call as values: which printers are in which class, what that means for the
 // exit code, and the words for it.
 //

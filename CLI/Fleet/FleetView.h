@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows a fleet's run while it goes on: on a terminal one line for each running printer and a count
 // below, elsewhere a line for each printer that has ended; as JSON every line of every printer,
 // with the name that it was asked for.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/MemberEnd.h"
 
 #include "CLI/Outcome.h"

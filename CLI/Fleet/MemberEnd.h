@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How one printer of a fleet ended, read from the result line of its own process or of an earlier
 // call, and the class that it counts in.
 //

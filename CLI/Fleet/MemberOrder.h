@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The message from a fleet's call to the process of one printer, in an environment variable: under
 // which name the printer was asked for, where its end is recorded, and the print queue that the
 // call has found for it already.

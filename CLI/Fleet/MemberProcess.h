@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One printer's own process: started with a pipe for its output lines, stopped by a signal as a
 // person would, and collected when it has ended. It outlives this object if it has to.
 //

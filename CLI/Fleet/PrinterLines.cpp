@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/PrinterLines.h"
 
 #include "UI/Text/PlainText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads a list of printers: one on each line, as for the options --address and --uri, or with an
 // option before it ("--printer office"). "#" starts a comment, at the start of a line or after a
 // blank.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file that remembers how each printer ended, one JSON line for each. Many processes append to
 // it at the same time; a line is there whole or not at all.
 //

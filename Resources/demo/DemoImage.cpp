@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes a stand-in for a firmware image: SIZE bytes that look random and are the same everywhere.
 #include <cstdint>
 #include <cstdlib>

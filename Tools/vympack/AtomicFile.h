@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file that appears under its name completely or not at all: written in the same folder under a
 // temporary name, flushed to the disk, then renamed. Without commit() no new file remains, and an
 // existing file of that name stays unchanged.

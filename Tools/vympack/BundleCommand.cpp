@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/BundleCommand.h"
 
 #include "Tools/vympack/BundleSources.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fills a folder with what a maker hands to customers: the programs, bare or as Debian packages,
 // the update package with its signature if it has one, a start script, a text in six languages and
 // the licence of the programs. Everything is checked before the first byte is written.

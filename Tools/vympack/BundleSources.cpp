@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/BundleSources.h"
 
 #include <algorithm>

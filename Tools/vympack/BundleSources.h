@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the programs that go into a bundle: the bare ones beside this program, or the Debian
 // packages of a folder. Opens every file, so that what is missing is found before anything is
 // written.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/BundleText.h"
 
 namespace vympack {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of a bundle: a text for customers in the languages of the window, and the script that
 // opens the wizard. Without a display the script shows that text in the user's language, so that
 // there is only one place that says how to use the command line.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The destination of a package's bytes: a file or the standard output. Counts and digests the
 // written bytes; checks before each piece whether the user wants to stop.
 //

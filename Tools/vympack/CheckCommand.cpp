@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/CheckCommand.h"
 
 #include "Tools/vympack/PackageCheck.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names every defect of a package, a description or a folder.
 //
 // Threads: one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/CommandLine.h"
 
 #include "Tools/vympack/BundleCommand.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's command line: reads it, runs the command, gives the exit code.
 //
 // Threads: one.

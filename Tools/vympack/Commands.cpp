@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/Commands.h"
 
 #include "Tools/vympack/PrintableText.h"

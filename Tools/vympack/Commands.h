@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shared by the commands: their output streams, opening files, and the reading commands that need
 // no room of their own.
 //

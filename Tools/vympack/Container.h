@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the table of a package container and names the defects of the container itself.
 // Trusts no field: never reads or allocates more than the file can hold.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The layout of a package container: file data, a table of 40-byte entries, and a trailer in the
 // last 16 bytes with the table's offset. Integers are 32 bits, little-endian.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes a package container: the inputs' data back to back, the table, the trailer.
 //
 // Threads: none of its own.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/DecisionTable.h"
 
 #include "CLI/Outcome.h"

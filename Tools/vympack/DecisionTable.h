@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A table of installed versions and their decisions, for every firmware of the engine's open
 // package.
 //

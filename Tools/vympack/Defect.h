@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A result of the checks: the kind of defect, its place and the remedy. Texts are the package's
 // own; the code that prints them makes them printable.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every kind of defect of a package. An error makes an update fail, end early or skip a firmware; a
 // warning is probably a mistake. Each kind says why it matters: the effect on a program.
 //

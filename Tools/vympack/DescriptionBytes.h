@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checks the bytes of a description before its rows: marks and bytes that its readers cannot
 // handle, and row ends other than CR LF.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checks a whole description text: its bytes, the keys of its rows, and their values.
 //
 // Threads: any. Keeps only the defects.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keys of a package description: the type of each key's value, the meaning of its absence, and
 // the key of a row.
 //

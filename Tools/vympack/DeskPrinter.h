@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A virtual printer inside this process, on a free loopback port: takes an update like a real one,
 // keeps the digest of every firmware and a record of the conversation.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows the differences between two packages.
 //
 // Threads: one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // SHA-256 as the tools use it: of bytes from anywhere, shown in hexadecimal.
 //
 // Threads: any; the digest is the caller's.

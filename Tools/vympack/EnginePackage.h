@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A package opened for the engine, as the programs open it. The engine keeps one package for the
 // length of the process.
 //

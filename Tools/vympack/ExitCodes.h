@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's exit codes. Documented in docs/makers.md; never changed once released.
 //
 // Threads: any; constants.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/Extraction.h"
 
 #include "Tools/vympack/AtomicFile.h"

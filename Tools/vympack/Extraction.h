@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Unpacks embedded files into one folder and never outside it. Names and positions come from the
 // package and are not trusted; an unsafe file is refused with a message.
 //

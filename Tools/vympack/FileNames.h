@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rules for the names of embedded files and for the list of a package's files. Names come from
 // the package's maker; none may lead out of the folder that it is unpacked to.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/InitCommand.h"
 
 #include "Tools/vympack/AtomicFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes a complete description as the start of a package: every key with a value that check
 // accepts, rows that end in CR LF, and comments that say what to replace.
 //

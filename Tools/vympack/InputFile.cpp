@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/InputFile.h"
 
 #include "Tools/vympack/Digest.h"

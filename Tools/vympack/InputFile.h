@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A regular file, open for reading at any position. Refuses pipes, folders and devices, since a
 // package and its inputs are read more than once.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/MakeCommand.h"
 
 #include "Tools/vympack/AtomicFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes a package from files that pass all checks, and reports what it wrote.
 //
 // Threads: one.

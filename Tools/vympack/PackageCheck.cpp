@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/PackageCheck.h"
 
 #include "Tools/vympack/Container.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All checks of a package: of an existing container, of the inputs of a future one, of a
 // description alone, and of a folder.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The differences between two packages: rows, firmware, images, and the effect of an update on
 // printers that have the old one.
 //

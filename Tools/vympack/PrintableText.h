@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes texts of unknown origin and any length safe for a terminal and for JSON.
 //
 // Threads: any. Reads only its argument.

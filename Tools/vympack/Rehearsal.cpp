@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/Rehearsal.h"
 
 #include "Tools/vympack/Interrupt.h"

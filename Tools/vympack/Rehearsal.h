@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One whole update of a printer on this computer, run by the engine's worker.
 //
 // Owns:    the worker, for the length of the call.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/RehearseCommand.h"
 
 #include "Tools/vympack/Container.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs a whole update of a virtual printer on this computer, and reports what the printer saw.
 //
 // Threads: one; the printer and the update run on two more until the return.

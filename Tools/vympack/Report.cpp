@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/Report.h"
 
 #include "Tools/vympack/PrintableText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes defects and tables for people and for programs. Only this room makes texts from a package
 // printable.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reports defects of a description with their places: a spot is a view into its row.
 //
 // Owns:    a copy of the description's place; the caller owns the defects.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows what an update would do with each firmware of a printer, without a printer. Uses the rooms
 // that decide and conclude in a real check and update.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An imaginary printer: its installed firmware and its TargetInfo.txt.
 //
 // Owns:    its texts, by value.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/StagedFolder.h"
 
 #include "Tools/vympack/Interrupt.h"

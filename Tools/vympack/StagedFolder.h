@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A folder that is filled completely or not at all: its files are written into a hidden folder
 // inside it and moved up when all of them are there. Without commit() nothing new remains, and a
 // folder that existed before stays, empty. The hidden folder lies inside, not beside, since a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/ValueCheck.h"
 
 #include "Tools/vympack/DefectKinds.h"

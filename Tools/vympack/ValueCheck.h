@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checks that the value of a row suits its key, reading it in the same way as the updater.
 //
 // Threads: any.

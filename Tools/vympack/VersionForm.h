@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The forms of a firmware version that can be compared with a printer's. The position of the first
 // point decides the form:
 //

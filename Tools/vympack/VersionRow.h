@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of a VERSION row in the updater's reading.
 //
 // Owns:    nothing; every part is a view into the row.

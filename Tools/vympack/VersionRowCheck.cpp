@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/VersionRowCheck.h"
 
 #include "Tools/vympack/ContainerFormat.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checks that the VERSION rows of a description agree with each other and with the files in the
 // package: each row has a firmware, its version, its image and the printer's name for it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/VersionSamples.h"
 
 #include "Tools/vympack/VersionForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Installed versions that show the effect of a package's version rule: older, the same, newer, and
 // cases of its form and of COMPATIBLE.
 //

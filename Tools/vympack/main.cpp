@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // vympack: makes, checks, tries and unpacks package containers.
 #include "Platform/StandardStreams.h"
 #include "Tools/vympack/CommandLine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Receives one firmware: checks that its pieces are in order, that they agree with the first one's
 // announcements, and that every checksum is right.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table of faults: one row for each failure of the printer.
 //
 // Threads:   any; constant.

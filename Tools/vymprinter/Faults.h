@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The failures that the printer can simulate, by name, and the times at which they strike.
 // A fault is written NAME[=VALUE][@STAGE[:N]].
 //

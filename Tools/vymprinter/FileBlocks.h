@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sends the printer's "TargetInfo.txt": makes one block after the other, on request.
 //
 // Owns:      the text and the position up to which it has been sent.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The kernel's asynchronous I/O: reads and writes that run while the program does other work. It
 // allows more than one outstanding transfer of a USB pipe.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/Options.h"
 
 #include "Tools/vymprinter/FaultTable.h"

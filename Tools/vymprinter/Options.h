@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The options of the command line.
 //
 // Threads:   any.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The kind of printer: its model, its firmware, its limits and its behaviour without faults; and
 // the "TargetInfo.txt" that reports this to an updater.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The record of a printer: a line for every packet, and the received firmware.
 //
 // Threads:   one, which drives everything of one printer.

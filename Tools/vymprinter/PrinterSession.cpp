@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/PrinterSession.h"
 
 #include "Tools/vymprinter/ReplyShape.h"

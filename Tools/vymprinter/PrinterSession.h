@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One connection to a printer: bytes from an updater go in, replies with their times come out.
 // The carrier (a TCP socket, a USB gadget) only moves the bytes:
 //   receive() the arrived bytes, advance() the printer, then send the due parts of outgoing().

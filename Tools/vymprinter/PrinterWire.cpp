@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/PrinterWire.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The printer's side of the update protocol: parses requests and builds replies. Every integer on
 // the wire is big-endian; every packet begins with an 8-byte header whose last four bytes give the
 // number of bytes after it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/Replay.h"
 
 #include <algorithm>

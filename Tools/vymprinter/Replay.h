@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer that plays a recorded conversation: it expects the updater's packets byte for byte, and
 // sends the recorded answers after the recorded times.
 //

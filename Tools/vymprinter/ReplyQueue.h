@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The data that a printer still has to send on one connection, each part with the time at which it
 // leaves. The end of the connection waits in the same queue, after earlier replies.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Turns a reply into the parts that are really sent: the whole at once, or corrupted, cut up and
 // slowed down by faults.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cuts the updater's byte stream into packets, however they were split or joined.
 //
 // Owns:      the bytes that were appended and not dropped yet; views are valid until the next

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/Serve.h"
 
 #include "Tools/vymprinter/SessionServe.h"

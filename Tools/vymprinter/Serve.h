@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opens the printers of the command line, and serves them until it is stopped.
 //
 // Threads:   blocks the caller's.

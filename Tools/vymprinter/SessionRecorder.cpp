@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/SessionRecorder.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes one conversation to a file, packet by packet, in its order on the link.
 //
 // Owns:      the file's stream and the bytes of incomplete packets.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Serves one connection without a model: plays a recorded conversation, or passes the connection on
 // to another printer and records it.
 //

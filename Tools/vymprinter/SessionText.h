@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A conversation as text, one line for each packet: the milliseconds since its start, ">" from the
 // updater or "<" from the printer, and the bytes in hexadecimal. Blank lines and lines that begin
 // with "#" are comments.

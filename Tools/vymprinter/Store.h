@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stores the data of one printer in a folder: each complete firmware under its name, and
 // "transcript.txt" with a line for every packet. Without a folder it stores nothing. Remarks for
 // the user go to standard error, except in quiet mode.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/TcpConnection.h"
 
 #include "Tools/vymprinter/SessionRecorder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One updater's TCP connection: moves bytes between the socket and its session.
 //
 // Owns:      the socket and the session.

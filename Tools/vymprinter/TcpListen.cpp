@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/TcpListen.h"
 
 #include <arpa/inet.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // IPv4 addresses in the command line's format, and listening sockets on them.
 //
 // Owns:      a FileHandle closes its descriptor.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Serves any number of printers over TCP on one thread: a poll loop over their listening sockets
 // and connections.
 //

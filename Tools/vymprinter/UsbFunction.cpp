@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/UsbFunction.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The printer's side of its USB interface: answers control requests, reads packets from the
 // bulk-out pipe and writes packets to the bulk-in pipe, through the files of FunctionFS.
 //

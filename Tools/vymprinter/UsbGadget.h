@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A USB device in software: the kernel's gadget with one function whose files a program serves,
 // attached to a controller.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/UsbIdentity.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer's identity on the bus, before an updater talks to it: identifiers, texts, the IEEE 1284
 // device ID, its interface and pipes; and its behaviour there.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/UsbOptions.h"
 
 #include "Tools/vymprinter/UsbGadget.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line's options for printers on the USB bus.
 //
 // Threads:   any.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/UsbPrinter.h"
 
 #include <algorithm>

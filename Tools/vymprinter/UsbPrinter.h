@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One printer on the USB bus: moves bytes between its interface and its session.
 //
 // The bus has no connections, so a session begins with the first byte that arrives, and ends when

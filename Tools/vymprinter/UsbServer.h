@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Serves any number of printers on the USB bus with one thread: a poll loop over their files.
 //
 // Owns:      the printers.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The virtual printer's entry: reads the command line, opens the printers, serves until it is
 // stopped.
 #include "Tools/vymprinter/Serve.h"

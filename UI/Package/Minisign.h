@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two small text files of minisign: a public key and a detached signature. Strict: refuses
 // every file that does not have exactly that form.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Package/PackageFacts.h"
 
 #include "UI/Package/PackagePlace.h"

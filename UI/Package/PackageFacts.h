@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The update package as values: all facts that are shown or used for decisions before there is a
 // connection. All texts are safe to show.
 //

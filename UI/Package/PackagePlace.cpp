@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Package/PackagePlace.h"
 
 #include "VYM/BundlePath.h"

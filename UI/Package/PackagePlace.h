@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the update package: the one that the user named, otherwise the first place that has one.
 //
 // Threads: any. Checks only names; opens no package.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Package/PackageTrust.h"
 
 #include "Platform/SignatureCheck.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decides whether the container can be trusted: it has the given SHA-256, and it is signed with a
 // trusted key. Success is proved, never assumed: an unreadable, missing or malformed file leaves
 // the package untrusted.

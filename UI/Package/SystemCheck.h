@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decides whether a package is meant for the running system. The window refuses a system out of
 // bounds, the command line only warns.
 //

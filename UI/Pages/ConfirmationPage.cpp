@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/ConfirmationPage.h"
 
 #include "UI/Pages/Words.h"

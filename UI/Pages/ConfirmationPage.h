@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page that shows the printer to be updated, before the question.
 //
 // Owns:    nothing.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/DevicePage.h"
 
 #include "UI/Pages/UnlistedPrinters.h"

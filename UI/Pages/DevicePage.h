@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page for choosing the printer, in both variants: from a list of printers or by a typed
 // address (SelectDevice1), or only from a list of print queues (SelectDevice2).
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/DevicePageRule.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The decisions of the device page: the effect of a new list of printers, and whether a typed
 // address is valid.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Requests from outside to end the program: a signal, or the end of the desktop's session.
 //
 // Threads: the interface's own.

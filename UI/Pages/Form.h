@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the interface file and finds its controls. A control that is missing or of another kind
 // makes the file a broken one.
 //

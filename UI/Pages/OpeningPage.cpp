@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/OpeningPage.h"
 
 #include "UI/Pages/Words.h"

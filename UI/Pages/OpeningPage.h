@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The first page: the model and the firmware of the package.
 //
 // Owns:    nothing; the controller owns the list of firmware, which outlives the page.

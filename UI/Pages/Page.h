@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A page of the wizard: its content, its row of buttons, and its reactions. The constructor finds
 // the controls in the form by their object names; they can be used once the form reports that none
 // is missing.

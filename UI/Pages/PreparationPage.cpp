@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/PreparationPage.h"
 
 #include "UI/Pages/SystemSign.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page with the user's preparations before an update.
 //
 // Owns:    nothing.

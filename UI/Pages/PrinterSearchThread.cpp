@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/PrinterSearchThread.h"
 
 #include "UI/Text/PlainText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Searches for printers on a thread of its own, so that the window stays responsive.
 //
 // Owns:      the search thread, which the destructor joins: that waits for the device that is being

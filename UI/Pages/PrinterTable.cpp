@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/PrinterTable.h"
 
 #include "UI/Pages/Words.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list of printers on a device page: the table, the search that fills it, and the row to select
 // again in the next list.
 //

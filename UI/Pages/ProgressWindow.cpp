@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/ProgressWindow.h"
 
 #include "UI/Pages/SystemSign.h"

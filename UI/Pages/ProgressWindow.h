@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window that replaces the wizard during a run: shows the stage, what not to do meanwhile, and
 // the progress.
 //

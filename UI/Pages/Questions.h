@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The questions and messages of the wizard, in the user's language: their texts and the button of
 // the Return key.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The report that a message offers: asks for its file, writes it, says how that went.
 //
 // Owns:    nothing; the controller owns the questions.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The run of the update in the progress window: starts it, looks at it and ends it, with its log
 // and its message, and keeps the computer awake meanwhile.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's sign for a note or a caution, from the user's icon theme if that has one.
 //
 // Owns:    nothing.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Why a printer is not in the list: every print queue and USB printer that the search saw, the
 // reason, and what helps.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The wizard's window around its pages: the step bar above, the page, its row of buttons below.
 //
 // Owns:      nothing; the form owns the window and its controls.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/Words.h"
 
 #include "UI/Text/TextFormat.h"

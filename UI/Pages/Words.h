@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of the string tables, for pages and alerts.
 //
 // Owns:    nothing.

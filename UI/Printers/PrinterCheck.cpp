@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Printers/PrinterCheck.h"
 
 #include "DevConn/ConnResult.h"

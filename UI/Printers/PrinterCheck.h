@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Queries the model of one USB printer, and decides whether the package is for it.
 //
 // Owns:    nothing; each query opens and closes its connection and frees the model's text, also

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What helps a user whose printer was found but cannot be listed. Words are the caller's.
 //
 // Owns:    nothing.

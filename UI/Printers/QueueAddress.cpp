@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Printers/QueueAddress.h"
 
 #include "UI/VYM_Utilities.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the printer of a print queue. Queues of the maker's own driver name the driver's daemon
 // instead of the printer; the driver's configuration has the printer's address.
 //

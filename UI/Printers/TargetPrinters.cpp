@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Printers/TargetPrinters.h"
 
 #include "DevConn/UsbForbidden.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the system's printers that this package could update: the rows of the device page, in the
 // table's order, and for every queue and USB printer the reason why it is a row or not. One pass
 // makes both, so that the list and its explanation cannot differ.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/InstalledCheck.h"
 
 #include "UI/Text/PlainText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whether a printer has the firmware that was sent to it, by its own list of versions.
 //
 // Owns:    nothing.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folder of the run logs: finds it, creates new logs, and removes the oldest ones.
 //
 // Owns:      nothing; the caller owns a new log's descriptor.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/RunHistory.h"
 
 #include "UI/Run/RunLog.h"

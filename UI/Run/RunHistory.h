@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The past runs with a log, for people who want to know what was updated when.
 //
 // Owns:    its texts, by value.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/RunLock.h"
 
 #include "DevConn/UsbPortName.h"

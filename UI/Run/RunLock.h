@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lock of one printer on this computer, for the length of a run: two programs never update one
 // printer at the same time, whoever started them. A USB printer is known by its serial number, a
 // network printer by its host as written and its TCP port.

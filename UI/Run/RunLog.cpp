@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/RunLog.h"
 
 #include "UI/Run/UpdateRun.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The log of one run, for people: a text file that says which printer was updated with which
 // package, how far the run got and how it ended. Written line by line, so that it survives a crash.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The update worker's destination: the port string or IPv4 address, and the identifier of the print
 // queue that led to it, each in a buffer that the worker may keep a pointer to.
 //

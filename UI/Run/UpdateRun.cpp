@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/UpdateRun.h"
 
 #include "UI/Text/PlainText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The decisions about a run that window and command line share: text and progress of a status
 // record, whether the run has ended and with which code, and the name, texts and next step of a
 // result code. Texts are keys; the code that shows them supplies the words.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/WatchedRun.h"
 
 #include "UI/vymThreadRefusal.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One run of the update worker, from its start to its collected outcomes, with its log. The caller
 // looks at it about once in kLookInterval, until the run has ended by itself or has to stop.
 //

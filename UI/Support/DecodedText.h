@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A text without its encodings, for comparison: percent-encoded and escaped characters, even
 // encoded twice, as themselves; ASCII letters in lower case.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Why an update would not work on this computer. Each function makes one finding or two; none of
 // them changes anything, creates a file or sends a printer more than a connection.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Platform/SleepInhibitor.h"
 #include "UI/Support/Doctor.h"
 #include "UI/Support/PrinterFacts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One look of the doctor at something that an update needs.
 //
 // Owns:    its texts, by value; all of them fit to be shown.

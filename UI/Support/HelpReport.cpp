@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/HelpReport.h"
 
 #include "UI/Package/PackagePlace.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A text for those who help from afar: the doctor's findings, versions, the package's facts and the
 // last log. Names, addresses and serial numbers are masked.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/MarkedNames.h"
 
 #include "UI/Support/DecodedText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds what a text itself marks as personal: hosts and serial numbers in port strings ("lpd://",
 // "net:", "serial="), IPv4 and IPv6 addresses, hardware addresses.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes personal values out of a text that is passed on: each gets a stand-in such as "<host-1>",
 // the same one wherever the value occurs.
 //

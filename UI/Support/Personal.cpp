@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/Personal.h"
 
 #include <array>

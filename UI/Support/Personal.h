@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The names of the user and of this computer, as the system knows them.
 //
 // Owns:    its texts, by value.

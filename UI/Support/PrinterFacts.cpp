@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/PrinterFacts.h"
 
 #include "UI/Run/RunTarget.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The printers that were found, as values: the texts about each, and why it can be updated or not.
 // All texts are safe to show.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/UdevRule.h"
 
 std::string udevAdvice()

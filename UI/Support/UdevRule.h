@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Words about the udev rule that lets users at this computer open the maker's USB printers.
 //
 // Threads: any. Pure.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/UsbSurvey.h"
 
 #include "UI/Support/UdevRule.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The USB printers of this computer as the kernel describes them in its files: which there are, who
 // may open them, and who has them open. Opens no device and sends nothing.
 //

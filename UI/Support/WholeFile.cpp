@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/WholeFile.h"
 
 #include <cerrno>

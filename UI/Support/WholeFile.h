@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes a small file that appears under its name completely or not at all.
 //
 // Threads: any. An existing file of that name is replaced; anything else of that name (a folder, a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Text/PlainText.h"
 
 #include "UI/Text/Utf8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes text from outside (a printer, a package, a print queue) safe to show: characters that could
 // move a terminal's cursor, end a line or change the reading direction become visible escapes.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Formats a localized text with at most one argument. It reads only these two, whatever the text
 // contains: a surplus directive, a stray percent sign or an unknown directive is shown unchanged.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every key of the string tables in Resources/, with its name in code. A test fails if a key here
 // has no text in a table, if a table has a key that is not here, or if code does not use a key. The
 // keys have the spelling of the tables, even if irregular.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The characters of a text that claims to be UTF-8.
 //
 // Owns:    nothing.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/AlertBox.h"
 
 #include "UI/Widgets/LetterWidth.h"

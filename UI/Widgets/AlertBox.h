@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An alert as a message box whose buttons are on the screen, whatever its font and the screen's
 // size: the texts above them scroll, and the technical details are folded.
 //

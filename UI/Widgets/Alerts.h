@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A question or a message that blocks the windows until the user has answered it: the seam between
 // the code that asks and the code that shows it.
 //

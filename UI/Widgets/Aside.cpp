@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/Aside.h"
 
 #include <QEventLoop>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs slow work on another thread while the windows stay responsive.
 #pragma once
 #include <functional>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/BusySign.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A small round sign for work of unknown length. To a screen reader it is a busy progress bar.
 //
 // Owns:    its timer, which runs while the sign is shown and started.

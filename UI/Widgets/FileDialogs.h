@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Questions for a file as the desktop's own dialogs.
 //
 // Owns:    nothing; a dialog lives until it is answered.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asks the user for a file: the seam between the code that needs its name and the code that shows
 // the question.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The width of a usual letter, for columns that hold a number of them.
 //
 // Not the font's average width: in a font for Chinese or Japanese that is a full square, twice the

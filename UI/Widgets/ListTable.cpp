@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/ListTable.h"
 
 #include "UI/Text/PlainText.h"

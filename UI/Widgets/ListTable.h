@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A table view's model of a plain list. It queries the list for every cell, and makes the texts
 // safe to show.
 //

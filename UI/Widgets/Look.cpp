@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/Look.h"
 
 #include "UI/Widgets/LetterWidth.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The look of the windows: text sizes, colours of secondary texts, spacing, icons. All of them are
 // derived from the user's own font, palette, style and icon theme; no size or colour is fixed here.
 // The property "look" in the interface file names the look of a control.

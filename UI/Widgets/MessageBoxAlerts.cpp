@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/MessageBoxAlerts.h"
 
 #include "UI/Widgets/AlertBox.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Alerts as the desktop's own message boxes.
 //
 // Owns:    nothing; a box lives until it is answered.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A label that sets a text of several paragraphs for reading: with space between the paragraphs and
 // hanging bullets. To other code it is a plain label with that text.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The room for a window on its screen.
 //
 // Owns:    nothing.

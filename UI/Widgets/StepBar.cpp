@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/StepBar.h"
 
 #include "UI/Widgets/Look.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows the wizard's steps in order: those done, the current one and those ahead. If the names do
 // not all fit side by side, only the current one is written out. To a screen reader it is one line
 // of text: the current step's number and name.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/WaitingBox.h"
 
 #include "UI/Widgets/Aside.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A small window for work of some seconds or minutes that the user may give up.
 //
 // Owns:    nothing.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/WizardWindow.h"
 
 WizardWindow::WizardWindow(QWidget* parent) : QDialog(parent) { }

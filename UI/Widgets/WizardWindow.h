@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A window of the wizard that only the program closes: Escape and the window's close button raise a
 // question instead.
 //

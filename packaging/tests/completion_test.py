@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Completion as users see it: in bash, in zsh and in fish.
 
 completion_test.py BUILD_FOLDER

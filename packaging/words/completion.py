@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Writes a program's completion for a shell, from its --help.
 
 completion.py bash|zsh|fish PROGRAM PATH > FILE

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Reads the --help page of a program: commands, options, examples and exit codes as values.
 
 The page is the only place where an option is described for people; manual pages and completion are

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Fills a manual page's template with the content of the program's --help.
 
 manpage.py PROGRAM PATH TEMPLATE VERSION DATE > PAGE

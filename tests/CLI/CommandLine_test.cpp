@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole command lines that query no printer: help, package information, wrong usage, bad packages.
 #include "tests/CLI/CommandRun.h"
 

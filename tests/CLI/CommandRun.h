@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One run of the whole command line in this process, with a fake package, a scripted worker and
 // streams in memory; and the comparison of its output with golden files.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Conclusion.h"
 #include "tests/CLI/CommandRun.h"
 

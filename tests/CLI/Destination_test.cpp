@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole command lines with a printer's queue or port string.
 #include "tests/CLI/PrintersRun.h"
 

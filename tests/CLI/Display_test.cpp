@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Display.h"
 #include "tests/support/TempFolder.h"
 

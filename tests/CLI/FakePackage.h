@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A fake package below the flat functions for its description and files, which replace the real
 // ones at link time.
 //

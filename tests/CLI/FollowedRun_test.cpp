@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A run as the command line follows it, over a scripted worker; UpdateCommand_test has the rest.
 #include "CLI/FollowedRun.h"
 #include "tests/support/ScriptedTime.h"

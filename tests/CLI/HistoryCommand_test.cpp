@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/CLI/CommandRun.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host name instead of an address; "localhost" is the only name that every system knows.
 #include "tests/CLI/CommandRun.h"
 

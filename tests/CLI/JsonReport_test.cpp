@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Report.h"
 #include "tests/support/TempFolder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/JsonText.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/LastLine.h"
 
 #include <gmock/gmock.h>

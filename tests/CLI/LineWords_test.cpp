@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/LineWords.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/HelpText.h"
 #include "CLI/Options.h"
 

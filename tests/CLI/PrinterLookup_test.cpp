@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The wait for the search for printers, and its end.
 #include "tests/CLI/PrintersRun.h"
 

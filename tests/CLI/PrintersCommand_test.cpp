@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole command lines that list printers.
 #include "tests/CLI/PrintersRun.h"
 

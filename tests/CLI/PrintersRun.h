@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole command lines with two print queues and printers on USB, for the tests of the list, of the
 // look-up and of the choice.
 #pragma once

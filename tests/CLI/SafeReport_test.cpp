@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/SafeReport.h"
 
 #include <gtest/gtest.h>

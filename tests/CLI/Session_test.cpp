@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Session.h"
 #include "tests/support/ScriptedTime.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line on a terminal: the question, the bar, colours.
 #include "CLI/CommandLine.h"
 #include "tests/CLI/CommandRun.h"

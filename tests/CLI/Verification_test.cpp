@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole updates that are verified afterwards.
 #include "tests/CLI/CommandRun.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/ConnResult.h"
 #include "DevConn/DevConnMgr.h"
 #include "VYM/vymUtil.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Replies of every kind over real connections, and a printer's other reactions.
 #include "tests/DevConn/TcpFixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The network transport's knowledge of its link, the length of its writes, and its way of leaving.
 #include "VYM/vymMac.h"
 #include "tests/DevConn/TcpFixture.h"

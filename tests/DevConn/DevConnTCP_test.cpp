@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymMac.h"
 #include "tests/DevConn/TcpFixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/DevConn/UsbFixture.h"
 #include "tests/support/LoopbackPeer.h"
 

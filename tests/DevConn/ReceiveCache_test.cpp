@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/ReceiveCache.h"
 
 #include <gtest/gtest.h>

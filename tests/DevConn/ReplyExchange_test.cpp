@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/ConnResult.h"
 #include "DevConn/ReplyExchange.h"
 #include "VYM/vymPackets.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A network transport, and short calls for tests of it.
 #pragma once
 #include "DevConn/DevConnTCP.h"

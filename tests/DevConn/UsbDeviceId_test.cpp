@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/UsbDeviceId.h"
 #include "tests/support/ScriptedUsbHost.h"
 

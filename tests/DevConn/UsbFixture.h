@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A USB transport connected to a scripted printer.
 #pragma once
 #include "DevConn/ConnResult.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DevConn/UsbPrinterSearch.h"
 #include "VYM/vymParse.h"
 #include "tests/support/ScriptedUsbHost.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Print servers that misbehave.
 #include "tests/Platform/IppMessage.h"
 #include "tests/Platform/PrintServerQuestion.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/Platform/PrintServerQuestion.h"
 #include "tests/support/PrivateCups.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/Platform/FakeLibusb.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The calls of libusb that the host makes, with one scripted device. Counts objects that were not
 // given back; use after the library's end aborts the test.
 #pragma once

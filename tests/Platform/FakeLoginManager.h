@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A message bus for one test, with a scripted login manager on it.
 //
 // Owns:      the bus's process, the login manager's thread, the locks that it gave.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A handwritten IPP message: IppMessage().group(4).attribute(0x42, "printer-name", "q").end()
 #pragma once
 #include <cstdint>

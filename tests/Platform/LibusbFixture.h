@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The host with a scripted library; every object must have been given back at the end.
 #pragma once
 #include "Platform/LibusbHost.h"

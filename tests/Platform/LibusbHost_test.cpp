@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/Platform/LibusbFixture.h"
 
 namespace {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The kernel's node of a printer, and who has it open.
 #include "Platform/LibusbNode.h"
 #include "tests/support/TempFolder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Platform/SleepInhibitor.h"
 #include "tests/Platform/FakeLoginManager.h"
 

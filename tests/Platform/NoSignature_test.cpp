@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program without the library can prove no signature, so it trusts none.
 #include "Platform/SignatureCheck.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A query to the print server that CUPS_SERVER names, and its result.
 #pragma once
 #include "Platform/CupsPrintServer.h"

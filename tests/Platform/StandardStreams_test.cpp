@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Platform/StandardStreams.h"
 
 #include <fcntl.h>

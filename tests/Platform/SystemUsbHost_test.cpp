@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The host of this build on the bus of this machine, whatever is plugged in.
 #include "Platform/SystemUsbHost.h"
 

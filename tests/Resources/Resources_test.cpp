@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Text/TextFormat.h"
 #include "UI/Text/TextKeys.h"
 #include "tests/support/TempFolder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/AppController.h"
 #include "tests/UI/Wizard.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/DevConnMgrController.h"
 #include "VYM/vymUtil.h"
 #include "tests/support/ScriptedTransport.h"

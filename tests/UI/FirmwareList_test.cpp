@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/FirmwareList.h"
 
 #include <gtest/gtest.h>

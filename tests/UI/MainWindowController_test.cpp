@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Start-up with and without a usable package, the order of the pages, and the questions between
 // them.
 #include "UI/vym_etc.h"

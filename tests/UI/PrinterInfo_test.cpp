@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/PrinterInfo.h"
 
 #include <gtest/gtest.h>

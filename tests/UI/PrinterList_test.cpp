@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/PrinterList.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A test's configuration of the driver: as bytes, Conf(text).addressOf("A"), or as the file in a
 // driver's folder, ConfFolder(text).addressOf("A").
 #pragma once

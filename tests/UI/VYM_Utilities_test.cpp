@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/VYM_Utilities.h"
 #include "tests/support/TempFolder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The wizard for a test: a package, scripted printers, queued answers, and the controls by their
 // names.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A run in the wizard for a test: from the first page to the run, with a scripted worker.
 #pragma once
 #include "tests/UI/Wizard.h"

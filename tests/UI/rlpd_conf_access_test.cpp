@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/UI/RlpdFixture.h"
 
 using namespace conf;

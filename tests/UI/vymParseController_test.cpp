@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/vymParseController.h"
 #include "VYM/vymBindInfo.h"
 #include "tests/support/Package.h"

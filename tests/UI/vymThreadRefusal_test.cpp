@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/vymThreadRefusal.h"
 #include "UI/vym_etc.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/vym_etc.h"
 
 #include <cstdlib>

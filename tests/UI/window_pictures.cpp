@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws every page in several languages, light and dark, for people to look at:
 // window_pictures FOLDER [WIDTHxHEIGHT]. QT_SCALE_FACTOR sets the scale.
 #include "UI/Pages/ResultMessage.h"

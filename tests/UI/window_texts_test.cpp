@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of both windows: every control has the text of its key, no text is cut off in any
 // language, and a screen reader and the keyboard reach every control.
 #include "tests/UI/Wizard.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which answer is the last block's own, and how long a further one is worth waiting for.
 #include "VYM/AnswerAccount.h"
 

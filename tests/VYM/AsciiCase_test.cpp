@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names compare in the same way in every locale. The test builds the locale in which the letter I
 // has two lower-case forms, since few computers have it.
 #include "VYM/AsciiCase.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/CheckRun.h"
 #include "tests/support/FailingMemory.h"
 #include "tests/support/Printer.h"

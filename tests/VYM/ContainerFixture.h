@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A container in the test's own folder, opened in the same way as by the engine, and short calls
 // for reading it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The engine reads only bytes that were checked, even if the file changes meanwhile.
 #include "VYM/ImageReader.h"
 #include "VYM/ProtocolResult.h"

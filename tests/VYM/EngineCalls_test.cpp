@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls that no result shows: the linker redirects them to wrappers (--wrap) that record them.
 #include "DevConn/DevConnMgr.h"
 #include "VYM/vymMac.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/ImageReader.h"
 #include "VYM/ProtocolResult.h"
 #include "tests/support/Package.h"

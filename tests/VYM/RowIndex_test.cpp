@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/DescriptionText.h"
 #include "VYM/RowIndex.h"
 

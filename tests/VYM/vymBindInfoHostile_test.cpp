@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Containers of the worst kinds: cut, with false fields, huge, or not a file.
 #include "tests/VYM/ContainerFixture.h"
 #include "tests/support/FailingMemory.h"

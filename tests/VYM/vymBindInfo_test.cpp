@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/VYM/ContainerFixture.h"
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Waits while the computer's clock is set back: here every call that reads the wall clock gets a
 // time that is an hour slow.
 #include "VYM/vymMac.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The portability layer when memory runs out: no function throws.
 #include "VYM/DebugText.h"
 #include "tests/support/FailingMemory.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Debug texts, and the portability layer's queries to the system.
 #include "VYM/vymMac.h"
 #include "tests/support/TempFolder.h"

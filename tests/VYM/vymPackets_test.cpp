@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymPackets.h"
 #include "tests/support/Printer.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VYM/vymParse.h"
 #include "tests/support/Package.h"
 

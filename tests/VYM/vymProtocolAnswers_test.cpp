@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Answers that are late, early, too many or missing, and which of them counts.
 #include "tests/support/ProtocolFixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fetching the printer's description, and the decision that follows from it.
 #include "tests/support/ProtocolFixture.h"
 

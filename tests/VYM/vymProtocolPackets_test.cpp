@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The results of the packet operations under the interface's names.
 #include "tests/support/ProtocolFixture.h"
 

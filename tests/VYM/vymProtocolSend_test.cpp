@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sending a firmware: pieces, last blocks, and everything that ends it early.
 #include "tests/support/ProtocolFixture.h"
 

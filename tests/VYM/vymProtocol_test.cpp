@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entering and leaving download mode, and the status query.
 #include "tests/support/ProtocolFixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lengths of the worker's waits, and its exact packets: on a scripted clock that records every
 // pause and wait, with the model printer.
 #include "VYM/vymThread.h"

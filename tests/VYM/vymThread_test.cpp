@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The worker with a scripted printer: its status record, the order of its packets, its ends.
 #include "UI/vym_etc.h"
 #include "VYM/vymThread.h"

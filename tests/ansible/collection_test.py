@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """The collection itself: ansible-doc shows it, Ansible's own sanity tests pass, its examples are sound.
 
 collection_test.py BUILD_FOLDER, with the interpreter that Ansible uses

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the tests of the Ansible collection share: virtual printers, the collection as Ansible finds it,
 and an environment that touches nothing of the user's.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Fifty printers of two sites through the collection's playbook: check mode, an update with a canary,
 and a second run that changes nothing.
 

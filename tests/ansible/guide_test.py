@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """The section "With Ansible" of the guide for administrators: its files and its commands do what the page
 shows, with virtual printers in place of the page's and the package of this build.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """The collection's modules, called as Ansible calls them, with the real command line against virtual
 printers; with a scripted one for what no virtual printer shows.
 

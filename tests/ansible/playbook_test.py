@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """The collection's playbook and role with a few virtual printers: canary, stop rule, runners, report.
 
 playbook_test.py BUILD_FOLDER, with the interpreter that Ansible uses

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs every example of README, guides and manual pages, and compares what it prints.
 
 examples_test.py BUILD_FOLDER [PLACE], the beginning of a page or of "PAGE:LINE"

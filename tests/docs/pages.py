@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The examples of the guides and manual pages, as values.
 
 An example is a fenced block (in a manual page: lines between .nf and .fi, or a bold line under

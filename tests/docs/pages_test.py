@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Every page with examples is one of those whose examples run, and few examples are left out."""
 import pathlib
 import sys

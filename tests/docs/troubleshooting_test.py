@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Every title of a result, in the window and on the command line, has its entry in the guide to
 troubleshooting, with cause and mend."""
 import pathlib

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes calls of a whole program fail: loaded before the system's library (LD_PRELOAD), it fails
 // the n-th call of one kind, once or from then on. Counting begins with main.
 //

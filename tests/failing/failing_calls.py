@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Makes calls of whole programs fail, one after the other, and checks how the programs react.
 
 Usage: failing_calls.py --shim LIB --bin FOLDER --cli PROGRAM [--commands a,b] [--calls a,b]

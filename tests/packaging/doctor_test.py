@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """vymkit-cli doctor as a whole program, on this computer and against a virtual printer.
 
 doctor_test.py BUILD_FOLDER

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """The options and exit codes of --help, manual page, docs and completion agree, and every place with
 the version has the same one.
 

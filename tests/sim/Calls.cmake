@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # vymkit_simulate_calls(<target>): the calls of the system that the simulation has for itself.
 function(vymkit_simulate_calls target)
   foreach(call calloc

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/sim/Link.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One TCP connection between the host's kernel and the printer, with the properties of TCP that
 // matter for an update: written bytes may still be in the host's queue or unread in the printer's
 // window; both are bounded; a side that closes with unread bytes, or receives bytes after its

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/sim/Memory.h"
 
 #include "tests/support/ReplacedNew.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory that runs out for the product only: its n-th allocation fails, once or for good. The
 // simulation's own allocations, inside an Outside, always succeed and are not counted.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/sim/PrinterDesk.h"
 
 namespace sim {

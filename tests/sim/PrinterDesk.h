@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The model printer at the end of a link: reads as fast as it can, handles one packet after the
 // other, and answers.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random numbers from one seed, the same on every machine and with every library.
 //
 // Threads: one at a time.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/sim/Run.h"
 
 #include "DevConn/DevConnMgr.h"

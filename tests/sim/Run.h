@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One simulated run from its start to its last byte, and the untrue claims about it.
 //
 // Threads: one; one run at a time.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/sim/Scenario.h"
 
 #include "tests/support/ImageBytes.h"

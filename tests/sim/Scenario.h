@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One run, made from a seed: package, printer, line, memory, the moment of a stop.
 //
 // Threads: any; a value.

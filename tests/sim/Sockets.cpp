@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The socket calls of the product, on the simulated link. The linker replaces the system's calls by
 // these (--wrap); calls with other descriptors are passed on to the system.
 #include "tests/sim/Sockets.h"

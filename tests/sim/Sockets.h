@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The only network of a simulated process; Sockets.cpp replaces the system's calls.
 #pragma once
 #include "tests/sim/Link.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The threads of a simulated process: there is one real thread, and a wait lets the others run. The
 // linker replaces the system's calls by these (--wrap). A new thread runs inside the first wait of
 // its creator; a wait for its end finds it ended or lets it end later.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A run's settings of its threads; the rest of Threads.cpp replaces the system's calls.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/sim/World.h"
 
 #include "tests/sim/Memory.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Time and all events, in one thread: the product runs until it waits, and during its wait the due
 // events happen. Link, printer and desk are events; no system decides anything that could differ
 // the next time.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A whole update from one number: worker, procedure, connection, a simulated line, a model printer,
 // clock, memory and stop. The same seed gives the same run, byte for byte.
 #include "VYM/vymBindInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/FailingMemory.h"
 
 #include "tests/support/ReplacedNew.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory that runs out when a test says so. A program that lists FailingMemory.cpp among its
 // sources gets its operators new and delete from there.
 //

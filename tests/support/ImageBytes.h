@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bytes of a firmware image for tests: they vary within the image and are the same at every call.
 #pragma once
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer's end of a real connection on 127.0.0.1, played by a script on a thread of its own:
 //   LoopbackPeer peer([](PeerLink& link) { link.receive(60); link.send(replyOf("body")); });
 // After the script has returned, the connection stays open until the peer is destroyed, unless the

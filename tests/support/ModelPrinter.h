@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A model of a printer: takes packets one at a time, returns for each how long the printer is busy
 // and what it then answers, and keeps a ledger of both. Its manners are data, so that a seed, a
 // fuzzer or a test can choose them. Knows no clock and no connection: the caller has both.

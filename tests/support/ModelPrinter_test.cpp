@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/ModelPrinter.h"
 #include "tests/support/Printer.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/Package.h"
 
 #include "UI/vymParseController.h"

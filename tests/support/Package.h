@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A package container for a test, written byte by byte without the product's own tool, and opened
 // in the same way as by the engine.
 #pragma once

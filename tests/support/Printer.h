@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer's replies as bytes, for tests that script its side of the conversation.
 #pragma once
 #include "tests/support/Package.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/PrinterLedger.h"
 
 #include "tests/support/Printer.h"

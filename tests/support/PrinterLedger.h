@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Records what really reached a model printer and what that answered: the facts that the product's
 // claims are compared with. Decodes the wire itself, so that a mistake of the engine cannot cancel
 // out.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A real CUPS scheduler for one test: with its own folder and socket, stub backends for every
 // scheme that the tests use, and no authentication. Every user can run any number side by side.
 //   PrivateCups cups;

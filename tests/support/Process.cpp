@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/Process.h"
 
 #include "tests/support/TempFolder.h"

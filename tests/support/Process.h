@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs one of our programs: keeps its output, sends it signals, and never waits for it without a
 // limit. The destructor kills a program that is still running.
 #pragma once

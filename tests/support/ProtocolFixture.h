@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A protocol object over a scripted printer and a scripted clock. A test states packages, replies
 // and sent packets in one line each.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main of test programs that use the window toolkit; they need no screen.
 #include <QApplication>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Alerts for tests: shows nothing, takes the answers from a queue, and keeps the questions.
 #pragma once
 #include "UI/Widgets/Alerts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Questions for files for tests: shows nothing, takes the answers from a queue.
 #pragma once
 #include "UI/Widgets/FileQuestions.h"

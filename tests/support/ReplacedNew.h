@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The operators new and delete of a program in which memory can run out. Include this in exactly
 // one source of the program: that source defines memoryRunsOut.
 //

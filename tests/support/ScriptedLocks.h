@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Locks of printers that a test scripts, plugged in while they live.
 //
 // Threads: one at a time.

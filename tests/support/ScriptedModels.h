@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // USB transports that know only the model behind a port string. Replace the real ones in the
 // manager during a test, and count the blocks that were not given back.
 #pragma once

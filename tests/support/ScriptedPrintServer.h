@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A print server with scripted queues, or with a reason why it has none.
 #pragma once
 #include "Platform/PrintServer.h"

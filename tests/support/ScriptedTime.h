@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clocks for tests. ScriptedTime never sleeps: a pause advances its clock. It records the lengths
 // of pauses and of waits for events.
 // ShortPauses uses the real clock and shortens pauses and event waits to a fraction. Its clock may

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A transport with a scripted peer: gives queued replies, keeps the sent packets, fails sends on
 // request. Replaces the network in the manager during a test.
 #pragma once

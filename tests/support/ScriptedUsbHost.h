@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A bus with scripted printers: their names and descriptors, the results of their transfers, and a
 // record of the calls. Plugged in as the process's host while it lives; time is scripted, too.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Scripted flat functions for the update worker and the check: a test program that lists
 // ScriptedWorker.cpp among its sources links them instead of the real ones. The test sets the
 // results of looks and checks; the worker's arguments are kept.

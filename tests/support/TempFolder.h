@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A folder for one test, deleted with its content when the test ends.
 #pragma once
 #include <cstdlib>

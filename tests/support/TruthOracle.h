@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compares the product's claims about a run with what the printer has really seen. Uses no part of
 // the engine: a claim is a plain value, and each returned sentence names one untruth.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The judge of all other tests: it must catch every false claim, and no true one.
 #include "tests/support/Printer.h"
 #include "tests/support/TruthOracle.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The desk of the system tests: a package from the real package maker, a virtual printer in its own
 // process on a loopback address of its own, and the real command line.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One fault of a printer, for tests of whole updates over any link.
 #pragma once
 #include <cctype>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line on the real clock, with every pause and event wait cut to a twentieth.
 #include "CLI/CommandLine.h"
 #include "Platform/StandardStreams.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each fault of a printer during an update, through the real programs: checks the exit code, a
 // complete result, and an end within bounded time.
 #include "tests/system/Desk.h"

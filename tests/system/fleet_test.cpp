@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One call for many printers: real processes, real sockets, and what the printers say they
 // received.
 #include "tests/system/Desk.h"

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks that finished programs are hardened, as in every optimised build.
 
 Usage: hardening.py [--release] PROGRAM...   (needs readelf and objdump, which come with the compiler)

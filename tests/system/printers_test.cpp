@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers behind the queues of a real print server: lists them, and updates them by queue name.
 #include "tests/support/PrivateCups.h"
 #include "tests/system/Desk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversations as text: recordings can be played, and every one in the folder sessions/ still goes
 // as recorded, byte for byte. A file's first line says how the update ends.
 // VYMKIT_KEEP_SESSIONS=FOLDER keeps the first test's recordings, to add to that folder.

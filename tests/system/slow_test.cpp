@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers that are honest and slow: every byte arrives, or the result is an error. The claims are
 // compared with the firmware that the printer has stored.
 #include "tests/system/Desk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stops an update at every stage: a transfer is never cut, and the run reports that.
 #include "tests/system/Desk.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole updates: the real command line and engine, and a virtual printer over real sockets.
 #include "tests/system/Desk.h"
 

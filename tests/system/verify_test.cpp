@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Updates with --verify of a printer that restarts: every verdict, as text and in JSON.
 #include "tests/system/Desk.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole runs through the window's controller: the real engine, a virtual printer over real sockets,
 // and the final message to the user.
 #include "tests/UI/Wizard.h"

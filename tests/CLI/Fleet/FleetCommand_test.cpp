@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls for many printers that end before any process starts; whole ones are in tests/system.
 #include "CLI/Fleet/FleetCommand.h"
 #include "tests/CLI/CommandRun.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetOptions.h"
 #include "CLI/Options.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The run of many processes, with shell scripts for the printers' own programs.
 #include "CLI/Fleet/FleetRun.h"
 

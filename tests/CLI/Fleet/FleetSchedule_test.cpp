@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetSchedule.h"
 
 #include <gtest/gtest.h>

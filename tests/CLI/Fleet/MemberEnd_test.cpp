@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/MemberEnd.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/MemberProcess.h"
 
 #include <gmock/gmock.h>

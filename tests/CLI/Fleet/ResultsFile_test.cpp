@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CLI/Fleet/ResultsFile.h"
 #include "tests/support/TempFolder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/AtomicFile.h"
 #include "Tools/vympack/Interrupt.h"
 #include "tests/Tools/vympack/support.h"

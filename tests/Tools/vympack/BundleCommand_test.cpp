@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/BundleCommand.h"
 #include "Tools/vympack/BundleText.h"
 #include "tests/Tools/vympack/bundle.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/BundleText.h"
 #include "tests/Tools/vympack/bundle.h"
 #include "tests/Tools/vympack/program.h"

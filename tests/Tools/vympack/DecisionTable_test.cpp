@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/DecisionTable.h"
 #include "Tools/vympack/EnginePackage.h"
 #include "VYM/ProtocolResult.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/DescriptionBytes.h"
 #include "tests/Tools/vympack/description_rows.h"
 

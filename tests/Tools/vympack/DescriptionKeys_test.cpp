@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/DescriptionKeys.h"
 #include "tests/Tools/vympack/description_rows.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/DeskPrinter.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/EnginePackage.h"
 #include "tests/Tools/vympack/support.h"
 #include "tests/support/Package.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/PackageDiff.h"
 #include "tests/Tools/vympack/support.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compares the decisions of a simulation, of a check of a virtual printer and of an update of it,
 // for packages and printers made from seeds.
 #include "Tools/vympack/DeskPrinter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/SimulateCommand.h"
 #include "tests/Tools/vympack/program.h"
 #include "tests/Tools/vympack/support.h"

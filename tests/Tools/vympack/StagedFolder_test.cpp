@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/Interrupt.h"
 #include "Tools/vympack/StagedFolder.h"
 #include "tests/Tools/vympack/support.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vympack/VersionRow.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Folders for the tests of bundles: a good package, programs that say how they were started, and
 // Debian packages by their first bytes.
 //

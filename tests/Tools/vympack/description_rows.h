@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rows of a table of defects: what is changed in the good description, and what check then says.
 //
 // Threads: one.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs the examples of docs/makers.md in a folder of their own and compares what they print with what
 the page shows. --write puts the output of today into the page.
 

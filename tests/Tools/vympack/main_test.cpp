@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program itself, run as a process.
 #include "tests/Tools/vympack/program.h"
 #include "tests/Tools/vympack/support.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs the package maker, or a line of the shell, as a process.
 //
 // Threads: one.

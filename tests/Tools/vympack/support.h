@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Helpers of the package maker's tests: a temporary folder, files by their bytes, and a small
 // language for descriptions and containers.
 //

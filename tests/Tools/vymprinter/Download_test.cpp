@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/Download.h"
 #include "tests/Tools/vymprinter/desk.h"
 

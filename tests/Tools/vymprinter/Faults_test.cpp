@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/Faults.h"
 #include "tests/Tools/vymprinter/parsed_fault.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/FileBlocks.h"
 #include "Tools/vymprinter/PrinterModel.h"
 #include "tests/Tools/vymprinter/parsed_fault.h"

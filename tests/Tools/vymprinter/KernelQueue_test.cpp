@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/KernelQueue.h"
 #include "Tools/vymprinter/PrinterWire.h"
 #include "Tools/vymprinter/TcpListen.h"

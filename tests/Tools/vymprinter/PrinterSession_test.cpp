@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/PrinterSession.h"
 #include "tests/Tools/vymprinter/desk.h"
 

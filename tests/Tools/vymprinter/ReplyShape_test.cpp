@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/ReplyShape.h"
 #include "tests/Tools/vymprinter/parsed_fault.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/RequestBuffer.h"
 #include "tests/Tools/vymprinter/requests.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/TcpServer.h"
 #include "tests/Tools/vymprinter/tcp_desk.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/PrinterWire.h"
 #include "Tools/vymprinter/UsbIdentity.h"
 #include "tests/Tools/vymprinter/usb_identity.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer without a carrier, for tests: a record in memory, a session and a clock that only a
 // test advances.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/Tools/vymprinter/program.h"
 
 #include <gmock/gmock.h>

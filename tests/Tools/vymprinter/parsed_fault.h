@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A fault from its text, for tests.
 //
 // Threads: any.

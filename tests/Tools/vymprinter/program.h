@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The real program as a process, and a folder for it.
 //
 // Threads: one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An updater's requests, written by hand for the tests of the virtual printer.
 //
 // Threads:   any.

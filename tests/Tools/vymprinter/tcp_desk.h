@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Printers on real sockets, for tests.
 //
 // Owns:    their sockets, their folder and the thread that serves them; all end with it.

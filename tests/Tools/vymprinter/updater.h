@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A hand-written updater on a blocking socket, for the tests that talk to a real printer.
 //
 // Owns:      its socket.

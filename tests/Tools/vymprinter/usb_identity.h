@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A printer on the bus, for tests.
 //
 // Threads: any.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Package/Minisign.h"
 
 #include <gtest/gtest.h>

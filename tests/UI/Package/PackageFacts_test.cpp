@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Package/PackageFacts.h"
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymMac.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Packages signed with the real minisign, and all possible faults of a signature.
 #include "UI/Package/PackageFacts.h"
 #include "tests/support/Package.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/UI/Wizard.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page for choosing the printer, in both variants.
 #include "tests/UI/Wizard.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/EndRequests.h"
 #include "UI/Widgets/MessageBoxAlerts.h"
 #include "tests/UI/Wizard.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The interface file: which files count as broken, and the messages about them.
 #include "tests/UI/Wizard.h"
 #include "tests/support/TempFolder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The first page's view of a package.
 #include "tests/UI/Wizard.h"
 #include "tests/support/QueuedFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/PrinterSearchThread.h"
 #include "tests/support/Package.h"
 #include "tests/support/ScriptedPrintServer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list of printers on a device page: making it, and selecting the same row again.
 #include "tests/UI/Wizard.h"
 

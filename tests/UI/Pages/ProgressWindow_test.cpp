@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window that takes the wizard's place during a run.
 #include "tests/UI/WizardRun.h"
 #include "tests/support/ScriptedTime.h"

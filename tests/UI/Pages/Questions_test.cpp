@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/Questions.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The report that the last message offers, from the button to the file.
 #include "UI/Pages/ReportOffer.h"
 #include "VYM/ProtocolResult.h"

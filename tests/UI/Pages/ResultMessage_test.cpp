@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The message at the end of a run.
 #include "UI/Pages/ResultMessage.h"
 #include "tests/UI/WizardRun.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The run in the window, with a scripted worker.
 #include "tests/UI/WizardRun.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/SystemSign.h"
 #include "UI/VYM_Utilities.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Pages/UnlistedPrinters.h"
 #include "tests/UI/Wizard.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Printers/PrinterHelp.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/LogFolder.h"
 #include "tests/support/TempFolder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/RunLog.h"
 #include "tests/support/TempFolder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/RunTarget.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Run/WatchedRun.h"
 #include "tests/support/ScriptedTime.h"
 #include "tests/support/ScriptedWorker.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/Doctor.h"
 
 #include <gtest/gtest.h>

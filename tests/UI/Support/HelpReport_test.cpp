@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/HelpReport.h"
 #include "tests/support/ScriptedPrintServer.h"
 #include "tests/support/TempFolder.h"

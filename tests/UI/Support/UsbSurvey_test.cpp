@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Support/UsbSurvey.h"
 #include "tests/support/TempFolder.h"
 

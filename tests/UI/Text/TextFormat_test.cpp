@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Text/TextFormat.h"
 
 #include <gtest/gtest.h>

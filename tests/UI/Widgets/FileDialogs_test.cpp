@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/FileDialogs.h"
 #include "tests/support/TempFolder.h"
 

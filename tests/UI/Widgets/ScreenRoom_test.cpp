@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UI/Widgets/ScreenRoom.h"
 
 #include <QScreen>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/system/defects/Defective.h"
 
 namespace defects {

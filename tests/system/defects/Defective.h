@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Packages with one defect each, and the programs that meet them: a small language for the rows of
 // the defect table.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Defects of the container and of its entries.
 #include "Tools/vympack/ContainerFormat.h"
 #include "tests/system/defects/Defective.h"

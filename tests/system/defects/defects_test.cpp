@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The linter's table against the programs: for every kind of defect, a package that has it, and the
 // consequence that the kind's text claims.
 #include "tests/system/defects/Defective.h"

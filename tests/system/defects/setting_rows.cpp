@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Defects of the description's bytes, of its keys, and of the values of all keys but VERSION.
 #include "VYM/vymMac.h"
 #include "tests/system/defects/Defective.h"

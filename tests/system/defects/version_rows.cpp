@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Defects of the VERSION rows and of the images that they name.
 #include "tests/system/defects/Defective.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/system/usb/BusTrace.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Records the traffic on the bus, as seen by the kernel's USB monitor, from construction to stop().
 //
 // Owns:      the monitor's file and the thread that reads it.

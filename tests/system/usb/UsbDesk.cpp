@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/system/usb/UsbDesk.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The desk of the tests on a USB bus, which run inside the virtual machine, as root. Printers are
 // processes behind virtual controllers, and the kernel's own printer driver is loaded as usual.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each fault of a printer on a bus during an update: checks the exit code and bounded time, that
 // the kernel's driver gets the interface back, and that a second update works.
 #include "tests/system/Fault.h"

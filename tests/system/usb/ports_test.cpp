@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds and opens printers on a bus, as root and as an ordinary user.
 #include "tests/system/usb/UsbDesk.h"
 

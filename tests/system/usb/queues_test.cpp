@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Print queues and USB devices together: a real print server and the devices of its queues.
 #include "tests/support/PrivateCups.h"
 #include "tests/system/usb/UsbDesk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole updates over a real bus: the command line that users get, the kernel and a printer.
 #include "tests/system/usb/BusTrace.h"
 #include "tests/system/usb/UsbDesk.h"

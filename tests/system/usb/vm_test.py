@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Tests the virtual machine itself: exit codes, streams, results, time-outs, a USB bus."""
 import pathlib
 import subprocess

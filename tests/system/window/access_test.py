@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A screen reader's view: every visible control has a role and a name of its own."""
 
 import unittest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The accessibility bus as a screen reader sees it: nodes with role, name, states and children.
 
 Uses D-Bus directly, because that can query all children of a node at once. With one query for each

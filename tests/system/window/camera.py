@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Takes pictures of the wizard, and sets a desktop to dark colours."""
 
 import pathlib

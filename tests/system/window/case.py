@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The base of the window's tests: a desk for each test, and the way through the pages."""
 
 import pathlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A desk for each test: an X server, a session bus and folders of its own.
 
 Programs that are started here see nothing of the user's own desk, and none of them outlives this

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The whole way with the keyboard alone; the accessibility bus is only read."""
 
 import unittest

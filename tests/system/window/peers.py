@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The wizard's peers: packages from the real package maker, virtual printers, queues."""
 
 import os

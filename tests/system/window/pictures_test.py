@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Pictures of every page, question and final message, for people to look at, in folder PICTURES.
 
 A picture cannot fail, but the way to the place where it is taken can.

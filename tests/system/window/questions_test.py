@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Every question answered with no, and questions that must be answered."""
 
 import unittest

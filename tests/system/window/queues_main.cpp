@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A print scheduler for tests that are not C++: private_queues [IDENTIFIER URI MODEL]... prints the
 // address of its socket, and runs until a signal ends it.
 #include "tests/support/PrivateCups.h"

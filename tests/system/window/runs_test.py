@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Whole updates through the real window, with a printer that keeps the bytes it receives."""
 
 import signal

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Takes the pictures of docs/pictures again, with the demo package of a build tree.
 
 Usage: showcase.py [FOLDER]   (from the project's folder; VYMKIT_BIN names another build's programs)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """How the wizard starts: on good packages, on bad ones, and with parts of it missing."""
 
 import shutil

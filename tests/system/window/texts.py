@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The window's texts by key, read from the string tables, so that no test repeats a wording."""
 
 import pathlib

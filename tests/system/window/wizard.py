@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The real wizard, driven from outside in the way of a screen reader and a keyboard.
 
 Sees only visible nodes on the accessibility bus. Presses only controls of the front window: an

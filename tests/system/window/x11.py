@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Sends the one request of a window manager that no tool here can send: to close a window."""
 
 import ctypes

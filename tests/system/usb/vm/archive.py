@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A cpio archive in the format of the kernel's initial file system."""
 import os
 import pathlib

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Fetches Debian's kernel for the virtual machine; installs nothing.
 
 The package is downloaded and unpacked once for each kernel version, into

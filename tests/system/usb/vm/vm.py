@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs a command in a virtual machine that has a real USB bus: Debian's kernel under QEMU.
 
 The guest has virtual USB controllers that are wired to themselves (dummy_hcd): the program that
