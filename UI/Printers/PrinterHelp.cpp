@@ -39,6 +39,8 @@ std::string udevRuleLine()
 
 std::string hostOf(std::string_view uri)
 {
+    if (uri.starts_with("usb:"))
+        return {};
     constexpr std::string_view kNet = "net:";
     constexpr std::string_view kSlashes = "://";
     const auto slashes = uri.find(kSlashes);

@@ -45,7 +45,7 @@ std::string warningOf(const PrinterFinding& finding, Hosts& hosts)
     auto copy = *finding.printer; // taking makes its address connectable
     if (RunTarget().take(copy) != TargetFit::fits)
         return "its address is too long for a connection: give its IPv4 address with --address";
-    const auto host = finding.connectionType == kConnectionUsb ? "" : hostOf(uri);
+    const auto host = hostOf(uri);
     if (host.find(':') != std::string::npos)
         return "its address is an IPv6 one, which connections do not take: give its IPv4 address "
                "with --address";

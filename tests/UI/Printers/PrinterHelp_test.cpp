@@ -62,6 +62,7 @@ TEST(PrinterHelp, FindsTheHostInAPortString)
     EXPECT_EQ(hostOf("net:192.0.2.7"), "192.0.2.7");
     EXPECT_EQ(hostOf("net:2001:db8::1"), "2001:db8::1");
     EXPECT_EQ(hostOf("lpd://[::1]:515/"), "[::1]");
+    EXPECT_EQ(hostOf("usb://Maker/Model?serial=1"), "");
     EXPECT_EQ(hostOf("192.0.2.7"), "");
     EXPECT_EQ(hostOf(""), "");
 }
