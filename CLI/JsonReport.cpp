@@ -42,6 +42,7 @@ Json toProgress(const std::optional<double>& progress)
 template <class Item> Json listOf(const std::vector<Item>& items, Json (*toJson)(const Item&))
 {
     std::vector<Json> list;
+    list.reserve(items.size());
     for (const auto& item : items)
         list.push_back(toJson(item));
     return Json::array(list);

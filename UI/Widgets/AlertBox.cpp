@@ -240,7 +240,7 @@ bool AlertBox::event(QEvent* event)
         return QMessageBox::event(event);
     if (event->type() == QEvent::LayoutRequest) {
         fit();
-        return QDialog::event(event);
+        return QDialog::event(event); // NOLINT(bugprone-parent-virtual-call): not the box's own
     }
     const bool isDone = QMessageBox::event(event);
     if (changesLook(*event)) {
