@@ -175,10 +175,14 @@ TEST_F(vymProtocolAnswers, WaitsAsLongAsThePrinterAcceptsBytes)
 
 TEST_F(vymProtocolAnswers, WaitsOnceMoreIfTheLastBytesLeftDuringTheWait)
 {
-    for (const bool wasBehind : {true, false}) {
+    bool wasBehind = true;
+    bool lastIsOut = false;
+    int waits = 0;
+    for (const int code : {1, -5}) {
+        wasBehind = code == 1;
+        lastIsOut = false;
+        waits = 0;
         prepare(100, false);
-        bool lastIsOut = false;
-        int waits = 0;
         m_script.linkStateIs([&] {
             return LinkState{lastIsOut ? 0UL : 60UL, false, false,
                              wasBehind && !lastIsOut ? 60UL : 0UL};
@@ -188,7 +192,7 @@ TEST_F(vymProtocolAnswers, WaitsOnceMoreIfTheLastBytesLeftDuringTheWait)
             const bool isAnswered = packet.empty() ? waits++ == 0 : view(packet).isData();
             return isAnswered ? printer::piece() : std::string();
         });
-        EXPECT_EQ(update(), wasBehind ? 1 : -5);
+        EXPECT_EQ(update(), code);
     }
 }
 
