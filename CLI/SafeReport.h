@@ -2,7 +2,7 @@
 // A report that never ends a command: what cannot be shown for lack of memory is left out. Only the
 // result is never left out; see LastLine.
 //
-// Owns:    nothing; the caller owns the report behind it.
+// Owns:    nothing; the caller owns the wrapped report.
 // Threads: as the report.
 #pragma once
 #include "CLI/Report.h"

@@ -20,7 +20,7 @@ class UnlistedPrinters final : public QDialog {
     Q_OBJECT
 
 public:
-    // acceptsAddress: the page behind it takes an IP address.
+    // acceptsAddress: the device page takes an IP address.
     UnlistedPrinters(const TargetPrinters& found, bool acceptsAddress, QWidget* parent);
 
     // The four numbers of the address that the user wants to try; empty if there is none.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The lock of one printer on this computer, for the length of a run: two programs never update one
-// printer at the same time, whoever started them. A USB printer is known by its serial number, a
-// network printer by its host as written and its TCP port.
+// printer at the same time, whichever user started them. A USB printer is known by its serial
+// number, a network printer by its host as written and its TCP port.
 //
 // Owns:    the system's lock, once it was taken.
 // Threads: one at a time; release may come from another one.

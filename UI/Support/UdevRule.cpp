@@ -3,6 +3,6 @@
 
 std::string udevAdvice()
 {
-    return "To allow it to whoever sits at this computer, write the udev rule into "
-        + udevRuleFile() + ", then unplug the printer and plug it in again.";
+    return "To allow it to the user at this computer, write the udev rule into " + udevRuleFile()
+        + ", then unplug the printer and plug it in again.";
 }

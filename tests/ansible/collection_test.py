@@ -55,7 +55,7 @@ class Collection(desk.Ansible):
         self.assertIn('"compile"', done.stdout + done.stderr)
         self.assertIn('"no-assert"', done.stdout + done.stderr)
 
-    def test_documentation_and_argument_specification_agree(self):
+    def test_documentation_and_accepted_arguments_agree(self):
         collection = self.copy()
         modules = sorted(collection.glob("plugins/modules/*.py"))
         done = self.ansible(sys.executable, SANITY / "validate-modules/validate.py", "--format", "json",

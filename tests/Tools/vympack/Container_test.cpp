@@ -120,7 +120,7 @@ TEST_F(VympackContainer, EachDefectIsNamedAtItsByte)
          image(std::string(32, 'n')),
          {"error name-not-terminated", "error image-missing", "warning image-unused"},
          second},
-        {"bytes behind the name", parts.with(dirty), {"warning name-padding"}, second + 8},
+        {"bytes after the name", parts.with(dirty), {"warning name-padding"}, second + 8},
         {"an empty name", image(""), {"error name-empty", "error image-missing"}, second},
         {"the same name twice",
          image("VYMINFO.txt"),

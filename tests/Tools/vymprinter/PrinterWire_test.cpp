@@ -74,7 +74,7 @@ TEST(VymprinterWire, EveryDefectOfFormIsSeen)
         requests::Packet packet;
     } rows[] = {
         {"reserved word in the header", changed(requests::enter(), 1, 1)},
-        {"reserved word behind the header", changed(requests::getFile(), 9, 1)},
+        {"reserved word after the header", changed(requests::getFile(), 9, 1)},
         {"name in an enter request", changed(requests::enter(), 10, 'x')},
         {"flag 2 in an enter request", changed(requests::enter(), 43, 2)},
         {"flag in an exit request", changed(requests::exit(), 43, 1)},
@@ -84,7 +84,7 @@ TEST(VymprinterWire, EveryDefectOfFormIsSeen)
         {"send file of 59 bytes", requests::blank(0x5002, 59)},
         {"a header alone", requests::blank(0x5101, 8)},
         {"name without end", requests::getFile(longName)},
-        {"bytes behind the name", changed(requests::getFile("A"), 20, 'x')},
+        {"bytes after the name", changed(requests::getFile("A"), 20, 'x')},
         {"more data than announced", changed(requests::piece(0, 5, {1, 2}), 59, 1)},
         {"less data than announced", changed(requests::piece(0, 5, {1, 2}), 59, 3)},
         {"word before the data count", changed(requests::piece(0, 5, {1, 2}), 54, 1)},
