@@ -2,6 +2,8 @@
 #include "CLI/Display.h"
 #include "tests/support/TempFolder.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -16,7 +18,7 @@ protected:
     Screen()
     {
         setenv("TERM", "xterm", 1);
-        m_person = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
+        m_person = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
         EXPECT_EQ(grantpt(m_person), 0);
         EXPECT_EQ(unlockpt(m_person), 0);
         program = open(ptsname(m_person), O_RDWR | O_NOCTTY | O_CLOEXEC);
@@ -34,12 +36,22 @@ protected:
         size.ws_col = columns;
         EXPECT_EQ(ioctl(m_person, TIOCSWINSZ, &size), 0);
     }
+    // A mark follows the text, since the kernel may hand over one write in several parts.
     [[nodiscard]] std::string shown() const
     {
-        std::string text(65536, '\0');
-        const auto length = read(m_person, text.data(), text.size());
-        text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-        return text;
+        constexpr std::string_view kMark = "<mark>";
+        EXPECT_EQ(write(program, kMark.data(), kMark.size()), ssize(kMark));
+        std::string text;
+        while (!text.ends_with(kMark)) {
+            std::array<char, 4096> part{};
+            const auto length = read(m_person, part.data(), part.size());
+            if (length <= 0) {
+                ADD_FAILURE() << "the terminal has ended after: " << text;
+                return text;
+            }
+            text.append(part.data(), static_cast<std::size_t>(length));
+        }
+        return text.substr(0, text.size() - kMark.size());
     }
     int program = -1;
 

@@ -3,11 +3,10 @@
 #include "CLI/CommandLine.h"
 #include "tests/CLI/CommandRun.h"
 
-#include <atomic>
+#include <array>
 #include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <pty.h>
 #include <unistd.h>
 
@@ -56,11 +55,10 @@ public:
         arguments.reserve(words.size());
         for (auto& word : words)
             arguments.push_back(word.data());
-        std::atomic<bool> done{false};
-        std::thread reader([&] { read(done); });
+        std::thread reader([&] { read(); });
         const int code = runCommandLine(static_cast<int>(arguments.size()), arguments.data(),
                                         nullptr, {m_program, m_program, m_program});
-        done = true;
+        EXPECT_EQ(write(m_program, kMark.data(), kMark.size()), ssize(kMark));
         reader.join();
         return code;
     }
@@ -68,21 +66,20 @@ public:
     std::string screen;
 
 private:
-    void read(const std::atomic<bool>& done)
+    // Until the mark that is written after the run: the kernel may hand over the text late.
+    void read()
     {
         std::array<char, 4096> piece{};
-        for (;;) {
-            const bool last = done;
-            pollfd entry{m_person, POLLIN, 0};
-            if (poll(&entry, 1, 10) > 0)
-                screen.append(
-                    piece.data(),
-                    static_cast<std::size_t>(::read(m_person, piece.data(), piece.size())));
-            else if (last)
+        while (!screen.ends_with(kMark)) {
+            const auto length = ::read(m_person, piece.data(), piece.size());
+            if (length <= 0)
                 return;
+            screen.append(piece.data(), static_cast<std::size_t>(length));
         }
+        screen.resize(screen.size() - kMark.size());
     }
 
+    static constexpr std::string_view kMark = "<mark>";
     sigset_t m_formerMask{};
     int m_person = -1;
     int m_program = -1;
