@@ -8,6 +8,7 @@
 #include <cassert>
 #include <exception>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -216,6 +217,7 @@ int vymThread::updateAllEntries(vymProtocol& protocol, const std::string& model,
         const HoldLock hold(m_lock);
         m_outcomes.reserve(total); // so that an outcome can be stored once firmware is on its way
     }
+    std::optional<std::uint32_t> before; // the entry whose turn it was last; no one left out
     for (std::uint32_t n = 0; n < total; ++n) {
         Entry entry;
         if (!entry.read(n))
@@ -224,14 +226,15 @@ int vymThread::updateAllEntries(vymProtocol& protocol, const std::string& model,
             leaveOut(n + 1);
             continue;
         }
-        const bool isOpen = n != 0 && !protocol.FirmwareIsAnswered();
+        const bool isOpen = before.has_value() && !protocol.FirmwareIsAnswered();
         const int code = updateEntry(protocol, model, n + 1, entry);
         if (code != result::kSuccess && code != result::kNotApplicable) {
             if (isOpen && !protocol.FetchIsHeard())
-                withdrawSuccess(n - 1, code);
+                withdrawSuccess(*before, code);
             return code;
         }
         overall = code;
+        before = n;
     }
     if (total != 0)
         publishState(state_done);
@@ -296,6 +299,7 @@ int vymThread::notTakenIf(int code)
 void vymThread::withdrawSuccess(std::uint32_t index, int code)
 {
     const HoldLock hold(m_lock);
+    assert(index < m_outcomes.size()); // every entry before the failed one has its outcome
     auto& outcome = m_outcomes[index];
     if (outcome.m_result == result::kSuccess && outcome.m_bytesWentOut && !outcome.m_confirmed)
         outcome.m_result = code;

@@ -292,23 +292,41 @@ void PrintTo(const Denial& denial, std::ostream* out)
     *out << denial.why;
 }
 
-class vymThreadDenial : public vymThreadTest, public ::testing::WithParamInterface<Denial> { };
+class vymThreadDenial : public vymThreadTest, public ::testing::WithParamInterface<Denial> {
+protected:
+    void prepareDenial(const std::vector<std::string>& entries)
+    {
+        prepare(entries, false);
+        m_script.answerWith([this](const std::string& packet) {
+            const auto code = packet.size() >= 8 ? packet.substr(2, 2) : std::string();
+            if (code == "\x50\x02")
+                return ++m_pieces % 3 == 0 ? printer::piece() : std::string();
+            return code == "\x50\x01" && m_pieces != 0 ? GetParam().replyToFetch
+                                                       : m_printer->answer(packet);
+        });
+    }
+
+    unsigned m_pieces = 0;
+};
 
 TEST_P(vymThreadDenial, WithdrawsASuccessThatWasNotProven)
 {
-    prepare({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION BOOT=02.00 main.bin BOOTFW"}, false);
-    unsigned pieces = 0;
-    m_script.answerWith([&](const std::string& packet) {
-        const auto code = packet.size() >= 8 ? packet.substr(2, 2) : std::string();
-        if (code == "\x50\x02")
-            return ++pieces % 3 == 0 ? printer::piece() : std::string();
-        return code == "\x50\x01" && pieces != 0 ? GetParam().replyToFetch
-                                                 : m_printer->answer(packet);
-    });
+    prepareDenial({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION BOOT=02.00 main.bin BOOTFW"});
     EXPECT_EQ(runToEnd(state_failed).m_result, GetParam().code);
     EXPECT_EQ(outcome(0).m_result, GetParam().firstEntry);
     EXPECT_EQ(outcome(1).m_result, GetParam().code);
     EXPECT_FALSE(outcome(1).m_bytesWentOut);
+}
+
+TEST_P(vymThreadDenial, WithdrawsItAlsoAcrossAnEntryThatTheCallerLeftOut)
+{
+    prepareDenial({"VERSION MAIN=02.00 main.bin MAINFW", "VERSION FONT=02.00 main.bin FONTFW",
+                   "VERSION BOOT=02.00 main.bin BOOTFW"});
+    ASSERT_TRUE(vymThread_ChooseEntries(m_worker, {{1, 3}, false}));
+    EXPECT_EQ(runToEnd(state_failed).m_result, GetParam().code);
+    EXPECT_EQ(outcome(0).m_result, GetParam().firstEntry);
+    EXPECT_EQ(outcome(1).m_reason, VersionReason::notChosen);
+    EXPECT_EQ(outcome(2).m_result, GetParam().code);
 }
 
 INSTANTIATE_TEST_SUITE_P(
