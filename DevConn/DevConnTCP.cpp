@@ -277,7 +277,11 @@ bool DevConnTCP::ReadPort(unsigned char* buffer, unsigned long length, unsigned 
 // One attempt; true without bytes if none have arrived yet.
 bool DevConnTCP::receive(unsigned char* buffer, unsigned long length, unsigned long* received)
 {
-    const auto count = recv(m_socket, buffer, length, 0);
+    // Interrupted attempts do not count: one at the very end of the time would cut a reply in two,
+    // and its second part would be taken for the next one's header.
+    auto count = recv(m_socket, buffer, length, 0);
+    while (count < 0 && errno == EINTR)
+        count = recv(m_socket, buffer, length, 0);
     m_moreIsLikely = count >= 0 && static_cast<unsigned long>(count) == length;
     if (count < 0)
         return wouldBlock(errno);

@@ -193,7 +193,7 @@ bool Link::printerSend(const std::string& bytes)
 
 void Link::arriveAtHost(const std::string& bytes)
 {
-    if (m_silent || m_hostReset)
+    if (m_silent || m_hostReset || m_answersEnd)
         return;
     if (m_hostClosed) { // they can no longer be read: the kernel resets the connection
         world().at(due(m_lastOut, m_manners.delayOut),
@@ -308,6 +308,7 @@ void Link::meetFate()
         });
         break;
     case Fate::printerCloses:
+        m_answersEnd = m_manners.trigger == Trigger::bytesBack;
         printerClose();
         changed();
         break;

@@ -22,7 +22,9 @@ enum class Fate {
     silence, // no more bytes get through
     reset, // both ends notice it
     printerDies, // its power fails: unread bytes are lost; it resets after its restart
-    printerCloses, // it ends the connection: cleanly, or by a reset if bytes are unread
+    // It ends the connection: cleanly, or by a reset if bytes are unread. After a number of bytes
+    // back, these are all: it has written no more of its answer.
+    printerCloses,
     standstill, // no bytes get through for a while, and then all of them
 };
 enum class Trigger { time, bytesOut, bytesBack };
@@ -109,6 +111,7 @@ private:
     bool m_printerGone = false; // it answers everything with a reset
     bool m_hostReset = false;
     bool m_hostEnd = false; // the printer's end of the stream has arrived
+    bool m_answersEnd = false; // no byte of an answer arrives any more
     bool m_disturbed = false;
     bool m_fateMet = false;
     int m_error = 0;

@@ -105,6 +105,7 @@ void judge(const vymThread& worker, const Scenario& scenario, const PrinterLedge
             report.untruths.push_back("an entry ended with the code "
                                       + std::to_string(claim.result));
     }
+    report.allTaken = allWell;
     tag_devinfo info{};
     worker.CheckState(info);
     report.result = info.m_result;
@@ -113,7 +114,7 @@ void judge(const vymThread& worker, const Scenario& scenario, const PrinterLedge
     const bool ended = report.result == 1 || report.result == -11;
     if (scenario.sound() && allWell && ended && !ledger.left())
         report.untruths.emplace_back("the printer was never told to leave download mode");
-    if (socketIsOpen())
+    if (socketIsOpen() || UsbBus::openConnections() != 0)
         report.untruths.emplace_back("the connection was left open");
 }
 
@@ -122,11 +123,16 @@ void judge(const vymThread& worker, const Scenario& scenario, const PrinterLedge
 RunReport runSeed(std::uint64_t seed, bool traced)
 {
     g_seed = seed;
-    const Scenario scenario(seed);
+    return run(Scenario(seed), traced);
+}
+
+RunReport run(const Scenario& scenario, bool traced)
+{
     World world(traced);
     Link link(scenario.link, Random(scenario.lineSeed));
     ModelPrinter printer(scenario.printer);
     PrinterDesk printerDesk(link, printer, scenario.readsAtOnce);
+    UsbBus bus(scenario.usb.value_or(UsbManners{}), printer);
     plugInLink(&link);
     refuseThreads(scenario.noThread);
     g_VymInfo.loadData(scenario.description.data(), scenario.description.size(), load_vyminfo);
@@ -135,16 +141,18 @@ RunReport runSeed(std::uint64_t seed, bool traced)
         vymThread worker;
         const Desk desk(world, worker, scenario);
         char address[] = "192.0.2.7";
+        char port[] = "usb://Acme/P1?serial=S1";
         if (scenario.failingAllocation)
             failAllocation(*scenario.failingAllocation, scenario.memoryFailsForGood);
-        report.started = worker.UpdateStart(nullptr, address, 48350);
+        report.started = worker.UpdateStart(nullptr, scenario.usb ? port : address, 48350);
         report.memoryFailed = scenario.failingAllocation && allocationFailed();
         allocateSafely();
         report.took = world.now();
         world.settle(kAfterwards);
         printerDesk.atTheEnd();
+        bus.atTheEnd();
         report.sound = scenario.sound();
-        report.disturbed = link.disturbed();
+        report.disturbed = link.disturbed() || bus.disturbed();
         judge(worker, scenario, printer.ledger(), report);
     }
     report.trace = world.traceText();

@@ -20,11 +20,13 @@ struct RunReport {
     unsigned succeeded = 0; // of those
     unsigned refused = 0; // by the printer, whatever their code
     bool sound = false;
+    bool allTaken = false; // no entry's outcome is a failure
     bool disturbed = false;
     bool memoryFailed = false;
     Micros took = 0;
 };
 
 RunReport runSeed(std::uint64_t seed, bool traced);
+RunReport run(const Scenario& scenario, bool traced);
 
 } // namespace sim

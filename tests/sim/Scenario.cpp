@@ -267,7 +267,7 @@ bool Scenario::inTime() const
 
 bool Scenario::sound() const
 {
-    return honest() && inTime() && usable && !failingAllocation && !noThread
+    return honest() && inTime() && usable && !usb && !failingAllocation && !noThread
         && link.opening == Opening::accepts && link.fate == Fate::none && !printer.refusedPacket
         && printer.enterStatus == 0x80 && printer.endStatus == 0x80;
 }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// One run, made from a seed: package, printer, line, memory, the moment of a stop.
+// One run: package, printer, line, memory, the moment of a stop; made from a seed, or by a test.
 //
 // Threads: any; a value.
 #pragma once
 #include "tests/sim/Link.h"
+#include "tests/sim/UsbBus.h"
 #include "tests/support/ModelPrinter.h"
 
 #include <optional>
@@ -23,6 +24,7 @@ struct ScenarioEntry {
 };
 
 struct Scenario {
+    Scenario() = default; // no firmware, no fault
     explicit Scenario(std::uint64_t seed);
 
     std::string description; // the package's
@@ -33,6 +35,7 @@ struct Scenario {
     PrinterManners printer;
     std::size_t readsAtOnce = 1 << 20;
     LinkManners link;
+    std::optional<UsbManners> usb; // the printer is on the bus instead
     unsigned pollingMs = 500;
     std::optional<Micros> stopAt;
     std::optional<std::uint64_t> failingAllocation;
