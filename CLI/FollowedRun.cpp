@@ -132,11 +132,12 @@ void FollowedRun::watchQuiet()
 {
     const double silence = static_cast<double>(m_run.quietMilliseconds()) / 1000;
     const bool isLong = m_run.quietMilliseconds() >= WatchedRun::kQuietHint;
-    if (isLong && !m_isQuiet)
+    const bool hasEnded = m_run.endCode().has_value();
+    if (isLong && !m_isQuiet && !hasEnded)
         m_place.report.quiet(silence, m_place.session.seconds());
     m_isQuiet = isLong;
     const auto limit = m_place.options.stallLimit;
-    const bool goesOn = m_facts.stop == StopCause::none && !m_run.endCode().has_value();
+    const bool goesOn = m_facts.stop == StopCause::none && !hasEnded;
     if (!goesOn || !limit.has_value() || silence < *limit)
         return;
     m_facts.stallLimit = *limit;

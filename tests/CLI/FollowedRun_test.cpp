@@ -19,11 +19,12 @@ struct SilentReport : Report {
             throw std::bad_alloc();
     }
     void warn(const std::string& /*text*/) override { }
-    void quiet(double /*silence*/, double /*seconds*/) override { }
+    void quiet(double /*silence*/, double /*seconds*/) override { ++quietLines; }
     void stopping(StopCause cause, double /*seconds*/) override { stop = cause; }
     void finish(const Outcome& /*outcome*/) override { }
     void finishBriefly(std::string_view /*line*/) override { }
     bool isOutOfMemory = false;
+    int quietLines = 0;
     StopCause stop = StopCause::none;
 };
 
@@ -106,6 +107,26 @@ TEST(FollowedRun, WaitsForAWorkerThatMayHaveSentFirmwareHoweverLongThatTakes)
     EXPECT_FALSE(desk.place.isThreadLeft);
     EXPECT_GE(worker.looks, 20U);
     EXPECT_EQ(worker.stops, 1);
+}
+
+TEST(FollowedRun, HintsAtALongWaitOnlyWhileTheUpdateRuns)
+{
+    for (const auto state : {state_writing, state_failed}) {
+        SilentWorker worker;
+        worker.record.m_updateState = state;
+        if (state == state_failed)
+            worker.record.m_result = -6;
+        worker.atLook = [&worker](std::size_t look) {
+            if (look == 100)
+                worker.end();
+        };
+        Desk desk;
+        if (state == state_writing)
+            desk.session.setDeadline(90);
+        FollowedRun run(desk.package, desk.place, desk.destination);
+        run.follow({});
+        EXPECT_EQ(desk.report.quietLines, state == state_writing ? 1 : 0);
+    }
 }
 
 TEST(FollowedRun, GoesOnWhereItsReportCannotBeMade)

@@ -27,7 +27,7 @@ class Machine(unittest.TestCase):
             self.assertEqual(pathlib.Path(folder, "file").read_text(), "kept\n")
 
     def test_ends_what_runs_too_long_and_waits_for_free_by_counted_instructions(self):
-        ran = run("echo begun; sleep 1000", "--timeout", "300", "--icount", "--limit", "60")
+        ran = run("echo begun; sleep 1000", "--timeout", "300", "--icount", "--limit", "500")
         self.assertEqual(ran.returncode, 124, ran.stderr)
         self.assertEqual(ran.stdout, "begun\n")
 

@@ -16,6 +16,7 @@ MODEL = "Vymprint 200"
 ROWS = (f'TGMNAME "{MODEL}"', f'MODELNAME "{MODEL}"', "DRIVERNAME Vymprint", "ENTERTIME 1",
         "EXITTIME 1", "UPDATETIME 2")
 SLOW = ("--write-rate", 8000)  # writes long enough for every text to appear
+SLOWER = ("--write-rate", 2000)  # and for a large picture of it
 EVERY_SYSTEM = "PLATFORMVERSION MACOS=0"
 
 

@@ -11,7 +11,7 @@ import unittest
 from camera import dark_desktop, picture
 from case import WizardCase
 from desk import Desk
-from peers import EVERY_SYSTEM, SLOW, Firmware, Package, Printer, PrintSystem
+from peers import EVERY_SYSTEM, SLOW, SLOWER, Firmware, Package, Printer, PrintSystem
 
 PICTURES = pathlib.Path(os.environ.get("VYMKIT_PICTURES", "build/dev/pictures"))
 BY_HAND = (EVERY_SYSTEM, "NEEDENTEROPERATION YES")  # shows the line about the download mode
@@ -45,7 +45,7 @@ class Picture(WizardCase):
         self.whole_screen = size == SMALL
         self.take_desk(Desk(*size))
         self.use_language(language)
-        printer = Printer(self.desk, *SLOW)
+        printer = Printer(self.desk, *(SLOWER if size == TWICE["size"] else SLOW))
         queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Vymprint 200"),
                              ("reception", "lpd://192.0.2.17/queue", "Vymprint 210"))
         environment = {**(environment or {}), **queues.environment,
