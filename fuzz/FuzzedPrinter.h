@@ -8,7 +8,8 @@
 //   3  no reply
 //   4  the transport fails                      code (1 byte), negated
 //
-// Instructions are taken modulo 5. After the end of the input there are no more replies.
+// Instructions are taken modulo 5. After the end of the input there are no more replies. It keeps a
+// ledger of the packets that it received and of its answers to them.
 //
 // Owns:      the connection manager while it lives; one printer at a time.
 // Threads:   one at a time drives the connection; its creator makes all other calls.
@@ -18,6 +19,7 @@
 #include "DevConn/DevConnMgr.h"
 #include "fuzz/Fuzz.h"
 #include "tests/support/Printer.h"
+#include "tests/support/TruthOracle.h"
 
 #include <cstring>
 
@@ -37,6 +39,8 @@ public:
     FuzzedPrinter& operator=(const FuzzedPrinter&) = delete;
 
     [[nodiscard]] int openConnections() const { return m_open; }
+    [[nodiscard]] const PrinterLedger& ledger() const { return m_ledger; }
+    [[nodiscard]] const PeerTraits& traits() const { return m_traits; }
 
 private:
     class Transport;
@@ -47,10 +51,13 @@ private:
     }
     static std::unique_ptr<DevConnBase> make();
     long answer(std::string_view packet, std::string& reply);
+    void record(std::string_view packet, std::string_view reply);
 
     Input& m_input;
     std::size_t m_left;
     int m_open = 0;
+    PrinterLedger m_ledger;
+    PeerTraits m_traits;
 };
 
 class FuzzedPrinter::Transport : public DevConnBase {
@@ -74,6 +81,8 @@ public:
         std::string bytes;
         const long code = current()->answer(asText(send, sendLength), bytes);
         bytes.resize(std::min(bytes.size(), m_recvPacketSize));
+        if (code >= 0)
+            current()->record(asText(send, sendLength), bytes);
         if (code < 0 || bytes.empty())
             return code;
         *reply = static_cast<unsigned char*>(AllocMem(bytes.size()));
@@ -102,8 +111,11 @@ inline long FuzzedPrinter::answer(std::string_view packet, std::string& reply)
     const auto what = m_input.empty() ? 3 : m_input.byte() % 5;
     if (what == 3)
         return conn::kSuccess;
-    if (what == 4)
-        return -static_cast<long>(m_input.byte());
+    if (what == 4) {
+        const long code = -static_cast<long>(m_input.byte());
+        m_traits.undisturbed = m_traits.undisturbed && code == 0;
+        return code;
+    }
     reply = m_input.text(m_input.number());
     if (what == 1) {
         const auto code = packet.size() < 4
@@ -115,4 +127,28 @@ inline long FuzzedPrinter::answer(std::string_view packet, std::string& reply)
         reply = printer::file(reply);
     }
     return conn::kSuccess;
+}
+
+// An answer counts for the packet of its own exchange. A file packet's answer in any other exchange
+// is late, doubled or early: such a printer can make any answer look like the last block's.
+inline void FuzzedPrinter::record(std::string_view packet, std::string_view reply)
+{
+    m_ledger.took(packet);
+    PacketAssembler line;
+    line.add(reply);
+    const auto whole = line.next();
+    constexpr std::size_t kStatusAt = 10; // of two bytes
+    if (!whole || whole->size() != reply.size() || reply.size() < kStatusAt + 2)
+        return;
+    const auto answered = commandOf(reply);
+    const auto status =
+        static_cast<std::uint16_t>(static_cast<unsigned char>(reply[kStatusAt]) << 8
+                                   | static_cast<unsigned char>(reply[kStatusAt + 1]));
+    const auto piece = FilePacketView::of(packet);
+    if (answered == wire::kSendFile && piece)
+        m_ledger.answeredFile(piece->name, piece->last(), status);
+    else if (answered == wire::kSendFile)
+        m_traits.honest = false;
+    else if (answered == wire::kQuery && commandOf(packet) == wire::kQuery)
+        m_ledger.answeredQuery(status);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A hostile printer against the update procedure. The first two input bytes choose the caller and
 // the open package, the rest are the printer's replies (see FuzzedPrinter.h). Whatever it replies,
-// the procedure ends, and with a documented code.
+// the procedure ends, with a documented code, and its claims about each firmware are true.
 #include "VYM/CheckRun.h"
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymProtocol.h"
@@ -65,9 +65,27 @@ void requireDocumented(int code)
             "a documented result");
 }
 
-// Every step of the procedure, also those after a failed one.
-void runProcedure(char* address)
+// The claims about one row of the description.
+FirmwareClaim claimOf(unsigned row, int code, bool sent, bool confirmed)
 {
+    std::string field[6];
+    g_VymInfo.getVersion(row, field[0], field[1], field[2], field[3], field[4], field[5]);
+    const auto image = field[2] == "main.bin" ? imageBytes(kMainSize)
+        : field[2] == "engine.bin"            ? imageBytes(kEngineSize)
+                                              : std::string();
+    return {field[3], image, code, sent, confirmed};
+}
+
+void requireTrue(const std::vector<FirmwareClaim>& claims, const FuzzedPrinter& printer)
+{
+    for (const auto& sentence : untruths(claims, printer.ledger(), printer.traits()))
+        require(false, sentence.c_str());
+}
+
+// Every step of the procedure, also those after a failed one.
+void runProcedure(char* address, const FuzzedPrinter& printer)
+{
+    std::vector<FirmwareClaim> claims;
     vymProtocol protocol;
     tag_devinfo info{};
     requireDocumented(protocol.EnterDownLoadMode(nullptr, address, 48350, false));
@@ -80,6 +98,7 @@ void runProcedure(char* address)
             protocol.UpdateFirmware("Vymprint 200", field[0].c_str(), field[1].c_str(),
                                     field[2].c_str(), field[3].c_str(), field[4].c_str(), info);
         requireDocumented(code);
+        claims.push_back(claimOf(n, code, protocol.FirmwareBytesWentOut(), false));
         require(!protocol.FirmwareBytesWentOut()
                     || protocol.DecisionReason() == VersionReason::applies,
                 "firmware is sent where the version rule applies");
@@ -91,18 +110,20 @@ void runProcedure(char* address)
         }
     }
     requireDocumented(protocol.ExitDownLoadMode());
+    requireTrue(claims, printer);
 }
 
-void runCheck(char* address)
+void runCheck(char* address, const FuzzedPrinter& printer)
 {
     const std::atomic<bool> stop{false};
     const auto report = checkPrinter(nullptr, address, 48350, stop);
     requireDocumented(report.result);
     for (const auto& entry : report.entries)
         requireDocumented(entry.decision.code);
+    require(printer.ledger().firmwareBytes() == 0, "a check sends no firmware");
 }
 
-void runWorker(char* address)
+void runWorker(char* address, const FuzzedPrinter& printer)
 {
     vymThread worker;
     tag_devinfo info{};
@@ -115,12 +136,15 @@ void runWorker(char* address)
     requireDocumented(info.m_result);
     require((info.m_updateState == state_failed) <= (info.m_result != result::kSuccess),
             "a failed run says why");
+    std::vector<FirmwareClaim> claims;
     tag_entryoutcome outcome{};
     for (unsigned i = 0; worker.GetEntryOutcome(i, outcome); ++i) {
         requireDocumented(outcome.m_result);
         require(outcome.m_bytesSent <= outcome.m_bytesTotal, "no more is sent than there is");
         require(!outcome.m_confirmed || outcome.m_bytesWentOut, "confirmed where bytes went out");
+        claims.push_back(claimOf(i, outcome.m_result, outcome.m_bytesWentOut, outcome.m_confirmed));
     }
+    requireTrue(claims, printer);
 }
 
 } // namespace
@@ -142,8 +166,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     g_VymInfo.loadData(text.data(), text.size(), load_vyminfo);
     FuzzedPrinter printer(input, size + kMainSize + kEngineSize + kEndings);
     char address[] = "127.0.0.1";
-    constexpr void (*kDrivers[])(char*) = {&runProcedure, &runCheck, &runWorker};
-    kDrivers[driver % std::size(kDrivers)](address);
+    constexpr void (*kDrivers[])(char*, const FuzzedPrinter&) = {&runProcedure, &runCheck,
+                                                                 &runWorker};
+    kDrivers[driver % std::size(kDrivers)](address, printer);
     require(printer.openConnections() == 0, "no connection is left open");
     return 0;
 }

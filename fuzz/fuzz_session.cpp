@@ -18,6 +18,7 @@
 #include "tests/sim/Threads.h"
 #include "tests/support/Printer.h"
 #include "tests/support/PrinterLedger.h"
+#include "tests/support/TruthOracle.h"
 
 namespace {
 
@@ -128,6 +129,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(sent || peer.ledger().firmwareBytes() == 0, "what the printer got is not denied");
         require(!handled || (outcome.m_result <= 1 && outcome.m_result >= -12), "a known code");
         require(!outcome.m_confirmed || sent, "confirmed where bytes went out");
+        // Its answers are any bytes at any time: no count of them shows whose they are.
+        PeerTraits traits;
+        traits.honest = false;
+        const FirmwareClaim claim{"MAIN.BIN", imageBytes(301), handled ? outcome.m_result : 0, sent,
+                                  handled && outcome.m_confirmed};
+        for (const auto& sentence : untruths({claim}, peer.ledger(), traits))
+            require(false, sentence.c_str());
         require(!sim::socketIsOpen(), "the connection is closed");
     }
     sim::plugInLink(nullptr);
