@@ -117,6 +117,13 @@ TEST(AnswerAccount, KnowsAPrinterThatAnswersEachTenthPiece)
     EXPECT_EQ(account.patience(kLongest), 500U);
 }
 
+TEST(AnswerAccount, TakesOneAnswerAtATenthForNoPattern)
+{
+    AnswerAccount account;
+    Sending(account).pieces(15, 100, [](unsigned n) { return n == 9 ? 0 : -1; }).heardAfter(2);
+    EXPECT_EQ(account.patience(kLongest), 1800U) << "that answer took 900 ms";
+}
+
 TEST(AnswerAccount, SuspectsOneWhoseAnswersComeAtOtherPieces)
 {
     AnswerAccount account;

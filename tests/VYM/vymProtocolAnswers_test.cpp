@@ -2,6 +2,8 @@
 // Answers that are late, early, too many or missing, and which of them counts.
 #include "tests/support/ProtocolFixture.h"
 
+#include <gmock/gmock.h>
+
 namespace {
 
 constexpr const char* kCannotBeAsked = "SUPPORT_COMMAND 5101";
@@ -97,6 +99,24 @@ TEST_F(vymProtocolAnswers, CountsEveryAnswerOfASlowPrinterWithoutAStatusQuery)
     EXPECT_EQ(update(), 1);
     EXPECT_EQ(m_script.queuedReplies(), 0U);
     EXPECT_EQ(m_script.sent().size(), 2U + 6U + 5U);
+}
+
+TEST_F(vymProtocolAnswers, AreExpectedAtThePaceOfTheirOwnFirmware)
+{
+    prepare(50, false);
+    bool isFirst = true;
+    m_script.answerWith([&](const std::string& packet) {
+        if (!view(packet).isFile() || (view(packet).isData() && !isFirst))
+            return std::string();
+        m_time.advance(view(packet).isData() || !isFirst ? 0 : 2000);
+        return printer::piece();
+    });
+    EXPECT_EQ(update(), 1);
+    isFirst = false; // from now on it answers only its last block, at once
+    tell(targetInfo("160", kCannotBeAsked));
+    EXPECT_EQ(update(), 1);
+    EXPECT_THAT(m_script.timeouts(), testing::Contains(500UL));
+    EXPECT_THAT(m_script.timeouts(), testing::Not(testing::Contains(4000UL)));
 }
 
 TEST_F(vymProtocolAnswers, RequestsALifeSignIfAnswersLagAndThenStop)
