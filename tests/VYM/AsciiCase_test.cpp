@@ -20,10 +20,11 @@ class TurkishLocale {
 public:
     TurkishLocale()
     {
-        const auto build = "localedef -i tr_TR -f UTF-8 '" + (m_folder / "tr_TR.UTF-8") + "'";
+        // Its character set is small, so it is made in a third of the time of one for UTF-8.
+        const auto build = "localedef -i tr_TR -f ISO-8859-9 '" + (m_folder / "tr_TR") + "'";
         EXPECT_EQ(std::system(build.c_str()), 0) << "it needs the package locales";
         setenv("LOCPATH", m_folder.path().c_str(), 1);
-        EXPECT_NE(std::setlocale(LC_ALL, "tr_TR.UTF-8"), nullptr);
+        EXPECT_NE(std::setlocale(LC_ALL, "tr_TR"), nullptr);
         EXPECT_NE(std::tolower('I'), 'i') << "so this locale would show nothing";
     }
     ~TurkishLocale()
