@@ -383,6 +383,17 @@ TEST_F(Exchange, KeepsWhatFitsThePacketSizeAndDropsTheRest)
     }
 }
 
+TEST_F(Exchange, KeepsNoMoreThanFitsOfABodyThatComesInPieces)
+{
+    limits.packetSize = 20; // twelve bytes of the body
+    stream.arrives(replyHeader(30)).arrives("01234").arrives("56789abcdefghijklmnopqrst");
+    stream.arrives(replyOf("next"));
+    EXPECT_EQ(exchange(), conn::kSuccess);
+    EXPECT_EQ(reply, replyHeader(30) + "0123456789ab");
+    EXPECT_EQ(exchange(), conn::kSuccess);
+    EXPECT_EQ(reply, replyOf("next"));
+}
+
 TEST_F(Exchange, DropsABodyFarLargerThanThePacketSize)
 {
     const std::string body(100000, 'b');

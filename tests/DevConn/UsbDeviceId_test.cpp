@@ -183,6 +183,20 @@ TEST_F(UsbDeviceId, GivesItsPrefixInTheMachinesOrder)
     EXPECT_EQ(printer.requests.back().completionTimeoutMs, 700U);
 }
 
+TEST_F(UsbDeviceId, GivesItsPrefixInTheMachinesOrderIfThatAloneFits)
+{
+    ScriptedInterface found(printer, host.time);
+    std::unique_ptr<UsbConnection> connection;
+    ASSERT_EQ(usbDeviceId::open(found, connection), UsbStatus::ok);
+    std::uint16_t announced = 0;
+    unsigned long size = sizeof announced;
+    ASSERT_EQ(
+        usbDeviceId::request(*connection, reinterpret_cast<unsigned char*>(&announced), &size, 700),
+        UsbStatus::ok);
+    EXPECT_EQ(size, 2U);
+    EXPECT_EQ(announced, printer.deviceId->size() + 2);
+}
+
 TEST_F(UsbDeviceId, LeavesABufferOfOneByteAlone)
 {
     ScriptedInterface found(printer, host.time);
