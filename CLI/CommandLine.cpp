@@ -5,6 +5,7 @@
 #include "CLI/Destination.h"
 #include "CLI/FirmwareChoice.h"
 #include "CLI/Fleet/FleetCommand.h"
+#include "CLI/Fleet/LastRecord.h"
 #include "CLI/HelpText.h"
 #include "CLI/LastLine.h"
 #include "CLI/SafeReport.h"
@@ -129,6 +130,7 @@ OpenedPackage openedPackage(Workplace& place, StopCause& stop)
     request.path = options.package;
     request.trust.sha256 = options.sha256.value_or("");
     request.trust.key = options.key.value_or("");
+    request.trust.wantsSum = isFleetCall(options); // every printer's process takes the same package
     request.shouldStop = [&] {
         const auto wake = place.session.check();
         if (wake == Wake::signal || wake == Wake::deadline)
@@ -229,8 +231,9 @@ LastFacts lastFacts(int argc, const char* const* argv)
     return last;
 }
 
-int endBriefly(const LastFacts& last, const Console& console)
+int endBriefly(const LastFacts& last, LastRecord& record, const Console& console)
 {
+    record.write(last);
     LastText room;
     Output(last.json ? console.out : console.err).writeLast(lastLine(last, room));
     return last.exitCode;
@@ -240,8 +243,8 @@ int endBriefly(const LastFacts& last, const Console& console)
 // which still says so while this lives. None of them is called while an update runs.
 class LastWords {
 public:
-    LastWords(const LastFacts& last, const Console& console)
-        : m_last(last), m_console(console), m_former(std::set_terminate(&say))
+    LastWords(const LastFacts& last, LastRecord& record, const Console& console)
+        : m_last(last), m_record(record), m_console(console), m_former(std::set_terminate(&say))
     {
         s_current = this;
     }
@@ -261,34 +264,38 @@ private:
         auto last = s_current->m_last;
         if (s_current->m_place != nullptr)
             last.bytesWentOut = s_current->m_place->bytesWentOut;
-        std::_Exit(endBriefly(last, s_current->m_console));
+        std::_Exit(endBriefly(last, s_current->m_record, s_current->m_console));
     }
     inline static const LastWords* s_current = nullptr;
 
     const LastFacts& m_last;
+    LastRecord& m_record;
     const Console m_console;
     const Workplace* m_place = nullptr;
     const std::terminate_handler m_former;
 };
 
 // Runs the command and reports its outcome, in whatever way is possible.
-int runAndReport(Workplace& place, const std::optional<MemberOrder>& order, LastFacts last)
+int runAndReport(Workplace& place, const std::optional<MemberOrder>& order, LastRecord& record,
+                 LastFacts last)
 {
     Outcome outcome;
     try {
         outcome = runSafely(place);
         outcome.seconds = place.session.seconds();
         outcome.isOfFleet = isFleetCall(place.options);
-        if (order)
-            recordEnd(*order, outcome);
         last.exitCode = outcome.exitCode;
         last.name = outcome.name;
         last.resultCode = outcome.resultCode;
+        if (order)
+            recordEnd(*order, outcome);
+        record.done();
         place.report.finish(outcome);
     } catch (const std::exception&) {
         LastText room;
         last.bytesWentOut = place.bytesWentOut;
         last.seconds = place.session.seconds();
+        record.write(last);
         place.report.finishBriefly(lastLine(last, room));
     }
     place.display.drain();
@@ -298,9 +305,11 @@ int runAndReport(Workplace& place, const std::optional<MemberOrder>& order, Last
 }
 
 int runWhole(int argc, char** argv, PrintServer* printServer, const Console& console,
-             LastFacts& last)
+             LastFacts& last, LastRecord& record)
 {
-    LastWords words(last, console);
+    LastWords words(last, record, console);
+    const auto order = orderFromEnvironment();
+    record.prepare(order);
     Session session;
     const auto options = parseOptions(argc, argv);
     last.command = commandName(options.command);
@@ -314,10 +323,9 @@ int runWhole(int argc, char** argv, PrintServer* printServer, const Console& con
                       [&session] { return session.seconds(); });
     Workplace place{options, console, session, display, report, trace, printServer};
     words.follow(place);
-    const auto order = orderFromEnvironment();
     if (order && order->queue)
         place.queue = &*order->queue;
-    return runAndReport(place, order, last);
+    return runAndReport(place, order, record, last);
 }
 
 } // namespace
@@ -325,14 +333,16 @@ int runWhole(int argc, char** argv, PrintServer* printServer, const Console& con
 int runCommandLine(int argc, char** argv, PrintServer* printServer, const Console& console)
 {
     auto last = lastFacts(argc, argv);
+    LastRecord record;
     try {
-        return runWhole(argc, argv, printServer, console, last);
+        return runWhole(argc, argv, printServer, console, last, record);
     } catch (const std::exception&) { // out of memory before anything began
-        return endBriefly(last, console);
+        return endBriefly(last, record, console);
     }
 }
 
 int endWithoutMemory(int argc, char** argv)
 {
-    return endBriefly(lastFacts(argc, argv), {});
+    LastRecord record; // of nothing: a call that knows no printer yet
+    return endBriefly(lastFacts(argc, argv), record, {});
 }

@@ -126,6 +126,7 @@ private:
     FleetSummary m_summary;
     NextStep m_next = NextStep::none;
     bool m_bytesWentOut = false; // to any printer
+    bool m_areBytesUnknown = false; // of any printer
 };
 
 // Finds the devices; returns the outcome if there are none.
@@ -221,7 +222,9 @@ void FleetCall::sum(const FleetEnds& ends)
     for (std::size_t i = 0; i < m_members.size(); ++i) {
         const auto& end = ends.members[i];
         m_summary.add(end.memberClass, m_members[i].word.text, end.message);
-        m_bytesWentOut = m_bytesWentOut || end.bytesWentOut;
+        const bool ran = end.memberClass != MemberClass::notStarted;
+        m_bytesWentOut = m_bytesWentOut || end.bytesWentOut.value_or(false);
+        m_areBytesUnknown = m_areBytesUnknown || (ran && !end.bytesWentOut);
         // The most urgent one stands last in the list of steps.
         for (const auto step :
              {NextStep::retry, NextStep::chooseOtherPackage, NextStep::checkPrinter}) {
@@ -253,6 +256,9 @@ MemberCommand FleetCall::commandOf(std::size_t index) const
     auto& words = command.words;
     words.insert(words.end(), m_options.fleet.passedOn.begin(), m_options.fleet.passedOn.end());
     words.push_back(std::string(optionOf(member.word.kind)) + "=" + member.word.text);
+    // Each process reads the package by itself: it must still be the one that this call has read.
+    if (!m_options.sha256 && !m_package.sha256.empty())
+        words.push_back("--sha256=" + m_package.sha256);
     words.emplace_back("--json");
     if (m_options.command == Command::update)
         words.emplace_back("--yes");
@@ -276,7 +282,8 @@ std::string FleetCall::withoutResult(std::size_t index, const std::string& how, 
             + (how.empty() ? "" : " (" + how + ")")
             + ". Look at the printer before it is updated again."
         : "No process could be started for this printer: " + how + ".";
-    outcome.bytesWentOut = ran && m_options.command == Command::update; // it must be assumed
+    outcome.areBytesUnknown = ran && m_options.command == Command::update;
+    outcome.bytesWentOut = outcome.areBytesUnknown;
     auto line = resultAsJson(outcome);
     if (m_results)
         static_cast<void>(m_results->append(withPrinter(line, m_members[index].word.text)));
@@ -290,7 +297,8 @@ Outcome FleetCall::conclusion() const
     outcome.exitCode = exitCodeOf(m_summary);
     outcome.message = countsText(m_summary);
     outcome.next = m_next;
-    outcome.bytesWentOut = m_bytesWentOut;
+    outcome.bytesWentOut = m_bytesWentOut || m_areBytesUnknown;
+    outcome.areBytesUnknown = m_areBytesUnknown && !m_bytesWentOut;
     if (outcome.exitCode == exitcode::kStopped) {
         outcome.verdict = Verdict::stopped;
         outcome.name = "stopped";

@@ -62,8 +62,15 @@ std::optional<MemberEnd> memberEnd(std::string_view line)
     end.next = textOf(json, "next");
     end.message = textOf(json, "message");
     const auto bytes = json.find("firmware_bytes_sent");
-    end.bytesWentOut = bytes != json.end() && *bytes != false;
+    if (bytes != json.end() && bytes->is_boolean())
+        end.bytesWentOut = bytes->get<bool>();
     return end;
+}
+
+std::string printerKey(const std::string& printer)
+{
+    return R"(,"printer":)"
+        + ReadJson(printer).dump(-1, ' ', false, ReadJson::error_handler_t::replace);
 }
 
 std::string withPrinter(std::string_view line, const std::string& printer)
@@ -71,7 +78,6 @@ std::string withPrinter(std::string_view line, const std::string& printer)
     const auto comma = line.find(',');
     if (!line.starts_with(R"({"type":")") || comma == std::string_view::npos)
         return std::string(line);
-    const auto name = ReadJson(printer).dump(-1, ' ', false, ReadJson::error_handler_t::replace);
-    return std::string(line.substr(0, comma)) + R"(,"printer":)" + name
+    return std::string(line.substr(0, comma)) + printerKey(printer)
         + std::string(line.substr(comma));
 }

@@ -31,11 +31,13 @@ struct MemberEnd {
     MemberClass memberClass = MemberClass::failed;
     std::string next; // a stable name
     std::string message;
-    bool bytesWentOut = false; // or may have
+    std::optional<bool> bytesWentOut; // no value while that is not known
 };
 
 bool isResultLine(std::string_view line);
 // No value for a line that is damaged or no result.
 std::optional<MemberEnd> memberEnd(std::string_view line);
+// The key of a printer in such a line, with its value and the comma before it.
+std::string printerKey(const std::string& printer);
 // The same line with the printer as its second key. line: one JSON object with a type.
 std::string withPrinter(std::string_view line, const std::string& printer);

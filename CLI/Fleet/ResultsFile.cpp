@@ -7,6 +7,7 @@
 #include <fstream>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace {
@@ -41,6 +42,11 @@ private:
     int m_descriptor;
 };
 
+iovec piece(std::string_view text)
+{
+    return {const_cast<char*>(text.data()), text.size()}; // the call only reads it
+}
+
 bool endsInsideALine(int descriptor, off_t size)
 {
     char last = '\n';
@@ -72,18 +78,34 @@ std::string ResultsFile::prepare() const
 
 std::string ResultsFile::append(std::string_view line) const
 {
+    const auto written = appendParts({line, {}, {}});
+    std::string reason;
+    if (written.error != 0)
+        reason = std::strerror(written.error);
+    else if (written.isCutOff)
+        reason = "the disk is full";
+    if (written.staysCutOff)
+        reason += ", and a part of the line stays";
+    return reason;
+}
+
+ResultsFile::Written ResultsFile::appendParts(const Parts& parts) const noexcept
+{
     const OpenFile file(m_path);
     struct stat facts { };
     if (file.descriptor() < 0 || !file.lock() || fstat(file.descriptor(), &facts) != 0)
-        return std::strerror(errno);
+        return {errno, true, false};
     // A line that was cut off earlier stays a bad line of its own.
-    auto text = endsInsideALine(file.descriptor(), facts.st_size) ? "\n" : std::string();
-    text.append(line).append("\n");
-    const auto written = write(file.descriptor(), text.data(), text.size());
-    if (written == static_cast<ssize_t>(text.size()))
+    const std::string_view before = endsInsideALine(file.descriptor(), facts.st_size) ? "\n" : "";
+    const std::array<iovec, 5> pieces = {
+        {piece(before), piece(parts[0]), piece(parts[1]), piece(parts[2]), piece("\n")}};
+    std::size_t size = 0;
+    for (const auto& each : pieces)
+        size += each.iov_len;
+    const auto length = writev(file.descriptor(), pieces.data(), pieces.size());
+    if (length == static_cast<ssize_t>(size))
         return {};
-    std::string reason = written < 0 ? std::strerror(errno) : "the disk is full";
-    if (written > 0 && ftruncate(file.descriptor(), facts.st_size) != 0)
-        reason += ", and a part of the line stays";
-    return reason;
+    Written written{length < 0 ? errno : 0, true, false};
+    written.staysCutOff = length > 0 && ftruncate(file.descriptor(), facts.st_size) != 0;
+    return written;
 }

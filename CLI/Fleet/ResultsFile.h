@@ -8,6 +8,7 @@
 #pragma once
 #include "CLI/Fleet/MemberEnd.h"
 
+#include <array>
 #include <map>
 #include <string>
 #include <string_view>
@@ -24,6 +25,14 @@ public:
     [[nodiscard]] std::string prepare() const;
     // line: without its end. Returns why it could not be written, or an empty text.
     [[nodiscard]] std::string append(std::string_view line) const;
+    // The same for a line in three parts, without allocating anything.
+    using Parts = std::array<std::string_view, 3>;
+    struct Written {
+        int error = 0; // a number of the system
+        bool isCutOff = false; // by a full disk, or by the error
+        bool staysCutOff = false; // a part of the line is left in the file
+    };
+    [[nodiscard]] Written appendParts(const Parts& parts) const noexcept;
 
 private:
     std::string m_path;

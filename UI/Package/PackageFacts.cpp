@@ -236,14 +236,13 @@ OpenedPackage openPackage(const PackageRequest& request)
         return unusable(std::move(problem));
     if (shouldStop())
         return stopped();
-    std::optional<PackageSignature> signature;
+    TrustResult trust;
     if (vymbind_isContainer()) {
-        auto trust = checkTrust(*vymBindInfo::Instance(), file, request.trust, request.shouldStop);
+        trust = checkTrust(*vymBindInfo::Instance(), file, request.trust, request.shouldStop);
         if (trust.wasStopped)
             return stopped();
         if (!trust.isTrusted)
             return notTrusted(std::move(trust.problem));
-        signature = std::move(trust.signature);
     }
     if (auto problem = loadDescription(file); !problem.empty())
         return unusable(std::move(problem));
@@ -251,7 +250,8 @@ OpenedPackage openPackage(const PackageRequest& request)
         return stopped();
     auto package = readPackage(where);
     package.file = plainPath(file);
-    package.signature = std::move(signature);
+    package.signature = std::move(trust.signature);
+    package.sha256 = std::move(trust.sha256);
     if (auto problem = problemOf(package, file); !problem.empty())
         return unusable(std::move(problem));
     return {std::move(package), {}, PackageState::usable};

@@ -49,6 +49,7 @@ struct PackageFacts {
     std::vector<PackagedFirmware> firmware;
     std::string file = {}; // of the package, with its folder
     std::optional<PackageSignature> signature = {}; // where it was checked, against a trusted key
+    std::string sha256 = {}; // of the container, where its bytes were checked or that was wanted
 };
 
 // Bytes of one row of the description: far more than a printer family needs.

@@ -154,8 +154,9 @@ TrustResult checkTrust(vymBindInfo& container, const std::string& containerFile,
         return refused("The trusted keys in '" + plainText(request.keyFolder, kShownPath)
                        + "' cannot be read. Ask the administrator of this computer.");
     TrustResult result;
-    result.isTrusted = request.sha256.empty() && keys->empty(); // no requirements
-    if (result.isTrusted)
+    const bool isRequired = !request.sha256.empty() || !keys->empty();
+    result.isTrusted = !isRequired;
+    if (!isRequired && !request.wantsSum)
         return result;
     const auto signatureFile = containerFile + kSignatureSuffix;
     const auto signatureText = keys->empty() ? std::nullopt : smallFile(signatureFile);
@@ -168,17 +169,18 @@ TrustResult checkTrust(vymBindInfo& container, const std::string& containerFile,
         return !result.wasStopped;
     });
     if (!isRead) {
-        if (!result.wasStopped)
+        if (isRequired && !result.wasStopped)
             result.problem = "The package could not be read to its end, or memory is short.";
         return result;
     }
     const auto digest = sums.sha256.finish();
     if (!request.sha256.empty() && Sha256::fromHex(request.sha256) != digest)
         return refused("The package is another one: its SHA-256 is " + Sha256::toHex(digest)
-                       + ", not the one that --sha256 gives. Get the package again.");
-    if (keys->empty()) {
+                       + ", not the expected one. Get the package again.");
+    if (keys->empty())
         result.isTrusted = true;
-        return result;
-    }
-    return checkSignature(signatureFile, *keys, signatureText, sums);
+    else
+        result = checkSignature(signatureFile, *keys, signatureText, sums);
+    result.sha256 = result.isTrusted ? Sha256::toHex(digest) : "";
+    return result;
 }

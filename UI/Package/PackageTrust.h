@@ -25,6 +25,7 @@ struct TrustRequest {
     // the keys of the folder decide, if there are any.
     std::string key;
     std::string keyFolder = kKeyFolder;
+    bool wantsSum = false; // also where nothing is required; a package without one stays trusted
 };
 
 // The signer of a package; both texts are safe to show.
@@ -38,6 +39,7 @@ struct TrustResult {
     bool wasStopped = false;
     std::string problem; // why it is not trusted, and what to do
     std::optional<PackageSignature> signature; // if there was a key to verify it
+    std::string sha256; // of the container that is trusted, if it was read for a proof or wanted
 };
 
 // containerFile: the path with which the container was opened.

@@ -8,7 +8,8 @@ Usage: failing_calls.py --shim LIB --bin FOLDER --cli PROGRAM [--commands a,b] [
 For every command and kind of call: counts the calls of a run without failures, then fails the n-th of
 them, once and for good, for up to --most values of n (0: all). A run passes if it ends in time, by
 itself, with a documented exit code. With --json, its last line must also be a result with that code
-that does not deny firmware bytes that the printer received. With a clock that jumps ("clock") a run must
+that does not deny firmware bytes that the printer received; "member", the process of one printer of
+many, also records it: one whole line with that code, or none where nothing was sent. With a clock that jumps ("clock") a run must
 succeed as without.
 """
 import argparse
@@ -17,6 +18,7 @@ import json
 import os
 import pathlib
 import shutil
+import socket
 import subprocess
 import sys
 import tempfile
@@ -40,6 +42,18 @@ VERSION BOOT=AB010200 BOOT.img BOOT.FW
 """
 
 
+def own_network():
+    """A network that no other test uses while the socket, its claim, is open."""
+    for network in range(202, 208):
+        claim = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+        try:
+            claim.bind((f"127.{network}.255.254", 48350))
+            return claim, network
+        except OSError:
+            claim.close()
+    raise RuntimeError("all networks are in use")
+
+
 class Stage:
     """Makes a package, and a printer for each address."""
 
@@ -59,6 +73,7 @@ class Stage:
         self.files = files
         subprocess.run([self.bin / "vympack", "make", "--output", self.package / "VYMBINDDATA",
                         *files], check=True, capture_output=True)
+        self.claim, self.network = own_network()
         self.number = 0
         self.lock = threading.Lock()
 
@@ -66,13 +81,13 @@ class Stage:
         return self
 
     def __exit__(self, *_):
+        self.claim.close()
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def own_address(self):
         with self.lock:
             self.number += 1
-            pid = os.getpid()
-            return f"127.{80 + pid % 40}.{self.number >> 8 & 0xFF}.{1 + (self.number & 0x7F)}"
+            return f"127.{self.network}.{self.number >> 7 & 0xFF}.{1 + (self.number & 0x7F)}"
 
 
 def command_of(stage, name, address, scratch):
@@ -83,6 +98,8 @@ def command_of(stage, name, address, scratch):
         "info": [stage.cli, "info", "--package", package, "--json"],
         "check": [stage.cli, "check", "--package", package, "--json", "--address", address],
         "update": [stage.cli, "update", "--package", package, "--json", "--yes", "--address",
+                   address],
+        "member": [stage.cli, "update", "--package", package, "--json", "--yes", "--address",
                    address],
         "printers": [stage.cli, "printers", "--package", package, "--json"],
         "make": [pack, "make", "--output", str(scratch / "made"), *stage.files],
@@ -128,6 +145,10 @@ def run(stage, name, call, at, always):
                            CUPS_SERVER="/nonexistent")
         if always:
             environment["FAILING_ALWAYS"] = "1"
+        results = scratch / "results"
+        if name == "member":
+            environment["VYMKIT_FLEET_MEMBER"] = json.dumps(
+                {"printer": "hall", "results": str(results)})
         command = command_of(stage, name, address, scratch)
         store = scratch / "store"
         store.mkdir()
@@ -138,6 +159,8 @@ def run(stage, name, call, at, always):
             except subprocess.TimeoutExpired:
                 return f"still runs after {LIMIT} s", 0
             fault = fault_of(done, "--json" in command, printer, call)
+            if name == "member" and not fault:
+                fault = fault_of_record(done, results, printer, at == 0)
             if (at == 0 or call == "clock") and done.returncode not in (0, 69):  # 69: there is no print server here
                 fault = f"ends with {done.returncode}: {done.stderr.decode()}"
         calls = int(count.read_text()) if count.exists() else 0
@@ -166,6 +189,21 @@ def fault_of(done, has_json, printer, call):
         return f"the last line is no result of code {done.returncode}: {lines[-1][:120]}"
     if result.get("firmware_bytes_sent") is False and printer.got_firmware():
         return "firmware_bytes_sent is false, but the printer got firmware"
+    return None
+
+
+def fault_of_record(done, results, printer, is_sound):
+    text = results.read_text() if results.exists() else ""
+    if not text and not is_sound and not printer.got_firmware():
+        return None  # a later call begins with this printer
+    try:
+        lines = [json.loads(line) for line in text.splitlines()]
+    except ValueError:
+        return f"a record is no JSON: {text[:120]}"
+    if len(lines) != 1 or not text.endswith("\n"):
+        return f"{len(lines)} records instead of one: {text[:120]}"
+    if (lines[0]["printer"], lines[0]["exit_code"]) != ("hall", done.returncode):
+        return f"the record is another one than code {done.returncode}: {text[:120]}"
     return None
 
 

@@ -47,8 +47,18 @@ TEST(MemberEnd, KeepsWhatALaterCallNeeds)
     EXPECT_EQ(end->command, "update");
     EXPECT_EQ(end->next, "retry");
     EXPECT_EQ(end->message, "Some words.");
-    EXPECT_TRUE(end->bytesWentOut);
+    EXPECT_EQ(end->bytesWentOut, true);
     EXPECT_EQ(memberEnd(result("update", 0))->printer, "");
+}
+
+TEST(MemberEnd, DoesNotKnowOfBytesWhatItsLineDoesNotSay)
+{
+    for (const char* unknown : {R"({"type":"result","exit_code":20,"firmware_bytes_sent":null})",
+                                R"({"type":"result","exit_code":20})"})
+        EXPECT_FALSE(memberEnd(unknown)->bytesWentOut.has_value()) << unknown;
+    EXPECT_EQ(
+        memberEnd(R"({"type":"result","exit_code":16,"firmware_bytes_sent":false})")->bytesWentOut,
+        false);
 }
 
 TEST(MemberEnd, TakesNoDamagedLine)

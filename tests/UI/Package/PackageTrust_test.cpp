@@ -56,7 +56,7 @@ protected:
         Package::openFolder(folder);
         PackageRequest request;
         request.path = folder;
-        request.trust = {sha256, key, keyFolder().string()};
+        request.trust = {sha256, key, keyFolder().string(), m_wantsSum};
         return openPackage(request);
     }
     void expectRefused(const OpenedPackage& opened, const std::string& words)
@@ -79,6 +79,7 @@ protected:
 
     Package m_package;
     TempFolder m_keys;
+    bool m_wantsSum = false;
 };
 
 } // namespace
@@ -128,6 +129,24 @@ TEST_F(Trust, RefusesASignatureOfAnotherKey)
     trust("maker");
     sign("other");
     expectRefused(open(), "is of no trusted key");
+}
+
+TEST_F(Trust, GivesTheSumOfAPackageWhereThatIsWanted)
+{
+    EXPECT_EQ(open().package->sha256, "") << "nothing has read it to its end";
+    m_wantsSum = true;
+    const auto sum = open().package->sha256;
+    EXPECT_EQ(sum.size(), 64U);
+    EXPECT_TRUE(vymBindInfo::Instance()->isSealed());
+    m_wantsSum = false;
+    EXPECT_EQ(open("", sum).package->sha256, sum);
+    m_wantsSum = true;
+    expectRefused(open("", std::string(64, '0')), "not the expected one");
+    trust("maker");
+    expectRefused(open(), "is not signed");
+    sign();
+    expectTrusted(open(), "maker.pub");
+    EXPECT_EQ(open().package->sha256, sum);
 }
 
 TEST_F(Trust, RefusesAPackageThatWasChanged)
