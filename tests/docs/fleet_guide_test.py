@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """The section "Many printers from one desk" of the guide for administrators, with GNU parallel and the
-timer: its commands one after the other, with virtual printers in place of the page's.
+timer, and the example of the reference page: the commands one after the other, with virtual printers in
+place of the pages'.
 
 fleet_guide_test.py BUILD_FOLDER
 """
@@ -25,12 +26,18 @@ PID = os.getpid()
 # In the order of the page; no other test process uses them at the same time.
 PRINTERS = {"192.0.2.7": examples_test.ADDRESS,
             "reception.example": f"127.{240 + (PID >> 16 & 7)}.{PID >> 8 & 255}.{max(PID & 255, 2)}"}
+REFERENCE = (pages.ROOT / "docs/command-line.md").read_text(encoding="utf-8").partition(
+    "\n## Many printers\n")[2]
+THIRD = f"127.{252 + (PID >> 16 & 1)}.{PID >> 8 & 255}.{max(PID & 255, 2)}"
 BUSY = f"127.{248 + (PID >> 16 & 3)}.{PID >> 8 & 255}.{max(PID & 255, 2)}"
 
 
 class Guide(unittest.TestCase):
     def setUp(self):
-        self.desk = examples_test.Desk(None)
+        queues = subprocess.Popen([examples_test.BUILD / "tests/private_queues", "office",
+                                   f"lpd://{BUSY}/queue", "Vymprint 200"], stdout=subprocess.PIPE, text=True)
+        self.desk = examples_test.Desk(queues.stdout.readline().strip())
+        self.desk.background.append(queues)
         self.addCleanup(self.desk.close)
         self.store = self.desk.folder / "store"
         for address in PRINTERS.values():
@@ -95,6 +102,21 @@ class Guide(unittest.TestCase):
         said = [path.read_text() for path in (self.desk.home / "runs").rglob("stdout")]
         self.assertEqual(sorted(json.loads(text.splitlines()[-1])["exit_code"] for text in said),
                          [0, 0, code])
+
+    def test_the_example_of_the_reference_page(self):
+        for address in (THIRD, BUSY):
+            self.printer(address)
+        shown, update = pages.commands_of(re.search(r"```\n(\$ cat list.*?)```", REFERENCE, re.DOTALL)[1])
+        text = shown[1] + "\n"
+        for name, address in {**PRINTERS, "192.0.2.9": THIRD}.items():
+            self.assertIn(name, text)
+            text = text.replace(name, address)
+        (self.desk.home / "list").write_text(text)
+        self.run_well(update[0])
+        lines = [json.loads(line) for line in (self.desk.home / "north.jsonl").read_text().splitlines()]
+        self.assertEqual({line["printer"]: line["name"] for line in lines},
+                         dict.fromkeys([*PRINTERS.values(), f"lpd://{THIRD}/queue", "office"], "updated"))
+        self.assertEqual([self.transfers(address) for address in (*PRINTERS.values(), THIRD, BUSY)], [1] * 4)
 
     def test_the_call_of_the_timer(self):
         unit = next(body for body in re.findall(r"```ini\n(.*?)```", NIGHT, re.DOTALL) if "ExecStart" in body)
