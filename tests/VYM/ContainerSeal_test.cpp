@@ -3,6 +3,7 @@
 #include "VYM/ImageReader.h"
 #include "VYM/ProtocolResult.h"
 #include "tests/VYM/ContainerFixture.h"
+#include "tests/support/FailingMemory.h"
 #include "tests/support/ProtocolFixture.h"
 
 #include <fcntl.h>
@@ -56,6 +57,24 @@ TEST_F(Seal, DeliversEveryRangeOfAnUnchangedFile)
             EXPECT_TRUE(bytes == m_image.substr(at, length)) << at << ' ' << length;
         }
     }
+}
+
+TEST_F(Seal, IsNotTakenWithoutMemory)
+{
+    const ContainerSeal::Read zeros = [](std::uint64_t /*at*/, unsigned char* to,
+                                         unsigned long length) {
+        std::fill_n(to, length, static_cast<unsigned char>(0));
+        return true;
+    };
+    ContainerSeal seal;
+    bool isTaken = true;
+    {
+        const MemoryShortage shortage(0);
+        isTaken = seal.take(10, zeros, {});
+    }
+    EXPECT_FALSE(isTaken);
+    EXPECT_FALSE(seal.isTaken());
+    EXPECT_TRUE(seal.take(10, zeros, {})) << "as soon as there is memory again";
 }
 
 TEST_F(Seal, DeliversNoByteOfAPartThatChanged)
