@@ -27,6 +27,8 @@ TEST(ProgressText, CountsSmallFirmwareInKibibytes)
     parts.bytesDone = 512;
     parts.bytesTotal = 71683;
     EXPECT_NE(progressLine(parts, 90).find("  0.5 of 70.0 KiB  "), std::string::npos);
+    parts.bytesTotal = 1024 * 1024;
+    EXPECT_NE(progressLine(parts, 90).find("  0.0 of 1.0 MiB  "), std::string::npos);
 }
 
 TEST(ProgressText, LeavesOutTheBarWithoutRoom)
