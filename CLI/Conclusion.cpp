@@ -376,6 +376,7 @@ Verdict verdictOf(int code)
 Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts)
 {
     auto outcome = begunOutcome(package, Command::update, facts);
+    outcome.printerModel = facts.printerModel;
     for (const auto& entry : facts.outcomes)
         takeEntry(outcome, entry);
     const auto* last = lastReached(outcome);

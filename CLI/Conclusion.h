@@ -22,6 +22,7 @@ struct UpdateFacts {
     std::optional<int> endCode; // if the run ended before a stop request
     StopCause stop = StopCause::none;
     double stallLimit = 0; // seconds without progress, if they were the cause
+    std::string printerModel; // made plain; empty if the printer was not queried for it
     std::string held; // "another update of this printer is running here": there was no run
 };
 Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts);

@@ -50,6 +50,7 @@ void FollowedRun::takeResult()
     const auto& all = m_facts.outcomes;
     m_place.bytesWentOut =
         std::any_of(all.begin(), all.end(), [](const auto& each) { return each.m_bytesWentOut; });
+    m_facts.printerModel = m_run.printerModel();
     m_facts.connect = m_place.trace.lastConnect();
     m_facts.notPermitted = isForbiddenPort(m_target.port());
 }

@@ -120,6 +120,13 @@ bool vymThread::GetEntryOutcome(unsigned index, tag_entryoutcome& outcome) const
     return true;
 }
 
+bool vymThread::GetPrinterModel(std::string& model) const
+{
+    const HoldLock hold(m_lock);
+    model = m_printerModel;
+    return !model.empty();
+}
+
 void* vymThread::ThreadFunc(void* worker)
 {
     auto* self = static_cast<vymThread*>(worker);
@@ -180,12 +187,25 @@ void vymThread::runUpdate(vymProtocol& protocol, char* queue, char* port, unsign
         idleUntilStopped();
 }
 
+// For people alone: a run does not depend on it.
+void vymThread::keepPrinterModel(const vymProtocol& protocol)
+{
+    guarded([&] {
+        std::string model;
+        protocol.getTargetModel(model);
+        const HoldLock hold(m_lock);
+        m_printerModel = std::move(model);
+        return result::kSuccess;
+    });
+}
+
 // Everything between entering and leaving download mode.
 int vymThread::updateUntilStopped(vymProtocol& protocol)
 {
     const int fetched = protocol.GetFileData("TargetInfo.txt");
     if (fetched != result::kSuccess)
         return fetched;
+    keepPrinterModel(protocol);
     std::string model;
     if (!g_VymInfo.getTgmName(model))
         return result::kSystem;

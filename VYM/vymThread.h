@@ -54,6 +54,8 @@ public:
     bool SetPolling(unsigned long milliseconds); // 0 is refused
     bool SetVymInfo(); // an empty hook; always false
     bool CheckState(tag_devinfo& info) const;
+    // The model that the printer says it is; false before the printer was queried for it.
+    bool GetPrinterModel(std::string& model) const;
     // The outcome of the index-th entry that was handled, or false.
     bool GetEntryOutcome(unsigned index, tag_entryoutcome& outcome) const;
 
@@ -64,6 +66,7 @@ private:
     void RunThread(char* queue, char* port, unsigned short portNo);
     void sealPackage();
     void runUpdate(vymProtocol& protocol, char* queue, char* port, unsigned short portNo);
+    void keepPrinterModel(const vymProtocol& protocol);
     int updateUntilStopped(vymProtocol& protocol);
     int updateAllEntries(vymProtocol& protocol, const std::string& model, int& overall);
     int updateEntry(vymProtocol& protocol, const std::string& model, std::uint32_t number,
@@ -95,5 +98,6 @@ private:
     char* m_port = nullptr;
     unsigned short m_portNo = 0;
     EntryChoice m_choice;
+    std::string m_printerModel VYM_GUARDED_BY(m_lock); // empty until the printer was queried
     std::vector<tag_entryoutcome> m_outcomes VYM_GUARDED_BY(m_lock);
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Run/WatchedRun.h"
 
+#include "UI/Text/PlainText.h"
+#include "UI/vymThreadPrinter.h"
 #include "UI/vymThreadRefusal.h"
 #include "UI/vym_etc.h"
 #include "VYM/ProtocolResult.h"
@@ -106,6 +108,12 @@ void WatchedRun::stop()
 bool WatchedRun::refuseFirmware()
 {
     return vymThread_RefuseFirmware(m_worker);
+}
+
+std::string WatchedRun::printerModel() const
+{
+    std::string model;
+    return vymThread_GetPrinterModel(m_worker, model) ? plainText(model) : "";
 }
 
 std::vector<tag_entryoutcome> WatchedRun::takeOutcomes()

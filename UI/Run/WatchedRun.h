@@ -53,6 +53,9 @@ public:
     // The code with which the run ended by itself, before a stop request.
     [[nodiscard]] std::optional<int> endCode() const { return m_endCode; }
 
+    // The model that the printer says it is, made plain; empty if it was not queried for it.
+    [[nodiscard]] std::string printerModel() const;
+
     // From now on endCode stays unchanged: the record no longer says how the run would have ended.
     void willStop() { m_isStopping = true; }
     void stop(); // the same, and waits until the worker has ended

@@ -445,3 +445,14 @@ TEST(UpdateCommand, MentionsAnEarlierUpdateOfThePrinterThatWasCutOff)
     EXPECT_EQ(update.text(), 0); // the run before has an end
     EXPECT_THAT(update.err, testing::Not(HasSubstr("cut off")));
 }
+
+TEST(UpdateCommand, NamesTheModelOfThePrinter)
+{
+    Update update;
+    update.worker.printerModel = "Model \x1b 300";
+    update.worker.records = {status(state_initial), status(state_failed, 0, "", 0, 0, 0, -7)};
+    update.worker.outcomes = {};
+    EXPECT_EQ(update.json(), 17);
+    EXPECT_THAT(update.out, HasSubstr(R"("printer_model":"Model \\x1b 300")"));
+    EXPECT_THAT(update.out, HasSubstr(R"(192.0.2.7 is the model Model \\x1b 300.)"));
+}

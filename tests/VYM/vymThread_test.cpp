@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The worker with a scripted printer: its status record, the order of its packets, its ends.
+#include "UI/vymThreadPrinter.h"
 #include "UI/vym_etc.h"
 #include "VYM/vymThread.h"
 #include "tests/support/Printer.h"
@@ -140,6 +141,17 @@ TEST_F(vymThreadTest, UpdatesEveryEntryAndLeavesDownloadMode)
     EXPECT_EQ(outcome(1).m_number, 2U);
     EXPECT_EQ(outcome(1).m_bytesSent, 150U);
     EXPECT_EQ(m_script.openConnections(), 0U);
+}
+
+TEST_F(vymThreadTest, KnowsThePrintersModelOnceItWasQueried)
+{
+    prepare({"VERSION MAIN=02.00 main.bin MAINFW"});
+    std::string model = "former";
+    EXPECT_FALSE(vymThread_GetPrinterModel(m_worker, model));
+    EXPECT_EQ(model, "");
+    runToEnd();
+    EXPECT_TRUE(vymThread_GetPrinterModel(m_worker, model));
+    EXPECT_EQ(model, "MODEL-A");
 }
 
 TEST_F(vymThreadTest, PausesTwoSecondsBeforeEnteringAndAfterEachFirmware)

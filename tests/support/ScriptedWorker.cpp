@@ -136,6 +136,13 @@ bool vymThread_RefuseFirmware(void* worker)
     return script != nullptr && script->mayRefuseFirmware;
 }
 
+bool vymThread_GetPrinterModel(void* worker, std::string& model)
+{
+    auto* script = asScript(worker);
+    model = script != nullptr ? script->printerModel : "";
+    return !model.empty();
+}
+
 bool vymThread_SetVymInfo(void*)
 {
     return false;

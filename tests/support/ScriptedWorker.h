@@ -41,6 +41,7 @@ public:
     std::chrono::milliseconds stopTakes{0};
     std::function<void()> atStop; // during the wait for the stop
     std::vector<tag_entryoutcome> outcomes;
+    std::string printerModel; // as the printer says during a run
     bool mayRefuseFirmware = false; // it has not begun with the first one
 
     CheckReport report{};
