@@ -25,6 +25,8 @@ public:
     // lock: of the printer; may be one that was not taken. If the worker was left behind, sets
     // place.isThreadLeft: this object must then live until the process ends.
     Outcome follow(RunLock lock);
+    // After the end, for the log: what the printer's versions have shown since.
+    void noteVerdict(const std::string& verdict) { m_run.log().verdict(verdict); }
 
 private:
     void noteBeginning();

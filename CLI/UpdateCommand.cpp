@@ -103,9 +103,11 @@ Outcome runUpdate(const PackageFacts& package, Workplace& place, Destination& de
     auto outcome = run->follow(std::move(lock));
     if (place.isThreadLeft)
         static_cast<void>(run.release()); // its worker keeps using it until the process ends
-    run.reset();
     outcome.warning = warning;
-    if (place.options.verify.has_value() && outcome.verdict == Verdict::updated)
+    const bool isUpdated = run != nullptr && outcome.verdict == Verdict::updated;
+    if (place.options.verify.has_value() && isUpdated) {
         verify(package, place, destination, *place.options.verify, outcome);
+        run->noteVerdict(outcome.verification);
+    }
     return outcome;
 }

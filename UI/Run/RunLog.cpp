@@ -134,6 +134,11 @@ void RunLog::end(std::string_view name, std::optional<int> code)
     });
 }
 
+void RunLog::verdict(std::string_view name)
+{
+    guarded([&] { line("verdict", std::string(name) + ", " + fullTime()); });
+}
+
 void RunLog::line(std::string_view name, std::string_view text)
 {
     write(std::string(name) + ": " + plainText(text, kLogLineLimit) + "\n");

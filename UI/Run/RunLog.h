@@ -49,6 +49,8 @@ public:
     void look(const tag_devinfo& record); // a line for each new stage or firmware
     void outcome(const tag_entryoutcome& outcome); // of each firmware that was handled, in order
     void end(std::string_view name, std::optional<int> code); // the result's
+    // After the end: what a query of the printer's versions has shown.
+    void verdict(std::string_view name);
 
     [[nodiscard]] const std::string& path() const { return m_path; } // empty: there is no log
     [[nodiscard]] const std::string& problem() const { return m_problem; } // empty: all is written

@@ -119,3 +119,21 @@ TEST(Verification, SaysWhereAPersonHasToRestartThePrinter)
     EXPECT_THAT(update.err, HasSubstr("Switch the printer off and on again. Waiting for it"));
     EXPECT_THAT(update.out, HasSubstr("has the versions that were sent"));
 }
+
+TEST(Verification, PutsItsVerdictIntoTheLogOfTheRun)
+{
+    Verified update;
+    EXPECT_EQ(update.run(), 0);
+    const std::filesystem::directory_iterator logs(update.folder / "state/vymkit");
+    EXPECT_THAT(readFile(logs->path()),
+                testing::ContainsRegex("\nended: .*\nverdict: verified, .*\n$"));
+}
+
+TEST(Verification, PutsABadVerdictIntoTheLogToo)
+{
+    Verified update;
+    update.worker.report = {-6, "", {}};
+    EXPECT_EQ(update.run(), 3);
+    const std::filesystem::directory_iterator logs(update.folder / "state/vymkit");
+    EXPECT_THAT(readFile(logs->path()), HasSubstr("\nverdict: not-confirmed, "));
+}
