@@ -54,6 +54,7 @@ bool WatchedRun::start(const RunTarget& target, unsigned short portNumber,
     const bool isStarted = m_worker != nullptr && !m_target.isEmpty()
         && vymThread_ChooseEntries(m_worker, choice)
         && vymThread_UpdateStart(m_worker, m_target.queue(), m_target.port(), portNumber);
+    m_mayHandleMore = isStarted;
     if (isStarted)
         vymThread_SetPolling(m_worker, kPollingMs);
     else
@@ -103,11 +104,15 @@ void WatchedRun::stop()
     vymThread_StopThread(m_worker);
     m_lock.release();
     m_hasStopped = true;
+    m_mayHandleMore = false;
 }
 
 bool WatchedRun::refuseFirmware()
 {
-    return vymThread_RefuseFirmware(m_worker);
+    const bool isRefused = vymThread_RefuseFirmware(m_worker);
+    if (isRefused)
+        m_mayHandleMore = false;
+    return isRefused;
 }
 
 std::string WatchedRun::printerModel() const
@@ -118,6 +123,7 @@ std::string WatchedRun::printerModel() const
 
 std::vector<tag_entryoutcome> WatchedRun::takeOutcomes()
 {
+    assert(!m_mayHandleMore);
     tag_entryoutcome outcome{};
     for (unsigned i = 0; vymThread_GetEntryOutcome(m_worker, i, &outcome); ++i) {
         m_outcomes.push_back(outcome);

@@ -5,7 +5,7 @@
 //   WatchedRun run(facts);                    // the log begins
 //   if (run.start(target, portNumber))        // otherwise endCode() says why not
 //       while (!run.endCode()) run.look();    // once a second: a timer, a loop
-//   run.stop();                               // in every case, on any thread
+//   run.stop();                               // after a start that failed it does nothing
 //   run.takeOutcomes();  run.finish(name, code);
 //
 // Owns:      the worker, the port string and the queue that the worker points to, the log.
@@ -65,7 +65,8 @@ public:
     // ends.
     [[nodiscard]] bool refuseFirmware();
 
-    // Call once, after stop: the outcome of each firmware that was handled; also writes the log.
+    // Call once, when no further firmware can be handled: after stop, a start that failed, or
+    // refuseFirmware. The outcome of each firmware that was handled; also writes the log.
     std::vector<tag_entryoutcome> takeOutcomes();
     void finish(std::string_view resultName, std::optional<int> code); // the last lines of the log
     [[nodiscard]] RunLog& log() { return m_log; }
@@ -83,6 +84,7 @@ private:
     std::optional<int> m_endCode;
     std::atomic<bool> m_isStopping{false};
     std::atomic<bool> m_hasStopped{false};
+    std::atomic<bool> m_mayHandleMore{false}; // firmware, so that outcomes may still be added
     std::uint64_t m_changedAt = 0; // on tickMilliseconds
     std::uint64_t m_quiet = 0;
     RunLog m_log;
