@@ -16,6 +16,18 @@ bool isPlainEnd(int code)
     return code == result::kSuccess || code == result::kNotApplicable;
 }
 
+// The printer's side of a run that failed, as far as it is known.
+struct LinkFacts {
+    std::optional<ConnectProblem> connect;
+    std::optional<bool> isAnswered;
+    std::string usedBy;
+};
+
+template <class Facts> LinkFacts linkFacts(const Facts& facts)
+{
+    return {facts.connect, facts.isAnswered, facts.usedBy};
+}
+
 // Facts are those of a check or of an update.
 template <class Facts>
 Outcome begunOutcome(const PackageFacts& package, Command command, const Facts& facts)
@@ -114,12 +126,13 @@ void say(Outcome& outcome, std::string_view messageKey, const MessageFacts& fact
         outcome.message += " " + advice;
 }
 
-// Selects the message of a result: the text of its code, or a better one if more is known.
-std::string_view unconnectedKey(const Outcome& outcome, std::optional<ConnectProblem> connect)
+std::string_view unconnectedKey(const Outcome& outcome, const LinkFacts& link)
 {
     if (outcome.notPermitted)
         return "NotPermitted";
-    switch (connect.value_or(ConnectProblem::other)) {
+    if (!link.usedBy.empty())
+        return "InUse";
+    switch (link.connect.value_or(ConnectProblem::other)) {
     case ConnectProblem::none:
         return "LostEarly";
     case ConnectProblem::unknownHost:
@@ -135,16 +148,26 @@ std::string_view unconnectedKey(const Outcome& outcome, std::optional<ConnectPro
     }
 }
 
+// Whether the message says how far the connection came: no firmware went out, and the run had not
+// come to one, or the printer is known to have been reached.
+bool isLostEarly(const FirmwareOutcome* last, const Outcome& outcome, const LinkFacts& link)
+{
+    return !outcome.bytesWentOut && (last == nullptr || link.connect == ConnectProblem::none);
+}
+
+// Selects the message of a result: the text of its code, or a better one if more is known.
 std::string_view messageKeyOf(int code, const FirmwareOutcome* last, const Outcome& outcome,
-                              std::optional<ConnectProblem> connect, bool automaticEnd)
+                              const LinkFacts& link, bool automaticEnd)
 {
     if (code == result::kBadReply && last != nullptr
         && last->reason == VersionReason::unreadableVersion)
         return "UnreadableVersion";
     if (code == result::kDeviceError && last != nullptr && isPassedOver(*last))
         return "OtherSeries";
-    if (code == result::kConnectionLost && last == nullptr && !outcome.bytesWentOut)
-        return unconnectedKey(outcome, connect);
+    if (code == result::kBadReply && link.isAnswered.has_value())
+        return *link.isAnswered ? "UnusableAnswer" : "NoAnswer";
+    if (code == result::kConnectionLost && isLostEarly(last, outcome, link))
+        return unconnectedKey(outcome, link);
     if (code == result::kSuccess && automaticEnd && hasUnconfirmed(outcome))
         return "NormalEnd_Unconfirmed";
     return resultText(code, automaticEnd).messageKey;
@@ -157,7 +180,7 @@ std::string_view titleKeyOf(std::string_view messageKey, int code, bool automati
     if (messageKey == "OtherSeries")
         return "OtherSeriesTitle";
     for (const auto* unconnected :
-         {"UnknownHost", "Refused", "TimedOut", "NoRoute", "Unreachable"}) {
+         {"InUse", "UnknownHost", "Refused", "TimedOut", "NoRoute", "Unreachable"}) {
         if (messageKey == unconnected)
             return "UnreachableTitle";
     }
@@ -165,13 +188,13 @@ std::string_view titleKeyOf(std::string_view messageKey, int code, bool automati
 }
 
 void concludeWith(Outcome& outcome, int code, const PackageFacts& package,
-                  const FirmwareOutcome* last, std::optional<ConnectProblem> connect,
-                  MessageFacts facts)
+                  const FirmwareOutcome* last, const LinkFacts& link, MessageFacts facts)
 {
+    facts.holder = link.usedBy;
     if (last != nullptr)
         facts.firmware = firmwareText(*last);
     const bool automaticEnd = package.needsExitOperation == yesno_no;
-    const auto key = messageKeyOf(code, last, outcome, connect, automaticEnd);
+    const auto key = messageKeyOf(code, last, outcome, link, automaticEnd);
     outcome.resultCode = code;
     outcome.exitCode = exitCodeOf(code);
     outcome.name = resultName(code);
@@ -388,7 +411,7 @@ Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts)
     }
     if (const auto code = codeOf(outcome, facts); code.has_value()) {
         outcome.verdict = verdictOf(*code);
-        concludeWith(outcome, *code, package, last, facts.connect, words);
+        concludeWith(outcome, *code, package, last, linkFacts(facts), words);
         return outcome;
     }
     words.number = std::to_string(std::lround(facts.stallLimit));
@@ -416,11 +439,11 @@ Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts)
     words.place = "during the check";
     if (facts.report.result != result::kSuccess) {
         outcome.verdict = verdictOf(facts.report.result);
-        concludeWith(outcome, facts.report.result, package, nullptr, facts.connect, words);
+        concludeWith(outcome, facts.report.result, package, nullptr, linkFacts(facts), words);
     } else if (refused != nullptr) {
         outcome.verdict = Verdict::refused;
         concludeWith(outcome, refused->resultCode.value_or(result::kSystem), package, refused,
-                     facts.connect, words);
+                     linkFacts(facts), words);
     } else
         concludeDecided(outcome, words);
     return outcome;

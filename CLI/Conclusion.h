@@ -16,7 +16,9 @@ struct UpdateFacts {
     std::string address;
     std::string printerName;
     bool notPermitted = false; // the printer is on USB, and this user may not open it
+    std::string usedBy; // the programs that have the USB printer open, if it could not be opened
     std::optional<ConnectProblem> connect; // of the last attempt to connect
+    std::optional<bool> isAnswered; // the last packet; empty if none was sent
     tag_devinfo lastRecord{};
     std::vector<tag_entryoutcome> outcomes; // of the firmware that were handled, in order
     std::optional<int> endCode; // if the run ended before a stop request
@@ -31,7 +33,9 @@ struct CheckFacts {
     std::string address;
     std::string printerName;
     bool notPermitted = false; // as above
+    std::string usedBy; // as above
     std::optional<ConnectProblem> connect; // as above
+    std::optional<bool> isAnswered; // as above
     CheckReport report;
     StopCause stop = StopCause::none;
 };

@@ -2,6 +2,7 @@
 #include "CLI/FollowedRun.h"
 
 #include "UI/Printers/PrinterCheck.h"
+#include "UI/Support/UsbSurvey.h"
 
 #include <algorithm>
 #include <limits>
@@ -52,6 +53,9 @@ void FollowedRun::takeResult()
         std::any_of(all.begin(), all.end(), [](const auto& each) { return each.m_bytesWentOut; });
     m_facts.printerModel = m_run.printerModel();
     m_facts.connect = m_place.trace.lastConnect();
+    m_facts.isAnswered = m_place.trace.isAnswered();
+    if (m_facts.connect.value_or(ConnectProblem::none) != ConnectProblem::none)
+        m_facts.usedBy = holdersOfPort(m_target.port(), surveyedVendor(), "");
     m_facts.notPermitted = isForbiddenPort(m_target.port());
 }
 

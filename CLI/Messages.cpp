@@ -98,7 +98,13 @@ constexpr std::array kTexts = {
     KeyText{"NoRoute", "This computer knows no way to {address}."},
     KeyText{"UnknownHost", "The host that {address} names is unknown."},
     KeyText{"LostEarly",
-            "The printer at {address} was reached, and the connection was lost {place}."},
+            "The printer at {address} was reached, but the connection was lost, or an answer came "
+            "only in part, {place}."},
+    KeyText{"NoAnswer", "The printer at {address} gave no answer in time, {place}."},
+    KeyText{"UnusableAnswer",
+            "The printer at {address} answered, but an answer was missing, incomplete or not the "
+            "expected one, {place}."},
+    KeyText{"InUse", "The USB printer at {address} is in use by {holder}."},
     KeyText{"NotPermittedTitle", "not permitted"},
     KeyText{"NotPermitted", "This user may not open the USB printer at {address}."},
     KeyText{"UnreadableVersion",
@@ -150,6 +156,11 @@ constexpr std::array kAdvice = {
     KeyText{"UnknownHost", "Check the name, or give the printer's IPv4 address with --address."},
     KeyText{"LostEarly",
             "Try again. With --trace FILE, what was sent and what was answered is kept."},
+    KeyText{"NoAnswer",
+            "Wait until the printer is ready and has no job, then try again, with --verbose to see "
+            "more."},
+    KeyText{"UnusableAnswer", "Try again, with --verbose to see more."},
+    KeyText{"InUse", "Wait until it has finished, or end it, then try again."},
     KeyText{"NotPermitted", "{permission}"},
     KeyText{"UnreadableVersion", "Get another package for this printer."},
     KeyText{"OtherSeries", "Choose the package for this printer."},

@@ -22,11 +22,17 @@ std::string hex(unsigned value, int digits)
     return text.data();
 }
 
+// The command of a packet or a reply; 0, which no command has, without a header.
+unsigned commandOf(std::span<const unsigned char> packet)
+{
+    return packet.size() >= sizeof(TAG_SSTHEADER) ? packet[2] * 256U + packet[3] : 0;
+}
+
 std::string commandText(std::span<const unsigned char> packet)
 {
     if (packet.size() < sizeof(TAG_SSTHEADER))
         return "no header";
-    const unsigned code = packet[2] * 256U + packet[3];
+    const auto code = commandOf(packet);
     switch (code) {
     case packets::kGetFile:
         return "get-file";
@@ -118,12 +124,20 @@ std::optional<ConnectProblem> PacketTrace::lastConnect() const
     return m_lastConnect;
 }
 
+std::optional<bool> PacketTrace::isAnswered() const
+{
+    const HoldLock hold(m_lock);
+    return m_isAnswered;
+}
+
 void PacketTrace::connected(const char* port, unsigned short tcpPort, ConnectProblem problem,
                             int error)
 {
     {
         const HoldLock hold(m_lock);
         m_lastConnect = problem;
+        m_isAnswered.reset();
+        m_isLeaving = false;
     }
     try {
         line(connectLine(port, tcpPort, problem, error), {});
@@ -134,6 +148,12 @@ void PacketTrace::connected(const char* port, unsigned short tcpPort, ConnectPro
 
 void PacketTrace::sent(std::span<const unsigned char> packet, long result)
 {
+    {
+        const HoldLock hold(m_lock);
+        m_isLeaving = commandOf(packet) == packets::kExitDownload;
+        if (!m_isLeaving)
+            m_isAnswered = false;
+    }
     try {
         line(sentLine(packet, result), packet);
     } catch (const std::exception&) {
@@ -143,6 +163,11 @@ void PacketTrace::sent(std::span<const unsigned char> packet, long result)
 
 void PacketTrace::received(std::span<const unsigned char> reply)
 {
+    {
+        const HoldLock hold(m_lock);
+        if (!m_isLeaving)
+            m_isAnswered = true;
+    }
     try {
         line(receivedLine(reply), reply);
     } catch (const std::exception&) {

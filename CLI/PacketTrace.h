@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The traffic of the connection, for people: a line for each attempt to connect and for each
-// packet, in a file with the bytes, too. Keeps the reason why the last connection failed.
+// packet, in a file with the bytes, too. Keeps the reason why the last connection failed, and
+// whether the last packet was answered.
 //
 // Owns:      the file. Is the process's link trace while it lives.
 // Threads:   constructed and queried by the command's thread; called by the one that uses the
@@ -36,6 +37,9 @@ public:
 
     // Empty without an attempt to connect. none: the last attempt succeeded.
     [[nodiscard]] std::optional<ConnectProblem> lastConnect() const;
+    // Whether anything has arrived since the last packet, apart from the one that leaves the
+    // printer: that one goes out after a failure, too. Empty if no packet was sent.
+    [[nodiscard]] std::optional<bool> isAnswered() const;
 
     void connected(const char* port, unsigned short tcpPort, ConnectProblem problem,
                    int error) override;
@@ -50,4 +54,6 @@ private:
     mutable CRITSECT m_lock;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_file VYM_GUARDED_BY(m_lock);
     std::optional<ConnectProblem> m_lastConnect VYM_GUARDED_BY(m_lock);
+    std::optional<bool> m_isAnswered VYM_GUARDED_BY(m_lock);
+    bool m_isLeaving VYM_GUARDED_BY(m_lock) = false; // the last packet asks to leave the printer
 };

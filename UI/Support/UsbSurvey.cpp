@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Support/UsbSurvey.h"
 
+#include "DevConn/UsbPortName.h"
 #include "UI/Support/UdevRule.h"
 #include "UI/Text/PlainText.h"
 
@@ -115,6 +116,22 @@ std::vector<SurveyedPrinter> surveyUsbPrinters(const std::string& vendor, const 
             printers.push_back(surveyed(interface, device, root));
     }
     return printers;
+}
+
+std::string holdersOfPort(const std::string& port, const std::string& vendor,
+                          const std::string& root)
+{
+    std::string serial;
+    if (!usbPortName::serialOf(port, serial))
+        return {};
+    std::string names;
+    for (const auto& printer : surveyUsbPrinters(vendor, root)) {
+        if (printer.serial != plainText(serial))
+            continue;
+        for (const auto& holder : printer.holders)
+            names += (names.empty() ? "" : ", ") + holder;
+    }
+    return names;
 }
 
 std::string surveyedVendor()

@@ -21,5 +21,9 @@ struct SurveyedPrinter {
 
 // root: "" for this system; the folder above "sys", "proc", "dev" and "run" in tests.
 std::vector<SurveyedPrinter> surveyUsbPrinters(const std::string& vendor, const std::string& root);
+// The programs that have the USB printer of this port string open, for people: "lp (process 12)".
+// Empty if this user sees no such program, and for a port string of another kind.
+std::string holdersOfPort(const std::string& port, const std::string& vendor,
+                          const std::string& root);
 // The vendor's number of the printers that this build is for, as the kernel's files write it.
 std::string surveyedVendor();

@@ -152,7 +152,8 @@ TEST(Conclusion, SaysWhyThereIsNoConnection)
         {ConnectProblem::timedOut, "no connection", "Nothing answered at 192.0.2.7, port 48350"},
         {ConnectProblem::noRoute, "no connection", "knows no way to 192.0.2.7"},
         {ConnectProblem::unknownHost, "no connection", "is unknown. Check the name"},
-        {ConnectProblem::none, "connection lost", "was reached, and the connection was lost"},
+        {ConnectProblem::none, "connection lost",
+         "was reached, but the connection was lost, or an"},
         {ConnectProblem::other, "no connection", "There is no connection"},
         {std::nullopt, "no connection", "There is no connection"},
     };
@@ -171,6 +172,53 @@ TEST(Conclusion, SaysWhyThereIsNoConnection)
         check.report.result = -6;
         check.connect = row.connect;
         EXPECT_THAT(concludeCheck(package, check).message, HasSubstr(row.message));
+    }
+}
+
+// A printer that was reached is switched on.
+TEST(Conclusion, SaysOfAPrinterThatWasReachedNeitherThatItIsOffNorThatItsAddressIsWrong)
+{
+    auto facts = ended(-6, {unsent(1, -6, VersionReason::undecided)});
+    facts.connect = ConnectProblem::none;
+    const auto outcome = concludeUpdate(twoFirmware(), facts);
+    EXPECT_THAT(outcome.message, HasSubstr("was reached, but the connection was lost, or an"));
+    EXPECT_THAT(outcome.message, testing::Not(HasSubstr("switched on")));
+    EXPECT_EQ(outcome.title, "connection lost");
+}
+
+TEST(Conclusion, NamesTheProgramsThatHaveTheUsbPrinterOpen)
+{
+    auto facts = ended(-6, {});
+    facts.connect = ConnectProblem::other;
+    facts.usedBy = "usb (process 12)";
+    const auto outcome = concludeUpdate(twoFirmware(), facts);
+    EXPECT_EQ(outcome.title, "no connection");
+    EXPECT_THAT(outcome.message, HasSubstr("at 192.0.2.7 is in use by usb (process 12). Wait"));
+    EXPECT_EQ(outcome.exitCode, 16);
+    CheckFacts check;
+    check.report.result = -6;
+    check.connect = ConnectProblem::other;
+    check.usedBy = facts.usedBy;
+    EXPECT_THAT(concludeCheck(twoFirmware(), check).message, HasSubstr("is in use by usb (proc"));
+}
+
+TEST(Conclusion, TellsNoAnswerFromOneThatCannotBeUsed)
+{
+    const struct {
+        std::optional<bool> isAnswered;
+        const char* message;
+    } rows[] = {
+        {std::nullopt, "gave no answer, or none that was expected, before any firmware was sent."},
+        {false, "gave no answer in time, before any firmware was sent. Wait until the printer"},
+        {true, "answered, but an answer was missing, incomplete or not the expected one, before"},
+    };
+    for (const auto& row : rows) {
+        auto facts = ended(-5, {});
+        facts.isAnswered = row.isAnswered;
+        const auto outcome = concludeUpdate(twoFirmware(), facts);
+        EXPECT_THAT(outcome.message, HasSubstr(row.message));
+        EXPECT_EQ(outcome.title, "no expected answer");
+        EXPECT_EQ(outcome.exitCode, 15);
     }
 }
 

@@ -72,6 +72,22 @@ TEST_F(Trace, KnowsWhyTheLastConnectionWasNotMade)
     EXPECT_EQ(linkTrace(), nullptr);
 }
 
+TEST_F(Trace, KnowsWhetherTheLastPacketWasAnswered)
+{
+    constexpr std::array<unsigned char, 12> kExit = {0, 0, 0x51, 0x02, 0, 0, 0, 4, 0, 0, 0, 0x80};
+    EXPECT_EQ(trace->isAnswered(), std::nullopt);
+    trace->sent(kReply, 0);
+    EXPECT_EQ(trace->isAnswered(), false);
+    trace->received(kReply);
+    EXPECT_EQ(trace->isAnswered(), true);
+    trace->sent(kReply, 0);
+    trace->sent(kExit, 0); // goes out after every failure
+    trace->received(kExit);
+    EXPECT_EQ(trace->isAnswered(), false);
+    trace->connected("a", 1, ConnectProblem::none, 0);
+    EXPECT_EQ(trace->isAnswered(), std::nullopt);
+}
+
 TEST(PacketTraceLines, ShowPacketsOfAnyKindAndLength)
 {
     EXPECT_EQ(sentLine({}, -12), "-> no header, 0 bytes, failed with -12");

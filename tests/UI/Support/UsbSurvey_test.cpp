@@ -36,8 +36,9 @@ public:
     }
     [[nodiscard]] std::vector<SurveyedPrinter> survey(const std::string& vendor = "1209") const
     {
-        return surveyUsbPrinters(vendor, m_folder.path().string());
+        return surveyUsbPrinters(vendor, root());
     }
+    [[nodiscard]] std::string root() const { return m_folder.path().string(); }
 
 private:
     TempFolder m_folder;
@@ -80,4 +81,23 @@ TEST(UsbSurvey, PassesOverOtherMakersAndOtherDevices)
     EXPECT_TRUE(bus.survey("04b8").empty());
     bus.put("sys/bus/usb/devices/1-2:1.0/bInterfaceClass", "08\n");
     EXPECT_TRUE(bus.survey().empty());
+}
+
+TEST(UsbSurvey, NamesTheProgramsThatHaveThePrinterOfAPortStringOpen)
+{
+    Bus bus;
+    const auto holders = [&bus](const std::string& port) {
+        return holdersOfPort(port, "1209", bus.root());
+    };
+    EXPECT_EQ(holders("usb://Acme/P1?serial=S77"), "");
+    bus.put("proc/41/comm", "usb\n");
+    bus.link("proc/41/fd/7", "/dev/usb/lp0");
+    bus.put("sys/bus/usb/devices/1-2:1.0/usbmisc/lp0/dev", "180:0\n");
+    EXPECT_EQ(holders("usb://Acme/P1?serial=S77"), "usb (process 41)");
+    bus.put("proc/42/comm", "ipp-usb\n");
+    bus.link("proc/42/fd/3", "/dev/bus/usb/001/012");
+    EXPECT_EQ(holders("usb://Acme/P1?serial=S77"), "usb (process 41), ipp-usb (process 42)");
+    EXPECT_EQ(holders("usb://Acme/P1?serial=S7"), "");
+    EXPECT_EQ(holders("lpd://192.0.2.7/S77"), "");
+    EXPECT_EQ(holders(""), "");
 }
