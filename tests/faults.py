@@ -98,10 +98,12 @@ CELLS = {
         "connect": "(nothing is read or written)",
         "enter": "UpdateCommand.GoesOnWithoutALog",
         "identify": "RunLog.LetsARunGoOnWhereTheFileMayNotGrow",
-        "transfer": ["vymProtocolSend.EndsWhenThePackageIsCutWhileItIsBeingSent",
+        "transfer": ["FileSizeLimit.EndsTheLogAndNotTheTransfer",
+                     "vymProtocolSend.EndsWhenThePackageIsCutWhileItIsBeingSent",
                      "Seal.KeepsThePieceThatChangedFromBeingRead",
                      "Container.NoticesThatItWasCutWhileItWasOpen"],
-        "last block": "SealedUpdate.EndsBeforeTheLastBlockWhereThePackageIsWrittenOver",
+        "last block": ["SealedUpdate.EndsBeforeTheLastBlockWhereThePackageIsWrittenOver",
+                       "PackageThatIsWrittenOver.EndsTheUpdateBeforeTheLastBlock"],
         "writing": "RunLog.LetsARunGoOnWhereTheFileMayNotGrow",
         "leave": "(nothing is read)", "afterwards": "LogFolder.ThatCannotBeUsedIsReportedAsAProblem"},
     "stop, signals, nobody reads": {
@@ -192,6 +194,11 @@ the names of the tests: a test that is renamed or removed is an error until this
 the virtual printer (`close@piece:1`) is a row of `tests/system/faults_test.cpp`; names without a point are
 tests of whole programs. The simulation draws its faults from seeds, and so has most of them at every stage.
 A text in italics says why there is nothing to test; **open** means that a test is missing.
+
+One limit is known. Listing print queues (`printers`, `--printer`, `--all`, the list of the wizard) loads
+the print system's library, libcups, and with it GnuTLS. That starts itself as soon as it is loaded, also
+where the print server is reached through a local socket, and does not survive a lack of memory: the process
+can then end in a crash. No firmware is on its way at that time.
 """
 
 

@@ -3,6 +3,7 @@
 #include "tests/system/Desk.h"
 
 #include <csignal>
+#include <sys/resource.h>
 #include <thread>
 
 namespace {
@@ -49,6 +50,23 @@ TEST(Stop, WhileThePrinterWritesStillSendsTheRestAndAsksForAPersonToLook)
         EXPECT_TRUE(printer.stored("MAIN.FW") == package.bytesOf(0));
         EXPECT_TRUE(printer.stored("BOOT.FW") == package.bytesOf(1));
     }
+}
+
+// The limit that a shell or a service sets with its ulimit; here it comes in the middle.
+TEST(FileSizeLimit, EndsTheLogAndNotTheTransfer)
+{
+    const PackageFolder package({{"MAIN", "AB010200", 500000}}, {"UPDATETIME 5"});
+    const VirtualPrinter printer(slowPrinter(
+        {"--max-packet", "65536", "--piece-time", "500", "--window", "65536", "--status-query"}));
+    CliRun run(updateOf(printer, package));
+    ASSERT_TRUE(run.process().waitForOutput("\"sending\"", kSoon)) << run.process().out();
+    const rlimit none{1, 1}; // byte
+    ASSERT_EQ(prlimit(run.process().pid(), RLIMIT_FSIZE, &none, nullptr), 0);
+    run.process().signal(SIGXFSZ);
+    EXPECT_EQ(run.exitCode(), 0) << run.process().out();
+    EXPECT_TRUE(printer.stored("MAIN.FW") == package.bytesOf(0));
+    EXPECT_NE(run.log().find("started: "), std::string::npos);
+    EXPECT_EQ(run.log().find("ended: "), std::string::npos) << run.log();
 }
 
 TEST(Stop, ByDeadlineEndsTheWaitForAPrinterThatNeverFinishesWriting)
