@@ -102,7 +102,7 @@ class Update(Modules):
 
     def test_a_printer_that_comes_back_with_its_old_version_is_a_failure(self):
         self.printers(0, 1, *desk.RESTART, "--fault", "old-version")
-        said = self.update(verify=2)
+        said = self.update(verify=4)  # which passes before it is believed
         self.assertEqual((said["failed"], said["changed"], said["exit_code"]), (True, True, 4))
         self.assertEqual((said["verdict"], said["next"]), ("not-installed", "check-printer"))
         self.assertEqual(said["diff"]["after"], desk.OLD)

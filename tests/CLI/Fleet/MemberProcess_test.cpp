@@ -49,7 +49,9 @@ TEST(MemberProcess, ReturnsALineThatIsLongerThanAPipe)
 TEST(MemberProcess, HasAGroupOfItsOwnAnEmptyInputAndTheVariable)
 {
     MemberProcess process;
-    ASSERT_EQ(startScript(process, "cat; echo $WHO; [ $(ps -o pgid= -p $$) -eq $$ ] && echo own"),
+    ASSERT_EQ(startScript(process,
+                          "cat; echo $WHO; "
+                          "[ $(cut -d ' ' -f 5 /proc/$$/stat) -eq $$ ] && echo own"),
               "");
     EXPECT_THAT(allLines(process), ElementsAre("member", "own"));
 }
