@@ -10,6 +10,7 @@ import json
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import unittest
@@ -67,6 +68,7 @@ class Guide(unittest.TestCase):
         rows = (self.desk.home / "joblog").read_text().splitlines()[1:]
         return [(row.split()[11], int(row.split()[6])) for row in rows]
 
+    @unittest.skipUnless(shutil.which("parallel"), "left out: it needs the package parallel")
     def test_the_commands_of_the_page(self):
         blocks = [pages.commands_of(body) for body in re.findall(r"```(?:console|sh)\n(.*?)```", SECTION,
                                                                  re.DOTALL)]
