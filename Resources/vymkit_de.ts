@@ -275,6 +275,10 @@
         <translation>Die passende Firmware dieses Pakets wird an den Drucker übertragen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker nicht aus und drucken Sie nicht, bis sie beendet ist.</translation>
     </message>
     <message>
+        <source>Confirmation_CutOff</source>
+        <translation>Eine frühere Aktualisierung dieses Druckers wurde unterbrochen (Beginn: %@). Der Drucker hat sie vielleicht nur teilweise übernommen.</translation>
+    </message>
+    <message>
         <source>Confirmation_VerDown_Title</source>
         <translation>Aktualisierung starten, auch wenn sie eine ältere Version installiert?</translation>
     </message>
@@ -435,6 +439,14 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
         <translation>Warten Sie, bis alle Aufträge beendet sind und seine Anzeige meldet, dass er bereit ist, und starten Sie die Aktualisierung dann noch einmal.</translation>
     </message>
     <message>
+        <source>Error_UpdateRunningMes</source>
+        <translation>Auf diesem Computer läuft bereits eine andere Aktualisierung dieses Druckers.</translation>
+    </message>
+    <message>
+        <source>Error_UpdateRunningNext</source>
+        <translation>Warten Sie, bis sie beendet ist, und starten Sie die Aktualisierung dann noch einmal.</translation>
+    </message>
+    <message>
         <source>Error_FaxTitle</source>
         <translation>Die Faxfunktion des Druckers wird gerade benutzt</translation>
     </message>
@@ -452,7 +464,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>Die Verbindung kam nicht zustande oder ging verloren.</translation>
+        <translation>Die Verbindung kam nicht zustande oder ging verloren, oder eine Antwort kam nur in Teilen an.</translation>
     </message>
     <message>
         <source>Error_PoweredOffNext</source>
@@ -512,7 +524,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>Der Drucker gab keine Antwort oder keine, mit der Vymkit etwas anfangen kann, und die Aktualisierung wurde abgebrochen.</translation>
+        <translation>Der Drucker hat nicht rechtzeitig geantwortet, oder seine Antwort war unvollständig oder unbrauchbar. Die Aktualisierung wurde abgebrochen.</translation>
     </message>
     <message>
         <source>Error_OtherNext</source>
@@ -593,6 +605,10 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     <message>
         <source>Details_Result</source>
         <translation>Ergebnis: %@</translation>
+    </message>
+    <message>
+        <source>Details_Process</source>
+        <translation>Prozess der anderen Aktualisierung: %@</translation>
     </message>
     <message>
         <source>Details_Log</source>

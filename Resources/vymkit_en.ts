@@ -275,6 +275,10 @@
         <translation>Vymkit sends the printer the firmware that it needs from this package. Once started, the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
     </message>
     <message>
+        <source>Confirmation_CutOff</source>
+        <translation>An earlier update of this printer was cut off (started %@). The printer may have taken only a part of it.</translation>
+    </message>
+    <message>
         <source>Confirmation_VerDown_Title</source>
         <translation>Start the update, even to an older version?</translation>
     </message>
@@ -435,6 +439,14 @@ The update can take several minutes, and the bar may stand still for a while.</t
         <translation>Wait until it has finished all jobs and its display shows that it is ready, then start the update again.</translation>
     </message>
     <message>
+        <source>Error_UpdateRunningMes</source>
+        <translation>Another update of this printer is running on this computer.</translation>
+    </message>
+    <message>
+        <source>Error_UpdateRunningNext</source>
+        <translation>Wait until it has ended, then start the update again.</translation>
+    </message>
+    <message>
         <source>Error_FaxTitle</source>
         <translation>The printer’s fax is in use</translation>
     </message>
@@ -452,7 +464,7 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>The connection could not be made, or it was lost.</translation>
+        <translation>The connection could not be made or was lost, or an answer arrived only in part.</translation>
     </message>
     <message>
         <source>Error_PoweredOffNext</source>
@@ -512,7 +524,7 @@ The update can take several minutes, and the bar may stand still for a while.</t
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>The printer gave no answer, or one that Vymkit could not use, and the update was stopped.</translation>
+        <translation>The printer gave no answer in time, or one that was incomplete or that Vymkit could not use, and the update was stopped.</translation>
     </message>
     <message>
         <source>Error_OtherNext</source>
@@ -593,6 +605,10 @@ The update can take several minutes, and the bar may stand still for a while.</t
     <message>
         <source>Details_Result</source>
         <translation>Result: %@</translation>
+    </message>
+    <message>
+        <source>Details_Process</source>
+        <translation>Process of the other update: %@</translation>
     </message>
     <message>
         <source>Details_Log</source>

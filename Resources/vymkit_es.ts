@@ -275,6 +275,10 @@
         <translation>Se envía a la impresora el firmware de este paquete que corresponde. Una vez iniciada, la actualización no se puede cancelar. Hasta que termine, no apague la impresora ni imprima.</translation>
     </message>
     <message>
+        <source>Confirmation_CutOff</source>
+        <translation>Una actualización anterior de esta impresora se interrumpió (inicio: %@). Es posible que la impresora solo haya recibido una parte.</translation>
+    </message>
+    <message>
         <source>Confirmation_VerDown_Title</source>
         <translation>¿Iniciar la actualización, aunque sea a una versión anterior?</translation>
     </message>
@@ -435,6 +439,14 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
         <translation>Espere hasta que haya terminado todos los trabajos y su pantalla indique que está lista, y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
+        <source>Error_UpdateRunningMes</source>
+        <translation>En este equipo ya hay otra actualización de esta impresora en curso.</translation>
+    </message>
+    <message>
+        <source>Error_UpdateRunningNext</source>
+        <translation>Espere hasta que termine y vuelva a iniciar la actualización.</translation>
+    </message>
+    <message>
         <source>Error_FaxTitle</source>
         <translation>El fax de la impresora está en uso</translation>
     </message>
@@ -452,7 +464,7 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>No se ha podido establecer la conexión o se ha perdido.</translation>
+        <translation>No se ha podido establecer la conexión, se ha perdido o una respuesta ha llegado incompleta.</translation>
     </message>
     <message>
         <source>Error_PoweredOffNext</source>
@@ -512,7 +524,7 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>La impresora no ha dado ninguna respuesta, o una que Vymkit no puede utilizar, y la actualización se ha detenido.</translation>
+        <translation>La impresora no ha respondido a tiempo, o su respuesta estaba incompleta o no se podía utilizar, y la actualización se ha detenido.</translation>
     </message>
     <message>
         <source>Error_OtherNext</source>
@@ -593,6 +605,10 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     <message>
         <source>Details_Result</source>
         <translation>Resultado: %@</translation>
+    </message>
+    <message>
+        <source>Details_Process</source>
+        <translation>Proceso de la otra actualización: %@</translation>
     </message>
     <message>
         <source>Details_Log</source>

@@ -275,6 +275,10 @@
         <translation>Seuls les micrologiciels de ce paquet qui conviennent à l’imprimante lui sont envoyés. Une fois commencée, la mise à jour ne peut plus être annulée. Jusqu’à ce qu’elle soit terminée, n’éteignez pas l’imprimante et n’imprimez pas.</translation>
     </message>
     <message>
+        <source>Confirmation_CutOff</source>
+        <translation>Une mise à jour précédente de cette imprimante a été interrompue (début : %@). L’imprimante n’en a peut-être reçu qu’une partie.</translation>
+    </message>
+    <message>
         <source>Confirmation_VerDown_Title</source>
         <translation>Démarrer la mise à jour, même vers une version plus ancienne ?</translation>
     </message>
@@ -435,6 +439,14 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
         <translation>Attendez qu’elle ait terminé tous ses travaux et que son écran indique qu’elle est prête, puis relancez la mise à jour.</translation>
     </message>
     <message>
+        <source>Error_UpdateRunningMes</source>
+        <translation>Une autre mise à jour de cette imprimante est en cours sur cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>Error_UpdateRunningNext</source>
+        <translation>Attendez qu’elle soit terminée, puis relancez la mise à jour.</translation>
+    </message>
+    <message>
         <source>Error_FaxTitle</source>
         <translation>Le télécopieur de l’imprimante est en cours d’utilisation</translation>
     </message>
@@ -452,7 +464,7 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>La connexion n’a pas pu être établie ou a été perdue.</translation>
+        <translation>La connexion n’a pas pu être établie ou a été perdue, ou une réponse n’est arrivée qu’en partie.</translation>
     </message>
     <message>
         <source>Error_PoweredOffNext</source>
@@ -512,7 +524,7 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>L’imprimante n’a donné aucune réponse, ou une réponse que Vymkit ne peut pas utiliser, et la mise à jour a été arrêtée.</translation>
+        <translation>L’imprimante n’a pas répondu à temps, ou sa réponse était incomplète ou inutilisable, et la mise à jour a été arrêtée.</translation>
     </message>
     <message>
         <source>Error_OtherNext</source>
@@ -593,6 +605,10 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     <message>
         <source>Details_Result</source>
         <translation>Résultat : %@</translation>
+    </message>
+    <message>
+        <source>Details_Process</source>
+        <translation>Processus de l’autre mise à jour : %@</translation>
     </message>
     <message>
         <source>Details_Log</source>

@@ -275,6 +275,10 @@
         <translation>このパッケージのうち、必要なファームウェアをプリンターに送信します。開始後はキャンセルできません。更新が終わるまで、プリンターの電源を切ったり、印刷したりしないでください。</translation>
     </message>
     <message>
+        <source>Confirmation_CutOff</source>
+        <translation>このプリンターの以前の更新が途中で中断されています（開始：%@）。プリンターには一部しか書き込まれていない可能性があります。</translation>
+    </message>
+    <message>
         <source>Confirmation_VerDown_Title</source>
         <translation>古いバージョンになる場合もあります。更新を開始しますか？</translation>
     </message>
@@ -435,6 +439,14 @@
         <translation>すべてのジョブが終わり、表示が準備完了になってから、もう一度更新してください。</translation>
     </message>
     <message>
+        <source>Error_UpdateRunningMes</source>
+        <translation>このコンピューターで、このプリンターの別の更新を実行中です。</translation>
+    </message>
+    <message>
+        <source>Error_UpdateRunningNext</source>
+        <translation>その更新が終わるまで待ってから、もう一度更新してください。</translation>
+    </message>
+    <message>
         <source>Error_FaxTitle</source>
         <translation>ファクスを使用中です</translation>
     </message>
@@ -452,7 +464,7 @@
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>接続できなかったか、接続が切れました。</translation>
+        <translation>接続できなかったか、接続が切れたか、応答が途中までしか届きませんでした。</translation>
     </message>
     <message>
         <source>Error_PoweredOffNext</source>
@@ -512,7 +524,7 @@
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>プリンターから応答がないか、応答を処理できなかったため、更新を中止しました。</translation>
+        <translation>プリンターが時間内に応答しなかったか、応答が不完全または処理できないものだったため、更新を中止しました。</translation>
     </message>
     <message>
         <source>Error_OtherNext</source>
@@ -593,6 +605,10 @@
     <message>
         <source>Details_Result</source>
         <translation>結果：%@</translation>
+    </message>
+    <message>
+        <source>Details_Process</source>
+        <translation>実行中の更新のプロセス：%@</translation>
     </message>
     <message>
         <source>Details_Log</source>

@@ -275,6 +275,10 @@
         <translation>此更新包中适用的固件将发送到打印机。开始后将无法取消更新。更新完成之前，请勿关闭打印机电源，也不要打印。</translation>
     </message>
     <message>
+        <source>Confirmation_CutOff</source>
+        <translation>此打印机的上一次更新被中断（开始时间：%@）。打印机可能只接收了其中一部分。</translation>
+    </message>
+    <message>
         <source>Confirmation_VerDown_Title</source>
         <translation>要开始更新吗（可能降为旧版本）？</translation>
     </message>
@@ -435,6 +439,14 @@
         <translation>请等待打印机完成所有作业且显示屏显示就绪，然后重新开始更新。</translation>
     </message>
     <message>
+        <source>Error_UpdateRunningMes</source>
+        <translation>此计算机上正在运行对该打印机的另一次更新。</translation>
+    </message>
+    <message>
+        <source>Error_UpdateRunningNext</source>
+        <translation>请等待该更新结束，然后重新开始更新。</translation>
+    </message>
+    <message>
         <source>Error_FaxTitle</source>
         <translation>打印机的传真功能正在使用中</translation>
     </message>
@@ -452,7 +464,7 @@
     </message>
     <message>
         <source>Error_PoweredOffMes</source>
-        <translation>无法建立连接，或连接已中断。</translation>
+        <translation>无法建立连接、连接已中断，或只收到部分应答。</translation>
     </message>
     <message>
         <source>Error_PoweredOffNext</source>
@@ -512,7 +524,7 @@
     </message>
     <message>
         <source>Error_OtherMes</source>
-        <translation>打印机没有应答，或应答无法使用，更新已停止。</translation>
+        <translation>打印机没有及时应答，或应答不完整、无法使用，更新已停止。</translation>
     </message>
     <message>
         <source>Error_OtherNext</source>
@@ -593,6 +605,10 @@
     <message>
         <source>Details_Result</source>
         <translation>结果：%@</translation>
+    </message>
+    <message>
+        <source>Details_Process</source>
+        <translation>另一次更新的进程：%@</translation>
     </message>
     <message>
         <source>Details_Log</source>

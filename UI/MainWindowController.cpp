@@ -240,7 +240,10 @@ void MainWindowController::selectIPAddressTextEvent()
 
 void MainWindowController::startUpdateAction()
 {
-    const int answer = ask(startQuestion(vymParseController::getAllowVersionDown() == yesno_yes));
+    const auto cutOffAt =
+        _targetPrinterInfo != nullptr ? RunOnScreen::cutOffAt(*_targetPrinterInfo) : "";
+    const int answer =
+        ask(startQuestion(vymParseController::getAllowVersionDown() == yesno_yes, cutOffAt));
     if (answer == alert::kDefault)
         startUpdate();
     else if (answer == alert::kAlternate)

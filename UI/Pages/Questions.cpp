@@ -28,11 +28,14 @@ Alert question(const char* titleKey, const char* messageKey)
 
 } // namespace
 
-Alert startQuestion(bool allowsOlderVersions)
+Alert startQuestion(bool allowsOlderVersions, const std::string& cutOffAt)
 {
-    return allowsOlderVersions
+    auto alert = allowsOlderVersions
         ? question(textkey::kConfirmationVerDownTitle, textkey::kConfirmationVerDownDescription)
         : question(textkey::kConfirmationNormalTitle, textkey::kConfirmationNormalDescription);
+    if (!cutOffAt.empty())
+        alert.remarks = words::filled(textkey::kConfirmationCutOff, cutOffAt);
+    return alert;
 }
 
 Alert cancelQuestion()

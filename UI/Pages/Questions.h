@@ -8,7 +8,8 @@
 #pragma once
 #include "UI/Widgets/Alerts.h"
 
-Alert startQuestion(bool allowsOlderVersions);
+// cutOffAt: when an earlier update of the printer began that was cut off; empty: there is none.
+Alert startQuestion(bool allowsOlderVersions, const std::string& cutOffAt = {});
 Alert cancelQuestion();
 Alert addressMessage(); // the address of zeros
 // packageProblem: why there is no usable package; empty if there is one.

@@ -21,6 +21,8 @@ std::string detailsOf(int code, const ResultFacts& facts)
     auto details = words::filled(textkey::kDetailsPrinter, name) + '\n'
         + words::filled(textkey::kDetailsPackage, folder) + '\n'
         + words::filled(textkey::kDetailsResult, std::string(resultName(code)));
+    if (facts.heldBy.value_or(0) != 0)
+        details += '\n' + words::filled(textkey::kDetailsProcess, std::to_string(*facts.heldBy));
     if (!facts.log.empty())
         details += '\n' + words::filled(textkey::kDetailsLog, facts.log);
     return details;
@@ -65,6 +67,10 @@ Alert resultMessage(int code, bool automaticEnd, const ResultFacts& facts)
         told.remarks = remarksOn(facts, texts.isError);
     if (const auto key = adviceKey(code, !isAllConfirmed(facts)); !key.empty())
         told.advice = words::plain(std::string(key).c_str());
+    if (facts.heldBy.has_value()) {
+        told.message = words::plain(textkey::kErrorUpdateRunningMes);
+        told.advice = words::plain(textkey::kErrorUpdateRunningNext);
+    }
     if (!isAllConfirmed(facts))
         told.queryButton = words::plain(textkey::kCheckButton);
     told.details = detailsOf(code, facts);

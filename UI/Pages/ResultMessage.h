@@ -8,6 +8,8 @@
 #include "UI/Run/InstalledCheck.h"
 #include "UI/Widgets/Alerts.h"
 
+#include <optional>
+#include <string>
 #include <vector>
 
 struct SentFirmware {
@@ -21,6 +23,7 @@ struct ResultFacts {
     std::vector<SentFirmware> sent; // of which bytes went out, in order
     PrinterInfo printer;
     std::string packageFolder;
+    std::optional<int> heldBy; // the process of another update of the printer; 0: it is unknown
     std::string log; // its path; empty: there is no log
 };
 

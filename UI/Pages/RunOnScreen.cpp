@@ -2,6 +2,8 @@
 #include "UI/Pages/RunOnScreen.h"
 
 #include "UI/Pages/Words.h"
+#include "UI/Run/RunHistory.h"
+#include "UI/Text/PlainText.h"
 #include "UI/Text/TextKeys.h"
 #include "UI/Widgets/Aside.h"
 #include "UI/Widgets/WaitingBox.h"
@@ -80,6 +82,19 @@ RunLogFacts RunOnScreen::facts() const
 void RunOnScreen::logPackageProblem(const std::string& problem) const
 {
     RunLog().badPackage(facts(), problem);
+}
+
+std::string RunOnScreen::cutOffAt(const PrinterInfo& printer)
+{
+    RunTarget target;
+    RunLock lock;
+    auto copy = printer; // a target changes its printer's address
+    const auto port = static_cast<unsigned short>(vymParseController::getPortNo());
+    if (target.take(copy) != TargetFit::fits || lock.take(target, port) != RunLock::Status::taken)
+        return {};
+    const auto address = plainText(printer.printerURI().value_or(""), kLogLineLimit);
+    const auto run = unfinishedRun(logFolder(), address);
+    return run.has_value() ? run->started : "";
 }
 
 std::optional<int> RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
@@ -173,6 +188,7 @@ ResultFacts RunOnScreen::takeResults()
                               outcome.m_confirmed});
         m_sent.push_back({outcome.m_number, versionOf(outcome.m_number - 1)});
     }
+    facts.heldBy = m_run->heldBy();
     facts.log = m_run->log().path();
     return facts;
 }

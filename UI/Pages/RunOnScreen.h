@@ -32,6 +32,9 @@ public:
     // A line for the log of each run; empty: no line.
     void setRemark(std::string remark) { m_remark = std::move(remark); }
 
+    // When the last update of the printer began, if it was cut off: its log has no end. Empty if
+    // not, and while another update of the printer is running on this computer.
+    static std::string cutOffAt(const PrinterInfo& printer);
     // Null: no printer was chosen. Returns the code with which the run has ended at once, if no
     // worker runs: a system error, or another program on this computer updates the printer.
     [[nodiscard]] std::optional<int> begin(std::shared_ptr<PrinterInfo> printer);

@@ -20,6 +20,8 @@ public:
     Status take(const RunTarget& target, unsigned short portNumber);
     void release() { m_lock.reset(); }
     [[nodiscard]] bool isTaken() const { return m_lock != nullptr; }
+    // The process that holds it, after such an attempt; 0 if unknown.
+    [[nodiscard]] int holder() const { return m_holder; }
     // "another update of this printer is running here (process 12)", after an attempt that found it
     // held.
     [[nodiscard]] std::string heldText() const;

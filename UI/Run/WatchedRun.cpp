@@ -74,6 +74,7 @@ bool WatchedRun::lock(unsigned short portNumber)
     if (status != RunLock::Status::held)
         return true;
     m_log.note(m_lock.heldText());
+    m_heldBy = m_lock.holder();
     m_endCode = result::kBusy;
     return false;
 }

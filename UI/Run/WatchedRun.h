@@ -56,6 +56,10 @@ public:
     // The model that the printer says it is, made plain; empty if it was not queried for it.
     [[nodiscard]] std::string printerModel() const;
 
+    // After a start that failed: another program on this computer updates the printer. Its process;
+    // 0 if that is unknown.
+    [[nodiscard]] std::optional<int> heldBy() const { return m_heldBy; }
+
     // From now on endCode stays unchanged: the record no longer says how the run would have ended.
     void willStop() { m_isStopping = true; }
     void stop(); // the same, and waits until the worker has ended
@@ -82,6 +86,7 @@ private:
     tag_devinfo m_record{};
     RunStep m_step;
     std::optional<int> m_endCode;
+    std::optional<int> m_heldBy;
     std::atomic<bool> m_isStopping{false};
     std::atomic<bool> m_hasStopped{false};
     std::atomic<bool> m_mayHandleMore{false}; // firmware, so that outcomes may still be added

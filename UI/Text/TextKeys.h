@@ -92,6 +92,7 @@ constexpr const char* kGuideStartUpdateCmt = "Guide_StartUpdateCmt";
 // Questions and the unsupported system.
 constexpr const char* kConfirmationNormalTitle = "Confirmation_Normal_Title";
 constexpr const char* kConfirmationNormalDescription = "Confirmation_Normal_Description";
+constexpr const char* kConfirmationCutOff = "Confirmation_CutOff"; // (text) the time of its start
 constexpr const char* kConfirmationVerDownTitle = "Confirmation_VerDown_Title";
 constexpr const char* kConfirmationVerDownDescription = "Confirmation_VerDown_Description";
 constexpr const char* kCancelMesTitle = "Cancel_MesTitle";
@@ -137,6 +138,9 @@ constexpr const char* kErrorConnectErrorNext = "Error_ConnectErrorNext";
 constexpr const char* kErrorDeviceBusyTitle = "Error_DeviceBusyTitle";
 constexpr const char* kErrorDeviceBusyMes = "Error_DeviceBusyMes";
 constexpr const char* kErrorDeviceBusyNext = "Error_DeviceBusyNext";
+// Instead of the two above: another update of the printer is running on this computer.
+constexpr const char* kErrorUpdateRunningMes = "Error_UpdateRunningMes";
+constexpr const char* kErrorUpdateRunningNext = "Error_UpdateRunningNext";
 constexpr const char* kErrorFaxTitle = "Error_FaxTitle";
 constexpr const char* kErrorFaxMes = "Error_FaxMes";
 constexpr const char* kErrorFaxNext = "Error_FaxNext";
@@ -181,6 +185,7 @@ constexpr const char* kDetailsButton = "Details_Button"; // opens them
 constexpr const char* kDetailsPrinter = "Details_Printer"; // (text) the printer's name or address
 constexpr const char* kDetailsPackage = "Details_Package"; // (text) the package's folder
 constexpr const char* kDetailsResult = "Details_Result"; // (text) the result's name
+constexpr const char* kDetailsProcess = "Details_Process"; // (text) of the other update
 constexpr const char* kDetailsLog = "Details_Log"; // (text) the path of the run's log
 
 // Names for screen readers, for controls without a text.

@@ -16,6 +16,16 @@ TEST(Questions, LeaveTheReturnKeyToNo)
     EXPECT_EQ(cancelQuestion().message, "Cancel_Message");
 }
 
+TEST(Questions, MentionAnEarlierUpdateThatWasCutOff)
+{
+    EXPECT_EQ(startQuestion(false).remarks, "");
+    for (const bool allowsOlder : {false, true}) {
+        const auto question = startQuestion(allowsOlder, "2026-11-21 04:35:09 +0100");
+        EXPECT_EQ(question.remarks, "Confirmation_CutOff");
+        EXPECT_EQ(question.alternateButton, "NO");
+    }
+}
+
 TEST(Questions, HaveOneButtonWhereThereIsNothingToDecide)
 {
     EXPECT_EQ(addressMessage().defaultButton, "OK");

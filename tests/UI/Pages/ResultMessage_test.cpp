@@ -114,6 +114,21 @@ TEST_F(ResultMessages, SayWhatWasSentAndConfirmedAndOnlyWhatApplies)
     }
 }
 
+TEST_F(ResultMessages, SayThatAnotherUpdateOfThePrinterIsRunning)
+{
+    ResultFacts facts;
+    facts.heldBy = 0;
+    auto told = resultMessage(-3, false, facts);
+    EXPECT_EQ(told.title, "Error_DeviceBusyTitle");
+    EXPECT_EQ(told.message, "Error_UpdateRunningMes");
+    EXPECT_EQ(told.advice, "Error_UpdateRunningNext");
+    EXPECT_EQ(told.remarks, "Result_NothingSent");
+    EXPECT_EQ(told.details.find("Details_Process"), std::string::npos) << "it is unknown";
+    facts.heldBy = 12;
+    told = resultMessage(-3, false, facts);
+    EXPECT_NE(told.details.find("Details_Process"), std::string::npos) << told.details;
+}
+
 TEST_F(ResultMessages, NameTheFirmwareThatWasSent)
 {
     begin();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The run in the window, with a scripted worker.
 #include "tests/UI/WizardRun.h"
+#include "tests/support/ScriptedLocks.h"
 
 #include <QSessionManager>
 
@@ -57,6 +58,29 @@ TEST_F(RunOnScreens, AnAddressThatIsTooLongForTheWorkerIsNotCut)
     wizard.controller->startUpdateAction();
     EXPECT_EQ(message().title, "Error_SystemTitle");
     EXPECT_THAT(worker.calls(), ElementsAre("create", "stop", "delete"));
+}
+
+// The lock is the one that command line and window share.
+TEST_F(RunOnScreens, SaysThatAnotherProgramUpdatesThePrinter)
+{
+    ScriptedLocks locks;
+    locks.heldBy = 12;
+    begin();
+    EXPECT_EQ(message().message, "Error_UpdateRunningMes");
+    EXPECT_EQ(wizard.alerts.asked().front().remarks, "");
+    EXPECT_THAT(worker.calls(), ElementsAre());
+    EXPECT_THAT(log(), HasSubstr("another update of this printer is running here (process 12)"));
+}
+
+TEST_F(RunOnScreens, AsksWithAWordAboutAnEarlierUpdateThatWasCutOff)
+{
+    ScriptedLocks locks;
+    std::filesystem::create_directories(stateFolder.path() / "vymkit");
+    stateFolder.write("vymkit/run-20261121T033509.123Z-4711.log",
+                      "started: 2026-11-21 04:35:09 +0100\naddress: 127.0.0.1\n");
+    begin();
+    EXPECT_EQ(wizard.alerts.asked().front().remarks, "Confirmation_CutOff");
+    EXPECT_EQ(locks.holding, 1) << "the run's own";
 }
 
 struct StateRow {
