@@ -125,6 +125,13 @@ void PrinterTable::describe()
     QAccessible::updateAccessibility(&said);
 }
 
+// The room of an empty note is the list's.
+void PrinterTable::showNote(const QString& words)
+{
+    _searchTxt->setText(words);
+    _searchTxt->setVisible(!words.isEmpty());
+}
+
 void PrinterTable::showSearch(const QString& words, bool isSearching)
 {
     showNote(words);

@@ -5,8 +5,7 @@
 // Owns:      the list, the search and the remembered row. The form owns the controls.
 // Threads:   the interface's own; devices are queried on the search's thread.
 // Invariant: during a search the list has the printers that were found so far: the first rows of
-// the
-//            list that follows. If an empty selection is not allowed, a list with rows has a
+//            the list that follows. If an empty selection is not allowed, a list with rows has a
 //            selected one.
 #pragma once
 #include "UI/Pages/Form.h"
@@ -32,7 +31,7 @@ public:
     void cancel() { m_search.cancel(); }
     [[nodiscard]] bool isBusy() const { return m_search.isBusy(); } // also after a cancel
     [[nodiscard]] bool isEmpty() const { return m_printers.numberOfRowsInTableView() == 0; }
-    void showNote(const QString& words) { _searchTxt->setText(words); } // beside the list
+    void showNote(const QString& words); // below the list
 
     void rememberSelectedRow();
     void forgetRow() { _selectedRowPrtList = 0; }
