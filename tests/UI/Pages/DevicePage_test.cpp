@@ -428,6 +428,26 @@ TEST_F(DevicePages, GiveATypedTargetTheModelOfThePackage)
     EXPECT_EQ(wizard.text("_targetDevNameTxt"), "Vymprint 200");
 }
 
+// The page alone: the window shows the target's name, and never its model.
+TEST_F(DevicePages, GiveATypedTargetThePackagesModelAsItsModelAndItsName)
+{
+    wizard.open();
+    Form form;
+    ASSERT_EQ(form.load(wizard.setup.formFile), "");
+    DevicePage page(form, DevicePage::Variant::withAddress, {});
+    page.connectControls();
+    InputNSMatrixControl* address = nullptr;
+    form.find(address, "_IPAddressMatrix");
+    ASSERT_NE(address, nullptr);
+    page.chooseAddress();
+    address->setCellValue({"192", "0", "2", "7"});
+    const auto printer = page.chosenPrinter();
+    ASSERT_NE(printer, nullptr);
+    EXPECT_EQ(printer->printerModel(), "Vymprint 200");
+    EXPECT_EQ(printer->printerName(), "Vymprint 200");
+    EXPECT_EQ(printer->printerURI(), "192.0.2.7");
+}
+
 TEST_F(DevicePages, FitTheirRowsAgainAfterTheFontHasChanged)
 {
     threePrinters().open().toPrinters();

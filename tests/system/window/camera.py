@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Takes pictures of the wizard, and sets a desktop to dark colours."""
+"""Takes pictures of the wizard, and sets a desktop to dark colours or large letters."""
 
 import pathlib
 import subprocess
@@ -10,8 +10,8 @@ from desk import LIMIT
 STILL = 0.1  # seconds without a change after which a window counts as drawn
 MOVES = 10  # attempts at a picture on which something never rests
 
-# Qt reads these in a desktop session that keeps its colours in a file; no switch of the product.
-DARK_SESSION = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}
+# Qt reads colours and fonts of such a desktop session from a file; no switch of the product.
+OWN_SESSION = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}
 DARK_COLOURS = {  # background, text, every second row
     "Window": ("42,46,50", "252,252,252", "49,54,59"),
     "Button": ("49,54,59", "252,252,252", "30,87,116"),
@@ -30,7 +30,15 @@ def dark_desktop(desk):
                   "ForegroundLink=29,153,243", "ForegroundVisited=155,89,182"]
     settings = pathlib.Path(desk.environment["XDG_CONFIG_HOME"]) / "kdeglobals"
     settings.write_text("\n".join(lines) + "\n", encoding="utf-8")
-    return DARK_SESSION
+    return OWN_SESSION
+
+
+def large_letters(desk, points):
+    """Makes the desk's letters that large; returns the environment of programs that shall use it."""
+    settings = pathlib.Path(desk.environment["XDG_CONFIG_HOME"]) / "kdeglobals"
+    settings.write_text("[KDE]\nwidgetStyle=Fusion\n[General]\n"
+                        f"font=DejaVu Sans,{points},-1,5,50,0,0,0,0,0\n", encoding="utf-8")
+    return OWN_SESSION
 
 
 def screen(wizard):

@@ -8,7 +8,7 @@ from desk import Desk
 from texts import Texts
 from wizard import Wizard
 
-LOCALES = {"en": "en_US.UTF-8", "ja": "ja_JP.UTF-8"}
+LOCALES = {"en": "en_US.UTF-8", "de": "de_DE.UTF-8", "fr": "fr_FR.UTF-8", "ja": "ja_JP.UTF-8"}
 
 
 class WizardCase(unittest.TestCase):
