@@ -82,6 +82,7 @@ MainWindowSetup windowSetup(const WizardOptions& options, Alerts& alerts)
     setup.version = VYMKIT_VERSION;
     const auto opened = openPackage(options.package);
     setup.packageProblem = opened.problem;
+    setup.packageReason = opened.reason;
     if (opened.package && opened.package->signature)
         setup.packageSignature =
             opened.package->signature->key + " (" + opened.package->signature->comment + ")";

@@ -145,16 +145,16 @@ Outcome runOnPackage(Workplace& place, const std::optional<FleetWords>& words)
     const auto& options = place.options;
     auto stop = StopCause::none;
     auto opened = openedPackage(place, stop);
-    auto& [package, problem, state] = opened;
-    if (state == PackageState::stopped)
+    auto& package = opened.package;
+    if (opened.state == PackageState::stopped)
         return concludeReadingStopped(options.command, stop);
     if (options.command == Command::doctor)
         return runDoctor(opened, place);
     if (options.command == Command::report)
         return runReport(opened, place);
     if (!package.has_value()) {
-        auto outcome = packageOutcome(options, problem);
-        if (state == PackageState::notTrusted)
+        auto outcome = packageOutcome(options, opened.problem);
+        if (opened.state == PackageState::notTrusted)
             outcome.name = "package-not-trusted";
         return outcome;
     }

@@ -87,7 +87,7 @@
         <source>Preference_CheckPoint</source>
         <translation>• Der Drucker ist eingeschaltet und zeigt keinen Fehler an.
 • Er ist über ein USB-Kabel mit diesem Computer verbunden, oder beide sind im selben Netzwerk, und alle Stecker sitzen fest.
-• Niemand druckt, scannt oder faxt mit dem Drucker, bis die Aktualisierung beendet ist.
+• Niemand druckt, scannt oder faxt mit dem Drucker, bis die Aktualisierung abgeschlossen ist.
 • Weder der Drucker noch dieser Computer wird ausgeschaltet oder vom Strom getrennt. Ein Notebook ist an das Netzteil angeschlossen.</translation>
     </message>
     <message>
@@ -184,7 +184,7 @@
     </message>
     <message>
         <source>Device_WhyServer</source>
-        <translation>Die Druckerwarteschlangen konnten nicht gelesen werden: %@</translation>
+        <translation>Die Druckerwarteschlangen konnten nicht gelesen werden. Prüfen Sie, ob der Druckdienst (CUPS) dieses Computers läuft, und suchen Sie dann erneut.</translation>
     </message>
     <message>
         <source>Device_WhyNoModel</source>
@@ -272,7 +272,7 @@
     </message>
     <message>
         <source>Confirmation_Normal_Description</source>
-        <translation>Die passende Firmware dieses Pakets wird an den Drucker übertragen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker nicht aus und drucken Sie nicht, bis sie beendet ist.</translation>
+        <translation>Die passende Firmware dieses Pakets wird an den Drucker übertragen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker nicht aus und drucken Sie nicht, bis sie abgeschlossen ist.</translation>
     </message>
     <message>
         <source>Confirmation_CutOff</source>
@@ -284,7 +284,7 @@
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>
-        <translation>Dieses Paket kann neuere Firmware im Drucker durch ältere ersetzen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker nicht aus und drucken Sie nicht, bis sie beendet ist.</translation>
+        <translation>Dieses Paket kann neuere Firmware im Drucker durch ältere ersetzen. Einmal gestartet, kann die Aktualisierung nicht mehr abgebrochen werden. Schalten Sie den Drucker nicht aus und drucken Sie nicht, bis sie abgeschlossen ist.</translation>
     </message>
     <message>
         <source>Cancel_MesTitle</source>
@@ -304,7 +304,99 @@
     </message>
     <message>
         <source>VYM_UnSupportOS_Package</source>
-        <translation>Das Update-Paket konnte nicht gelesen werden, deshalb ist nicht bekannt, welche Systeme es unterstützt: %@</translation>
+        <translation>Das Update-Paket kann nicht verwendet werden, deshalb ist nicht bekannt, welche Systeme es unterstützt: %@</translation>
+    </message>
+    <message>
+        <source>Package_NameTooLong</source>
+        <translation>Der Name des Paketordners oder der Paketdatei ist zu lang.</translation>
+    </message>
+    <message>
+        <source>Package_NoFolder</source>
+        <translation>Den Ordner „%@“ gibt es nicht, oder er kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Package_NotInFolder</source>
+        <translation>Im Ordner „%@“ liegt kein Update-Paket (VYMBINDDATA).</translation>
+    </message>
+    <message>
+        <source>Package_NotAFile</source>
+        <translation>„%@“ ist keine Datei.</translation>
+    </message>
+    <message>
+        <source>Package_NotReadable</source>
+        <translation>Sie haben keine Berechtigung, „%@“ zu lesen. Wenden Sie sich an die Person, der die Datei gehört.</translation>
+    </message>
+    <message>
+        <source>Package_NoMemory</source>
+        <translation>Der Arbeitsspeicher reicht nicht aus, um das Paket zu lesen. Schließen Sie andere Programme und versuchen Sie es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>Package_Damaged</source>
+        <translation>„%@“ ist kein Update-Paket oder ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>Package_NoDescription</source>
+        <translation>Das Paket enthält keine Beschreibung (VYMINFO.txt).</translation>
+    </message>
+    <message>
+        <source>Package_LargeDescription</source>
+        <translation>Die Beschreibung des Pakets ist größer als %u MiB.</translation>
+    </message>
+    <message>
+        <source>Package_LongRow</source>
+        <translation>Die Beschreibung des Pakets enthält eine Zeile von mehr als %u Byte.</translation>
+    </message>
+    <message>
+        <source>Package_NoFirmware</source>
+        <translation>Die Beschreibung des Pakets führt keine Firmware auf.</translation>
+    </message>
+    <message>
+        <source>Package_ManyFirmware</source>
+        <translation>Die Beschreibung des Pakets führt mehr als %u Firmware-Einträge auf.</translation>
+    </message>
+    <message>
+        <source>Package_BadPort</source>
+        <translation>Die Portnummer im Paket liegt nicht zwischen 1 und 65535.</translation>
+    </message>
+    <message>
+        <source>Package_ReadError</source>
+        <translation>Das Paket konnte nicht bis zum Ende gelesen werden, oder der Arbeitsspeicher reicht nicht aus.</translation>
+    </message>
+    <message>
+        <source>Package_KeysUnreadable</source>
+        <translation>Die vertrauenswürdigen Schlüssel in „%@“ können nicht gelesen werden. Wenden Sie sich an die Systemverwaltung.</translation>
+    </message>
+    <message>
+        <source>Package_NoSignatureCheck</source>
+        <translation>Dieses Programm wurde ohne libsodium erstellt und kann keine Signaturen prüfen.</translation>
+    </message>
+    <message>
+        <source>Package_NotSigned</source>
+        <translation>Das Paket ist nicht signiert: Die Datei „%@“ fehlt.</translation>
+    </message>
+    <message>
+        <source>Package_SignatureUnreadable</source>
+        <translation>Die Signatur „%@“ des Pakets kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Package_SignatureOld</source>
+        <translation>Die Signatur „%@“ des Pakets hat ein veraltetes Format (erstellt mit der Option -l von minisign).</translation>
+    </message>
+    <message>
+        <source>Package_SignatureForeign</source>
+        <translation>Die Signatur „%@“ stammt von keinem vertrauenswürdigen Schlüssel, oder das Paket wurde nach dem Signieren verändert.</translation>
+    </message>
+    <message>
+        <source>Package_KeyUnreadable</source>
+        <translation>%@ (nicht lesbar)</translation>
+    </message>
+    <message>
+        <source>Package_TrustedKeys</source>
+        <translation>Dieser Computer nimmt nur Pakete an, die mit einem vertrauenswürdigen Schlüssel signiert sind: %@. Besorgen Sie sich das Paket und seine Signatur vom Hersteller.</translation>
+    </message>
+    <message>
+        <source>Package_GetAgain</source>
+        <translation>Besorgen Sie sich das Paket noch einmal vom Hersteller.</translation>
     </message>
     <message>
         <source>Report_Save</source>
@@ -328,7 +420,7 @@
     </message>
     <message>
         <source>Update_Precaution</source>
-        <translation>Bis die Aktualisierung beendet ist:
+        <translation>Bis die Aktualisierung abgeschlossen ist:
 • Schalten Sie den Drucker nicht aus und ziehen Sie keine Kabel ab.
 • Drucken, scannen und faxen Sie nicht mit ihm.
 • Schalten Sie diesen Computer nicht aus.
@@ -336,7 +428,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Update_CloseRefused</source>
-        <translation>Das Fenster bleibt offen: Eine abgebrochene Aktualisierung kann den Drucker unbrauchbar machen. Das Fenster schließt sich von selbst, sobald die Aktualisierung beendet ist.</translation>
+        <translation>Das Fenster bleibt offen: Eine abgebrochene Aktualisierung kann den Drucker unbrauchbar machen. Das Fenster schließt sich von selbst, sobald die Aktualisierung abgeschlossen ist.</translation>
     </message>
     <message>
         <source>Update_Quiet</source>
@@ -388,7 +480,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>NormalEnd_ManualMes</source>
-        <translation>Sobald die Anzeige des Druckers meldet, dass die Aktualisierung beendet ist, schalten Sie ihn aus und wieder ein.</translation>
+        <translation>Sobald die Anzeige des Druckers meldet, dass die Aktualisierung abgeschlossen ist, schalten Sie ihn aus und wieder ein.</translation>
     </message>
     <message>
         <source>NoUpdateEndTitle</source>
@@ -492,7 +584,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Error_FirmReadNext</source>
-        <translation>Besorgen Sie sich das Paket noch einmal und starten Sie die Aktualisierung noch einmal.</translation>
+        <translation>Besorgen Sie sich das Paket erneut und starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>
@@ -576,7 +668,7 @@ Die Aktualisierung kann mehrere Minuten dauern, und der Balken kann eine Weile s
     </message>
     <message>
         <source>Check_DifferentNext</source>
-        <translation>Ist er noch beschäftigt, warten Sie, bis seine Anzeige meldet, dass er bereit ist, und prüfen Sie ihn dann erneut. Starten Sie sonst die Aktualisierung noch einmal.</translation>
+        <translation>Ist er noch beschäftigt, warten Sie, bis seine Anzeige meldet, dass er bereit ist, und prüfen Sie ihn dann erneut. Andernfalls starten Sie die Aktualisierung noch einmal.</translation>
     </message>
     <message>
         <source>Check_UnknownTitle</source>

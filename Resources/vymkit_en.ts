@@ -184,7 +184,7 @@
     </message>
     <message>
         <source>Device_WhyServer</source>
-        <translation>The print queues could not be read: %@</translation>
+        <translation>The print queues could not be read. Check that the print service (CUPS) of this computer is running, then search again.</translation>
     </message>
     <message>
         <source>Device_WhyNoModel</source>
@@ -208,7 +208,7 @@
     </message>
     <message>
         <source>Device_WhyNoSerial</source>
-        <translation>It reports no serial number, so that it cannot be told from others.</translation>
+        <translation>It reports no serial number, so it cannot be distinguished from other printers.</translation>
     </message>
     <message>
         <source>Device_WhyDuplicate</source>
@@ -284,7 +284,7 @@
     </message>
     <message>
         <source>Confirmation_VerDown_Description</source>
-        <translation>This package may replace newer firmware in the printer by older firmware. Once started, the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
+        <translation>This package may replace newer firmware in the printer with older firmware. Once started, the update cannot be cancelled. Until it has finished, do not switch the printer off and do not print.</translation>
     </message>
     <message>
         <source>Cancel_MesTitle</source>
@@ -304,7 +304,99 @@
     </message>
     <message>
         <source>VYM_UnSupportOS_Package</source>
-        <translation>The update package could not be read, so it is not known which systems it supports: %@</translation>
+        <translation>The update package cannot be used, so it is not known which systems it supports: %@</translation>
+    </message>
+    <message>
+        <source>Package_NameTooLong</source>
+        <translation>The name of the package’s folder or file is too long.</translation>
+    </message>
+    <message>
+        <source>Package_NoFolder</source>
+        <translation>There is no folder “%@”, or it cannot be read.</translation>
+    </message>
+    <message>
+        <source>Package_NotInFolder</source>
+        <translation>The folder “%@” contains no update package (VYMBINDDATA).</translation>
+    </message>
+    <message>
+        <source>Package_NotAFile</source>
+        <translation>“%@” is not a file.</translation>
+    </message>
+    <message>
+        <source>Package_NotReadable</source>
+        <translation>You do not have permission to read “%@”. Ask its owner.</translation>
+    </message>
+    <message>
+        <source>Package_NoMemory</source>
+        <translation>There is not enough memory to read the package. Close other programs, then try again.</translation>
+    </message>
+    <message>
+        <source>Package_Damaged</source>
+        <translation>“%@” is not an update package, or it is damaged.</translation>
+    </message>
+    <message>
+        <source>Package_NoDescription</source>
+        <translation>The package contains no description (VYMINFO.txt).</translation>
+    </message>
+    <message>
+        <source>Package_LargeDescription</source>
+        <translation>The package’s description is larger than %u MiB.</translation>
+    </message>
+    <message>
+        <source>Package_LongRow</source>
+        <translation>The package’s description has a row of more than %u bytes.</translation>
+    </message>
+    <message>
+        <source>Package_NoFirmware</source>
+        <translation>The package’s description lists no firmware.</translation>
+    </message>
+    <message>
+        <source>Package_ManyFirmware</source>
+        <translation>The package’s description has more than %u firmware entries.</translation>
+    </message>
+    <message>
+        <source>Package_BadPort</source>
+        <translation>The port number in the package is not between 1 and 65535.</translation>
+    </message>
+    <message>
+        <source>Package_ReadError</source>
+        <translation>The package could not be read to its end, or there is not enough memory.</translation>
+    </message>
+    <message>
+        <source>Package_KeysUnreadable</source>
+        <translation>The trusted keys in “%@” cannot be read. Ask the administrator of this computer.</translation>
+    </message>
+    <message>
+        <source>Package_NoSignatureCheck</source>
+        <translation>This program was built without libsodium and cannot check signatures.</translation>
+    </message>
+    <message>
+        <source>Package_NotSigned</source>
+        <translation>The package is not signed: there is no file “%@”.</translation>
+    </message>
+    <message>
+        <source>Package_SignatureUnreadable</source>
+        <translation>The package’s signature “%@” cannot be read.</translation>
+    </message>
+    <message>
+        <source>Package_SignatureOld</source>
+        <translation>The package’s signature “%@” has an old form, made with the option -l of minisign.</translation>
+    </message>
+    <message>
+        <source>Package_SignatureForeign</source>
+        <translation>The package’s signature “%@” was not made with a trusted key, or the package was changed after it was signed.</translation>
+    </message>
+    <message>
+        <source>Package_KeyUnreadable</source>
+        <translation>%@ (cannot be read)</translation>
+    </message>
+    <message>
+        <source>Package_TrustedKeys</source>
+        <translation>This computer accepts only packages that are signed with a trusted key: %@. Get the package and its signature from its maker.</translation>
+    </message>
+    <message>
+        <source>Package_GetAgain</source>
+        <translation>Get the package from its maker again.</translation>
     </message>
     <message>
         <source>Report_Save</source>

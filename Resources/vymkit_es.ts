@@ -92,7 +92,7 @@
     </message>
     <message>
         <source>Preference_DownLoadMode</source>
-        <translation>Esta impresora debe ponerse a mano en su modo de actualización (modo de descarga). Hágalo ahora, antes de continuar; el manual de la impresora explica cómo.</translation>
+        <translation>Esta impresora debe ponerse manualmente en su modo de actualización (modo de descarga). Hágalo ahora, antes de continuar; el manual de la impresora explica cómo.</translation>
     </message>
     <message>
         <source>Device_Description</source>
@@ -184,7 +184,7 @@
     </message>
     <message>
         <source>Device_WhyServer</source>
-        <translation>No se han podido leer las colas de impresión: %@</translation>
+        <translation>No se han podido leer las colas de impresión. Compruebe que el servicio de impresión (CUPS) de este equipo esté en marcha y vuelva a buscar.</translation>
     </message>
     <message>
         <source>Device_WhyNoModel</source>
@@ -228,7 +228,7 @@
     </message>
     <message>
         <source>Device_HelpAddress</source>
-        <translation>Si es el modelo al que está destinado este paquete, escriba su dirección IP.</translation>
+        <translation>Si es el modelo al que está destinado este paquete, escriba su dirección IP en lugar de elegirla en la lista.</translation>
     </message>
     <message>
         <source>Device_UseAddress</source>
@@ -304,7 +304,99 @@
     </message>
     <message>
         <source>VYM_UnSupportOS_Package</source>
-        <translation>No se ha podido leer el paquete de actualización, por lo que no se sabe con qué sistemas es compatible: %@</translation>
+        <translation>No se puede usar el paquete de actualización, por lo que no se sabe con qué sistemas es compatible: %@</translation>
+    </message>
+    <message>
+        <source>Package_NameTooLong</source>
+        <translation>El nombre de la carpeta o del archivo del paquete es demasiado largo.</translation>
+    </message>
+    <message>
+        <source>Package_NoFolder</source>
+        <translation>La carpeta «%@» no existe o no se puede leer.</translation>
+    </message>
+    <message>
+        <source>Package_NotInFolder</source>
+        <translation>La carpeta «%@» no contiene ningún paquete de actualización (VYMBINDDATA).</translation>
+    </message>
+    <message>
+        <source>Package_NotAFile</source>
+        <translation>«%@» no es un archivo.</translation>
+    </message>
+    <message>
+        <source>Package_NotReadable</source>
+        <translation>No tiene permiso para leer «%@». Pídaselo a su propietario.</translation>
+    </message>
+    <message>
+        <source>Package_NoMemory</source>
+        <translation>No hay memoria suficiente para leer el paquete. Cierre otros programas e inténtelo de nuevo.</translation>
+    </message>
+    <message>
+        <source>Package_Damaged</source>
+        <translation>«%@» no es un paquete de actualización o está dañado.</translation>
+    </message>
+    <message>
+        <source>Package_NoDescription</source>
+        <translation>El paquete no contiene ninguna descripción (VYMINFO.txt).</translation>
+    </message>
+    <message>
+        <source>Package_LargeDescription</source>
+        <translation>La descripción del paquete ocupa más de %u MiB.</translation>
+    </message>
+    <message>
+        <source>Package_LongRow</source>
+        <translation>La descripción del paquete contiene una línea de más de %u bytes.</translation>
+    </message>
+    <message>
+        <source>Package_NoFirmware</source>
+        <translation>La descripción del paquete no menciona ningún firmware.</translation>
+    </message>
+    <message>
+        <source>Package_ManyFirmware</source>
+        <translation>La descripción del paquete contiene más de %u entradas de firmware.</translation>
+    </message>
+    <message>
+        <source>Package_BadPort</source>
+        <translation>El número de puerto del paquete no está entre 1 y 65535.</translation>
+    </message>
+    <message>
+        <source>Package_ReadError</source>
+        <translation>No se ha podido leer el paquete hasta el final o falta memoria.</translation>
+    </message>
+    <message>
+        <source>Package_KeysUnreadable</source>
+        <translation>No se pueden leer las claves de confianza de «%@». Consulte al administrador de este equipo.</translation>
+    </message>
+    <message>
+        <source>Package_NoSignatureCheck</source>
+        <translation>Este programa se compiló sin libsodium y no puede comprobar firmas.</translation>
+    </message>
+    <message>
+        <source>Package_NotSigned</source>
+        <translation>El paquete no está firmado: falta el archivo «%@».</translation>
+    </message>
+    <message>
+        <source>Package_SignatureUnreadable</source>
+        <translation>No se puede leer la firma «%@» del paquete.</translation>
+    </message>
+    <message>
+        <source>Package_SignatureOld</source>
+        <translation>La firma «%@» del paquete tiene un formato antiguo (se creó con la opción -l de minisign).</translation>
+    </message>
+    <message>
+        <source>Package_SignatureForeign</source>
+        <translation>La firma «%@» no procede de ninguna clave de confianza, o el paquete se modificó después de firmarlo.</translation>
+    </message>
+    <message>
+        <source>Package_KeyUnreadable</source>
+        <translation>%@ (ilegible)</translation>
+    </message>
+    <message>
+        <source>Package_TrustedKeys</source>
+        <translation>Este equipo solo acepta paquetes firmados con una clave de confianza: %@. Obtenga el paquete y su firma del fabricante.</translation>
+    </message>
+    <message>
+        <source>Package_GetAgain</source>
+        <translation>Obtenga de nuevo el paquete del fabricante.</translation>
     </message>
     <message>
         <source>Report_Save</source>
@@ -396,7 +488,7 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>NoUpdateEnd_AutoMes</source>
-        <translation>La impresora no necesita nada de este paquete y no se ha enviado ningún firmware. Vuelve a estar lista por sí sola.</translation>
+        <translation>La impresora no necesita nada de este paquete y no se ha enviado ningún firmware. Volverá a estar lista por sí sola.</translation>
     </message>
     <message>
         <source>NoUpdateEnd_ManualMes</source>
@@ -492,7 +584,7 @@ La actualización puede durar varios minutos y la barra puede quedarse parada un
     </message>
     <message>
         <source>Error_FirmReadNext</source>
-        <translation>Obténgalo de nuevo y vuelva a iniciar la actualización.</translation>
+        <translation>Obtenga de nuevo el paquete y vuelva a iniciar la actualización.</translation>
     </message>
     <message>
         <source>Error_SystemTitle</source>

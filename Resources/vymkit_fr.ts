@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>Start_Description</source>
-        <translation>Vymkit installe le micrologiciel de ce paquet dans votre imprimante. Il lui demande d’abord ce qui est installé et n’envoie que ce qui convient.</translation>
+        <translation>Vymkit installe le micrologiciel de ce paquet dans votre imprimante. Il vérifie d’abord ce qui y est installé et n’envoie que les micrologiciels dont elle a besoin.</translation>
     </message>
     <message>
         <source>Start_DevNameTitle</source>
@@ -88,11 +88,11 @@
         <translation>• L’imprimante est allumée et ne signale aucune erreur.
 • Elle est reliée à cet ordinateur par un câble USB, ou les deux sont sur le même réseau, et toutes les fiches sont bien enfoncées.
 • Personne n’imprime, ne numérise ni n’envoie de télécopie avec elle avant la fin de la mise à jour.
-• Ni l’imprimante ni cet ordinateur ne seront éteints ou privés de courant. Un ordinateur portable est branché sur le secteur.</translation>
+• Ni l’imprimante ni cet ordinateur ne seront éteints ni privés de courant. Un ordinateur portable est branché sur le secteur.</translation>
     </message>
     <message>
         <source>Preference_DownLoadMode</source>
-        <translation>Cette imprimante doit être mise à la main en mode de mise à jour (mode de téléchargement). Faites-le maintenant, avant de continuer ; son manuel indique comment.</translation>
+        <translation>Cette imprimante doit être mise manuellement en mode de mise à jour (mode de téléchargement). Faites-le maintenant, avant de continuer ; son manuel indique comment.</translation>
     </message>
     <message>
         <source>Device_Description</source>
@@ -156,19 +156,19 @@
     </message>
     <message>
         <source>Device_Found</source>
-        <translation>Imprimantes trouvées : %u</translation>
+        <translation>Imprimantes trouvées : %u</translation>
     </message>
     <message>
         <source>Device_NoPrinters</source>
-        <translation>Aucune imprimante que ce paquet peut mettre à jour n’a été trouvée. Si la vôtre est sur le réseau, saisissez son adresse IP. Si elle est reliée par USB, allumez-la, vérifiez le câble, puis relancez la recherche.</translation>
+        <translation>Aucune imprimante que ce paquet puisse mettre à jour n’a été trouvée. Si la vôtre est sur le réseau, saisissez son adresse IP. Si elle est reliée par USB, allumez-la, vérifiez le câble, puis relancez la recherche.</translation>
     </message>
     <message>
         <source>Device_NoPrinters2</source>
-        <translation>Aucune imprimante que ce paquet peut mettre à jour n’a été trouvée. Allumez l’imprimante, vérifiez sa connexion et qu’elle est installée sur cet ordinateur, puis relancez la recherche.</translation>
+        <translation>Aucune imprimante que ce paquet puisse mettre à jour n’a été trouvée. Allumez l’imprimante, vérifiez sa connexion, assurez-vous qu’elle est installée sur cet ordinateur, puis relancez la recherche.</translation>
     </message>
     <message>
         <source>Device_Reasons</source>
-        <translation>Pourquoi mon imprimante n’est-elle pas dans la liste ? (F1)</translation>
+        <translation>Imprimante absente de la liste ? (F1)</translation>
     </message>
     <message>
         <source>Device_WhyTitle</source>
@@ -180,11 +180,11 @@
     </message>
     <message>
         <source>Device_WhyNetwork</source>
-        <translation>Vymkit n’explore pas le réseau. Si votre imprimante s’y trouve, saisissez son adresse IP ; l’imprimante l’affiche dans ses paramètres réseau.</translation>
+        <translation>Vymkit n’explore pas le réseau. Si votre imprimante s’y trouve, saisissez son adresse IP ; l’imprimante l’affiche dans ses paramètres réseau.</translation>
     </message>
     <message>
         <source>Device_WhyServer</source>
-        <translation>Les files d’impression n’ont pas pu être lues : %@</translation>
+        <translation>Les files d’impression n’ont pas pu être lues. Vérifiez que le service d’impression (CUPS) de cet ordinateur fonctionne, puis relancez la recherche.</translation>
     </message>
     <message>
         <source>Device_WhyNoModel</source>
@@ -220,11 +220,11 @@
     </message>
     <message>
         <source>Device_WhyNoAnswer</source>
-        <translation>Elle ne répond pas. Allumez-la, vérifiez son câble et qu’aucun autre programme ne l’utilise, puis relancez la recherche.</translation>
+        <translation>Elle ne répond pas. Allumez-la, vérifiez son câble, assurez-vous qu’aucun autre programme ne l’utilise, puis relancez la recherche.</translation>
     </message>
     <message>
         <source>Device_WhyOtherModel</source>
-        <translation>C’est un autre modèle : %@</translation>
+        <translation>C’est un autre modèle : %@</translation>
     </message>
     <message>
         <source>Device_HelpAddress</source>
@@ -236,7 +236,7 @@
     </message>
     <message>
         <source>Device_HelpRule</source>
-        <translation>Un administrateur peut l’autoriser : ajoutez cette ligne au fichier %@, puis débranchez et rebranchez le câble USB de l’imprimante.</translation>
+        <translation>Un administrateur peut l’autoriser : ajoutez cette ligne au fichier %@, puis débranchez et rebranchez le câble USB de l’imprimante.</translation>
     </message>
     <message>
         <source>Device_CopyLine</source>
@@ -304,7 +304,99 @@
     </message>
     <message>
         <source>VYM_UnSupportOS_Package</source>
-        <translation>Le paquet de mise à jour n’a pas pu être lu ; les systèmes qu’il prend en charge ne sont donc pas connus : %@</translation>
+        <translation>Le paquet de mise à jour ne peut pas être utilisé ; les systèmes qu’il prend en charge ne sont donc pas connus : %@</translation>
+    </message>
+    <message>
+        <source>Package_NameTooLong</source>
+        <translation>Le nom du dossier ou du fichier du paquet est trop long.</translation>
+    </message>
+    <message>
+        <source>Package_NoFolder</source>
+        <translation>Le dossier « %@ » n’existe pas ou ne peut pas être lu.</translation>
+    </message>
+    <message>
+        <source>Package_NotInFolder</source>
+        <translation>Le dossier « %@ » ne contient aucun paquet de mise à jour (VYMBINDDATA).</translation>
+    </message>
+    <message>
+        <source>Package_NotAFile</source>
+        <translation>« %@ » n’est pas un fichier.</translation>
+    </message>
+    <message>
+        <source>Package_NotReadable</source>
+        <translation>Vous n’avez pas l’autorisation de lire « %@ ». Demandez-la à son propriétaire.</translation>
+    </message>
+    <message>
+        <source>Package_NoMemory</source>
+        <translation>La mémoire disponible ne suffit pas pour lire le paquet. Fermez d’autres programmes, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>Package_Damaged</source>
+        <translation>« %@ » n’est pas un paquet de mise à jour ou est endommagé.</translation>
+    </message>
+    <message>
+        <source>Package_NoDescription</source>
+        <translation>Le paquet ne contient aucune description (VYMINFO.txt).</translation>
+    </message>
+    <message>
+        <source>Package_LargeDescription</source>
+        <translation>La description du paquet dépasse %u Mio.</translation>
+    </message>
+    <message>
+        <source>Package_LongRow</source>
+        <translation>La description du paquet contient une ligne de plus de %u octets.</translation>
+    </message>
+    <message>
+        <source>Package_NoFirmware</source>
+        <translation>La description du paquet ne mentionne aucun micrologiciel.</translation>
+    </message>
+    <message>
+        <source>Package_ManyFirmware</source>
+        <translation>La description du paquet mentionne plus de %u micrologiciels.</translation>
+    </message>
+    <message>
+        <source>Package_BadPort</source>
+        <translation>Le numéro de port indiqué dans le paquet n’est pas compris entre 1 et 65535.</translation>
+    </message>
+    <message>
+        <source>Package_ReadError</source>
+        <translation>Le paquet n’a pas pu être lu jusqu’au bout, ou la mémoire est insuffisante.</translation>
+    </message>
+    <message>
+        <source>Package_KeysUnreadable</source>
+        <translation>Les clés de confiance du dossier « %@ » ne peuvent pas être lues. Adressez-vous à l’administrateur de cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>Package_NoSignatureCheck</source>
+        <translation>Ce programme a été compilé sans libsodium et ne peut pas vérifier les signatures.</translation>
+    </message>
+    <message>
+        <source>Package_NotSigned</source>
+        <translation>Le paquet n’est pas signé : le fichier « %@ » est absent.</translation>
+    </message>
+    <message>
+        <source>Package_SignatureUnreadable</source>
+        <translation>La signature « %@ » du paquet ne peut pas être lue.</translation>
+    </message>
+    <message>
+        <source>Package_SignatureOld</source>
+        <translation>La signature « %@ » du paquet est dans un ancien format (créée avec l’option -l de minisign).</translation>
+    </message>
+    <message>
+        <source>Package_SignatureForeign</source>
+        <translation>La signature « %@ » ne provient d’aucune clé de confiance, ou le paquet a été modifié après avoir été signé.</translation>
+    </message>
+    <message>
+        <source>Package_KeyUnreadable</source>
+        <translation>%@ (illisible)</translation>
+    </message>
+    <message>
+        <source>Package_TrustedKeys</source>
+        <translation>Cet ordinateur n’accepte que les paquets signés avec une clé de confiance : %@. Procurez-vous le paquet et sa signature auprès du fabricant.</translation>
+    </message>
+    <message>
+        <source>Package_GetAgain</source>
+        <translation>Procurez-vous un nouvel exemplaire du paquet auprès du fabricant.</translation>
     </message>
     <message>
         <source>Report_Save</source>
@@ -336,11 +428,11 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Update_CloseRefused</source>
-        <translation>La fenêtre reste ouverte : une mise à jour interrompue peut rendre l’imprimante inutilisable. Elle se ferme d’elle-même à la fin de la mise à jour.</translation>
+        <translation>La fenêtre reste ouverte : une mise à jour interrompue peut rendre l’imprimante inutilisable. La fenêtre se fermera d’elle-même à la fin de la mise à jour.</translation>
     </message>
     <message>
         <source>Update_Quiet</source>
-        <translation>Rien n’a changé depuis %@. Cela peut être normal : certaines imprimantes écrivent pendant de longues minutes sans aucun signe. N’éteignez pas l’imprimante et ne débranchez rien.</translation>
+        <translation>Rien n’a changé depuis %@. Cela peut être normal : certaines imprimantes écrivent pendant de longues minutes sans aucun signe. N’éteignez pas l’imprimante et ne débranchez rien.</translation>
     </message>
     <message>
         <source>Update_ProgressName</source>
@@ -396,7 +488,7 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>NoUpdateEnd_AutoMes</source>
-        <translation>L’imprimante n’a besoin de rien dans ce paquet, et aucun micrologiciel n’a été envoyé. Elle redevient prête d’elle-même.</translation>
+        <translation>L’imprimante n’a besoin de rien dans ce paquet, et aucun micrologiciel n’a été envoyé. Elle sera bientôt de nouveau prête, sans intervention de votre part.</translation>
     </message>
     <message>
         <source>NoUpdateEnd_ManualMes</source>
@@ -528,7 +620,7 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Error_OtherNext</source>
-        <translation>Vérifiez qu’elle est prête et toujours connectée, puis relancez la mise à jour.</translation>
+        <translation>Vérifiez que l’imprimante est prête et toujours connectée, puis relancez la mise à jour.</translation>
     </message>
     <message>
         <source>Error_BytesSent</source>
@@ -588,7 +680,7 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Check_UnknownNext</source>
-        <translation>N’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête, puis vérifiez à nouveau.</translation>
+        <translation>N’éteignez pas l’imprimante : attendez que son écran indique qu’elle est prête, puis vérifiez à nouveau.</translation>
     </message>
     <message>
         <source>Details_Button</source>

@@ -57,15 +57,15 @@
     </message>
     <message>
         <source>Start_SignedWith</source>
-        <translation>署名: %@</translation>
+        <translation>署名：%@</translation>
     </message>
     <message>
         <source>Start_NoPackageTitle</source>
-        <translation>アップデートパッケージがありません</translation>
+        <translation>更新パッケージがありません</translation>
     </message>
     <message>
         <source>Start_NoPackage</source>
-        <translation>アップデートパッケージは、プリンターの製造元が提供するファイルです。通常、名前は VYMBINDDATA であるか、末尾が .vymbind です。ここで選択してください。</translation>
+        <translation>更新パッケージは、プリンターの製造元が提供するファイルです。通常、名前は VYMBINDDATA であるか、末尾が .vymbind です。ここで選択してください。</translation>
     </message>
     <message>
         <source>Start_ChoosePackage</source>
@@ -184,7 +184,7 @@
     </message>
     <message>
         <source>Device_WhyServer</source>
-        <translation>印刷キューを読み取れませんでした：%@</translation>
+        <translation>印刷キューを読み取れませんでした。このコンピューターの印刷サービス (CUPS) が動作していることを確認し、もう一度探してください。</translation>
     </message>
     <message>
         <source>Device_WhyNoModel</source>
@@ -304,7 +304,99 @@
     </message>
     <message>
         <source>VYM_UnSupportOS_Package</source>
-        <translation>更新パッケージを読み取れないため、対応するバージョンを確認できません：%@</translation>
+        <translation>更新パッケージを使用できないため、対応するバージョンを確認できません：%@</translation>
+    </message>
+    <message>
+        <source>Package_NameTooLong</source>
+        <translation>パッケージのフォルダーまたはファイルの名前が長すぎます。</translation>
+    </message>
+    <message>
+        <source>Package_NoFolder</source>
+        <translation>フォルダー「%@」がないか、読み取れません。</translation>
+    </message>
+    <message>
+        <source>Package_NotInFolder</source>
+        <translation>フォルダー「%@」に更新パッケージ (VYMBINDDATA) がありません。</translation>
+    </message>
+    <message>
+        <source>Package_NotAFile</source>
+        <translation>「%@」はファイルではありません。</translation>
+    </message>
+    <message>
+        <source>Package_NotReadable</source>
+        <translation>「%@」を読み取る権限がありません。ファイルの所有者に依頼してください。</translation>
+    </message>
+    <message>
+        <source>Package_NoMemory</source>
+        <translation>メモリーが足りないため、パッケージを読み取れません。ほかのプログラムを終了して、もう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>Package_Damaged</source>
+        <translation>「%@」は更新パッケージではないか、壊れています。</translation>
+    </message>
+    <message>
+        <source>Package_NoDescription</source>
+        <translation>パッケージに説明ファイル (VYMINFO.txt) がありません。</translation>
+    </message>
+    <message>
+        <source>Package_LargeDescription</source>
+        <translation>パッケージの説明ファイルが %u MiB を超えています。</translation>
+    </message>
+    <message>
+        <source>Package_LongRow</source>
+        <translation>パッケージの説明ファイルに %u バイトを超える行があります。</translation>
+    </message>
+    <message>
+        <source>Package_NoFirmware</source>
+        <translation>パッケージの説明ファイルにファームウェアの記載がありません。</translation>
+    </message>
+    <message>
+        <source>Package_ManyFirmware</source>
+        <translation>パッケージの説明ファイルに記載されたファームウェアが %u 件を超えています。</translation>
+    </message>
+    <message>
+        <source>Package_BadPort</source>
+        <translation>パッケージのポート番号が 1～65535 の範囲にありません。</translation>
+    </message>
+    <message>
+        <source>Package_ReadError</source>
+        <translation>パッケージを最後まで読み取れなかったか、メモリーが足りません。</translation>
+    </message>
+    <message>
+        <source>Package_KeysUnreadable</source>
+        <translation>「%@」にある信頼された鍵を読み取れません。このコンピューターの管理者に問い合わせてください。</translation>
+    </message>
+    <message>
+        <source>Package_NoSignatureCheck</source>
+        <translation>このプログラムは libsodium なしで作成されているため、署名を検証できません。</translation>
+    </message>
+    <message>
+        <source>Package_NotSigned</source>
+        <translation>パッケージに署名がありません。ファイル「%@」が見つかりません。</translation>
+    </message>
+    <message>
+        <source>Package_SignatureUnreadable</source>
+        <translation>パッケージの署名「%@」を読み取れません。</translation>
+    </message>
+    <message>
+        <source>Package_SignatureOld</source>
+        <translation>パッケージの署名「%@」は古い形式です（minisign のオプション -l で作成）。</translation>
+    </message>
+    <message>
+        <source>Package_SignatureForeign</source>
+        <translation>パッケージの署名「%@」は信頼された鍵によるものではないか、署名後にパッケージが変更されています。</translation>
+    </message>
+    <message>
+        <source>Package_KeyUnreadable</source>
+        <translation>%@（読み取れません）</translation>
+    </message>
+    <message>
+        <source>Package_TrustedKeys</source>
+        <translation>このコンピューターでは、信頼された鍵で署名されたパッケージだけを使用できます（鍵：%@）。パッケージとその署名を製造元から入手してください。</translation>
+    </message>
+    <message>
+        <source>Package_GetAgain</source>
+        <translation>パッケージを製造元から入手し直してください。</translation>
     </message>
     <message>
         <source>Report_Save</source>

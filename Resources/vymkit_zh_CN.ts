@@ -128,7 +128,7 @@
     </message>
     <message>
         <source>Device_AlertInputAddressMes</source>
-        <translation>0.0.0.0 不是打印机的地址。请输入打印机 IP 地址的四个数字，例如 192.0.2.7。您可以在打印机的网络设置中查看该地址。</translation>
+        <translation>0.0.0.0 不是打印机的地址。请输入打印机 IP 地址的四组数字，例如 192.0.2.7。您可以在打印机的网络设置中查看该地址。</translation>
     </message>
     <message>
         <source>USB Printer</source>
@@ -140,7 +140,7 @@
     </message>
     <message>
         <source>Device_AddressCell</source>
-        <translation>IP 地址，第 %u 个数字，共 4 个</translation>
+        <translation>IP 地址，第 %u 组数字，共 4 组</translation>
     </message>
     <message>
         <source>Device_Searching</source>
@@ -184,7 +184,7 @@
     </message>
     <message>
         <source>Device_WhyServer</source>
-        <translation>无法读取打印队列：%@</translation>
+        <translation>无法读取打印队列。请确认此计算机的打印服务 (CUPS) 正在运行，然后重新查找。</translation>
     </message>
     <message>
         <source>Device_WhyNoModel</source>
@@ -304,7 +304,99 @@
     </message>
     <message>
         <source>VYM_UnSupportOS_Package</source>
-        <translation>无法读取更新包，因此无法得知其支持的版本：%@</translation>
+        <translation>无法使用更新包，因此无法得知其支持的版本：%@</translation>
+    </message>
+    <message>
+        <source>Package_NameTooLong</source>
+        <translation>更新包的文件夹名或文件名过长。</translation>
+    </message>
+    <message>
+        <source>Package_NoFolder</source>
+        <translation>文件夹“%@”不存在或无法读取。</translation>
+    </message>
+    <message>
+        <source>Package_NotInFolder</source>
+        <translation>文件夹“%@”中没有更新包 (VYMBINDDATA)。</translation>
+    </message>
+    <message>
+        <source>Package_NotAFile</source>
+        <translation>“%@”不是文件。</translation>
+    </message>
+    <message>
+        <source>Package_NotReadable</source>
+        <translation>您没有读取“%@”的权限。请联系其所有者。</translation>
+    </message>
+    <message>
+        <source>Package_NoMemory</source>
+        <translation>内存不足，无法读取更新包。请关闭其他程序后重试。</translation>
+    </message>
+    <message>
+        <source>Package_Damaged</source>
+        <translation>“%@”不是更新包，或已损坏。</translation>
+    </message>
+    <message>
+        <source>Package_NoDescription</source>
+        <translation>更新包中没有说明文件 (VYMINFO.txt)。</translation>
+    </message>
+    <message>
+        <source>Package_LargeDescription</source>
+        <translation>更新包的说明文件超过 %u MiB。</translation>
+    </message>
+    <message>
+        <source>Package_LongRow</source>
+        <translation>更新包的说明文件中有一行超过 %u 字节。</translation>
+    </message>
+    <message>
+        <source>Package_NoFirmware</source>
+        <translation>更新包的说明文件未列出任何固件。</translation>
+    </message>
+    <message>
+        <source>Package_ManyFirmware</source>
+        <translation>更新包的说明文件列出的固件超过 %u 个。</translation>
+    </message>
+    <message>
+        <source>Package_BadPort</source>
+        <translation>更新包中的端口号不在 1 到 65535 之间。</translation>
+    </message>
+    <message>
+        <source>Package_ReadError</source>
+        <translation>无法完整读取更新包，或内存不足。</translation>
+    </message>
+    <message>
+        <source>Package_KeysUnreadable</source>
+        <translation>无法读取“%@”中的受信任密钥。请联系此计算机的管理员。</translation>
+    </message>
+    <message>
+        <source>Package_NoSignatureCheck</source>
+        <translation>此程序构建时未包含 libsodium，无法验证签名。</translation>
+    </message>
+    <message>
+        <source>Package_NotSigned</source>
+        <translation>更新包未签名：找不到文件“%@”。</translation>
+    </message>
+    <message>
+        <source>Package_SignatureUnreadable</source>
+        <translation>无法读取更新包的签名“%@”。</translation>
+    </message>
+    <message>
+        <source>Package_SignatureOld</source>
+        <translation>更新包的签名“%@”采用旧格式（使用 minisign 的 -l 选项创建）。</translation>
+    </message>
+    <message>
+        <source>Package_SignatureForeign</source>
+        <translation>更新包的签名“%@”并非出自受信任的密钥，或者更新包在签名后被修改过。</translation>
+    </message>
+    <message>
+        <source>Package_KeyUnreadable</source>
+        <translation>%@（无法读取）</translation>
+    </message>
+    <message>
+        <source>Package_TrustedKeys</source>
+        <translation>此计算机只接受由受信任密钥签名的更新包（密钥：%@）。请从制造商处获取更新包及其签名。</translation>
+    </message>
+    <message>
+        <source>Package_GetAgain</source>
+        <translation>请从制造商处重新获取更新包。</translation>
     </message>
     <message>
         <source>Report_Save</source>

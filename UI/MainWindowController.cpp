@@ -2,6 +2,7 @@
 #include "UI/MainWindowController.h"
 
 #include "UI/Package/SystemCheck.h"
+#include "UI/Pages/PackageWords.h"
 #include "UI/Pages/Questions.h"
 #include "UI/Pages/Words.h"
 #include "UI/Text/TextKeys.h"
@@ -57,7 +58,8 @@ void MainWindowController::awakeFromNib()
     if (!m_setup.packageProblem.empty() && !m_setup.isPackageMissing)
         m_run.logPackageProblem(m_setup.packageProblem);
     if (!m_setup.isPackageMissing && !checkOSVersion()) {
-        tell(unsupportedSystemMessage(m_setup.packageProblem));
+        const auto words = packageWords(m_setup.packageReason);
+        tell(unsupportedSystemMessage(words.empty() ? m_setup.packageProblem : words));
         end();
         return;
     }

@@ -6,6 +6,7 @@
 // Threads: the interface's own.
 #pragma once
 #include "UI/FirmwareList.h"
+#include "UI/Package/PackageReason.h"
 #include "UI/Pages/ConfirmationPage.h"
 #include "UI/Pages/DevicePage.h"
 #include "UI/Pages/EndRequests.h"
@@ -30,6 +31,7 @@ struct MainWindowSetup {
     Alerts* alerts = nullptr;
     PrinterSearchThread::Find findPrinters;
     std::string packageProblem; // why there is no usable package; empty if there is one
+    PackageReason packageReason; // the same for the user's language; none: the problem is shown
     std::string packageSignature; // whose signature it bears; empty where none was checked
     std::string version; // of the program
     bool isUseDriverOnly = false; // offer only print queues

@@ -29,7 +29,7 @@ LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 # Matches whatever looks like a key, whether the tables have it or not.
 SHAPE = re.compile(r"(Start|Preference|Device|Guide|Confirmation|Cancel|Check|VYM_UnSupportOS"
                    r"|Update|State|NormalEnd|NoUpdateEnd|Error|Result|Details|Icon|Step"
-                   r"|Report)_\w+")
+                   r"|Report|Package)_\w+")
 
 
 def read_keys():
@@ -61,11 +61,22 @@ def check_text(place, key, text, argument, faults):
         faults.append(f"{place}: one & in front of a letter for a button or choice, else none")
 
 
+def check_marks(language, key, text, faults):
+    """The marks of a language: a line never begins with one, and no text borrows another's."""
+    if language == "fr" and re.search(r"[^\u00a0][:;?!»]|«[^\u00a0]", text.replace("&", "")):
+        faults.append(f"fr: {key}: a no-break space belongs before : ; ? ! » and after «")
+    if language in ("ja", "zh_CN") and re.search(r"[^\x00-\x7f][:;?!,]", text):
+        faults.append(f"{language}: {key}: a mark of Latin width after a wide letter")
+    if re.search(r"\w'\w|\"|\.\.\.", text):
+        faults.append(f"{language}: {key}: typewriter's quotes or dots")
+
+
 def check_table(language, keys, faults):
     table = read_table(language, faults)
     for _, key, argument in keys:
         if key in table:
             check_text(f"{language}: {key}", key, table[key], argument, faults)
+            check_marks(language, key, table[key], faults)
         else:
             faults.append(f"{language}: {key} has no text")
     for key in table.keys() - {key for _, key, _ in keys}:

@@ -146,75 +146,87 @@ PackageFacts readPackage(const std::string& folder)
     return package;
 }
 
-std::string withAdvice(const std::string& why, const std::string& file)
+// All places where a package without a name was looked for.
+std::string searchedPlaces()
 {
-    return why + " Run \"vympack check " + plainPath(file) + "\" to see what is wrong with it.";
+    std::string places;
+    for (const auto& folder : searchedFolders())
+        places += (places.empty() ? "'" : ", '") + plainPath(folder + "/" + kPackageName) + "'";
+    return places;
 }
 
-// Why the file cannot be opened; empty if it can.
-std::string unreachable(const std::string& folder, const std::string& file)
+// Why the file cannot be opened. given: whether the user named it.
+PackageReason unreachable(const std::string& folder, const std::string& file, bool given)
 {
-    const std::string advice = " Give the folder that holds " + std::string(kPackageName)
-        + " with --package FOLDER, or the file itself.";
     std::error_code error;
+    if (!given && !fs::exists(file, error))
+        return {PackageFault::notFound, searchedPlaces()};
     if (!fs::is_directory(folder, error))
-        return "There is no folder '" + plainPath(folder) + "' that can be read." + advice;
+        return {PackageFault::noFolder, plainPath(folder)};
     if (!fs::exists(file, error))
-        return "The folder '" + plainPath(folder) + "' holds no " + kPackageName + "." + advice;
+        return {PackageFault::notInFolder, plainPath(folder)};
     if (!fs::is_regular_file(file, error)) // a pipe or a device would never end
-        return "'" + plainPath(file) + "' is not a file." + advice;
+        return {PackageFault::notAFile, plainPath(file)};
     if (access(file.c_str(), R_OK) != 0)
-        return "'" + plainPath(file) + "' must not be read by you. Ask its owner for permission.";
+        return {PackageFault::notReadable, plainPath(file)};
     return {};
 }
 
-// Loads the container's description; returns why that is impossible, or empty.
-std::string loadDescription(const std::string& file)
+// Loads the container's description; returns why that is impossible.
+PackageReason loadDescription(const std::string& file)
 {
+    constexpr std::uint32_t kMiB = 1024 * 1024;
+    static_assert(kLargestDescription % kMiB == 0);
     unsigned long size = 0;
     if (!vymbind_isContainer())
-        return withAdvice("'" + plainPath(file) + "' is not an update package, or is damaged.",
-                          file);
+        return {PackageFault::notAPackage, plainPath(file)};
     if (!vymbind_getFileSize(kDescription, size))
-        return withAdvice("The package holds no description (VYMINFO.txt).", file);
+        return {PackageFault::noDescription, plainPath(file)};
     if (size > kLargestDescription)
-        return withAdvice("The package's description is larger than 16 MiB.", file);
+        return {PackageFault::largeDescription, plainPath(file), kLargestDescription / kMiB};
     if (vyminfo_loadfile() != 0)
-        return "There is not enough memory to read the package.";
+        return {PackageFault::noMemory};
     if (g_VymInfo.longestKnownRow() > kLongestRow)
-        return withAdvice("The package's description has a row of more than "
-                              + std::to_string(kLongestRow) + " bytes.",
-                          file);
+        return {PackageFault::longRow, plainPath(file), kLongestRow};
     return {};
 }
 
-std::string problemOf(const PackageFacts& package, const std::string& file)
+PackageReason problemOf(const PackageFacts& package)
 {
     if (package.firmware.empty())
-        return withAdvice("The package's description lists no firmware.", file);
+        return {PackageFault::noFirmware, package.file};
     if (package.firmware.size() > kMostFirmware)
-        return withAdvice(
-            "The package lists more than " + std::to_string(kMostFirmware) + " firmware.", file);
+        return {PackageFault::manyFirmware, package.file, kMostFirmware};
     if (package.portNumber < 1 || package.portNumber > kHighestPort)
-        return withAdvice("The package's port number is not one from 1 to 65535.", file);
+        return {PackageFault::badPort, package.file};
     return {};
 }
 
-OpenedPackage unusable(std::string problem)
+OpenedPackage refused(PackageReason reason, PackageState state)
 {
-    return {std::nullopt, std::move(problem), PackageState::unusable};
+    return {std::nullopt, englishWords(reason), state, std::move(reason)};
 }
 
-OpenedPackage notTrusted(std::string problem)
+OpenedPackage unusable(PackageReason reason)
+{
+    return refused(std::move(reason), PackageState::unusable);
+}
+
+OpenedPackage notTrusted(PackageReason reason)
 {
     vymBindInfo::Instance()->CloseVymFile();
     g_VymInfo.loadData("", 0, load_vyminfo);
-    return {std::nullopt, std::move(problem), PackageState::notTrusted};
+    return refused(std::move(reason), PackageState::notTrusted);
 }
 
 OpenedPackage stopped()
 {
-    return {std::nullopt, "Stopped while the package was being read.", PackageState::stopped};
+    return refused({PackageFault::stopped}, PackageState::stopped);
+}
+
+bool isSet(const PackageReason& reason)
+{
+    return reason.fault != PackageFault::none;
 }
 
 } // namespace
@@ -231,9 +243,9 @@ OpenedPackage openPackage(const PackageRequest& request)
     const auto shouldStop = [&request] { return request.shouldStop && request.shouldStop(); };
     const auto [where, file, isOtherName] = findPackage(request.path);
     if (!setBundleLocation(where.c_str()) || !setBundleFile(isOtherName ? file.c_str() : ""))
-        return unusable("The package's folder or file has too long a name.");
-    if (auto problem = unreachable(where, file); !problem.empty())
-        return unusable(std::move(problem));
+        return unusable({PackageFault::nameTooLong});
+    if (auto reason = unreachable(where, file, request.path.has_value()); isSet(reason))
+        return unusable(std::move(reason));
     if (shouldStop())
         return stopped();
     TrustResult trust;
@@ -242,36 +254,36 @@ OpenedPackage openPackage(const PackageRequest& request)
         if (trust.wasStopped)
             return stopped();
         if (!trust.isTrusted)
-            return notTrusted(std::move(trust.problem));
+            return notTrusted(std::move(trust.reason));
     }
-    if (auto problem = loadDescription(file); !problem.empty())
-        return unusable(std::move(problem));
+    if (auto reason = loadDescription(file); isSet(reason))
+        return unusable(std::move(reason));
     if (shouldStop())
         return stopped();
     auto package = readPackage(where);
     package.file = plainPath(file);
     package.signature = std::move(trust.signature);
     package.sha256 = std::move(trust.sha256);
-    if (auto problem = problemOf(package, file); !problem.empty())
-        return unusable(std::move(problem));
-    return {std::move(package), {}, PackageState::usable};
+    if (auto reason = problemOf(package); isSet(reason))
+        return unusable(std::move(reason));
+    return {std::move(package), {}, PackageState::usable, {}};
 }
 
 std::string unfitForUpdate(const PackageFacts& package)
 {
     const auto& file = package.file;
     if (package.model.empty())
-        return withAdvice("The package does not say for which model it is (TGMNAME).", file);
+        return withCheckAdvice("The package does not say for which model it is (TGMNAME).", file);
     if (package.updateSeconds <= 0)
-        return withAdvice("The package does not say how long a firmware may take (UPDATETIME).",
-                          file);
+        return withCheckAdvice(
+            "The package does not say how long a firmware may take (UPDATETIME).", file);
     const auto missing =
         std::find_if(package.firmware.begin(), package.firmware.end(),
                      [](const auto& firmware) { return !firmware.bytes.has_value(); });
     if (missing == package.firmware.end())
         return {};
-    return withAdvice("The image '" + missing->file + "' of firmware "
-                          + std::to_string(missing->number) + " (" + missing->displayName
-                          + ") is not wholly in the package.",
-                      file);
+    return withCheckAdvice("The image '" + missing->file + "' of firmware "
+                               + std::to_string(missing->number) + " (" + missing->displayName
+                               + ") is not wholly in the package.",
+                           file);
 }

@@ -8,6 +8,7 @@
 // Owns:    its texts, by value.
 // Threads: opened on one thread, once in a process, before any worker starts; read by any.
 #pragma once
+#include "UI/Package/PackageReason.h"
 #include "UI/Package/PackageTrust.h"
 #include "UI/vymParseController.h"
 
@@ -70,6 +71,7 @@ struct OpenedPackage {
     std::optional<PackageFacts> package; // if it is usable
     std::string problem; // otherwise why it is not, and what to do
     PackageState state = PackageState::usable;
+    PackageReason reason = {}; // the problem as a value
 };
 
 OpenedPackage openPackage(const PackageRequest& request);

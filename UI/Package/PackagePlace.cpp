@@ -4,6 +4,7 @@
 #include "VYM/BundlePath.h"
 #include "VYM/vymMac.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 
@@ -35,13 +36,18 @@ PackagePlace givenPlace(const std::string& given)
     return {folder.empty() ? "." : folder, given, path.filename() != kPackageName};
 }
 
+// Empty if it is unknown.
+std::string ownFolder()
+{
+    std::array<char, kBundlePathSize> folder{};
+    return getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
+}
+
 } // namespace
 
 PackagePlace findPackage(const std::optional<std::string>& given)
 {
-    std::array<char, kBundlePathSize> folder{};
-    const bool isKnown = given.has_value() || getBundleLocation(folder.data(), folder.size());
-    return findPackage(given, isKnown ? folder.data() : "", kData);
+    return findPackage(given, given.has_value() ? "" : ownFolder(), kData);
 }
 
 PackagePlace findPackage(const std::optional<std::string>& given, const std::string& programFolder,
@@ -49,8 +55,25 @@ PackagePlace findPackage(const std::optional<std::string>& given, const std::str
 {
     if (given.has_value())
         return givenPlace(*given);
-    for (const auto& folder : {programFolder, programFolder + "/../share/vymkit", data})
+    for (const auto& folder : searchedFolders(programFolder, data))
         if (holdsPackage(folder))
             return inFolder(folder);
     return inFolder(programFolder);
+}
+
+std::vector<std::string> searchedFolders()
+{
+    return searchedFolders(ownFolder(), kData);
+}
+
+std::vector<std::string> searchedFolders(const std::string& programFolder, const std::string& data)
+{
+    std::vector<std::string> folders;
+    if (!programFolder.empty()) {
+        const auto shared = fs::path(programFolder + "/../share/vymkit").lexically_normal();
+        folders = {programFolder, shared.string()};
+    }
+    if (std::find(folders.begin(), folders.end(), data) == folders.end())
+        folders.push_back(data);
+    return folders;
 }

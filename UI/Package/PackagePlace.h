@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 struct PackagePlace {
     std::string folder;
@@ -24,3 +25,7 @@ PackagePlace findPackage(const std::optional<std::string>& given);
 // The same for a program in another folder; data: the folder of all users' packages.
 PackagePlace findPackage(const std::optional<std::string>& given, const std::string& programFolder,
                          const std::string& data);
+// The folders that are searched if none is named, in their order, each once and without detours;
+// the program's is left out if it is unknown (empty).
+std::vector<std::string> searchedFolders();
+std::vector<std::string> searchedFolders(const std::string& programFolder, const std::string& data);

@@ -79,13 +79,13 @@ std::optional<std::vector<TrustedKey>> keysOf(const TrustRequest& request)
     return keys;
 }
 
-std::string namesOf(const std::vector<TrustedKey>& keys)
+std::vector<KeyName> namesOf(const std::vector<TrustedKey>& keys)
 {
-    std::string names;
+    std::vector<KeyName> names;
+    names.reserve(keys.size());
     for (const auto& key : keys)
-        names += (names.empty() ? "" : ", ") + key.name
-            + (key.key.has_value() ? "" : " (which is no key that can be read)");
-    return plainText(names, kShownPath);
+        names.push_back({plainText(key.name, kShownPath), key.key.has_value()});
+    return names;
 }
 
 // Both proofs: of the file's sum, and of the comment together with the first signature.
@@ -105,30 +105,29 @@ struct Sums {
     signature::RunningSum blake2b;
 };
 
-TrustResult refused(std::string problem)
+TrustResult refused(PackageReason reason)
 {
     TrustResult result;
-    result.problem = std::move(problem);
+    result.reason = std::move(reason);
     return result;
 }
 
 TrustResult checkSignature(const std::string& signatureFile, const std::vector<TrustedKey>& keys,
                            const std::optional<std::string>& text, Sums& sums)
 {
-    const auto shown = "'" + plainText(signatureFile, kShownPath) + "'";
-    const auto advice = " Only a package signed with a trusted key is used here: " + namesOf(keys)
-        + ". Get the package and its signature from its maker.";
+    const auto refuse = [&](PackageFault fault) {
+        return refused({fault, plainText(signatureFile, kShownPath), 0, {}, namesOf(keys)});
+    };
     if (!signature::isAvailable())
-        return refused("This program cannot check signatures: it was built without libsodium.");
+        return refused({PackageFault::noSignatureCheck});
     std::error_code error;
     if (!text && fs::symlink_status(signatureFile, error).type() == fs::file_type::not_found)
-        return refused("The package is not signed: there is no " + shown + "." + advice);
+        return refuse(PackageFault::notSigned);
     const auto found = text ? minisign::parseSignature(*text) : std::nullopt;
     if (!found)
-        return refused("The package's signature " + shown + " cannot be read." + advice);
+        return refuse(PackageFault::signatureUnreadable);
     if (!found->isPrehashed)
-        return refused("The package's signature " + shown
-                       + " has an old form, made with the option -l of minisign." + advice);
+        return refuse(PackageFault::signatureOld);
     signature::Sum sum{};
     const bool isSummed = sums.blake2b.finish(sum);
     for (const auto& key : keys) {
@@ -139,9 +138,7 @@ TrustResult checkSignature(const std::string& signatureFile, const std::vector<T
         result.signature = PackageSignature{key.name, plainText(found->trustedComment)};
         return result;
     }
-    return refused("The package's signature " + shown
-                   + " is of no trusted key, or the package was changed after it was signed."
-                   + advice);
+    return refuse(PackageFault::signatureForeign);
 }
 
 } // namespace
@@ -151,8 +148,7 @@ TrustResult checkTrust(vymBindInfo& container, const std::string& containerFile,
 {
     const auto keys = keysOf(request);
     if (!keys)
-        return refused("The trusted keys in '" + plainText(request.keyFolder, kShownPath)
-                       + "' cannot be read. Ask the administrator of this computer.");
+        return refused({PackageFault::keysUnreadable, plainText(request.keyFolder, kShownPath)});
     TrustResult result;
     const bool isRequired = !request.sha256.empty() || !keys->empty();
     result.isTrusted = !isRequired;
@@ -170,13 +166,12 @@ TrustResult checkTrust(vymBindInfo& container, const std::string& containerFile,
     });
     if (!isRead) {
         if (isRequired && !result.wasStopped)
-            result.problem = "The package could not be read to its end, or memory is short.";
+            result.reason = {PackageFault::readError};
         return result;
     }
     const auto digest = sums.sha256.finish();
     if (!request.sha256.empty() && Sha256::fromHex(request.sha256) != digest)
-        return refused("The package is another one: its SHA-256 is " + Sha256::toHex(digest)
-                       + ", not the expected one. Get the package again.");
+        return refused({PackageFault::otherSum, {}, 0, Sha256::toHex(digest)});
     if (keys->empty())
         result.isTrusted = true;
     else

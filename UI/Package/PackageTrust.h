@@ -8,6 +8,7 @@
 // Owns:    nothing.
 // Threads: the caller's; the container is used by one thread at a time.
 #pragma once
+#include "UI/Package/PackageReason.h"
 #include "VYM/vymBindInfo.h"
 
 #include <functional>
@@ -37,7 +38,7 @@ struct PackageSignature {
 struct TrustResult {
     bool isTrusted = false;
     bool wasStopped = false;
-    std::string problem; // why it is not trusted, and what to do
+    PackageReason reason; // why it is not trusted
     std::optional<PackageSignature> signature; // if there was a key to verify it
     std::string sha256; // of the container that is trusted, if it was read for a proof or wanted
 };

@@ -99,7 +99,7 @@ UnlistedPrinters::UnlistedPrinters(const TargetPrinters& found, bool acceptsAddr
     auto* column = new QVBoxLayout(contents);
     addText(*column, windowTitle(), "title");
     if (!found.serverProblem.empty())
-        addText(*column, words::text(textkey::kDeviceWhyServer, plainText(found.serverProblem)));
+        addText(*column, words::text(textkey::kDeviceWhyServer));
     bool isEmpty = true;
     for (const auto& finding : found.findings) {
         if (finding.reason == PrinterReason::candidate)

@@ -46,6 +46,15 @@ std::string hostOf(const std::string& port)
     return {};
 }
 
+// A reason ends as it was written, or with a full stop.
+std::string asSentence(std::string reason)
+{
+    constexpr std::string_view kEnds = ".?!";
+    if (reason.empty() || kEnds.find(reason.back()) == kEnds.npos)
+        reason += '.';
+    return reason;
+}
+
 Finding judged(const std::vector<PrintQueue>& queues)
 {
     NetworkQueues network(queues);
@@ -105,7 +114,7 @@ void checkQueues(const Request& request, bool hasPackage, Patient& patient,
     std::vector<PrintQueue> queues;
     std::string reason = "this program knows no print server";
     if (request.printServer == nullptr || !request.printServer->queues(queues, reason)) {
-        const auto message = "The print server cannot be reached: " + plainText(reason) + ".";
+        const auto message = "The print server cannot be reached: " + asSentence(plainText(reason));
         findings.push_back(request.printer.has_value()
                                ? problem("print-server", message, "sudo systemctl start cups")
                                : warning("print-server", message, "sudo systemctl start cups"));
@@ -127,7 +136,7 @@ Finding checkSuspend(const std::string& program)
     if (inhibitor.holds())
         return ok("suspend", "The computer can be kept awake during an update.");
     return warning("suspend",
-                   "The computer cannot be kept awake: " + plainText(inhibitor.note()) + ".",
+                   "The computer cannot be kept awake: " + asSentence(plainText(inhibitor.note())),
                    "switch off sleeping in the system's settings for the time of the update");
 }
 

@@ -132,6 +132,10 @@ void hidePackage(Masking& masking, const OpenedPackage& opened, const Facts& fac
         masking.hide(Kind::folder,
                      {place.folder, fs::absolute(place.folder, error).string(),
                       fs::weakly_canonical(place.folder, error).string()});
+    if (opened.reason.fault == PackageFault::notFound) // it names all of them
+        for (const auto& folder : searchedFolders())
+            if (!isOfSystem(folder))
+                masking.hide(Kind::folder, folder);
     if (place.isOtherName)
         masking.hide(Kind::package, fs::path(place.file).filename().string());
     if (!opened.package.has_value() || !opened.package->signature.has_value())

@@ -65,7 +65,7 @@ constexpr const char* kDeviceReasons = "Device_Reasons"; // a button
 constexpr const char* kDeviceWhyTitle = "Device_WhyTitle";
 constexpr const char* kDeviceWhyNothing = "Device_WhyNothing";
 constexpr const char* kDeviceWhyNetwork = "Device_WhyNetwork";
-constexpr const char* kDeviceWhyServer = "Device_WhyServer"; // (text) the system's reason
+constexpr const char* kDeviceWhyServer = "Device_WhyServer";
 constexpr const char* kDeviceWhyNoModel = "Device_WhyNoModel";
 constexpr const char* kDeviceWhyOtherDriver = "Device_WhyOtherDriver";
 constexpr const char* kDeviceWhyNoAddress = "Device_WhyNoAddress";
@@ -100,6 +100,31 @@ constexpr const char* kCancelMessage = "Cancel_Message";
 constexpr const char* kUnSupportOSTitle = "VYM_UnSupportOS_Title";
 constexpr const char* kUnSupportOSMes = "VYM_UnSupportOS_Mes";
 constexpr const char* kUnSupportOSPackage = "VYM_UnSupportOS_Package"; // (text) the true reason
+
+// Why the package cannot be used.
+constexpr const char* kPackageNameTooLong = "Package_NameTooLong";
+constexpr const char* kPackageNoFolder = "Package_NoFolder"; // (text) the folder
+constexpr const char* kPackageNotInFolder = "Package_NotInFolder"; // (text) the folder
+constexpr const char* kPackageNotAFile = "Package_NotAFile"; // (text) its path
+constexpr const char* kPackageNotReadable = "Package_NotReadable"; // (text) its path
+constexpr const char* kPackageNoMemory = "Package_NoMemory";
+constexpr const char* kPackageDamaged = "Package_Damaged"; // (text) its path
+constexpr const char* kPackageNoDescription = "Package_NoDescription";
+constexpr const char* kPackageLargeDescription = "Package_LargeDescription"; // (number) of MiB
+constexpr const char* kPackageLongRow = "Package_LongRow"; // (number) of bytes
+constexpr const char* kPackageNoFirmware = "Package_NoFirmware";
+constexpr const char* kPackageManyFirmware = "Package_ManyFirmware"; // (number) that are allowed
+constexpr const char* kPackageBadPort = "Package_BadPort";
+constexpr const char* kPackageReadError = "Package_ReadError";
+constexpr const char* kPackageKeysUnreadable = "Package_KeysUnreadable"; // (text) their folder
+constexpr const char* kPackageNoSignatureCheck = "Package_NoSignatureCheck";
+constexpr const char* kPackageNotSigned = "Package_NotSigned"; // (text) the missing file
+constexpr const char* kPackageSignatureUnreadable = "Package_SignatureUnreadable"; // (text) path
+constexpr const char* kPackageSignatureOld = "Package_SignatureOld"; // (text) its path
+constexpr const char* kPackageSignatureForeign = "Package_SignatureForeign"; // (text) its path
+constexpr const char* kPackageKeyUnreadable = "Package_KeyUnreadable"; // (text) its name; in a list
+constexpr const char* kPackageTrustedKeys = "Package_TrustedKeys"; // (text) their names; an advice
+constexpr const char* kPackageGetAgain = "Package_GetAgain"; // an advice
 
 // The report that a message offers.
 constexpr const char* kReportSave = "Report_Save"; // a button

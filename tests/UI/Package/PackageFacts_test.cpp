@@ -174,17 +174,34 @@ TEST(OpenPackage, SaysWhyTheFileCannotBeReached)
     const struct {
         const char* name;
         const char* words;
+        PackageFault fault;
     } cases[] = {
-        {"missing", "There is no folder"},
-        {"empty", "holds no VYMBINDDATA"},
-        {"nested", "is not a file"},
+        {"missing", "There is no folder", PackageFault::noFolder},
+        {"empty", "holds no VYMBINDDATA", PackageFault::notInFolder},
+        {"nested", "is not a file", PackageFault::notAFile},
     };
-    for (const auto& [name, words] : cases) {
+    for (const auto& [name, words, fault] : cases) {
         SCOPED_TRACE(name);
         const auto result = openPackage((folder.path() / name).string());
         EXPECT_FALSE(result.package.has_value());
+        EXPECT_EQ(result.reason.fault, fault);
         EXPECT_NE(result.problem.find(words), std::string::npos) << result.problem;
     }
+}
+
+TEST(OpenPackage, NamesEveryPlaceWhereItLookedForAPackageWithoutAName)
+{
+    if (fs::exists("/usr/share/vymkit/VYMBINDDATA"))
+        GTEST_SKIP() << "this computer has a package";
+    const TempFolder folder;
+    fs::create_directory(folder.path() / "bin");
+    Package::openFolder((folder.path() / "bin").string());
+    const auto result = openPackage(std::nullopt);
+    EXPECT_FALSE(result.package.has_value());
+    EXPECT_EQ(result.reason.fault, PackageFault::notFound);
+    const auto places = "'" + folder / "bin/VYMBINDDATA" + "', '"
+        + folder / "share/vymkit/VYMBINDDATA" + "', '/usr/share/vymkit/VYMBINDDATA'.";
+    EXPECT_NE(result.problem.find(places), std::string::npos) << result.problem;
 }
 
 TEST(OpenPackage, RefusesAFileThatIsNoPackage)

@@ -104,3 +104,18 @@ TEST(PackagePlace, IsTheFolderOfANameThatDoesNotExist)
     EXPECT_EQ(place.find(place.path("missing")).folder, place.path("missing"));
     EXPECT_EQ(place.find(place.path("stick")).file, place.path("stick/VYMBINDDATA"));
 }
+
+TEST(PackagePlace, IsSearchedForInEachFolderOnce)
+{
+    EXPECT_EQ(searchedFolders("/opt/vymkit/bin", "/usr/share/vymkit"),
+              (std::vector<std::string>{"/opt/vymkit/bin", "/opt/vymkit/share/vymkit",
+                                        "/usr/share/vymkit"}));
+    EXPECT_EQ(searchedFolders("/usr/bin", "/usr/share/vymkit"),
+              (std::vector<std::string>{"/usr/bin", "/usr/share/vymkit"}));
+}
+
+TEST(PackagePlace, OfAProgramInAnUnknownFolderIsNeverTheRootOfTheDisk)
+{
+    EXPECT_EQ(searchedFolders("", "/usr/share/vymkit"),
+              std::vector<std::string>{"/usr/share/vymkit"});
+}
