@@ -9,7 +9,7 @@ import unittest
 from camera import large_letters, picture
 from case import WizardCase
 from desk import Desk
-from peers import SLOW, Firmware, Package, Printer
+from peers import SLOWER, Firmware, Package, Printer
 
 PICTURES = pathlib.Path(os.environ.get("VYMKIT_PICTURES", "build/dev/pictures"))
 # Depending on its time, a printer that vanishes appears as an end or as an error of the link.
@@ -25,7 +25,7 @@ class NarrowScreen(WizardCase):
         self.use_language(os.environ.get("VYMKIT_LANGUAGE", "de"))
         environment = {**(environment or {}), **(large_letters(self.desk, letters) if letters else {})}
         self.name, self.size = f"{self.language}-{name}", size
-        printer = Printer(self.desk, *SLOW)
+        printer = Printer(self.desk, *SLOWER)
         self.start(Package(self.desk, [Firmware(size=200000), Firmware("BOOT", size=9001)]),
                    environment=environment)
         self.to_run(printer.address)
