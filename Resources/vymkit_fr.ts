@@ -276,7 +276,7 @@
     </message>
     <message>
         <source>Confirmation_CutOff</source>
-        <translation>Une mise à jour précédente de cette imprimante a été interrompue (début : %@). L’imprimante n’en a peut-être reçu qu’une partie.</translation>
+        <translation>Une mise à jour précédente de cette imprimante a été interrompue (début : %@). L’imprimante n’en a peut-être reçu qu’une partie.</translation>
     </message>
     <message>
         <source>Confirmation_VerDown_Title</source>
@@ -700,7 +700,7 @@ La mise à jour peut durer plusieurs minutes, et la barre peut rester immobile u
     </message>
     <message>
         <source>Details_Process</source>
-        <translation>Processus de l’autre mise à jour : %@</translation>
+        <translation>Processus de l’autre mise à jour : %@</translation>
     </message>
     <message>
         <source>Details_Log</source>
