@@ -109,6 +109,15 @@ TEST(AnswerAccount, KnowsAPrinterThatAnswersEachNewTenth)
     EXPECT_EQ(account.patience(kLongest), 500U) << "a tenth of this file takes a second";
 }
 
+TEST(AnswerAccount, WaitsTwiceAsLongAsTheLastBlockTookOnAPrinterThatAnswersEachNewTenth)
+{
+    AnswerAccount account;
+    Sending(account)
+        .pieces(100, 100, [](unsigned n) { return n % 10 == 0 && n != 0 ? 2 : -1; })
+        .heardAfter(800);
+    EXPECT_EQ(account.patience(kLongest), 1600U);
+}
+
 TEST(AnswerAccount, KnowsAPrinterThatAnswersEachTenthPiece)
 {
     AnswerAccount account;
