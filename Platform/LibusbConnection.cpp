@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <climits>
 #include <cstring>
 
@@ -53,6 +54,7 @@ Connection::~Connection()
 // interface.
 UsbStatus Connection::claim()
 {
+    assert(!m_claimed);
     libusb_set_auto_detach_kernel_driver(m_handle.get(), 1);
     const int result = libusb_claim_interface(m_handle.get(), m_facts.number);
     m_claimed = result == LIBUSB_SUCCESS;

@@ -2,6 +2,7 @@
 #include "Platform/LibusbTransfer.h"
 
 #include <algorithm>
+#include <cassert>
 #include <climits>
 #include <cstring>
 #include <new>
@@ -71,6 +72,7 @@ void Transfer::clearHalt()
 
 UsbStatus Transfer::take(std::uint32_t& bytes)
 {
+    assert(m_owed);
     clearHalt();
     m_owed = false;
     if (m_aborted || m_transfer->status != LIBUSB_TRANSFER_COMPLETED)

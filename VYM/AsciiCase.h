@@ -15,6 +15,11 @@ constexpr char upper(char c)
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+constexpr char lower(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 constexpr bool sameNoCase(char left, char right)
 {
     return left == right || upper(left) == upper(right); // most matching bytes are identical
@@ -36,8 +41,7 @@ constexpr bool beginsNoCase(std::string_view text, std::string_view prefix)
 constexpr int compareNoCase(std::string_view left, std::string_view right)
 {
     const auto lowerAt = [](std::string_view text, std::size_t at) -> int {
-        const char c = at < text.size() ? text[at] : '\0';
-        return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+        return at < text.size() ? static_cast<unsigned char>(lower(text[at])) : 0;
     };
     for (std::size_t i = 0; i < std::max(left.size(), right.size()); ++i) {
         if (const int difference = lowerAt(left, i) - lowerAt(right, i); difference != 0)

@@ -16,6 +16,13 @@
 namespace description {
 
 using ascii::equalNoCase;
+
+// A null text of the flat functions is an empty one.
+inline std::string_view orEmpty(const char* text)
+{
+    return text != nullptr ? std::string_view(text) : std::string_view();
+}
+
 // The position of needle in text, searched from a start position, or npos.
 std::size_t findNoCase(std::string_view text, std::string_view needle, std::size_t from);
 

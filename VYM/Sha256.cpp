@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VYM/Sha256.h"
 
+#include "VYM/AsciiCase.h"
+
 #include <algorithm>
 #include <bit>
 #include <cassert>
@@ -116,9 +118,7 @@ std::optional<Sha256::Digest> Sha256::fromHex(std::string_view text)
     if (text.size() != 2 * digest.size())
         return std::nullopt;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        const auto value =
-            kHexDigits.find(c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c);
+        const auto value = kHexDigits.find(ascii::lower(text[i]));
         if (value == std::string_view::npos)
             return std::nullopt;
         digest[i / 2] = static_cast<unsigned char>(std::size_t{digest[i / 2]} * 16 + value);

@@ -16,11 +16,6 @@ struct FileCloser {
 };
 using OpenFile = std::unique_ptr<std::FILE, FileCloser>;
 
-std::string_view orEmpty(const char* text)
-{
-    return text != nullptr ? std::string_view(text) : std::string_view();
-}
-
 // Returns the size of an open file and rewinds it; -1 if it has no size.
 long sizeOf(std::FILE* file)
 {
@@ -163,7 +158,7 @@ bool vymParse::getYesNoValue(const char* key, yesno_type& value, unsigned index)
     const auto found = row(key, index);
     if (found.empty())
         return false;
-    const auto from = orEmpty(key).size();
+    const auto from = description::orEmpty(key).size();
     const auto holds = [&](const char* word) {
         return description::findNoCase(found, word, from) != std::string_view::npos;
     };

@@ -2,6 +2,7 @@
 // Fetches the printer's description, and decides whether a firmware is for it.
 #include "VYM/AsciiCase.h"
 #include "VYM/DebugText.h"
+#include "VYM/DescriptionText.h"
 #include "VYM/ProtocolReply.h"
 #include "VYM/vymMac.h"
 
@@ -25,11 +26,6 @@ int assemblyResult(FileAssembly::Step step)
     default:
         return result::kBadReply;
     }
-}
-
-std::string_view orEmpty(const char* text)
-{
-    return text != nullptr ? std::string_view(text) : std::string_view();
 }
 
 } // namespace
@@ -125,13 +121,14 @@ VersionDecision vymProtocol::DecideVersion(const char* model, const char* firmNa
     if (!m_target.findTargetInfoVersion(firmName, installedVersion))
         return {false, result::kNotApplicable, m_reason = VersionReason::notListed};
     // Equal texts only: versions that a rule merely takes for equal may be different firmware.
-    if (m_leavesOutSame && ascii::equalNoCase(orEmpty(updateVersion), installedVersion))
+    if (m_leavesOutSame
+        && ascii::equalNoCase(description::orEmpty(updateVersion), installedVersion))
         return {false, result::kNotApplicable, m_reason = VersionReason::sameVersion};
     yesno_type rule = yesno_none;
     if (!g_VymInfo.getAllowVersionDown(rule))
         return {false, result::kSystem, m_reason};
     // "yes" sends any version; only a compatible version requires a comparison.
-    if (orEmpty(compatibleVersion).empty() && rule == yesno_yes)
+    if (description::orEmpty(compatibleVersion).empty() && rule == yesno_yes)
         return {true, result::kSuccess, m_reason = VersionReason::applies};
     int code = result::kNotApplicable;
     const bool send =
@@ -159,7 +156,7 @@ bool vymProtocol::CheckFirmVer(const char* updateVersion, const char* compatible
         return m_reason == VersionReason::applies;
     }
     const auto decision =
-        decideVersion(updateVersion, orEmpty(compatibleVersion), targetVersion, rule);
+        decideVersion(updateVersion, description::orEmpty(compatibleVersion), targetVersion, rule);
     m_reason = decision.reason;
     code = decision.code;
     return decision.send;
