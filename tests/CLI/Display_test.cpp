@@ -1,63 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "CLI/Display.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TerminalScreen.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
 
-// A terminal and the text written to it.
-class Screen : public ::testing::Test {
-protected:
-    Screen()
-    {
-        setenv("TERM", "xterm", 1);
-        m_person = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-        EXPECT_EQ(grantpt(m_person), 0);
-        EXPECT_EQ(unlockpt(m_person), 0);
-        program = open(ptsname(m_person), O_RDWR | O_NOCTTY | O_CLOEXEC);
-        resize(80);
-    }
-    ~Screen() override
-    {
-        close(program);
-        close(m_person);
-    }
-    void resize(unsigned short columns) const
-    {
-        winsize size{};
-        size.ws_row = 24;
-        size.ws_col = columns;
-        EXPECT_EQ(ioctl(m_person, TIOCSWINSZ, &size), 0);
-    }
-    // A mark follows the text, since the kernel may hand over one write in several parts.
-    [[nodiscard]] std::string shown() const
-    {
-        constexpr std::string_view kMark = "<mark>";
-        EXPECT_EQ(write(program, kMark.data(), kMark.size()), ssize(kMark));
-        std::string text;
-        while (!text.ends_with(kMark)) {
-            std::array<char, 4096> part{};
-            const auto length = read(m_person, part.data(), part.size());
-            if (length <= 0) {
-                ADD_FAILURE() << "the terminal has ended after: " << text;
-                return text;
-            }
-            text.append(part.data(), static_cast<std::size_t>(length));
-        }
-        return text.substr(0, text.size() - kMark.size());
-    }
-    int program = -1;
-
-private:
-    int m_person = -1;
-};
+class Screen : public ::testing::Test, public TerminalScreen { };
 
 } // namespace
 

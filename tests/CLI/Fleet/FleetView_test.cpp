@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetView.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TerminalScreen.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -41,7 +42,7 @@ public:
 
     void show(const std::function<void(FleetObserver&)>& events)
     {
-        Display display(m_err, true);
+        Display display(console.err, true);
         PacketTrace trace(nullptr, [] { return 0.0; });
         Workplace place{options, console, session, display, report, trace, nullptr};
         events(*makeFleetView(names, place));
@@ -119,4 +120,26 @@ TEST(FleetView, StaysQuietOnRequest)
         view.ended(0, "", end(MemberClass::failed, "It is away."));
     });
     EXPECT_EQ(run.err, "");
+}
+
+TEST(FleetView, ShowsALineForEachRunningPrinterAndACountBelowAtATerminal)
+{
+    const TerminalScreen screen;
+    ViewRun run(false);
+    run.console.err = screen.program;
+    run.show([](FleetObserver& view) {
+        view.started(0);
+        view.started(1);
+        view.line(0,
+                  R"({"type":"status","state_name":"sending","firmware_number":1,)"
+                  R"("firmware_count":2,"progress":45.2})");
+        view.waited();
+        view.ended(1, "", end(MemberClass::failed, "It is away."));
+    });
+    const auto shown = screen.shown();
+    EXPECT_THAT(shown,
+                HasSubstr("  192.0.2.7  sending firmware 1 of 2  45 %\r\n  Hall  starting\r\n"
+                          "0 of 2 ended, 2 running, 0 waiting"));
+    EXPECT_THAT(shown, HasSubstr("[1/2] Hall: failed: It is away.\r\n"));
+    EXPECT_THAT(shown, HasSubstr("1 of 2 ended (1 not well), 1 running, 0 waiting"));
 }
