@@ -52,6 +52,7 @@ class Start(WizardCase):
         self.wizard.wait_for("Vymprint 200")
 
     def test_lets_the_user_choose_a_package_by_keyboard_where_there_is_none(self):
+        self.use_language("de")
         package = Package(self.desk)
         folder = self.desk.folder / "program"
         folder.mkdir()
@@ -61,7 +62,7 @@ class Start(WizardCase):
         self.wizard.wait_for(self.texts["Start_NoPackage"])
         self.wizard.focused("push button", self.texts["Start_ChoosePackage"])
         self.wizard.keys("space")
-        self.wizard.find("text")
+        self.wizard.wait_for("Suchen in:")  # the toolkit's own words are in the user's language
         self.wizard.focused("text")
         self.wizard.type(str(package.file))
         self.wizard.keys("Return")
