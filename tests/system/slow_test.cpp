@@ -74,15 +74,17 @@ TEST_P(SlowFault, IsNeverCalledAnUpdate)
     expectTruth(run, printer, package, false);
 }
 
-// Faults strike in the backlog: all pieces are in the window while the printer works on the third.
+// Faults strike in the backlog: the window has pieces that the printer has not taken yet. Those
+// that end in silence come after several answers: a few alone can fall on tenths of the file by
+// accident, as from a printer that answers nothing else.
 const Slowness kFaults[] = {
-    {"PowerLoss", 50000, {"--piece-time", "160", "--fault", "die@piece:12200"}},
+    {"PowerLoss", 100000, {"--piece-time", "160", "--fault", "die@piece:40000"}},
     {"PowerLossWithLargePieces",
-     1000000,
-     {"--max-packet", "65536", "--piece-time", "160", "--fault", "die@piece:200000"}},
+     2000000,
+     {"--max-packet", "65536", "--piece-time", "160", "--fault", "die@piece:600000"}},
     {"Close", 50000, {"--piece-time", "100", "--fault", "close@piece:12200"}},
     {"Reset", 50000, {"--piece-time", "100", "--fault", "reset@piece:12200"}},
-    {"Hanging", 50000, {"--piece-time", "100", "--fault", "stall@piece:12200"}},
+    {"Hanging", 100000, {"--piece-time", "100", "--fault", "stall@piece:40000"}},
     {"LateRefusalOfAPiece", 50000, {"--piece-time", "100", "--fault", "status-0804@piece:12200"}},
     {"LateRefusalOfTheLastBlock",
      20000,
