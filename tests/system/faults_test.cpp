@@ -120,7 +120,7 @@ TEST(PrinterThatIsNotThere, EndsAsALostConnection)
 
 TEST(PrinterThatStopsReading, DelaysALargePacketNoLongerThanItsTimeOut)
 {
-    const PackageFolder package({{"MAIN", "AB010200", 12000000}});
+    const PackageFolder package({{"MAIN", "AB010200", 4500000}});
     const VirtualPrinter printer(
         {"--firmware", "MAIN=AB010100", "--max-packet", "4000000", "--fault", "stall@piece:100"});
     CliRun run(updateOf(printer, package));

@@ -36,15 +36,15 @@ OpenedPackage opened(Package& package)
 // Ends this program where opening a package takes more than a hundred times as long as it should.
 class Watchdog {
 public:
-    Watchdog() { alarm(60); }
+    Watchdog() { alarm(200); }
     ~Watchdog() { alarm(0); }
     Watchdog(const Watchdog&) = delete;
     Watchdog& operator=(const Watchdog&) = delete;
 };
 
 constexpr std::size_t kMiB = 1024 * 1024;
-// Sanitizers walk so much more slowly that a quarter of the text must do.
-constexpr std::size_t kWalked = kMiB / (VYMKIT_TEST_SLOWNESS > 2 ? 4 : 1);
+// Sanitizers walk so much more slowly that a part of the text must do.
+constexpr std::size_t kWalked = kMiB / (VYMKIT_TEST_SLOWNESS > 2 ? 16 : 1);
 
 std::string repeated(std::string_view text, std::size_t times)
 {
