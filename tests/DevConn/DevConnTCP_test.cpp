@@ -174,6 +174,7 @@ TEST_F(TcpConnect, EndsWithItsOwnResultAndMayBeginAgain)
     std::string rest = "not yet";
     LoopbackPeer first([&](PeerLink& link) { rest = link.receive(1); });
     connectTo(first);
+    first.awaitLink();
     const auto connected = openDescriptors();
     EXPECT_EQ(transport->Disconnect(), -1);
     EXPECT_EQ(openDescriptors(), connected - 1);

@@ -135,20 +135,24 @@ public:
     LoopbackPeer& operator=(const LoopbackPeer&) = delete;
 
     [[nodiscard]] unsigned short port() const { return m_port; }
+    // Waits until the connection is accepted: from then on the peer opens no descriptor.
+    void awaitLink() const { await(m_linked); }
     // Waits until the script has returned.
-    void join()
-    {
-        while (!m_done)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
+    void join() const { await(m_done); }
 
 private:
+    static void await(const std::atomic<bool>& flag)
+    {
+        while (!flag)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
     void serve()
     {
         pollfd entry{m_listener, POLLIN, 0};
         while (!m_stop && poll(&entry, 1, 2) == 0) { }
         if (!m_stop) {
             PeerLink link(accept(m_listener, nullptr, nullptr), m_stop);
+            m_linked = true;
             m_script(link);
             m_done = true;
             while (!m_stop)
@@ -161,6 +165,7 @@ private:
     int m_listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     unsigned short m_port = 0;
     std::atomic<bool> m_stop{false};
+    std::atomic<bool> m_linked{false};
     std::atomic<bool> m_done{false};
     std::thread m_thread;
 };
