@@ -9,14 +9,12 @@ void LastRecord::prepare(const std::optional<MemberOrder>& order)
         return;
     m_file.emplace(*order->results);
     m_printer = printerKey(order->printer);
-    m_isOpen = true;
 }
 
 void LastRecord::write(const LastFacts& facts) noexcept
 {
-    if (!m_isOpen)
+    if (!m_file)
         return;
-    m_isOpen = false;
     auto inJson = facts;
     inJson.json = true;
     LastText room;
@@ -25,4 +23,5 @@ void LastRecord::write(const LastFacts& facts) noexcept
     const auto comma = line.find(',');
     // A line that cannot be written is one that was never known: a later call repeats the printer.
     static_cast<void>(m_file->appendParts({line.substr(0, comma), m_printer, line.substr(comma)}));
+    done();
 }

@@ -14,12 +14,11 @@ class LastRecord {
 public:
     // Without an order, or without results in it, nothing is ever written.
     void prepare(const std::optional<MemberOrder>& order);
-    void done() { m_isOpen = false; } // the end is recorded already
+    void done() { m_file.reset(); } // the end is recorded already
     // Appends the line of these facts, whole or not at all. Allocates nothing.
     void write(const LastFacts& facts) noexcept;
 
 private:
-    bool m_isOpen = false;
-    std::optional<ResultsFile> m_file;
+    std::optional<ResultsFile> m_file; // while the end is not recorded
     std::string m_printer; // its key in the line
 };
