@@ -2,7 +2,6 @@
 #include "CLI/BackgroundTask.h"
 #include "CLI/Commands.h"
 #include "UI/Printers/PrinterCheck.h"
-#include "UI/Support/UsbSurvey.h"
 #include "UI/vym_etc.h"
 
 #include <limits>
@@ -73,10 +72,6 @@ Outcome runCheck(const PackageFacts& package, Workplace& place, Destination& des
     if (check->task.hasFailed())
         throw std::bad_alloc();
     facts.report = std::move(check->report);
-    facts.connect = place.trace.lastConnect();
-    facts.isAnswered = place.trace.isAnswered();
-    if (facts.connect.value_or(ConnectProblem::none) != ConnectProblem::none)
-        facts.usedBy = holdersOfPort(destination.run.port(), surveyedVendor(), "");
-    facts.notPermitted = isForbiddenPort(destination.run.port());
+    facts.link = linkFacts(place.trace, destination.run.port());
     return concludeCheck(package, facts);
 }

@@ -16,18 +16,6 @@ bool isPlainEnd(int code)
     return code == result::kSuccess || code == result::kNotApplicable;
 }
 
-// The printer's side of a run that failed, as far as it is known.
-struct LinkFacts {
-    std::optional<ConnectProblem> connect;
-    std::optional<bool> isAnswered;
-    std::string usedBy;
-};
-
-template <class Facts> LinkFacts linkFacts(const Facts& facts)
-{
-    return {facts.connect, facts.isAnswered, facts.usedBy};
-}
-
 // Facts are those of a check or of an update.
 template <class Facts>
 Outcome begunOutcome(const PackageFacts& package, Command command, const Facts& facts)
@@ -36,7 +24,7 @@ Outcome begunOutcome(const PackageFacts& package, Command command, const Facts& 
     outcome.command = command;
     outcome.address = facts.address;
     outcome.printerName = facts.printerName;
-    outcome.notPermitted = facts.notPermitted;
+    outcome.notPermitted = facts.link.notPermitted;
     for (const auto& firmware : package.firmware) {
         outcome.firmware.emplace_back();
         outcome.firmware.back().firmware = firmware;
@@ -190,7 +178,7 @@ std::string_view titleKeyOf(std::string_view messageKey, int code, bool automati
 void concludeWith(Outcome& outcome, int code, const PackageFacts& package,
                   const FirmwareOutcome* last, const LinkFacts& link, MessageFacts facts)
 {
-    facts.holder = link.usedBy;
+    facts.programs = link.usedBy;
     if (last != nullptr)
         facts.firmware = firmwareText(*last);
     const bool automaticEnd = package.needsExitOperation == yesno_no;
@@ -411,7 +399,7 @@ Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts)
     }
     if (const auto code = codeOf(outcome, facts); code.has_value()) {
         outcome.verdict = verdictOf(*code);
-        concludeWith(outcome, *code, package, last, linkFacts(facts), words);
+        concludeWith(outcome, *code, package, last, facts.link, words);
         return outcome;
     }
     words.number = std::to_string(std::lround(facts.stallLimit));
@@ -439,11 +427,11 @@ Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts)
     words.place = "during the check";
     if (facts.report.result != result::kSuccess) {
         outcome.verdict = verdictOf(facts.report.result);
-        concludeWith(outcome, facts.report.result, package, nullptr, linkFacts(facts), words);
+        concludeWith(outcome, facts.report.result, package, nullptr, facts.link, words);
     } else if (refused != nullptr) {
         outcome.verdict = Verdict::refused;
         concludeWith(outcome, refused->resultCode.value_or(result::kSystem), package, refused,
-                     linkFacts(facts), words);
+                     facts.link, words);
     } else
         concludeDecided(outcome, words);
     return outcome;

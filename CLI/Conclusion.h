@@ -5,8 +5,8 @@
 // Owns:    nothing; the caller owns the facts and keeps them during a call.
 // Threads: any. Pure functions.
 #pragma once
+#include "CLI/LinkFacts.h"
 #include "CLI/Outcome.h"
-#include "DevConn/LinkTrace.h"
 #include "VYM/CheckRun.h"
 #include "VYM/vymThread.h"
 
@@ -15,10 +15,7 @@ enum class StopCause : std::uint8_t { none, user, deadline, answer, stall };
 struct UpdateFacts {
     std::string address;
     std::string printerName;
-    bool notPermitted = false; // the printer is on USB, and this user may not open it
-    std::string usedBy; // the programs that have the USB printer open, if it could not be opened
-    std::optional<ConnectProblem> connect; // of the last attempt to connect
-    std::optional<bool> isAnswered; // the last packet; empty if none was sent
+    LinkFacts link;
     tag_devinfo lastRecord{};
     std::vector<tag_entryoutcome> outcomes; // of the firmware that were handled, in order
     std::optional<int> endCode; // if the run ended before a stop request
@@ -32,10 +29,7 @@ Outcome concludeUpdate(const PackageFacts& package, const UpdateFacts& facts);
 struct CheckFacts {
     std::string address;
     std::string printerName;
-    bool notPermitted = false; // as above
-    std::string usedBy; // as above
-    std::optional<ConnectProblem> connect; // as above
-    std::optional<bool> isAnswered; // as above
+    LinkFacts link;
     CheckReport report;
     StopCause stop = StopCause::none;
 };

@@ -2,7 +2,6 @@
 #include "CLI/FollowedRun.h"
 
 #include "UI/Printers/PrinterCheck.h"
-#include "UI/Support/UsbSurvey.h"
 
 #include <algorithm>
 #include <limits>
@@ -52,11 +51,7 @@ void FollowedRun::takeResult()
     m_place.bytesWentOut =
         std::any_of(all.begin(), all.end(), [](const auto& each) { return each.m_bytesWentOut; });
     m_facts.printerModel = m_run.printerModel();
-    m_facts.connect = m_place.trace.lastConnect();
-    m_facts.isAnswered = m_place.trace.isAnswered();
-    if (m_facts.connect.value_or(ConnectProblem::none) != ConnectProblem::none)
-        m_facts.usedBy = holdersOfPort(m_target.port(), surveyedVendor(), "");
-    m_facts.notPermitted = isForbiddenPort(m_target.port());
+    m_facts.link = linkFacts(m_place.trace, m_target.port());
 }
 
 void FollowedRun::noteBeginning()

@@ -104,7 +104,7 @@ constexpr std::array kTexts = {
     KeyText{"UnusableAnswer",
             "The printer at {address} answered, but an answer was missing, incomplete or not the "
             "expected one, {place}."},
-    KeyText{"InUse", "The USB printer at {address} is in use by {holder}."},
+    KeyText{"InUse", "The USB printer at {address} is in use by {programs}."},
     KeyText{"NotPermittedTitle", "not permitted"},
     KeyText{"NotPermitted", "This user may not open the USB printer at {address}."},
     KeyText{"UnreadableVersion",
@@ -181,7 +181,7 @@ std::string_view find(const std::array<KeyText, size>& texts, std::string_view k
 
 std::string_view factOf(const MessageFacts& facts, std::string_view name)
 {
-    const std::array<std::pair<std::string_view, std::string_view>, 11> known = {
+    const std::array<std::pair<std::string_view, std::string_view>, 12> known = {
         {{"address", facts.address},
          {"model", facts.model},
          {"printer", facts.printer},
@@ -192,7 +192,8 @@ std::string_view factOf(const MessageFacts& facts, std::string_view name)
          {"number", facts.number},
          {"count", facts.count},
          {"permission", facts.permission},
-         {"holder", facts.holder}}};
+         {"holder", facts.holder},
+         {"programs", facts.programs}}};
     const auto* fact = std::find_if(known.begin(), known.end(),
                                     [name](const auto& each) { return each.first == name; });
     return fact != known.end() ? fact->second : std::string_view();

@@ -21,9 +21,8 @@ struct MessageFacts {
     std::string number;
     std::string count;
     std::string permission; // how to get permission to open a USB printer
-    // The other program that updates the printer, as the start of a sentence; or those that have
-    // the USB printer open.
-    std::string holder;
+    std::string holder; // the other program that updates the printer, as the start of a sentence
+    std::string programs; // that have the USB printer open
 };
 
 // The key's text with the facts filled in; the key itself if there is no text.

@@ -4,6 +4,7 @@
 #include "CLI/Messages.h"
 #include "CLI/ProgressText.h"
 #include "CLI/Terminal.h"
+#include "UI/Text/TextList.h"
 
 #include <algorithm>
 #include <array>
@@ -86,14 +87,6 @@ std::string orDash(const std::string& text)
 std::string labelled(const char* label, const std::string& text)
 {
     return "  " + padded(label, kLabelColumns) + orDash(text) + "\n";
-}
-
-std::string joined(const std::vector<std::string>& texts)
-{
-    std::string all;
-    for (const auto& text : texts)
-        all += (all.empty() ? "" : ", ") + text;
-    return all;
 }
 
 std::string timeText(int seconds)

@@ -308,7 +308,7 @@
     </message>
     <message>
         <source>Package_NameTooLong</source>
-        <translation>Der Name des Paketordners oder der Paketdatei ist zu lang.</translation>
+        <translation>Der Name des Paketordners oder der Paketdatei ist zu lang. Wählen Sie einen kürzeren Namen, oder legen Sie das Paket in einen anderen Ordner.</translation>
     </message>
     <message>
         <source>Package_NoFolder</source>
@@ -368,7 +368,7 @@
     </message>
     <message>
         <source>Package_NoSignatureCheck</source>
-        <translation>Dieses Programm wurde ohne libsodium erstellt und kann keine Signaturen prüfen.</translation>
+        <translation>Dieses Programm wurde ohne libsodium erstellt und kann keine Signaturen prüfen. Wenden Sie sich an die Systemverwaltung.</translation>
     </message>
     <message>
         <source>Package_NotSigned</source>

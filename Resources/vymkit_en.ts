@@ -308,7 +308,7 @@
     </message>
     <message>
         <source>Package_NameTooLong</source>
-        <translation>The name of the package’s folder or file is too long.</translation>
+        <translation>The name of the package’s folder or file is too long. Choose a shorter name, or put the package into another folder.</translation>
     </message>
     <message>
         <source>Package_NoFolder</source>
@@ -368,7 +368,7 @@
     </message>
     <message>
         <source>Package_NoSignatureCheck</source>
-        <translation>This program was built without libsodium and cannot check signatures.</translation>
+        <translation>This program was built without libsodium and cannot check signatures. Ask the administrator of this computer.</translation>
     </message>
     <message>
         <source>Package_NotSigned</source>

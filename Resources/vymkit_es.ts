@@ -308,7 +308,7 @@
     </message>
     <message>
         <source>Package_NameTooLong</source>
-        <translation>El nombre de la carpeta o del archivo del paquete es demasiado largo.</translation>
+        <translation>El nombre de la carpeta o del archivo del paquete es demasiado largo. Elija un nombre más corto o guarde el paquete en otra carpeta.</translation>
     </message>
     <message>
         <source>Package_NoFolder</source>
@@ -368,7 +368,7 @@
     </message>
     <message>
         <source>Package_NoSignatureCheck</source>
-        <translation>Este programa se compiló sin libsodium y no puede comprobar firmas.</translation>
+        <translation>Este programa se compiló sin libsodium y no puede comprobar firmas. Consulte al administrador de este equipo.</translation>
     </message>
     <message>
         <source>Package_NotSigned</source>

@@ -308,7 +308,7 @@
     </message>
     <message>
         <source>Package_NameTooLong</source>
-        <translation>Le nom du dossier ou du fichier du paquet est trop long.</translation>
+        <translation>Le nom du dossier ou du fichier du paquet est trop long. Choisissez un nom plus court ou placez le paquet dans un autre dossier.</translation>
     </message>
     <message>
         <source>Package_NoFolder</source>
@@ -368,7 +368,7 @@
     </message>
     <message>
         <source>Package_NoSignatureCheck</source>
-        <translation>Ce programme a été compilé sans libsodium et ne peut pas vérifier les signatures.</translation>
+        <translation>Ce programme a été compilé sans libsodium et ne peut pas vérifier les signatures. Adressez-vous à l’administrateur de cet ordinateur.</translation>
     </message>
     <message>
         <source>Package_NotSigned</source>

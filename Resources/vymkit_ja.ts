@@ -308,7 +308,7 @@
     </message>
     <message>
         <source>Package_NameTooLong</source>
-        <translation>パッケージのフォルダーまたはファイルの名前が長すぎます。</translation>
+        <translation>パッケージのフォルダーまたはファイルの名前が長すぎます。名前を短くするか、パッケージを別のフォルダーに移してください。</translation>
     </message>
     <message>
         <source>Package_NoFolder</source>
@@ -368,7 +368,7 @@
     </message>
     <message>
         <source>Package_NoSignatureCheck</source>
-        <translation>このプログラムは libsodium なしで作成されているため、署名を検証できません。</translation>
+        <translation>このプログラムは libsodium なしで作成されているため、署名を検証できません。このコンピューターの管理者に問い合わせてください。</translation>
     </message>
     <message>
         <source>Package_NotSigned</source>

@@ -308,7 +308,7 @@
     </message>
     <message>
         <source>Package_NameTooLong</source>
-        <translation>更新包的文件夹名或文件名过长。</translation>
+        <translation>更新包的文件夹名或文件名过长。请使用更短的名称，或将更新包移到其他文件夹。</translation>
     </message>
     <message>
         <source>Package_NoFolder</source>
@@ -368,7 +368,7 @@
     </message>
     <message>
         <source>Package_NoSignatureCheck</source>
-        <translation>此程序构建时未包含 libsodium，无法验证签名。</translation>
+        <translation>此程序构建时未包含 libsodium，无法验证签名。请联系此计算机的管理员。</translation>
     </message>
     <message>
         <source>Package_NotSigned</source>

@@ -3,6 +3,7 @@
 
 #include "UI/Package/PackagePlace.h"
 #include "UI/Text/PlainText.h"
+#include "UI/Text/TextList.h"
 #include "VYM/BundlePath.h"
 #include "VYM/vymBindInfo.h"
 #include "VYM/vymMac.h"
@@ -149,10 +150,10 @@ PackageFacts readPackage(const std::string& folder)
 // All places where a package without a name was looked for.
 std::string searchedPlaces()
 {
-    std::string places;
+    std::vector<std::string> places;
     for (const auto& folder : searchedFolders())
-        places += (places.empty() ? "'" : ", '") + plainPath(folder + "/" + kPackageName) + "'";
-    return places;
+        places.push_back("'" + plainPath(folder + "/" + kPackageName) + "'");
+    return joined(places);
 }
 
 // Why the file cannot be opened. given: whether the user named it.

@@ -2,6 +2,7 @@
 #include "UI/Package/PackageReason.h"
 
 #include "UI/Package/PackagePlace.h"
+#include "UI/Text/TextList.h"
 
 namespace {
 
@@ -19,18 +20,19 @@ std::string withOption(const std::string& why)
 
 std::string namesOf(const std::vector<KeyName>& keys)
 {
-    std::string names;
+    std::vector<std::string> names;
+    names.reserve(keys.size());
     for (const auto& key : keys)
-        names += (names.empty() ? "" : ", ") + key.name
-            + (key.isReadable ? "" : " (which is no key that can be read)");
-    return names;
+        names.push_back(key.name + (key.isReadable ? "" : " (which is no key that can be read)"));
+    return joined(names);
 }
 
 std::string wordsOfFile(const PackageReason& reason)
 {
     switch (reason.fault) {
     case PackageFault::nameTooLong:
-        return "The package's folder or file has too long a name.";
+        return "The package's folder or file has too long a name. Give it a shorter one, "
+               "or put the package into another folder.";
     case PackageFault::notFound:
         return withOption("No update package was found. This program looked for " + reason.place
                           + ".");
@@ -43,7 +45,8 @@ std::string wordsOfFile(const PackageReason& reason)
     case PackageFault::notReadable:
         return quoted(reason.place) + " must not be read by you. Ask its owner for permission.";
     case PackageFault::noMemory:
-        return "There is not enough memory to read the package.";
+        return "There is not enough memory to read the package. Close other programs, then try "
+               "again.";
     case PackageFault::stopped:
         return "Stopped while the package was being read.";
     default:
@@ -95,12 +98,14 @@ std::string wordsOfTrust(const PackageReason& reason)
 {
     switch (reason.fault) {
     case PackageFault::readError:
-        return "The package could not be read to its end, or memory is short.";
+        return "The package could not be read to its end, or memory is short. Close other programs "
+               "and try again, or get the package again.";
     case PackageFault::keysUnreadable:
         return "The trusted keys in " + quoted(reason.place)
             + " cannot be read. Ask the administrator of this computer.";
     case PackageFault::noSignatureCheck:
-        return "This program cannot check signatures: it was built without libsodium.";
+        return "This program cannot check signatures: it was built without libsodium. Ask the "
+               "administrator of this computer.";
     case PackageFault::otherSum:
         return "The package is another one: its SHA-256 is " + reason.sum
             + ", not the expected one. Get the package again.";

@@ -3,6 +3,7 @@
 
 #include "UI/Pages/Words.h"
 #include "UI/Text/TextKeys.h"
+#include "UI/Text/TextList.h"
 
 #include <algorithm>
 
@@ -32,7 +33,7 @@ constexpr Row kRows[] = {
     {PackageFault::noFirmware, Advice::getAgain, textkey::kPackageNoFirmware},
     {PackageFault::manyFirmware, Advice::getAgain, textkey::kPackageManyFirmware},
     {PackageFault::badPort, Advice::getAgain, textkey::kPackageBadPort},
-    {PackageFault::readError, Advice::none, textkey::kPackageReadError},
+    {PackageFault::readError, Advice::getAgain, textkey::kPackageReadError},
     {PackageFault::keysUnreadable, Advice::none, textkey::kPackageKeysUnreadable},
     {PackageFault::noSignatureCheck, Advice::none, textkey::kPackageNoSignatureCheck},
     {PackageFault::notSigned, Advice::trustedKeys, textkey::kPackageNotSigned},
@@ -46,11 +47,12 @@ constexpr Row kRows[] = {
 
 std::string namesOf(const std::vector<KeyName>& keys)
 {
-    std::string names;
+    std::vector<std::string> names;
+    names.reserve(keys.size());
     for (const auto& key : keys)
-        names += (names.empty() ? "" : ", ")
-            + (key.isReadable ? key.name : words::filled(textkey::kPackageKeyUnreadable, key.name));
-    return names;
+        names.push_back(key.isReadable ? key.name
+                                       : words::filled(textkey::kPackageKeyUnreadable, key.name));
+    return joined(names);
 }
 
 std::string adviceOf(Advice advice, const PackageReason& reason)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Support/Doctor.h"
 #include "UI/Support/UdevRule.h"
+#include "UI/Text/TextList.h"
 
 #include <algorithm>
 #include <array>
@@ -18,14 +19,6 @@ std::string nameOf(const SurveyedPrinter& printer)
 {
     const auto product = printer.product.empty() ? "The USB printer" : printer.product;
     return printer.serial.empty() ? product : product + " (" + printer.serial + ")";
-}
-
-std::string joined(const std::vector<std::string>& texts)
-{
-    std::string all;
-    for (const auto& text : texts)
-        all += (all.empty() ? "" : ", ") + text;
-    return all;
 }
 
 std::string ruleFile(const std::string& root)

@@ -5,6 +5,7 @@
 #include "UI/Run/RunHistory.h"
 #include "UI/Support/Masking.h"
 #include "UI/Text/PlainText.h"
+#include "UI/Text/TextList.h"
 
 #include <algorithm>
 #include <array>
@@ -60,13 +61,10 @@ std::string kernel()
 
 std::string versions(const Facts& facts)
 {
-    std::string libraries;
-    for (const auto& each : loadedLibraries())
-        libraries += (libraries.empty() ? "" : ", ") + each;
     const char* language = std::getenv("LANG");
     return heading("Versions") + row("program", facts.program) + row("system", systemName())
         + row("kernel", kernel()) + row("language", plainText(language != nullptr ? language : ""))
-        + row("C library", gnu_get_libc_version()) + row("libraries", libraries);
+        + row("C library", gnu_get_libc_version()) + row("libraries", joined(loadedLibraries()));
 }
 
 std::string findingsText(const std::vector<Finding>& findings)
@@ -79,14 +77,6 @@ std::string findingsText(const std::vector<Finding>& findings)
             text += std::string(kIndent) + kIndent + "What helps: " + each.mend + "\n";
     }
     return text;
-}
-
-std::string joined(const std::vector<std::string>& texts)
-{
-    std::string all;
-    for (const auto& text : texts)
-        all += (all.empty() ? "" : ", ") + text;
-    return all;
 }
 
 std::string packageText(const OpenedPackage& opened)

@@ -4,6 +4,7 @@
 #include "DevConn/UsbPortName.h"
 #include "UI/Support/UdevRule.h"
 #include "UI/Text/PlainText.h"
+#include "UI/Text/TextList.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -124,14 +125,12 @@ std::string holdersOfPort(const std::string& port, const std::string& vendor,
     std::string serial;
     if (!usbPortName::serialOf(port, serial))
         return {};
-    std::string names;
+    std::vector<std::string> holders;
     for (const auto& printer : surveyUsbPrinters(vendor, root)) {
-        if (printer.serial != plainText(serial))
-            continue;
-        for (const auto& holder : printer.holders)
-            names += (names.empty() ? "" : ", ") + holder;
+        if (printer.serial == plainText(serial))
+            holders.insert(holders.end(), printer.holders.begin(), printer.holders.end());
     }
-    return names;
+    return joined(holders);
 }
 
 std::string surveyedVendor()

@@ -161,7 +161,7 @@ TEST(Conclusion, SaysWhyThereIsNoConnection)
     package.portNumber = 48350;
     for (const auto& row : rows) {
         auto facts = ended(-6, {});
-        facts.connect = row.connect;
+        facts.link.connect = row.connect;
         const auto outcome = concludeUpdate(package, facts);
         EXPECT_EQ(outcome.title, row.title);
         EXPECT_THAT(outcome.message, HasSubstr(row.message));
@@ -170,7 +170,7 @@ TEST(Conclusion, SaysWhyThereIsNoConnection)
         CheckFacts check;
         check.address = "192.0.2.7";
         check.report.result = -6;
-        check.connect = row.connect;
+        check.link.connect = row.connect;
         EXPECT_THAT(concludeCheck(package, check).message, HasSubstr(row.message));
     }
 }
@@ -179,7 +179,7 @@ TEST(Conclusion, SaysWhyThereIsNoConnection)
 TEST(Conclusion, SaysOfAPrinterThatWasReachedNeitherThatItIsOffNorThatItsAddressIsWrong)
 {
     auto facts = ended(-6, {unsent(1, -6, VersionReason::undecided)});
-    facts.connect = ConnectProblem::none;
+    facts.link.connect = ConnectProblem::none;
     const auto outcome = concludeUpdate(twoFirmware(), facts);
     EXPECT_THAT(outcome.message, HasSubstr("was reached, but the connection was lost, or an"));
     EXPECT_THAT(outcome.message, testing::Not(HasSubstr("switched on")));
@@ -189,16 +189,16 @@ TEST(Conclusion, SaysOfAPrinterThatWasReachedNeitherThatItIsOffNorThatItsAddress
 TEST(Conclusion, NamesTheProgramsThatHaveTheUsbPrinterOpen)
 {
     auto facts = ended(-6, {});
-    facts.connect = ConnectProblem::other;
-    facts.usedBy = "usb (process 12)";
+    facts.link.connect = ConnectProblem::other;
+    facts.link.usedBy = "usb (process 12)";
     const auto outcome = concludeUpdate(twoFirmware(), facts);
     EXPECT_EQ(outcome.title, "no connection");
     EXPECT_THAT(outcome.message, HasSubstr("at 192.0.2.7 is in use by usb (process 12). Wait"));
     EXPECT_EQ(outcome.exitCode, 16);
     CheckFacts check;
     check.report.result = -6;
-    check.connect = ConnectProblem::other;
-    check.usedBy = facts.usedBy;
+    check.link.connect = ConnectProblem::other;
+    check.link.usedBy = facts.link.usedBy;
     EXPECT_THAT(concludeCheck(twoFirmware(), check).message, HasSubstr("is in use by usb (proc"));
 }
 
@@ -214,7 +214,7 @@ TEST(Conclusion, TellsNoAnswerFromOneThatCannotBeUsed)
     };
     for (const auto& row : rows) {
         auto facts = ended(-5, {});
-        facts.isAnswered = row.isAnswered;
+        facts.link.isAnswered = row.isAnswered;
         const auto outcome = concludeUpdate(twoFirmware(), facts);
         EXPECT_THAT(outcome.message, HasSubstr(row.message));
         EXPECT_EQ(outcome.title, "no expected answer");
