@@ -112,6 +112,10 @@ void judge(const vymThread& worker, const Scenario& scenario, const PrinterLedge
     if (!isDocumented(info.m_result))
         report.untruths.push_back("the record ends with the code " + std::to_string(info.m_result));
     const bool ended = report.result == 1 || report.result == -11;
+    // A run that fails before its first firmware, or between two, has no entry that failed.
+    if (scenario.sound() && !(report.started && ended))
+        report.untruths.push_back("a sound printer that answered in time: the run ended with "
+                                  + std::to_string(report.result));
     if (scenario.sound() && allWell && ended && !ledger.left())
         report.untruths.emplace_back("the printer was never told to leave download mode");
     if (socketIsOpen() || UsbBus::openConnections() != 0)
