@@ -135,7 +135,8 @@ TEST_F(CheckRun, ReturnsTheFailuresCodeAndLeavesDownloadMode)
 
 TEST_F(CheckRun, LeavesDownloadModeHoweverLittleMemoryThereIs)
 {
-    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A"});
+    prepare({"TGMNAME M", "UPDATETIME 1", "VERSION MAIN=01.20 main.bin A",
+             "VERSION BOOT=04.00 main.bin B", "VERSION FONT=02.00 main.bin C"});
     m_script.beforeEachCall([this] { m_shortage.reset(); });
     int allowed = 0;
     for (CheckReport report{}; report.entries.empty(); ++allowed) {
@@ -151,6 +152,8 @@ TEST_F(CheckRun, LeavesDownloadModeHoweverLittleMemoryThereIs)
         });
         report = run();
         m_shortage.reset();
+        EXPECT_EQ(report.entries.size(), report.result == 1 ? 3U : 0U)
+            << "no half of the decisions";
         EXPECT_EQ(m_script.sent().size(), before + 3) << allowed;
         EXPECT_EQ(m_script.sent().back().substr(2, 2), "\x51\x02") << allowed;
     }

@@ -149,6 +149,7 @@ RunReport run(const Scenario& scenario, bool traced)
         if (scenario.failingAllocation)
             failAllocation(*scenario.failingAllocation, scenario.memoryFailsForGood);
         report.started = worker.UpdateStart(nullptr, scenario.usb ? port : address, 48350);
+        const bool threadWasLeft = !report.started && threadIsLeft();
         report.memoryFailed = scenario.failingAllocation && allocationFailed();
         allocateSafely();
         report.took = world.now();
@@ -158,6 +159,8 @@ RunReport run(const Scenario& scenario, bool traced)
         report.sound = scenario.sound();
         report.disturbed = link.disturbed() || bus.disturbed();
         judge(worker, scenario, printer.ledger(), report);
+        if (threadWasLeft)
+            report.untruths.emplace_back("the start failed, and its thread was left behind");
     }
     report.trace = world.traceText();
     plugInLink(nullptr);

@@ -17,6 +17,7 @@ namespace {
 void* (*g_routine)(void*) = nullptr; // created and not running yet
 void* g_argument = nullptr;
 bool g_refused = false;
+bool g_isLeft = false; // created and not joined
 std::map<const void*, std::uint64_t> g_signals; // the number of signals of each condition
 
 void runMadeThread()
@@ -65,6 +66,12 @@ void refuseThreads(bool refused)
     g_refused = refused;
     g_signals.clear();
     g_routine = nullptr;
+    g_isLeft = false;
+}
+
+bool threadIsLeft()
+{
+    return g_isLeft;
 }
 
 } // namespace sim
@@ -79,6 +86,7 @@ int __wrap_pthread_create(pthread_t* thread, const pthread_attr_t* /*attributes*
     *thread = pthread_self();
     g_routine = routine;
     g_argument = argument;
+    g_isLeft = true;
     return 0;
 }
 
@@ -86,6 +94,7 @@ int __wrap_pthread_create(pthread_t* thread, const pthread_attr_t* /*attributes*
 int __wrap_pthread_join(pthread_t /*thread*/, void** /*result*/)
 {
     runMadeThread();
+    g_isLeft = false;
     return 0;
 }
 
