@@ -6,6 +6,7 @@
 #include "Platform/SystemPrintServer.h"
 
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <condition_variable>
 #include <fcntl.h>
@@ -22,6 +23,7 @@ using Clock = std::chrono::steady_clock;
 // For code that runs only after libcups was found.
 const Libcups& api()
 {
+    assert(libcups() != nullptr);
     return *libcups();
 }
 

@@ -132,6 +132,7 @@ UsbStatus Connection::controlRequest(const UsbControlRequest& request, unsigned 
 bool Connection::startWrite(std::uint8_t pipe, const unsigned char* bytes, unsigned long length,
                             WriteDone done, void* reference)
 {
+    assert(done != nullptr);
     const auto* out = bulkEndpoint(pipe, false);
     if (out == nullptr || bytes == nullptr || !begin()
         || !m_write.start(m_handle.get(), out->address, bytes, length))
@@ -145,6 +146,7 @@ bool Connection::startWrite(std::uint8_t pipe, const unsigned char* bytes, unsig
 bool Connection::startRead(std::uint8_t pipe, unsigned char* buffer, unsigned long length,
                            ReadDone done, void* reference)
 {
+    assert(done != nullptr);
     const auto* in = bulkEndpoint(pipe, true);
     if (in == nullptr || buffer == nullptr || length > INT_MAX || !begin() || isReading())
         return false;

@@ -7,6 +7,7 @@
 #pragma once
 #include "Platform/UsbHost.h"
 
+#include <cassert>
 #include <libusb-1.0/libusb.h>
 #include <span>
 
@@ -24,7 +25,12 @@ public:
     View(const View&) = delete;
     View& operator=(const View&) = delete;
 
-    bool open() { return libusb_init(&m_context) == LIBUSB_SUCCESS; }
+    // Call once.
+    bool open()
+    {
+        assert(m_context == nullptr);
+        return libusb_init(&m_context) == LIBUSB_SUCCESS;
+    }
     [[nodiscard]] libusb_context* context() const { return m_context; }
 
 private:

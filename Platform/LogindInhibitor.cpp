@@ -3,6 +3,7 @@
 #include "Platform/SleepInhibitor.h"
 
 #include <algorithm>
+#include <cassert>
 #include <chrono>
 #include <cstring>
 #include <fcntl.h>
@@ -141,6 +142,9 @@ SleepInhibitor::~SleepInhibitor()
 
 void SleepInhibitor::add(int lock)
 {
-    if (lock >= 0)
-        *std::find(m_locks.begin(), m_locks.end(), -1) = lock;
+    if (lock < 0)
+        return;
+    const auto place = std::find(m_locks.begin(), m_locks.end(), -1);
+    assert(place != m_locks.end());
+    *place = lock;
 }

@@ -62,7 +62,8 @@ public:
                                      std::uint32_t& transferred) = 0;
 
     // Start one transfer and return; false: it did not start. The host uses the buffer until it
-    // reports the end, which happens only in wait. At most one of each at a time.
+    // reports the end, which happens only in wait. At most one of each at a time; done is never
+    // null.
     virtual bool startWrite(std::uint8_t pipe, const unsigned char* bytes, unsigned long length,
                             WriteDone done, void* reference) = 0;
     virtual bool startRead(std::uint8_t pipe, unsigned char* buffer, unsigned long length,

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Tools/vymprinter/Download.h"
 
+#include <cassert>
+
 namespace vymprinter {
 
 Verdict Download::accept(const Request& piece)
 {
+    assert(piece.defect.empty());
     if (piece.kind == blockKind::kHeadOnly && piece.data.empty())
         return {status::kDone, "ok, head only"};
     Verdict verdict;
@@ -73,6 +76,7 @@ bool Download::keep(const Request& piece)
     if (!m_record.appendFirmware(piece.data))
         return false;
     m_received += static_cast<std::uint32_t>(piece.data.size());
+    assert(m_received <= m_end); // a piece that runs past the end was refused
     m_sum = byteSum(piece.data, m_sum);
     if (!blockKind::isLast(piece.kind))
         return true;

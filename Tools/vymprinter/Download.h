@@ -19,7 +19,7 @@ class Download {
 public:
     explicit Download(PrinterRecord& record) : m_record(record) { }
 
-    // Takes a well-formed send-file request; a refusal ends the firmware.
+    // Takes a send-file request, whose form must be right; a refusal ends the firmware.
     Verdict accept(const Request& piece);
     // Drops an incomplete firmware.
     void abandon();

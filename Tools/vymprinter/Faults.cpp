@@ -2,6 +2,7 @@
 #include "Tools/vymprinter/FaultTable.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <numeric>
 #include <utility>
@@ -146,6 +147,7 @@ FaultPlan::FaultPlan(std::vector<Fault> faults)
 
 void FaultPlan::strike(std::size_t index, FaultSet& now)
 {
+    assert(index < m_faults.size());
     const auto kind = m_faults[index].kind;
     now.add(kind);
     m_struck[index] = true;
@@ -155,6 +157,7 @@ void FaultPlan::strike(std::size_t index, FaultSet& now)
 
 FaultSet FaultPlan::atConnect(std::uint64_t connection)
 {
+    assert(connection != 0);
     FaultSet now;
     for (std::size_t i = 0; i < m_faults.size(); ++i)
         if (m_faults[i].stage == Stage::connect
@@ -165,6 +168,7 @@ FaultSet FaultPlan::atConnect(std::uint64_t connection)
 
 FaultSet FaultPlan::atRequest(Stage stage)
 {
+    assert(stage != Stage::piece);
     FaultSet now = m_lasting;
     const auto request = ++m_requests.at(static_cast<std::size_t>(stage));
     for (std::size_t i = 0; i < m_faults.size(); ++i) {

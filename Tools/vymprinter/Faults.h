@@ -96,7 +96,7 @@ class FaultPlan {
 public:
     explicit FaultPlan(std::vector<Fault> faults);
 
-    // This connection is the printer's n-th, from 1.
+    // This connection is the printer's n-th; numbers are from 1.
     FaultSet atConnect(std::uint64_t connection);
     // Call for a request of that stage; pieces have a call of their own.
     FaultSet atRequest(Stage stage);

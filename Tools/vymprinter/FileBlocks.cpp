@@ -4,6 +4,7 @@
 #include "Tools/vymprinter/PrinterModel.h"
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 
 namespace vymprinter {
@@ -37,6 +38,7 @@ std::string faultyTargetInfo(std::string text, const FaultSet& faults, const std
 FileBlocks::FileBlocks(std::string text, std::size_t limit, const FaultSet& faults)
     : m_text(std::move(text)), m_room(limit - kFileBlockHeadSize), m_faults(faults)
 {
+    assert(limit >= kSmallestBlock);
 }
 
 bool FileBlocks::endless() const
@@ -46,6 +48,7 @@ bool FileBlocks::endless() const
 
 FileBlock FileBlocks::next()
 {
+    assert(!m_done);
     const auto all = bytesOf(m_text);
     FileBlock block;
     block.offset = m_offset;

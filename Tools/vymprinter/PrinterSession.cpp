@@ -4,6 +4,7 @@
 #include "Tools/vymprinter/ReplyShape.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vymprinter {
 namespace {
@@ -71,6 +72,7 @@ PrinterSession::~PrinterSession()
 
 void PrinterSession::receive(ByteView bytes)
 {
+    assert(!m_inputEnded);
     m_input.append(bytes);
 }
 
@@ -244,6 +246,7 @@ void PrinterSession::exit(const Request& request, const FaultSet& faults, Millis
 // Goes away once its answer has left. The carrier turns connections away until the printer is back.
 void PrinterSession::restart(const FaultSet& faults, Millis now)
 {
+    assert(m_printer.model.restart.has_value());
     const bool isGone = faults.has(FaultKind::gone);
     m_printer.backAt = isGone ? Millis::max() : now + *m_printer.model.restart;
     if (!faults.has(FaultKind::oldVersion))
@@ -255,6 +258,7 @@ void PrinterSession::restart(const FaultSet& faults, Millis now)
 // The number of bytes of the last received firmware that the printer has written.
 std::uint32_t PrinterSession::writtenBy(Millis now) const
 {
+    assert(m_download.finished().has_value());
     const auto size = m_download.finished()->size;
     const auto rate = m_printer.model.writeRate;
     const auto elapsed = static_cast<std::uint64_t>((now - m_writingSince).count());
@@ -312,6 +316,7 @@ void PrinterSession::end(LinkEnd how, Millis now)
 
 void PrinterSession::sendNextBlock(Millis now)
 {
+    assert(m_blocks.has_value());
     const auto block = m_blocks->next();
     auto sent = sentNote(command::kGetFile, block.status, now);
     sent.start = block.offset;

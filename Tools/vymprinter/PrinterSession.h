@@ -39,7 +39,8 @@ public:
     PrinterSession(const PrinterSession&) = delete;
     PrinterSession& operator=(const PrinterSession&) = delete;
 
-    // Bytes have arrived. Must not be called while !wantsInput().
+    // Bytes have arrived. While !wantsInput() they only wait. Must not be called after
+    // inputEnded().
     void receive(ByteView bytes);
     // Handles as much as possible now.
     void advance(Millis now);

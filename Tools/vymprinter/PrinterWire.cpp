@@ -2,6 +2,7 @@
 #include "Tools/vymprinter/PrinterWire.h"
 
 #include <algorithm>
+#include <cassert>
 #include <numeric>
 
 namespace vymprinter {
@@ -98,6 +99,7 @@ Bytes reply(std::uint16_t code, std::size_t size, std::uint16_t status)
 
 std::uint16_t get16(ByteView bytes, std::size_t offset)
 {
+    assert(offset + 1 < bytes.size());
     return static_cast<std::uint16_t>(bytes[offset] << 8 | bytes[offset + 1]);
 }
 

@@ -82,6 +82,7 @@ struct FileBlock {
     ByteView data;
 };
 
+// The integer must lie within the bytes.
 [[nodiscard]] std::uint16_t get16(ByteView bytes, std::size_t offset);
 [[nodiscard]] std::uint32_t get32(ByteView bytes, std::size_t offset);
 void put16(Bytes& bytes, std::size_t offset, std::uint16_t value);

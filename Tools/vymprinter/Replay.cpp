@@ -2,6 +2,7 @@
 #include "Tools/vymprinter/Replay.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vymprinter {
 namespace {
@@ -77,6 +78,7 @@ std::optional<Millis> Replay::nextDue() const
 
 Bytes Replay::takeDue(Millis now)
 {
+    assert(nextDue().has_value());
     auto bytes = m_lines[m_next].bytes;
     pass(now);
     compare(now); // the bytes that the updater sent meanwhile

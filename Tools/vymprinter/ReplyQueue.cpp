@@ -2,6 +2,7 @@
 #include "Tools/vymprinter/ReplyQueue.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vymprinter {
 namespace {
@@ -14,6 +15,7 @@ constexpr std::size_t kMostBytes = 256U << 10;
 
 void ReplyQueue::push(Outgoing part)
 {
+    assert(part.end == LinkEnd::none || part.bytes.empty());
     if (!m_parts.empty())
         part.due = std::max(part.due, m_parts.back().due);
     m_bytes += part.bytes.size();
@@ -34,6 +36,7 @@ bool ReplyQueue::full() const
 
 void ReplyQueue::sent(std::size_t count)
 {
+    assert(!m_parts.empty() && count <= unsent().size());
     m_sent += count;
     if (m_sent < front().bytes.size())
         return;

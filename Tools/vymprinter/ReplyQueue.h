@@ -9,6 +9,7 @@
 #include "Tools/vymprinter/PrinterModel.h"
 #include "Tools/vymprinter/PrinterWire.h"
 
+#include <cassert>
 #include <deque>
 
 namespace vymprinter {
@@ -30,7 +31,11 @@ public:
     // Whether to make no more replies until some of these have left.
     [[nodiscard]] bool full() const;
     // The first part; must not be called on an empty queue.
-    [[nodiscard]] const Outgoing& front() const { return m_parts.front(); }
+    [[nodiscard]] const Outgoing& front() const
+    {
+        assert(!m_parts.empty());
+        return m_parts.front();
+    }
     // The first `count` bytes of the first part have left.
     void sent(std::size_t count);
     // The bytes of the first part that have not left yet.

@@ -2,6 +2,7 @@
 #include "Tools/vymprinter/RequestBuffer.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vymprinter {
 
@@ -14,6 +15,7 @@ void RequestBuffer::append(ByteView bytes)
 
 std::uint64_t RequestBuffer::announced() const
 {
+    assert(rest().size() >= kHeaderSize);
     return std::uint64_t{get32(rest(), 4)} + kHeaderSize;
 }
 
@@ -38,6 +40,7 @@ bool RequestBuffer::frontIsAbsurd() const
 
 void RequestBuffer::drop()
 {
+    assert(!front().empty());
     m_head += front().size();
 }
 

@@ -22,7 +22,7 @@ public:
     [[nodiscard]] ByteView front() const;
     [[nodiscard]] bool frontIsWhole() const;
     [[nodiscard]] bool frontIsAbsurd() const;
-    // Removes the packet that front() returns.
+    // Removes the packet that front() returns, which must not be empty.
     void drop();
     void clear();
 

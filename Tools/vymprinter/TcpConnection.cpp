@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -47,6 +48,7 @@ short TcpConnection::events() const
 
 void TcpConnection::serve(short ready, Millis now)
 {
+    assert(!m_over);
     if ((ready & (POLLERR | POLLHUP | POLLNVAL)) != 0) {
         m_over = true;
         return;

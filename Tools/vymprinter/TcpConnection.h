@@ -18,7 +18,7 @@ public:
     [[nodiscard]] int socket() const { return m_socket.get(); }
     // The poll events to wait for.
     [[nodiscard]] short events() const;
-    // Moves as many bytes as poll's result allows.
+    // Moves as many bytes as poll's result allows. Must not be called once over().
     void serve(short ready, Millis now);
     // The time of the next work if the socket stays quiet.
     [[nodiscard]] std::optional<Millis> nextDue() const;

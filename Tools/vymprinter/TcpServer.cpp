@@ -2,6 +2,7 @@
 #include "Tools/vymprinter/TcpServer.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <poll.h>
 #include <sys/socket.h>
@@ -23,6 +24,7 @@ Millis sinceStart(std::chrono::steady_clock::time_point start)
 
 void TcpServer::add(Listening listening, Printer printer, int window)
 {
+    assert(listening.socket.valid());
     m_desks.push_back({std::move(listening.socket), listening.endpoint, window,
                        std::make_unique<Printer>(std::move(printer))});
 }

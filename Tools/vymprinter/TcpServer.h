@@ -17,8 +17,8 @@ namespace vymprinter {
 
 class TcpServer {
 public:
-    // Adds a printer that answers on a listening socket; window: as in listenOn, for the socket
-    // after a restart.
+    // Adds a printer that answers on a listening socket, which must be valid; window: as in
+    // listenOn, for the socket after a restart.
     void add(Listening listening, Printer printer, int window = 0);
     // Serves until `stop` becomes readable, or until that many connections have ended (0: no
     // limit).

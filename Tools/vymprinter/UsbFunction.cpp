@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -184,6 +185,7 @@ Bytes UsbFunction::take()
 
 bool UsbFunction::write(ByteView bytes)
 {
+    assert(!m_writing);
     m_writeBuffer.assign(bytes.begin(), bytes.end());
     m_writing = m_configured && m_queue.write(m_in.get(), m_writeBuffer, kWriteTag);
     return m_writing;

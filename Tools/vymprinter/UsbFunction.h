@@ -40,7 +40,8 @@ public:
     [[nodiscard]] Bytes take();
     // Whether a packet of the bulk-in pipe has not left yet.
     [[nodiscard]] bool writing() const { return m_writing; }
-    // Starts one transfer, which may be empty; false if there is no host.
+    // Starts one transfer, which may be empty; false if there is no host. Must not be called while
+    // writing().
     [[nodiscard]] bool write(ByteView bytes);
     // Cancels a transfer that the host has not read.
     void dropWrite();

@@ -2,6 +2,7 @@
 #include "Tools/vymprinter/UsbPrinter.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vymprinter {
 namespace {
@@ -149,6 +150,7 @@ void UsbPrinter::endSession()
 // Whether it only waits for the updater to send or read.
 bool UsbPrinter::quiet() const
 {
+    assert(m_session.has_value());
     return m_session->stalled() || m_function.writing()
         || (!m_session->hasWork() && !m_session->busyUntil() && m_session->outgoing().empty());
 }

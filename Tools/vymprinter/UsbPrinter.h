@@ -42,7 +42,7 @@ private:
     void endLink(LinkEnd how, Millis now);
     void endSession();
     void endQuietSession(Millis now);
-    [[nodiscard]] bool quiet() const;
+    [[nodiscard]] bool quiet() const; // during a session only
 
     std::unique_ptr<UsbGadget> m_gadget;
     const UsbIdentity m_identity;
