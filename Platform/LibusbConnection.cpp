@@ -201,18 +201,21 @@ bool Connection::tellSurplus()
     return true;
 }
 
+// Looks at the bus at least once: on a busy machine the time may be over before that.
 bool Connection::wait(unsigned long seconds)
 {
     const auto look = m_write.isOwed() ? kWriteLook : kReadLook;
     const auto end = Clock::now()
         + (seconds == 0 ? look : std::chrono::seconds(std::min(seconds, kLongestWait)));
+    bool isOver = false;
     while (m_write.isOwed() || isReading()) {
         std::atomic_ref(m_woken).store(0);
         if (tellWrite() || tellRead())
             return true;
-        const auto left = end - Clock::now();
-        if (left <= Clock::duration::zero() || !handleEvents(*m_view, left, m_woken))
+        const auto left = std::max(end - Clock::now(), Clock::duration::zero());
+        if (isOver || !handleEvents(*m_view, left, m_woken))
             break;
+        isOver = left == Clock::duration::zero();
     }
     return false;
 }

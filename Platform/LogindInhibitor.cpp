@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Inhibitor locks of the login manager, requested over the system's message bus.
 #include "Platform/SleepInhibitor.h"
+#include "VYM/vymMac.h"
 
 #include <algorithm>
 #include <cassert>
-#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <memory>
@@ -13,10 +13,8 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-// For all requests together. A healthy login manager answers within milliseconds.
-constexpr std::chrono::milliseconds kLimit(900);
+// Milliseconds for all requests together. A healthy login manager answers within a few.
+constexpr std::uint64_t kLimit = 900;
 
 constexpr const char* kEverything = "shutdown:sleep:idle:handle-lid-switch";
 
@@ -84,11 +82,10 @@ private:
     void await(Answer& answer)
     {
         while (!answer.arrived) {
-            const auto left =
-                std::chrono::duration_cast<std::chrono::microseconds>(m_deadline - Clock::now());
-            int done = left.count() > 0 ? sd_bus_process(m_bus.get(), nullptr) : -ETIMEDOUT;
+            const auto now = tickMilliseconds();
+            int done = now < m_deadline ? sd_bus_process(m_bus.get(), nullptr) : -ETIMEDOUT;
             if (done == 0)
-                done = sd_bus_wait(m_bus.get(), static_cast<std::uint64_t>(left.count()));
+                done = sd_bus_wait(m_bus.get(), (m_deadline - now) * kMicrosPerMilli);
             if (done < 0 && done != -EINTR) {
                 answer.refusal = errorText(done);
                 return;
@@ -96,7 +93,8 @@ private:
         }
     }
 
-    const Clock::time_point m_deadline = Clock::now() + kLimit;
+    static constexpr std::uint64_t kMicrosPerMilli = 1000;
+    const std::uint64_t m_deadline = tickMilliseconds() + kLimit;
     Bus m_bus;
     std::string m_problem;
 };

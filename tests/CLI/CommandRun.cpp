@@ -3,11 +3,14 @@
 
 #include "CLI/CommandLine.h"
 
+#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <regex>
 #include <sys/mman.h>
+#include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -21,10 +24,14 @@ public:
     MemoryStream& operator=(const MemoryStream&) = delete;
 
     [[nodiscard]] int descriptor() const { return m_descriptor; }
-    [[nodiscard]] std::string text() const
+    [[nodiscard]] std::string text() const { return textOf(m_descriptor); }
+    // All text so far; leaves the place alone where the run writes.
+    static std::string textOf(int descriptor)
     {
-        std::string bytes(static_cast<std::size_t>(lseek(m_descriptor, 0, SEEK_END)), '\0');
-        EXPECT_EQ(pread(m_descriptor, bytes.data(), bytes.size(), 0),
+        struct stat facts { };
+        EXPECT_EQ(fstat(descriptor, &facts), 0);
+        std::string bytes(static_cast<std::size_t>(facts.st_size), '\0');
+        EXPECT_EQ(pread(descriptor, bytes.data(), bytes.size(), 0),
                   static_cast<ssize_t>(bytes.size()));
         return bytes;
     }
@@ -66,6 +73,7 @@ int CommandRun::run(const std::vector<std::string>& words)
         arguments.push_back(text.data());
     const MemoryStream output;
     const MemoryStream errors;
+    m_errors = errors.descriptor();
     const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
     const int code = runCommandLine(static_cast<int>(arguments.size()), arguments.data(), &server,
                                     {standardInput >= 0 ? standardInput : nothing,
@@ -75,6 +83,12 @@ int CommandRun::run(const std::vector<std::string>& words)
     out = replaced(output.text(), folder.path().string(), "FOLDER");
     err = replaced(errors.text(), folder.path().string(), "FOLDER");
     return code;
+}
+
+void CommandRun::awaitErrors(std::string_view text) const
+{
+    while (MemoryStream::textOf(m_errors).find(text) == std::string::npos)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
 int CommandRun::runOnPackage(std::vector<std::string> words)

@@ -8,7 +8,9 @@
 #include "tests/support/ScriptedWorker.h"
 #include "tests/support/TempFolder.h"
 
+#include <atomic>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The fixture: a package of two firmware in its own folder, a printer that never answers, a print
@@ -21,6 +23,8 @@ public:
     int run(const std::vector<std::string>& words);
     // The same, with --package and this fixture's folder.
     int runOnPackage(std::vector<std::string> words);
+    // Called on another thread during a run: waits until this is on its error stream.
+    void awaitErrors(std::string_view text) const;
 
     FakePackage& package;
     ScriptedWorker worker; // each look takes a second
@@ -33,6 +37,7 @@ public:
 
 private:
     ScriptedTime m_time;
+    std::atomic<int> m_errors{-1}; // the error stream of the run
 };
 
 // A record of the n-th firmware in that state.

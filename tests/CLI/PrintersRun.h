@@ -6,8 +6,6 @@
 #include "tests/CLI/CommandRun.h"
 #include "tests/support/ScriptedUsbHost.h"
 
-inline constexpr unsigned kUntilSeen = 200000; // microseconds; another thread reacts faster
-
 inline std::string usbPort(const std::string& serial)
 {
     return "usb://Acme/Model%20100?serial=" + serial;

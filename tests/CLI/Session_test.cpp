@@ -5,7 +5,29 @@
 #include <array>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <limits>
+#include <thread>
 #include <unistd.h>
+
+namespace {
+
+// Between two looks is so much time that none comes.
+class NoLooks : public TimeSource {
+public:
+    NoLooks() { setTimeSource(this); }
+    ~NoLooks() override { setTimeSource(nullptr); }
+    NoLooks(const NoLooks&) = delete;
+    NoLooks& operator=(const NoLooks&) = delete;
+
+    [[nodiscard]] std::uint64_t nowMilliseconds() const override { return 0; }
+    void sleepMilliseconds(unsigned long /*milliseconds*/) override { }
+    [[nodiscard]] unsigned long waitLimit(unsigned long /*milliseconds*/) const override
+    {
+        return std::numeric_limits<int>::max();
+    }
+};
+
+} // namespace
 
 TEST(Session, WakesForALookAtTheRun)
 {
@@ -68,7 +90,8 @@ TEST(Session, ReportsTheLimitOfItsTimeOnce)
 
 TEST(Session, IsWokenByAnotherThreadsWork)
 {
-    Session session; // on the real clock; without the call it would sleep for a second
+    const NoLooks time; // without the call it would sleep on
+    Session session;
     std::thread worker([&session] { session.notify(); });
     EXPECT_EQ(session.wait(), Wake::notified);
     worker.join();

@@ -392,7 +392,7 @@ TEST(ManagerWithItsOwnTransports, ReachesAPrinterByNetwork)
     auto& manager = *DevConnMgr::Instance();
     void* handle = nullptr;
     ASSERT_EQ(manager.Connect(nullptr, "127.0.0.1", 0, peer.port(), &handle), 0);
-    EXPECT_EQ(manager.SetTimeout(handle, 5000), 0);
+    EXPECT_EQ(manager.SetTimeout(handle, 60000), 0);
     unsigned char packet[] = {1, 2, 3, 4};
     unsigned char* reply = nullptr;
     unsigned long length = 0;

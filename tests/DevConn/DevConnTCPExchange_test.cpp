@@ -20,6 +20,20 @@ LoopbackPeer::Script silent()
     return [](PeerLink&) {};
 }
 
+// Sends this before it is requested, and sets the flag once it can be read.
+void sendAhead(PeerLink& link, const std::string& bytes, std::atomic<bool>& isThere)
+{
+    link.send(bytes);
+    link.awaitDelivery();
+    isThere = true;
+}
+
+void awaitThat(const std::atomic<bool>& flag)
+{
+    while (!flag)
+        PeerLink::pause(1);
+}
+
 std::string fileDataPacket()
 {
     std::string packet(60, '\0');
@@ -46,7 +60,7 @@ TEST_F(TcpExchange, EndsAtOnceWithAHeaderThatAnnouncesNothing)
     connectTo(peer);
     EXPECT_EQ(exchange(), 0);
     EXPECT_EQ(reply, replyHeader(0));
-    EXPECT_LT(tookMs, 4000);
+    EXPECT_LT(tookMs, kSoonMs);
 }
 
 TEST_F(TcpExchange, CollectsABodyThatDribbles)
@@ -147,15 +161,17 @@ TEST_F(TcpExchange, KeepsAWholeLargeReplyWhereThePacketSizeAllows)
 
 TEST_F(TcpExchange, EndsInTimeThoughThePrinterNeverStopsSending)
 {
-    const LoopbackPeer peer([](PeerLink& link) {
-        link.receive(6);
-        link.send(replyHeader(0xFFFFFFFF));
+    const std::string begin = replyHeader(0xFFFFFFFF) + std::string(4088, 'x');
+    std::atomic<bool> hasBegun{false};
+    const LoopbackPeer peer([&](PeerLink& link) {
+        sendAhead(link, begin, hasBegun);
         while (link.send(std::string(4096, 'x'))) { }
     });
     connectTo(peer, 40);
+    awaitThat(hasBegun);
     EXPECT_EQ(exchange(), 0);
-    EXPECT_EQ(reply, replyHeader(0xFFFFFFFF) + std::string(4088, 'x'));
-    EXPECT_LT(tookMs, 2000);
+    EXPECT_EQ(reply, begin);
+    EXPECT_LT(tookMs, kShortMs);
 }
 
 TEST_F(TcpExchange, FailsOnHalfAHeader)
@@ -168,12 +184,15 @@ TEST_F(TcpExchange, FailsOnHalfAHeader)
 
 TEST_F(TcpExchange, GivesThePartOfABodyThatArrivedBeforeTheTimeOut)
 {
-    const LoopbackPeer peer(answering(replyHeader(100) + "first"));
+    std::atomic<bool> isThere{false};
+    const LoopbackPeer peer(
+        [&](PeerLink& link) { sendAhead(link, replyHeader(100) + "first", isThere); });
     connectTo(peer, 40);
+    awaitThat(isThere);
     EXPECT_EQ(exchange(), 0);
     EXPECT_EQ(reply, replyHeader(100) + "first");
     EXPECT_GE(tookMs, 39);
-    EXPECT_LT(tookMs, 2000);
+    EXPECT_LT(tookMs, kShortMs);
 }
 
 TEST_F(TcpExchange, WithoutAReplyEndsWithTheTimeOut)
@@ -183,7 +202,7 @@ TEST_F(TcpExchange, WithoutAReplyEndsWithTheTimeOut)
     EXPECT_EQ(exchange(), 0);
     EXPECT_FALSE(replied);
     EXPECT_GE(tookMs, 39);
-    EXPECT_LT(tookMs, 2000);
+    EXPECT_LT(tookMs, kShortMs);
 }
 
 TEST_F(TcpExchange, WaitsTenMillisecondsWhereNoTimeOutWasSet)
@@ -193,7 +212,7 @@ TEST_F(TcpExchange, WaitsTenMillisecondsWhereNoTimeOutWasSet)
     EXPECT_EQ(exchange(), 0);
     EXPECT_FALSE(replied);
     EXPECT_GE(tookMs, 9);
-    EXPECT_LT(tookMs, 2000);
+    EXPECT_LT(tookMs, kShortMs);
 }
 
 TEST_F(TcpExchange, AwaitsNoReplyToFileData)
@@ -202,7 +221,7 @@ TEST_F(TcpExchange, AwaitsNoReplyToFileData)
     connectTo(peer, 60000);
     EXPECT_EQ(exchange(fileDataPacket()), 0);
     EXPECT_FALSE(replied);
-    EXPECT_LT(tookMs, 5000);
+    EXPECT_LT(tookMs, kSoonMs);
 }
 
 TEST_F(TcpExchange, HasNoReplyWhereThePrinterClosed)
@@ -215,7 +234,7 @@ TEST_F(TcpExchange, HasNoReplyWhereThePrinterClosed)
     const ProcessorTime used;
     EXPECT_EQ(exchange(), 0);
     EXPECT_FALSE(replied);
-    EXPECT_LT(tookMs, 5000) << "nothing more can come";
+    EXPECT_LT(tookMs, kSoonMs) << "nothing more can come";
     EXPECT_LT(used.milliseconds(), 500);
 }
 
@@ -230,7 +249,7 @@ TEST_F(TcpExchange, GivesThePartOfABodyThatArrivedBeforeThePrinterClosed)
     const ProcessorTime used;
     EXPECT_EQ(exchange(), 0);
     EXPECT_EQ(reply, replyHeader(100) + "first");
-    EXPECT_LT(tookMs, 5000);
+    EXPECT_LT(tookMs, kSoonMs);
     EXPECT_LT(used.milliseconds(), 500);
 }
 
@@ -263,10 +282,10 @@ TEST_F(TcpExchange, FailsInTheMiddleOfABodyWhereThePrinterBreaksTheConnection)
 TEST_F(TcpExchange, UsesAlmostNoProcessorTimeWhileItWaits)
 {
     const LoopbackPeer peer(silent());
-    connectTo(peer, 150);
+    connectTo(peer, 600);
     const ProcessorTime used;
     EXPECT_EQ(exchange(), 0);
-    EXPECT_LT(used.milliseconds(), 75);
+    EXPECT_LT(used.milliseconds(), 300);
 }
 
 TEST_F(TcpExchange, IsNotCutShortBySignals)
@@ -374,7 +393,7 @@ TEST_F(TcpPort, DistinguishesAClosedPeerFromASilentOne)
     connectTo(peer);
     unsigned char byte = 0;
     unsigned long count = 9;
-    EXPECT_TRUE(transport->ReadPort(&byte, 1, &count, 5000));
+    EXPECT_TRUE(transport->ReadPort(&byte, 1, &count, 60000));
     EXPECT_EQ(count, 0U);
     EXPECT_TRUE(transport->peerClosed());
 }
@@ -391,7 +410,7 @@ TEST_F(TcpPort, StopsWritingInTimeToAPeerThatStopsReading)
     EXPECT_GT(sent, 0U);
     EXPECT_LT(sent, bytes.size());
     EXPECT_GE(took, std::chrono::milliseconds(39));
-    EXPECT_LT(took, std::chrono::seconds(2));
+    EXPECT_LT(took, std::chrono::milliseconds(kShortMs));
 }
 
 TEST_F(TcpPort, StopsWritingInTimeToAPeerThatReadsTooSlowly)
@@ -403,8 +422,6 @@ TEST_F(TcpPort, StopsWritingInTimeToAPeerThatReadsTooSlowly)
     });
     connectTo(peer);
     unsigned long sent = 0;
-    const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(transport->WritePort(bytes.data(), bytes.size(), &sent, 40));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
-    EXPECT_LT(sent, bytes.size());
+    EXPECT_LT(sent, bytes.size()) << "all of it would have taken a quarter of a minute";
 }

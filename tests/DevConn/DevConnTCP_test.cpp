@@ -8,26 +8,12 @@
 #include <cstring>
 #include <fcntl.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 namespace {
-
-// A loopback port without a listener.
-unsigned short freePort()
-{
-    const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    auto* plain = reinterpret_cast<sockaddr*>(&address);
-    EXPECT_EQ(bind(listener, plain, length), 0);
-    EXPECT_EQ(getsockname(listener, plain, &length), 0);
-    close(listener);
-    return ntohs(address.sin_port);
-}
 
 LoopbackPeer::Script silent()
 {
@@ -94,8 +80,9 @@ TEST_F(TcpConnect, FailsWhereThereIsNoAddress)
 
 TEST_F(TcpConnect, FailsWhereNothingListensAndLeavesNoOpenSocket)
 {
+    const RefusingPort closed;
     const auto before = openDescriptors();
-    EXPECT_EQ(transport->Connect(nullptr, "127.0.0.1", freePort()), -8);
+    EXPECT_EQ(transport->Connect(nullptr, "127.0.0.1", closed.port()), -8);
     EXPECT_EQ(openDescriptors(), before);
     const LoopbackPeer peer(silent());
     EXPECT_EQ(transport->Connect(nullptr, "127.0.0.1", peer.port()), 0) << "it may be tried again";
@@ -136,6 +123,8 @@ public:
             filler = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
             static_cast<void>(connect(filler, address, length));
         }
+        pollfd full{m_listener, POLLIN, 0}; // there is room for one
+        EXPECT_EQ(poll(&full, 1, -1), 1);
     }
     ~FullListener()
     {

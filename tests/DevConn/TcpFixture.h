@@ -10,10 +10,16 @@
 #include <gtest/gtest.h>
 #include <string>
 
+// What must not take its whole time-out of a minute, and what must end at all: long enough for the
+// peer's thread to get its turn on a busy machine.
+constexpr long kSoonMs = 30000;
+// What takes some milliseconds: the most is below the five seconds that the shortest write has.
+constexpr long kShortMs = 4500;
+
 class TcpConnection : public testing::Test {
 protected:
     // Connects to the peer; sets no time-out if it is 0.
-    void connectTo(const LoopbackPeer& peer, unsigned long timeoutMs = 5000)
+    void connectTo(const LoopbackPeer& peer, unsigned long timeoutMs = 60000)
     {
         ASSERT_EQ(transport->Connect(nullptr, "127.0.0.1", peer.port()), 0);
         const long result = timeoutMs != 0 ? transport->SetTimeout(timeoutMs) : 0;

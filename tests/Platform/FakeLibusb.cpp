@@ -128,8 +128,12 @@ int FakeLibusb::handleEvents(const timeval& limit, int* completed)
         }
     }
     if (ended.transfer == nullptr) {
-        if (std::atomic_ref(*completed).load() == 0)
-            std::this_thread::sleep_for(std::min(timeOf(limit), kSlice));
+        if (std::atomic_ref(*completed).load() != 0)
+            return 0;
+        const auto slice = std::min(timeOf(limit), kSlice);
+        std::this_thread::sleep_for(slice);
+        const std::lock_guard hold(m_mutex);
+        waited += slice;
         return 0;
     }
     auto& transfer = *ended.transfer;

@@ -3,6 +3,7 @@
 // given back; use after the library's end aborts the test.
 #pragma once
 #include <atomic>
+#include <chrono>
 #include <deque>
 #include <libusb-1.0/libusb.h>
 #include <mutex>
@@ -67,6 +68,7 @@ public:
     std::vector<unsigned> timeouts; // of control requests
     std::vector<std::string> written;
     std::vector<int> readSizes; // bytes asked of the bus
+    std::chrono::microseconds waited{0}; // for events
 
     // For the library's calls themselves.
     int submit(libusb_transfer* transfer);

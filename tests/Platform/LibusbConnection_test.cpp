@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/Platform/LibusbFixture.h"
 
-#include <chrono>
 #include <climits>
 #include <cstring>
 #include <thread>
@@ -303,9 +302,8 @@ TEST_F(LibusbConnectionTest, ReturnsAtOnceWithoutATransfer)
 TEST_F(LibusbConnectionTest, ALookIsShortAndLeavesTheTransferOutstanding)
 {
     ASSERT_TRUE(startRead());
-    const auto start = std::chrono::steady_clock::now();
     EXPECT_FALSE(connection->wait(0));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
+    EXPECT_LT(library.waited, std::chrono::milliseconds(500));
     EXPECT_EQ(library.inFlight(), 1);
     EXPECT_FALSE(readEnd.has_value());
 }

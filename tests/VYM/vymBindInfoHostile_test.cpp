@@ -100,7 +100,7 @@ TEST_F(Container, IsNotSearchedForEntriesBeyondItsEnd)
     open(TwoFiles().count(0x7FFFFFFF));
     const auto start = std::clock();
     EXPECT_EQ(sizeOf("missing"), kUntouched);
-    EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC / 2);
+    EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC); // all of them would take a minute
 }
 
 TEST_F(Container, LooksUpManyFilesInOneWalk)

@@ -45,7 +45,8 @@ protected:
     }
     template <class Condition> static void waitUntil(Condition condition)
     {
-        for (int i = 0; i < 5000 && !condition(); ++i)
+        const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        while (!condition() && std::chrono::steady_clock::now() < end)
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         EXPECT_TRUE(condition());
     }

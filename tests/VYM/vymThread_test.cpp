@@ -72,7 +72,8 @@ protected:
     }
     tag_devinfo waitFor(update_state wanted)
     {
-        for (int i = 0; i < 5000 && state().m_updateState != wanted; ++i)
+        const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        while (state().m_updateState != wanted && std::chrono::steady_clock::now() < end)
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         EXPECT_EQ(state().m_updateState, wanted);
         return state();

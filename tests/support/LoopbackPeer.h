@@ -11,11 +11,13 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <linux/sockios.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <stdexcept>
 #include <string>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
@@ -71,6 +73,13 @@ public:
             sent += static_cast<std::size_t>(count);
         }
         return sent == bytes.size();
+    }
+    // Waits until everything that was sent is at the other side, ready to be read.
+    void awaitDelivery() const
+    {
+        int underWay = 1;
+        while (!m_stop && ioctl(m_socket, SIOCOUTQ, &underWay) == 0 && underWay != 0)
+            pause(1);
     }
     static void pause(int milliseconds)
     {
@@ -168,4 +177,30 @@ private:
     std::atomic<bool> m_linked{false};
     std::atomic<bool> m_done{false};
     std::thread m_thread;
+};
+
+// A port of 127.0.0.1 that refuses connections. It is taken while this lives, so that no other
+// program can listen there meanwhile.
+class RefusingPort {
+public:
+    RefusingPort()
+    {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address;
+        auto* plain = reinterpret_cast<sockaddr*>(&address);
+        if (bind(m_socket, plain, length) != 0 || getsockname(m_socket, plain, &length) != 0)
+            throw std::runtime_error("no loopback");
+        m_port = ntohs(address.sin_port);
+    }
+    ~RefusingPort() { ::close(m_socket); }
+    RefusingPort(const RefusingPort&) = delete;
+    RefusingPort& operator=(const RefusingPort&) = delete;
+
+    [[nodiscard]] unsigned short port() const { return m_port; }
+
+private:
+    int m_socket = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    unsigned short m_port = 0;
 };

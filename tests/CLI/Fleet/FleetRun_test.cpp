@@ -27,6 +27,7 @@ class ScriptedFleet : public FleetObserver {
 public:
     explicit ScriptedFleet(std::vector<std::string> scripts) : m_scripts(std::move(scripts))
     {
+        std::signal(SIGINT, SIG_DFL); // a shell cannot catch what its caller ignores
         orders.count = m_scripts.size();
         orders.limits.jobs = 2;
         orders.commandOf = [this](std::size_t index) {

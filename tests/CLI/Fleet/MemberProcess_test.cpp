@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CLI/Fleet/MemberProcess.h"
 
+#include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -66,6 +67,7 @@ TEST(MemberProcess, SaysWhichSignalEndedIt)
 
 TEST(MemberProcess, IsStoppedAsByAPerson)
 {
+    std::signal(SIGINT, SIG_DFL); // a shell cannot catch what its caller ignores
     MemberProcess process;
     ASSERT_EQ(startScript(process,
                           "trap 'echo asked; exit' INT; echo up; while :; do sleep 0.01; "
