@@ -19,7 +19,7 @@ public:
     void signal(int number) const;
     // The exit code, or 128 plus the number of the signal that ended it; -1 if it still runs after
     // the limit.
-    int wait(std::chrono::seconds limit = std::chrono::seconds(60));
+    int wait(std::chrono::seconds limit = std::chrono::seconds(200));
     // Waits until standard output (or error) contains the text; false if the limit passes or the
     // program ends without it.
     bool waitForOutput(const std::string& text, std::chrono::seconds limit);

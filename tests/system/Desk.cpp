@@ -2,13 +2,15 @@
 #include "tests/system/Desk.h"
 
 #include <algorithm>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <thread>
 #include <unistd.h>
 
 namespace desk {
 
 namespace {
 
-constexpr std::chrono::seconds kStartLimit{30};
 constexpr const char* kPort = "48350";
 
 std::vector<std::string> joined(std::vector<std::string> first,
@@ -28,9 +30,11 @@ std::vector<std::string> printerCommand(const std::string& address, const std::s
     return joined(command, options);
 }
 
-// Adds a log folder and a login manager's address of its own to the test's settings.
-Process::Environment withOwnFolders(const TempFolder& state, Process::Environment environment)
+// Adds a log folder, a login manager's address of its own and the clock to the test's settings.
+Process::Environment withOwnFolders(const TempFolder& state, const Process::Environment& more)
 {
+    Process::Environment environment{"VYMKIT_TEST_SLOWNESS=" + std::to_string(kClockSlowness)};
+    environment.insert(environment.end(), more.begin(), more.end());
     environment.push_back("XDG_STATE_HOME=" + state.path().string());
     environment.push_back("DBUS_SYSTEM_BUS_ADDRESS=unix:path=" + (state / "no-bus"));
     return environment;
@@ -50,6 +54,36 @@ std::string ownAddress()
     const auto pid = static_cast<unsigned>(getpid());
     return "127." + std::to_string(16 + (pid >> 16)) + '.' + std::to_string(pid >> 8 & 0xFF) + '.'
         + std::to_string(pid & 0xFF);
+}
+
+int ownNetwork()
+{
+    constexpr int kFirst = 208;
+    constexpr int kLast = 239;
+    static const int s_network = [] {
+        // A socket in it is the claim.
+        const int claim = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+        for (int network = kFirst; network <= kLast; ++network) {
+            sockaddr_in address{};
+            address.sin_family = AF_INET;
+            address.sin_port = htons(48350);
+            address.sin_addr.s_addr =
+                htonl(127U << 24 | static_cast<unsigned>(network) << 16 | 0xFFFE);
+            if (bind(claim, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+                return network;
+        }
+        ADD_FAILURE() << "all networks are in use";
+        return kLast;
+    }();
+    return s_network;
+}
+
+void waitUntil(const std::function<bool()>& isTrue)
+{
+    const auto end = std::chrono::steady_clock::now() + kSoon;
+    while (!isTrue() && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_TRUE(isTrue());
 }
 
 PackageFolder::PackageFolder(std::vector<Firmware> firmware,
@@ -86,7 +120,7 @@ std::string PackageFolder::bytesOf(std::size_t index) const
 VirtualPrinter::VirtualPrinter(std::vector<std::string> options)
     : m_process(printerCommand(m_address, m_store.path().string(), options))
 {
-    EXPECT_TRUE(m_process.waitForOutput("listening on", kStartLimit)) << m_process.errors();
+    EXPECT_TRUE(m_process.waitForOutput("listening on", kSoon)) << m_process.errors();
 }
 
 std::optional<std::string> VirtualPrinter::stored(const std::string& name) const

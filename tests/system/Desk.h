@@ -6,6 +6,8 @@
 #include "tests/support/Process.h"
 #include "tests/support/TempFolder.h"
 
+#include <csignal>
+#include <functional>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -14,8 +16,17 @@ namespace desk {
 
 using Json = nlohmann::json;
 
+// Longer than anything takes that comes at all, also under a sanitizer on a busy computer.
+constexpr std::chrono::seconds kSoon{50 * VYMKIT_TEST_SLOWNESS};
+// A second of the tested programs' clock in real seconds. A peer that the computer keeps waiting
+// for as long as that still answers in time.
+constexpr unsigned kClockSlowness = 2 * VYMKIT_TEST_SLOWNESS;
+
 // An address that no other test process uses at the same time.
 std::string ownAddress();
+// The second number of addresses that no other process uses while this one lives: 127.N.
+int ownNetwork();
+void waitUntil(const std::function<bool()>& isTrue);
 
 struct Firmware {
     std::string name = "MAIN"; // matches the printer's list
@@ -49,6 +60,10 @@ public:
     [[nodiscard]] std::optional<std::string> stored(const std::string& name) const;
     [[nodiscard]] std::size_t storedFiles() const;
     [[nodiscard]] std::string transcript() const;
+    // Keeps it from doing anything, so that whoever waits for its answer waits on: what a test does
+    // meanwhile comes before that answer, however long the computer takes.
+    void hold() const { m_process.signal(SIGSTOP); }
+    void goOn() const { m_process.signal(SIGCONT); }
 
 private:
     TempFolder m_store;
@@ -64,7 +79,7 @@ public:
     explicit CliRun(std::vector<std::string> arguments, Pauses pauses = Pauses::shortened,
                     const Process::Environment& environment = {});
     [[nodiscard]] Process& process() { return m_process; }
-    int exitCode(std::chrono::seconds limit = std::chrono::seconds(60));
+    int exitCode(std::chrono::seconds limit = kSoon);
     // All lines; each must be JSON, and the last must be the result.
     std::vector<Json> lines();
     Json result();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The command line on the real clock, with every pause and event wait cut to a twentieth.
+// The command line on the real clock, with every pause and event wait cut to a twentieth. A second
+// of its clock lasts VYMKIT_TEST_SLOWNESS real ones, or as many as the variable of that name says.
 #include "CLI/CommandLine.h"
 #include "Platform/StandardStreams.h"
 #include "Platform/SystemPrintServer.h"
@@ -7,13 +8,17 @@
 #include "Platform/SystemUsbHost.h"
 #include "tests/support/ScriptedTime.h"
 
+#include <cstdlib>
 #include <memory>
 #include <new>
 
 int main(int argc, char** argv)
 {
     constexpr unsigned long kFactor = 20;
-    const ShortPauses pauses(kFactor, VYMKIT_TEST_SLOWNESS);
+    const char* const slowness = std::getenv("VYMKIT_TEST_SLOWNESS");
+    const ShortPauses pauses(kFactor,
+                             slowness != nullptr ? static_cast<unsigned>(std::atoi(slowness))
+                                                 : VYMKIT_TEST_SLOWNESS);
     occupyStandardStreams();
     UsbHost::plugIn(systemUsbHost());
     PrinterLocks::plugIn(systemPrinterLocks());

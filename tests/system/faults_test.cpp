@@ -8,18 +8,20 @@ namespace {
 
 using namespace desk;
 
-// Longer than any time-out in these packages, even under sanitizers on a busy machine.
-constexpr std::chrono::seconds kBound{60};
-
 class PrinterFault : public ::testing::TestWithParam<Fault> { };
 
 TEST_P(PrinterFault, EndsTheUpdateWithItsCodeInBoundedTime)
 {
     const auto& fault = GetParam();
     const PackageFolder package({{"MAIN", "AB010200", 50000}});
-    const VirtualPrinter printer({"--firmware", "MAIN=AB010100", "--fault", fault.spec});
+    std::vector<std::string> options{"--firmware", "MAIN=AB010100", "--fault", fault.spec};
+    // A piece's answer that comes late would stand for the last block's, and the status query would
+    // then confirm the update in spite of the fault: such a printer answers no pieces.
+    if (std::string(fault.spec).ends_with("@last-block"))
+        options.insert(options.end(), {"--replies", "last"});
+    const VirtualPrinter printer(options);
     CliRun run(updateOf(printer, package));
-    const int code = run.exitCode(kBound);
+    const int code = run.exitCode(kSoon);
     EXPECT_TRUE(fault.exitCodes.count(code) != 0) << code << '\n'
                                                   << run.process().out() << run.process().errors();
     const auto result = run.result();
@@ -124,7 +126,7 @@ TEST(PrinterThatStopsReading, DelaysALargePacketNoLongerThanItsTimeOut)
     const VirtualPrinter printer(
         {"--firmware", "MAIN=AB010100", "--max-packet", "4000000", "--fault", "stall@piece:100"});
     CliRun run(updateOf(printer, package));
-    EXPECT_EQ(run.exitCode(kBound), 16) << run.process().out();
+    EXPECT_EQ(run.exitCode(kSoon), 16) << run.process().out();
 }
 
 TEST(PrinterThatOffersHugePackets, GetsPiecesThatFitIntoMemory)
@@ -133,7 +135,7 @@ TEST(PrinterThatOffersHugePackets, GetsPiecesThatFitIntoMemory)
     const VirtualPrinter printer({"--firmware", "MAIN=AB010100", "--max-packet", "67108864",
                                   "--fault", "bad-maxpacket=2147483647"});
     CliRun run(updateOf(printer, package));
-    EXPECT_EQ(run.exitCode(kBound), 0) << run.process().out();
+    EXPECT_EQ(run.exitCode(kSoon), 0) << run.process().out();
     EXPECT_TRUE(printer.stored("MAIN.FW") == package.bytesOf(0));
 }
 

@@ -8,10 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <netinet/in.h>
 #include <set>
-#include <sys/socket.h>
-#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -19,8 +16,6 @@ namespace {
 using namespace desk;
 
 using Names = std::vector<std::string>;
-
-constexpr std::chrono::seconds kSoon{60}; // on a busy computer, too
 
 // "./test long" does this with 1,000 printers, 100 at a time, and the program that users get, in
 // about three minutes, nearly all of them pauses.
@@ -38,28 +33,6 @@ constexpr std::chrono::seconds kWhole{900};
 std::string jobs()
 {
     return kWantedPrinters != nullptr ? "100" : "8";
-}
-
-// A network that no other test uses while this process lives: a socket in it is the claim.
-int ownNetwork()
-{
-    constexpr int kFirst = 208;
-    constexpr int kLast = 239;
-    static const int s_network = [] {
-        const int claim = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-        for (int network = kFirst; network <= kLast; ++network) {
-            sockaddr_in address{};
-            address.sin_family = AF_INET;
-            address.sin_port = htons(48350);
-            address.sin_addr.s_addr =
-                htonl(127U << 24 | static_cast<unsigned>(network) << 16 | 0xFFFE);
-            if (bind(claim, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-                return network;
-        }
-        ADD_FAILURE() << "all networks are in use";
-        return kLast;
-    }();
-    return s_network;
 }
 
 // Virtual printers of one kind on consecutive addresses, in one process.
@@ -173,14 +146,6 @@ std::map<std::string, std::string> nextOf(const std::string& results)
         next[json["printer"]] = json["next"];
     }
     return next;
-}
-
-void waitUntil(const std::function<bool()>& isTrue)
-{
-    const auto end = std::chrono::steady_clock::now() + kSoon;
-    while (!isTrue() && std::chrono::steady_clock::now() < end)
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_TRUE(isTrue());
 }
 
 std::size_t linesOf(const std::string& path)

@@ -13,10 +13,9 @@ namespace {
 
 using namespace desk;
 
-constexpr std::chrono::seconds kSoon{30};
 constexpr std::size_t kMiB = 1024 * 1024;
 // Of rows; a sanitizer walks them ten times slower.
-constexpr std::size_t kWalked = 15 * kMiB / (VYMKIT_TEST_SLOWNESS > 2 ? 4 : 1);
+constexpr std::size_t kWalked = 4 * kMiB / (VYMKIT_TEST_SLOWNESS > 2 ? 4 : 1);
 
 // Writes other bytes over a part of the file, in place; its length stays.
 void overwrite(const std::string& path, std::size_t begin, std::size_t end)
@@ -28,14 +27,17 @@ void overwrite(const std::string& path, std::size_t begin, std::size_t end)
 }
 
 // What is on its way to the printer has a bound, so the part that changes is read seconds later.
+// The printer does nothing while it is changed.
 TEST(PackageThatIsWrittenOver, EndsTheUpdateBeforeTheLastBlock)
 {
-    const PackageFolder package({{"MAIN", "AB010200", 1500000}}, {"UPDATETIME 5"});
+    const PackageFolder package({{"MAIN", "AB010200", 1500000}}, {"UPDATETIME 60"});
     const VirtualPrinter printer({"--firmware", "MAIN=AB010100", "--max-packet", "65536",
                                   "--piece-time", "400", "--window", "65536"});
     CliRun run(updateOf(printer, package));
     ASSERT_TRUE(run.process().waitForOutput("\"sending\"", kSoon)) << run.process().out();
+    printer.hold();
     overwrite(package.path() + "/VYMBINDDATA", 1000000, 1450000);
+    printer.goOn();
     EXPECT_EQ(run.exitCode(), 18) << run.process().out();
     const auto result = run.result();
     EXPECT_EQ(result["firmware_bytes_sent"], true);
@@ -71,12 +73,12 @@ const Hostile kHostile[] = {
     {"RowsAfterMegabytesOfBlanks",
      [](Package& package) {
          package.file("VYMINFO.txt", std::string(kWalked, ' ') + "\r\n" + manyVersions())
-             .file("filler", std::string(48 * kMiB, '\0'));
+             .file("filler", std::string(64 * kMiB - kWalked, '\0'));
      }},
     {"MegabytesOfShortRows",
      [](Package& package) {
          package.file("VYMINFO.txt", repeated("T\r\nP\r\nV\r\n", kWalked) + manyVersions())
-             .file("filler", std::string(48 * kMiB, '\0'));
+             .file("filler", std::string(64 * kMiB - kWalked, '\0'));
      }},
     {"ATableWithoutEnd",
      [](Package& package) {
@@ -129,7 +131,8 @@ TEST(LargePackage, HearsTheTimeLimitWhileItIsRead)
     std::filesystem::resize_file(path, kTableAt);
     std::ofstream(path, std::ios::binary | std::ios::app) << bytes.substr(text.size());
     CliRun run({"info", "--package", folder.path().string(), "--json", "--deadline", "0.2",
-                "--sha256", std::string(64, '0')});
+                "--sha256", std::string(64, '0')},
+               CliRun::Pauses::shortened, {"VYMKIT_TEST_SLOWNESS=1"});
     EXPECT_EQ(run.exitCode(kSoon), 130) << run.process().out();
     EXPECT_EQ(run.result()["name"], "stopped");
 }

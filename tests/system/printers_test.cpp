@@ -11,8 +11,8 @@
 
 namespace {
 
-// Seconds, on a busy computer.
-constexpr double kAtOnce = 5 * VYMKIT_TEST_SLOWNESS;
+// Seconds, on a busy computer: a wait without a limit would last for minutes.
+constexpr double kAtOnce = 20 * VYMKIT_TEST_SLOWNESS;
 
 using namespace desk;
 using std::chrono::steady_clock;
@@ -208,15 +208,14 @@ TEST_F(SystemPrinters, OfAServerThatIsSilentAreGivenUpInTime)
     const auto start = steady_clock::now();
     auto listed = run({"printers", "--json"}, server.environment());
     EXPECT_EQ(listed.exitCode(), 69);
-    EXPECT_LT(secondsSince(start), 10);
+    EXPECT_LT(secondsSince(start), kAtOnce);
 }
 
 TEST_F(SystemPrinters, CtrlCEndsTheWaitForASilentServerAtOnce)
 {
     const SilentServer server;
     auto listed = run({"printers"}, server.environment());
-    ASSERT_TRUE(
-        listed.process().waitForErrors("Asking the print server", std::chrono::seconds(10)));
+    ASSERT_TRUE(listed.process().waitForErrors("Asking the print server", kSoon));
     const auto start = steady_clock::now();
     listed.process().signal(SIGINT);
     EXPECT_EQ(listed.exitCode(), 130);

@@ -4,13 +4,10 @@
 
 #include <csignal>
 #include <sys/resource.h>
-#include <thread>
 
 namespace {
 
 using namespace desk;
-
-constexpr std::chrono::seconds kSoon{30};
 
 std::vector<std::string> slowPrinter(std::vector<std::string> more = {})
 {
@@ -22,11 +19,13 @@ std::vector<std::string> slowPrinter(std::vector<std::string> more = {})
 TEST(Stop, BeforeTheFirstFirmwareSendsNothing)
 {
     const PackageFolder package({{"MAIN", "AB010200", 5000}}, {"ENTERTIME 10"});
-    const VirtualPrinter printer(slowPrinter({"--reply-delay", "900"}));
+    const VirtualPrinter printer(slowPrinter());
+    printer.hold();
     CliRun run(updateOf(printer, package));
     ASSERT_TRUE(run.process().waitForOutput("\"starting\"", kSoon));
     run.process().signal(SIGINT);
     EXPECT_EQ(run.exitCode(), 130) << run.process().out();
+    printer.goOn();
     const auto result = run.result();
     EXPECT_EQ(result["firmware_bytes_sent"], false);
     EXPECT_EQ(result["next"], "retry");
@@ -52,17 +51,18 @@ TEST(Stop, WhileThePrinterWritesStillSendsTheRestAndAsksForAPersonToLook)
     }
 }
 
-// The limit that a shell or a service sets with its ulimit; here it comes in the middle.
+// The limit that a shell or a service sets with its ulimit; here it comes once the run has begun.
 TEST(FileSizeLimit, EndsTheLogAndNotTheTransfer)
 {
-    const PackageFolder package({{"MAIN", "AB010200", 500000}}, {"UPDATETIME 5"});
-    const VirtualPrinter printer(slowPrinter(
-        {"--max-packet", "65536", "--piece-time", "500", "--window", "65536", "--status-query"}));
+    const PackageFolder package({{"MAIN", "AB010200", 500000}}, {"ENTERTIME 60"});
+    const VirtualPrinter printer(slowPrinter());
+    printer.hold();
     CliRun run(updateOf(printer, package));
-    ASSERT_TRUE(run.process().waitForOutput("\"sending\"", kSoon)) << run.process().out();
+    ASSERT_TRUE(run.process().waitForOutput("\"starting\"", kSoon)) << run.process().out();
     const rlimit none{1, 1}; // byte
     ASSERT_EQ(prlimit(run.process().pid(), RLIMIT_FSIZE, &none, nullptr), 0);
     run.process().signal(SIGXFSZ);
+    printer.goOn();
     EXPECT_EQ(run.exitCode(), 0) << run.process().out();
     EXPECT_TRUE(printer.stored("MAIN.FW") == package.bytesOf(0));
     EXPECT_NE(run.log().find("started: "), std::string::npos);
@@ -80,7 +80,8 @@ TEST(Stop, ByDeadlineEndsTheWaitForAPrinterThatNeverFinishesWriting)
     EXPECT_EQ(run.result()["next"], "check-printer");
 }
 
-// A minute for an answer that never comes; a run that is asked to stop does not sit it out.
+// A second or a minute for an answer that never comes; a run that is asked to stop does not sit it
+// out.
 TEST(Stop, BeforeTheFirstFirmwareDoesNotWaitForASilentPrinter)
 {
     const struct {
@@ -91,9 +92,9 @@ TEST(Stop, BeforeTheFirstFirmwareDoesNotWaitForASilentPrinter)
         SCOPED_TRACE(row.command);
         const PackageFolder package({{"MAIN", "AB010200", 5000}}, {"ENTERTIME 60", "EXITTIME 60"});
         const VirtualPrinter printer(slowPrinter({"--fault", row.fault}));
-        std::vector<std::string> arguments{
-            row.command,    "--address", printer.address(), "--package",
-            package.path(), "--json",    "--deadline",      "1"};
+        std::vector<std::string> arguments{row.command,  "--address",    printer.address(),
+                                           "--package",  package.path(), "--json",
+                                           "--deadline", "0.2"};
         if (row.command == std::string("update"))
             arguments.emplace_back("--yes");
         CliRun run(arguments);
@@ -129,25 +130,34 @@ TEST(Stop, ASecondUpdateOfThePrinterIsRefusedUntilTheFirstHasEnded)
 // As by a power cut of this computer: nothing says goodbye to the printer.
 TEST(Killed, AtAnyStageIsMadeGoodByTheNextUpdate)
 {
+    // Each fault keeps the first update from ending before it is killed.
     const struct {
         const char* why;
         const char* seen;
+        const char* fault;
     } rows[] = {
-        {"while it enters", "\"starting\""},
-        {"while it reads the printer's versions", "\"entered\""},
-        {"while the last block is answered", "\"bytes_done\":5000,\"bytes_total\":5000"},
-        {"while the printer writes", "\"writing\""},
-        {"while it leaves", "\"finished\""},
+        {"while it enters", "\"starting\"", nullptr},
+        {"while it reads the printer's versions", "\"entered\"", "busy-forever"},
+        {"while the last block is answered", "\"bytes_done\":5000,\"bytes_total\":5000",
+         "busy-forever"},
+        {"while the printer writes", "\"writing\"", "busy-forever"},
+        {"while it leaves", "\"finished\"", "silent@exit"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        const PackageFolder package({{"MAIN", "AB010200", 5000}}, {"ENTERTIME 10"});
-        const VirtualPrinter printer(
-            slowPrinter({"--status-query", "--write-rate", "10000", "--reply-delay", "150"}));
+        const PackageFolder package({{"MAIN", "AB010200", 5000}}, {"ENTERTIME 60", "EXITTIME 60"});
+        std::vector<std::string> more{"--status-query", "--write-rate", "10000", "--reply-delay",
+                                      "150"};
+        if (row.fault != nullptr)
+            more.insert(more.end(), {"--fault", row.fault, "--faulty-connections", "1"});
+        const VirtualPrinter printer(slowPrinter(more));
+        if (row.fault == nullptr)
+            printer.hold();
         CliRun cut(updateOf(printer, package));
         ASSERT_TRUE(cut.process().waitForOutput(row.seen, kSoon)) << cut.process().out();
         cut.process().signal(SIGKILL);
         EXPECT_EQ(cut.exitCode(), 128 + SIGKILL);
+        printer.goOn();
         CliRun next(updateOf(printer, package));
         EXPECT_EQ(next.exitCode(), 0) << next.process().out();
         EXPECT_TRUE(printer.stored("MAIN.FW") == package.bytesOf(0));
@@ -156,12 +166,16 @@ TEST(Killed, AtAnyStageIsMadeGoodByTheNextUpdate)
 
 TEST(Stop, WhileACheckWaitsLeavesDownloadMode)
 {
-    const PackageFolder package({{"MAIN", "AB010200", 5000}}, {"ENTERTIME 10"});
-    const VirtualPrinter printer(slowPrinter({"--reply-delay", "900"}));
+    const PackageFolder package({{"MAIN", "AB010200", 5000}});
+    const VirtualPrinter printer(slowPrinter({"--fault", "silent@get-file"}));
+    const auto received = [&](const char* command) {
+        return printer.transcript().find(command) != std::string::npos;
+    };
     CliRun run({"check", "--address", printer.address(), "--package", package.path(), "--json"});
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    waitUntil([&] { return received("\tin\t0x5001\t"); });
     run.process().signal(SIGINT);
     EXPECT_EQ(run.exitCode(), 130) << run.process().out();
+    waitUntil([&] { return received("\tin\t0x5102\t"); });
     EXPECT_EQ(printer.storedFiles(), 0U);
 }
 

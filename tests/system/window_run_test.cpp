@@ -12,7 +12,7 @@ namespace {
 using namespace desk;
 
 constexpr unsigned long kFactor = 20; // the engine's pauses are cut to a twentieth
-constexpr int kLongestRun = 60000; // milliseconds
+constexpr int kLongestRun = std::chrono::milliseconds(kSoon).count();
 
 class WindowRun : public ::testing::Test {
 protected:
@@ -42,7 +42,7 @@ protected:
         return wizard.alerts.asked().back();
     }
 
-    ShortPauses pauses{kFactor, VYMKIT_TEST_SLOWNESS};
+    ShortPauses pauses{kFactor, kClockSlowness};
     Wizard wizard;
     QStringList lines; // the texts that the progress window showed, each change once
 
@@ -65,8 +65,9 @@ private:
 TEST_F(WindowRun, EndsWithTheFirmwareInThePrinterAndTheGoodNews)
 {
     const PackageFolder package({{"MAIN", "AB010200", 60000}, {"BOOT", "01.20", 100}});
+    // It writes as long as five of the window's looks take, so that one of them sees it.
     const VirtualPrinter printer({"--firmware", "MAIN=AB010100", "--firmware", "BOOT=01.10",
-                                  "--status-query", "--write-rate", "30000"});
+                                  "--status-query", "--write-rate", "12000"});
     const auto told = run(package, printer.address());
     EXPECT_EQ(told.title, "NormalEndTitle");
     EXPECT_EQ(told.style, AlertStyle::informational);
