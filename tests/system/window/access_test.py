@@ -50,14 +50,16 @@ class Access(WizardCase):
         self.check("start question")
         self.press("YES")
         self.wizard.wait_for(self.texts.pattern("State_WriteUpdate_Plural"))
-        self.check("progress window")
+        with self.printer.held():
+            self.check("progress window")
         self.wizard.alert(self.texts["NormalEndTitle"])
         self.check("last message")
 
     def start_in(self, language):
         self.use_language(language)
-        printer = Printer(self.desk, *SLOW)
-        queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Vymprint 200"))
+        self.printer = Printer(self.desk, *SLOW)
+        queues = PrintSystem(self.desk,
+                             ("office", f"lpd://{self.printer.address}/", "Vymprint 200"))
         self.start(Package(self.desk, rows=(EVERY_SYSTEM, "NEEDENTEROPERATION YES")),
                    environment=queues.environment)
 

@@ -14,7 +14,7 @@ from gi.repository import Gio, GLib
 ROOT = "/org/a11y/atspi/accessible/root"
 REGISTRY = "org.a11y.atspi.Registry"
 PREFIX = "org.a11y.atspi."
-TIMEOUT = 5000  # milliseconds for one answer; a window that takes longer hangs
+TIMEOUT = 30000  # milliseconds for one answer, also where its program has to start first
 # Roles by number, and bits of the state set, in at-spi's numbering; names differ by program.
 ROLES = {2: "alert", 7: "check box", 16: "dialog", 20: "filler", 23: "frame", 27: "image",
          29: "label", 30: "layered pane", 39: "panel", 42: "progress bar", 43: "push button",

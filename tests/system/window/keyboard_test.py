@@ -28,9 +28,10 @@ class Keyboard(WizardCase):
         self.wizard.wait_for(printer.address)
         self.wizard.keys("Return")
         self.wizard.alert(self.texts["Confirmation_Normal_Title"])
-        self.alt("YES")
-        self.wizard.wait_for(self.texts["Update_Precaution"])
-        self.wizard.keys("Escape", "Return", "space")
+        with printer.held():
+            self.alt("YES")
+            self.wizard.wait_for(self.texts["Update_Precaution"])
+            self.wizard.keys("Escape", "Return", "space")
         self.wizard.alert(self.texts["NormalEndTitle"])
         self.wizard.keys("Return")
         self.assertEqual(self.wizard.exit_code(), 0)

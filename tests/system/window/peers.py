@@ -1,8 +1,10 @@
 # SPDX-License-Identifier: MIT
 """The wizard's peers: packages from the real package maker, virtual printers, queues."""
 
+import contextlib
 import os
 import select
+import signal
 import struct
 import subprocess
 from dataclasses import dataclass
@@ -13,9 +15,10 @@ from wizard import BIN
 QUEUES = str(BIN.parent / "tests/private_queues")
 PORT = 48350
 MODEL = "Vymprint 200"
-ROWS = (f'TGMNAME "{MODEL}"', f'MODELNAME "{MODEL}"', "DRIVERNAME Vymprint", "ENTERTIME 1",
-        "EXITTIME 1", "UPDATETIME 2")
-SLOW = ("--write-rate", 8000)  # writes long enough for every text to appear
+# The times are long: no printer here is silent, but some are held or wait for the processor.
+ROWS = (f'TGMNAME "{MODEL}"', f'MODELNAME "{MODEL}"', "DRIVERNAME Vymprint", "ENTERTIME 60",
+        "EXITTIME 60", "UPDATETIME 60")
+SLOW = ("--write-rate", 4000)  # writes long enough for every text to appear
 SLOWER = ("--write-rate", 2000)  # and for a large picture of it
 EVERY_SYSTEM = "PLATFORMVERSION MACOS=0"
 
@@ -105,6 +108,16 @@ class Printer:
         """The bytes kept under that firmware's name; None if it received none."""
         place = self.store / self.address / f"{firmware.name}.FW"
         return place.read_bytes() if place.exists() else None
+
+    @contextlib.contextmanager
+    def held(self):
+        """While it does nothing the wizard waits for its answer, so that what is on the screen stays
+        there however long a look at it takes."""
+        self.process.send_signal(signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            self.process.send_signal(signal.SIGCONT)
 
     def vanish(self):
         self.process.kill()

@@ -11,7 +11,7 @@ import unittest
 from camera import dark_desktop, picture
 from case import WizardCase
 from desk import Desk
-from peers import EVERY_SYSTEM, SLOW, SLOWER, Firmware, Package, Printer, PrintSystem
+from peers import EVERY_SYSTEM, SLOW, Firmware, Package, Printer, PrintSystem
 
 PICTURES = pathlib.Path(os.environ.get("VYMKIT_PICTURES", "build/dev/pictures"))
 BY_HAND = (EVERY_SYSTEM, "NEEDENTEROPERATION YES")  # shows the line about the download mode
@@ -45,7 +45,7 @@ class Picture(WizardCase):
         self.whole_screen = size == SMALL
         self.take_desk(Desk(*size))
         self.use_language(language)
-        printer = Printer(self.desk, *(SLOWER if size == TWICE["size"] else SLOW))
+        self.printer = printer = Printer(self.desk, *SLOW)
         queues = PrintSystem(self.desk, ("office", f"lpd://{printer.address}/", "Vymprint 200"),
                              ("reception", "lpd://192.0.2.17/queue", "Vymprint 210"))
         environment = {**(environment or {}), **queues.environment,
@@ -85,16 +85,18 @@ class Picture(WizardCase):
         self.press("Start")
         self.wizard.alert(self.texts["Confirmation_Normal_Title"])
         self.keep("4-start")
-        self.press("YES")
 
     def run_to_the_end(self):
-        self.wizard.wait_for(self.texts["State_Connection"])
-        self.keep("5-connecting")
+        with self.printer.held():
+            self.press("YES")
+            self.wizard.wait_for(self.texts["State_Connection"])
+            self.keep("5-connecting")
         self.wizard.wait_for(self.texts.pattern("State_WriteUpdate_Plural"))
-        self.keep("5-writing")
-        self.wizard.close_window()
-        self.wizard.wait_for(self.texts["Update_CloseRefused"])
-        self.keep("5-stays-open")
+        with self.printer.held():
+            self.keep("5-writing")
+            self.wizard.close_window()
+            self.wizard.wait_for(self.texts["Update_CloseRefused"])
+            self.keep("5-stays-open")
         self.wizard.alert(self.texts["NormalEndTitle"])
         self.keep("6-done")
 

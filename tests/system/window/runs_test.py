@@ -13,8 +13,9 @@ class Run(WizardCase):
     def test_brings_every_byte_to_the_printer_at_a_typed_address(self):
         package, printer = Package(self.desk), Printer(self.desk, *SLOW)
         self.start(package)
-        self.to_run(printer.address)
-        self.wizard.wait_for(self.texts["State_Connection"])
+        with printer.held():
+            self.to_run(printer.address)
+            self.wizard.wait_for(self.texts["State_Connection"])
         self.wizard.wait_for(self.texts.pattern("State_WriteUpdate_Plural"))
         self.ends_with(("NormalEndTitle", "NormalEnd_AutoMes"))
         self.assert_stored(printer, package)
@@ -61,10 +62,11 @@ class Run(WizardCase):
         package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk, *SLOW)
         self.start(package)
         self.to_run(printer.address)
-        self.wizard.wait_for(self.texts["Update_Precaution"])
-        self.wizard.close_window()
-        self.wizard.wait_for(self.texts["Update_CloseRefused"])
-        self.wizard.keys("Escape")
+        self.wizard.wait_for(self.texts["State_WriteUpdate"])
+        with printer.held():
+            self.wizard.close_window()
+            self.wizard.wait_for(self.texts["Update_CloseRefused"])
+            self.wizard.keys("Escape")
         self.ends_with(("NormalEndTitle", "NormalEnd_AutoMes"))
         self.assert_stored(printer, package)
 
@@ -73,9 +75,10 @@ class Run(WizardCase):
         self.start(package)
         self.to_run(printer.address)
         self.wizard.wait_for(self.texts["State_WriteUpdate"])
-        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
-            self.wizard.process.send_signal(number)
-        self.wizard.wait_for(self.texts["Update_CloseRefused"])
+        with printer.held():
+            for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+                self.wizard.process.send_signal(number)
+            self.wizard.wait_for(self.texts["Update_CloseRefused"])
         self.ends_with(("NormalEndTitle", "NormalEnd_AutoMes"))
         self.assert_stored(printer, package)
         self.assertIn("note: signal", self.logs()[0])
@@ -85,7 +88,9 @@ class Run(WizardCase):
         self.start(package)
         self.to_run(printer.address)
         self.wizard.wait_for(self.texts["State_WriteUpdate"])
-        self.desk.x_server.kill()
+        with printer.held():
+            self.desk.x_server.kill()
+            self.desk.x_server.wait()
         self.wizard.exit_code()
         self.assert_stored(printer, package)
         self.assertIn("note: the display has gone", self.logs()[0])

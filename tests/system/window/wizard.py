@@ -121,10 +121,14 @@ class Wizard:
         self.tool("xdotool", "type", "--delay", "20", text)
 
     def keep_focus(self):
-        """Does a window manager's duty: a closed window's focus goes to the one behind it."""
-        mine = self.x_windows()
-        if mine and self.tool("xdotool", "getwindowfocus").strip() not in mine:
-            self.tool("xdotool", "windowfocus", mine[-1])
+        """Does a window manager's duty: a closed window's focus goes to the one behind it. Waits until
+        the front window knows that it has the focus: keys that are sent before would be lost."""
+        def has_it():
+            mine = self.x_windows()
+            if mine and self.tool("xdotool", "getwindowfocus").strip() not in mine:
+                self.tool("xdotool", "windowfocus", mine[-1])
+            return any(node.has("active") for node in self.showing()[:1])
+        self.until(has_it, "the focus on the front window")
 
     def x_windows(self):
         with contextlib.suppress(subprocess.CalledProcessError):  # none between two questions
