@@ -90,15 +90,17 @@ TEST_F(ResultsFileTest, ManyProcessesNeverMixTheirLines)
 {
     constexpr int kProcesses = 8;
     constexpr int kLines = 50;
+    std::vector<pid_t> processes;
     for (int i = 0; i < kProcesses; ++i) {
-        if (fork() != 0)
+        processes.push_back(fork());
+        if (processes.back() != 0)
             continue;
         for (int n = 0; n < kLines; ++n)
             static_cast<void>(m_file.append(line(
                 "p" + std::to_string(i) + "-" + std::to_string(n) + std::string(3000, 'x'), 0)));
         _exit(0);
     }
-    for (int i = 0; i < kProcesses; ++i)
-        wait(nullptr);
+    for (const auto process : processes)
+        EXPECT_EQ(waitpid(process, nullptr, 0), process);
     EXPECT_EQ(m_file.ends("update").size(), static_cast<std::size_t>(kProcesses * kLines));
 }

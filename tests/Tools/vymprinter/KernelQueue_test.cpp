@@ -21,7 +21,7 @@ TEST(VymprinterKernelQueue, ReportsEachEndWithItsTagAndResult)
     const Bytes written{1, 2, 3};
     ASSERT_TRUE(queue.write(file.get(), written, 1));
     pollfd event{queue.event(), POLLIN, 0};
-    ASSERT_EQ(::poll(&event, 1, 10000), 1);
+    ASSERT_EQ(::poll(&event, 1, 60000), 1);
     auto ended = queue.ended();
     ASSERT_EQ(ended.size(), 1U);
     EXPECT_EQ(ended[0].tag, 1U);
@@ -30,7 +30,7 @@ TEST(VymprinterKernelQueue, ReportsEachEndWithItsTagAndResult)
 
     Bytes read(8);
     ASSERT_TRUE(queue.read(file.get(), read, 0));
-    ASSERT_EQ(::poll(&event, 1, 10000), 1);
+    ASSERT_EQ(::poll(&event, 1, 60000), 1);
     ended = queue.ended();
     ASSERT_EQ(ended.size(), 1U);
     EXPECT_EQ(ended[0].tag, 0U);

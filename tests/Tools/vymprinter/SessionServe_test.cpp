@@ -82,7 +82,7 @@ TEST(VymprinterSessionServe, SaysThatTheRelaysPrinterCannotBeReached)
 {
     const Folder folder;
     const auto listening = listenOn({kLoopback, 0});
-    auto nobody = listenOn({kLoopback, 0});
+    auto nobody = listenOn({ownLoopback(), 0});
     const auto target = nobody.endpoint;
     nobody.socket = FileHandle();
     const FileHandle stop(::eventfd(0, EFD_CLOEXEC));

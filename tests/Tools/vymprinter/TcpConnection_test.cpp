@@ -87,15 +87,16 @@ TEST(VymprinterTcpConnection, SilentPrinterReadsOnAndStoresWithoutReplying)
     EXPECT_EQ(desk.stored(0, "MAIN.BIN").size(), 3U);
 }
 
+// Measured from before the request: this thread may see the first part late.
 TEST(VymprinterTcpConnection, HeaderInTwoPartsIsThirtyMillisecondsApart)
 {
     TcpDesk desk("split-reply");
     Updater updater(desk.printer());
+    const auto start = std::chrono::steady_clock::now();
     updater.send(requests::enter());
     EXPECT_EQ(updater.receive(4).size(), 4U);
-    const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(updater.receive(8).size(), 8U);
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(15));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(29));
 }
 
 TEST(VymprinterTcpConnection, FragmentedBodyArrivesWhole)

@@ -18,6 +18,12 @@ namespace vymprinter {
 
 constexpr std::uint32_t kLoopback = 0x7F000001;
 
+// An address of this process alone: no other program takes a port of it that has become free.
+inline std::uint32_t ownLoopback()
+{
+    return 0x7F010000U | (static_cast<std::uint32_t>(::getpid()) & 0xFFFFU); // in 127.1
+}
+
 inline std::string contents(const std::filesystem::path& path)
 {
     std::ifstream file(path, std::ios::binary);
@@ -33,7 +39,7 @@ public:
     {
         std::string pattern = std::filesystem::temp_directory_path() / "vymprinter-XXXXXX";
         m_folder = ::mkdtemp(pattern.data());
-        for (const auto& endpoint : consecutive({kLoopback, 0}, printers))
+        for (const auto& endpoint : consecutive({ownLoopback(), 0}, printers))
             add(endpoint, model, faults);
         m_thread = std::thread([this] { m_server.run(m_stop.get()); });
     }

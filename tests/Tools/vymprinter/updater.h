@@ -16,7 +16,7 @@
 
 class Updater {
 public:
-    static constexpr int kPatience = 5000; // ms; only a failing test waits that long
+    static constexpr int kPatience = 60000; // ms; only a failing test waits that long
 
     explicit Updater(const vymprinter::Endpoint& printer)
         : m_socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
