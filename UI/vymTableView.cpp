@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "UI/vymTableView.h"
 
+#include "VYM/vymMac.h"
+
 #include <QMouseEvent>
 
 namespace {
 
 // Some window managers bring the window to the front before they pass on the click that did it; no
 // user clicks twice within this time, in milliseconds.
-constexpr qint64 kSameClick = 50;
+constexpr std::uint64_t kSameClick = 50;
 
 } // namespace
 
@@ -15,7 +17,7 @@ void vymTableView::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::ActivationChange) {
         if (isActiveWindow() && m_wasInactive)
-            m_reactivated.start();
+            m_reactivated = tickMilliseconds();
         m_wasInactive = isVisible() && !isActiveWindow();
     }
     QTableView::changeEvent(event);
@@ -23,7 +25,8 @@ void vymTableView::changeEvent(QEvent* event)
 
 bool vymTableView::isFirstMouse() const
 {
-    return !isActiveWindow() || (m_reactivated.isValid() && !m_reactivated.hasExpired(kSameClick));
+    return !isActiveWindow()
+        || (m_reactivated.has_value() && tickMilliseconds() - *m_reactivated <= kSameClick);
 }
 
 void vymTableView::mousePressEvent(QMouseEvent* event)

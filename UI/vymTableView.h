@@ -5,8 +5,9 @@
 // Owns:    nothing beyond its base class.
 // Threads: the interface's own.
 #pragma once
-#include <QElapsedTimer>
 #include <QTableView>
+#include <cstdint>
+#include <optional>
 
 class vymTableView : public QTableView {
     Q_OBJECT
@@ -29,5 +30,5 @@ private:
 
     bool m_wasInactive = false;
     bool m_ignoresClick = false; // from the press until the release of the button
-    QElapsedTimer m_reactivated; // since the window returned to the front
+    std::optional<std::uint64_t> m_reactivated; // when the window returned to the front
 };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UI/InputNSMatrixControl.h"
+#include "tests/UI/Waits.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -8,7 +9,6 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
 #include <QVBoxLayout>
 #include <gmock/gmock.h>
 
@@ -27,7 +27,7 @@ protected:
         column->addWidget(&control);
         control.setInputMode(InputNSMatrixControl::kAddressMode);
         window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_TRUE(becomesActive(window));
         before.setFocus();
         chosen.clear();
     }
@@ -342,9 +342,9 @@ TEST_F(InputNSMatrixControlTest, AWindowThatComesBackAnnouncesNothing)
     QWidget other;
     other.show();
     other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    ASSERT_TRUE(becomesActive(other));
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(becomesActive(window));
     EXPECT_EQ(chosen.count(), 1);
 }
 
@@ -435,7 +435,7 @@ TEST_F(InputNSMatrixControlTest, TheTabKeyReachesItOnlyWhileItIsInTheKeyboardOrd
 TEST_F(InputNSMatrixControlTest, AnAddressReadsFromLeftToRightEverywhere)
 {
     window.setLayoutDirection(Qt::RightToLeft);
-    QTest::qWait(0);
+    settle();
     EXPECT_EQ(cell(0).layoutDirection(), Qt::LeftToRight);
     EXPECT_LT(cell(0).x(), cell(1).x());
     EXPECT_LT(cell(2).x(), cell(3).x());
@@ -454,7 +454,7 @@ TEST_F(InputNSMatrixControlTest, ItsSizeFollowsTheFont)
     auto font = control.font();
     font.setPointSizeF(font.pointSizeF() * 2);
     control.setFont(font);
-    QTest::qWait(0);
+    settle();
     EXPECT_GT(control.sizeHint().width(), small.width() * 3 / 2);
     EXPECT_GT(control.sizeHint().height(), small.height());
     EXPECT_GT(cell(0).width(), cell(0).fontMetrics().horizontalAdvance("255"));

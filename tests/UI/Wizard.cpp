@@ -6,12 +6,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-constexpr auto kLongest = std::chrono::seconds(10); // for any wait
-
-} // namespace
-
 Wizard::Wizard()
 {
     setup.formFile = QStringLiteral(VYMKIT_FORM_FILE);
@@ -79,7 +73,7 @@ Wizard& Wizard::open()
     if (controller == nullptr || controller->hasEnded())
         return *this;
     controller->show();
-    if (!QTest::qWaitForWindowActive(&window()))
+    if (!becomesActive(window()))
         throw std::runtime_error("the window does not become active");
     return *this;
 }
@@ -195,8 +189,7 @@ void Wizard::waitForPrinters() const
 {
     const auto& sign =
         find<BusySign>(setup.isUseDriverOnly ? "_searchAnimation2" : "_searchAnimation");
-    const auto limit = std::chrono::milliseconds(kLongest).count();
-    if (!QTest::qWaitFor([&sign] { return !sign.isAnimated(); }, static_cast<int>(limit)))
+    if (!comesTrue([&sign] { return !sign.isAnimated(); }))
         throw std::runtime_error("the search does not end");
 }
 
@@ -210,7 +203,7 @@ Wizard& Wizard::toPrinters()
 
 void expectNothingCut(const QWidget& window)
 {
-    QTest::qWait(1); // the layout is done later
+    settle();
     for (const auto* label : window.findChildren<QLabel*>()) {
         if (!label->isVisible() || label->text().isEmpty())
             continue;

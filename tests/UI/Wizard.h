@@ -3,10 +3,10 @@
 // names.
 #pragma once
 #include "UI/MainWindowController.h"
+#include "tests/UI/Waits.h"
 #include "tests/support/Package.h"
 #include "tests/support/QueuedAlerts.h"
 
-#include <QTest>
 #include <QTranslator>
 #include <condition_variable>
 #include <mutex>

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "UI/vymTableView.h"
+#include "tests/UI/Waits.h"
+#include "tests/support/ScriptedTime.h"
 
 #include <QSignalSpy>
 #include <QStandardItemModel>
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace {
@@ -15,7 +16,7 @@ protected:
         table.setModel(&model);
         table.setSelectionBehavior(QAbstractItemView::SelectRows);
         table.show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&table));
+        EXPECT_TRUE(becomesActive(table));
     }
 
     void click(int row)
@@ -28,9 +29,10 @@ protected:
     {
         other.show();
         other.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        ASSERT_TRUE(becomesActive(other));
     }
 
+    ScriptedTime time; // a click counts by the time since the window has come back
     QStandardItemModel model{3, 2};
     vymTableView table;
     QWidget other;
@@ -60,10 +62,10 @@ TEST_F(vymTableViewTest, TheClickThatBroughtTheWindowBackChoosesNothingEither)
     click(1);
     putAnotherInFront();
     table.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    ASSERT_TRUE(becomesActive(table));
     click(2);
     EXPECT_EQ(chosen(), 1);
-    QTest::qWait(100); // so that the next click counts as a user's
+    time.advance(51); // the next click counts as a user's
     click(2);
     EXPECT_EQ(chosen(), 2);
 }

@@ -2,7 +2,6 @@
 #include "tests/support/ScriptedWorker.h"
 
 #include <gtest/gtest.h>
-#include <thread>
 
 namespace {
 
@@ -70,7 +69,6 @@ tag_devinfo ScriptedWorker::look()
 
 void ScriptedWorker::stop()
 {
-    std::this_thread::sleep_for(stopTakes);
     ++stops;
     m_isStopped = true;
     if (atStop)

@@ -9,7 +9,6 @@
 #include "UI/vym_etc.h"
 
 #include <atomic>
-#include <chrono>
 #include <functional>
 #include <limits>
 #include <mutex>
@@ -38,7 +37,6 @@ public:
     std::function<void(std::size_t look)> atLook; // a further action at that look, from 0
     unsigned long lookTakes = 0; // milliseconds, on the clock of vymMac
 
-    std::chrono::milliseconds stopTakes{0};
     std::function<void()> atStop; // during the wait for the stop
     std::vector<tag_entryoutcome> outcomes;
     std::string printerModel; // as the printer says during a run

@@ -361,7 +361,7 @@ TEST_F(DevicePages, ShowPrintersWhileOthersAreStillQueriedAndAcceptOneOfThem)
     wizard.holdSearch("B");
     wizard.press("_openingNextBtn");
     wizard.press("_prefNextBtn");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return wizard.table().model()->rowCount() == 3; }));
+    ASSERT_TRUE(comesTrue([this] { return wizard.table().model()->rowCount() == 3; }));
     EXPECT_EQ(wizard.row(), -1);
     EXPECT_FALSE(wizard.find("_selDev1NextBtn").isEnabled());
     EXPECT_FALSE(wizard.find("_reasonsBtn").isEnabled());
@@ -380,7 +380,7 @@ TEST_F(DevicePages, OfferTheListAgainAsSoonAsAPrinterAppears)
     EXPECT_FALSE(wizard.find("_assignPrtNameBtnCell").isEnabled());
     threePrinters().appearing().holdSearch("B");
     wizard.key(Qt::Key_F5);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return wizard.table().model()->rowCount() == 3; }));
+    ASSERT_TRUE(comesTrue([this] { return wizard.table().model()->rowCount() == 3; }));
     EXPECT_TRUE(wizard.find("_assignPrtNameBtnCell").isEnabled());
     wizard.letSearchGo();
     wizard.waitForPrinters();
@@ -462,7 +462,7 @@ TEST_F(DevicePages, FitTheirRowsAgainAfterTheFontHasChanged)
             && bar.height() == bar.sizeHint().height();
     };
     const int height = bar.height();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return fits() && bar.height() > height; }));
+    EXPECT_TRUE(comesTrue([&] { return fits() && bar.height() > height; }));
     QApplication::setFont(usual);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return fits() && bar.height() == height; }));
+    EXPECT_TRUE(comesTrue([&] { return fits() && bar.height() == height; }));
 }

@@ -19,7 +19,7 @@ void endSession()
 
 bool endsSoon(const Wizard& wizard)
 {
-    return QTest::qWaitFor([&wizard] { return wizard.controller->hasEnded(); });
+    return comesTrue([&wizard] { return wizard.controller->hasEnded(); });
 }
 
 } // namespace
@@ -35,7 +35,7 @@ TEST(EndRequests, NamesTheSourceOfTheRequest)
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         const auto before = asked.size();
         raise(signal);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return asked.size() > before; }));
+        EXPECT_TRUE(comesTrue([&] { return asked.size() > before; }));
     }
     endSession();
     EXPECT_THAT(asked, ElementsAre("signal 15", "signal 2", "signal 1", "the end of the session"));

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Pages/PrinterSearchThread.h"
+#include "tests/UI/Waits.h"
 #include "tests/support/Package.h"
 #include "tests/support/ScriptedPrintServer.h"
 
 #include <QCoreApplication>
-#include <QTest>
 #include <gtest/gtest.h>
 #include <new>
 
@@ -31,7 +31,7 @@ protected:
     }
     [[nodiscard]] bool waitFor(const char* words)
     {
-        return QTest::qWaitFor([this, words] { return told.contains(QLatin1String(words)); });
+        return comesTrue([this, words] { return told.contains(QLatin1String(words)); });
     }
     QStringList told;
 
@@ -104,7 +104,7 @@ TEST_F(PrinterSearches, ReportsNothingAfterItWasCancelled)
     search.start(false);
     search.cancel();
     EXPECT_FALSE(search.isSearching());
-    EXPECT_TRUE(QTest::qWaitFor([&hasEnded] { return hasEnded.load(); }));
+    EXPECT_TRUE(comesTrue([&hasEnded] { return hasEnded.load(); }));
     QCoreApplication::processEvents();
     EXPECT_TRUE(told.isEmpty());
 }
@@ -122,7 +122,7 @@ TEST_F(PrinterSearches, ReportsOnlyTheNewestOfSeveral)
         });
     listen(search);
     search.start(false);
-    EXPECT_TRUE(QTest::qWaitFor([&searches] { return searches == 1; }));
+    EXPECT_TRUE(comesTrue([&searches] { return searches == 1; }));
     search.start(false);
     search.start(true);
     EXPECT_TRUE(waitFor("found 0"));

@@ -88,7 +88,7 @@ TEST_F(PrinterTables, NameTheQueriedPrinterAndCanBeLeftMeanwhile)
     wizard.press("_openingNextBtn");
     wizard.press("_prefNextBtn");
     EXPECT_EQ(wizard.text("_searchTxt"), "Device_Searching");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return wizard.text("_searchTxt") == "Device_Asking"; }));
+    EXPECT_TRUE(comesTrue([this] { return wizard.text("_searchTxt") == "Device_Asking"; }));
     EXPECT_FALSE(isEnabled("_selDev1NextBtn"));
     wizard.press("_selDev1CancelBtn");
     EXPECT_EQ(wizard.alerts.asked().size(), 1U);
@@ -148,7 +148,7 @@ TEST_F(PrinterTables, AreMadeAgainByAKeyAndKeepTheirRow)
     wizard.printers({{"D", "net:192.0.2.4"}, {"A", "net:192.0.2.1"}, {"B", "net:192.0.2.2"}});
     wizard.holdSearch("Slow one");
     wizard.key(Qt::Key_F5); // the button is seen to be pressed for a moment
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !isEnabled("_searchAgainBtn"); }));
+    EXPECT_TRUE(comesTrue([this] { return !isEnabled("_searchAgainBtn"); }));
     wizard.letSearchGo();
     wizard.waitForPrinters();
     EXPECT_EQ(wizard.searches(), 2);

@@ -43,7 +43,7 @@ TEST_F(ProgressWindows, EscapeDoesNothingDuringTheRun)
 {
     begin();
     auto& window = wizard.window("_updateWindow");
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(becomesActive(window));
     QTest::keyClick(&window, Qt::Key_Escape);
     EXPECT_TRUE(window.isVisible());
     EXPECT_FALSE(wizard.find<QLabel>("_closeRefusedTxt").isVisible());
@@ -54,7 +54,7 @@ TEST_F(ProgressWindows, TheWindowIsWideEnoughForItsWidestLineFromTheStartOn)
 {
     begin();
     const auto& progress = wizard.find<QLabel>("_progressCmtTxt");
-    QTest::qWait(1);
+    settle();
     const auto metrics = progress.fontMetrics();
     for (const auto* key : {"State_Connection", "State_CheckVersion_Plural",
                             "State_PrepUpdate_Plural", "State_WriteUpdate_Plural", "State_Updated"})
@@ -93,7 +93,7 @@ TEST_F(ProgressWindows, TheWindowFitsOnASmallScreenAndKeepsProgressAndReasonOnIt
     auto& window = wizard.window("_updateWindow");
     look(state_writing, 1, 2);
     window.close(); // refused
-    QTest::qWait(1);
+    settle();
     EXPECT_TRUE(window.screen()->availableGeometry().contains(window.geometry()));
     const auto place = [](const QWidget& widget) {
         return QRect(widget.mapToGlobal(QPoint()), widget.size());

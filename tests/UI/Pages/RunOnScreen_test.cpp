@@ -21,7 +21,7 @@ TEST_F(RunOnScreens, LooksAtTheWorkerOnceASecond)
     EXPECT_TRUE(timer->isActive());
     EXPECT_EQ(timer->interval(), 1000);
     worker.record.m_updateState = state_checked;
-    EXPECT_TRUE(QTest::qWaitFor([this] { return line() != "State_Connection"; }, 3000));
+    EXPECT_TRUE(comesTrue([this] { return line() != "State_Connection"; }));
 }
 
 TEST_F(RunOnScreens, APrinterWithAQueueIsReachedByItsConnectableAddress)
@@ -294,8 +294,12 @@ TEST_F(RunOnScreens, ALogThatCannotBeMadeDoesNotKeepARunFromEnding)
 TEST_F(RunOnScreens, AWorkerThatTakesItsTimeToStopDoesNotFreezeTheWindow)
 {
     begin();
-    worker.stopTakes = std::chrono::milliseconds(200);
-    int moves = 0;
+    std::atomic<int> moves = 0;
+    worker.atStop = [&moves] { // takes until the window has done something
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        while (moves == 0 && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    };
     QTimer other;
     QObject::connect(&other, &QTimer::timeout, [this, &moves] {
         ++moves;
@@ -316,7 +320,7 @@ TEST_F(RunOnScreens, ASignalIsRefusedLikeClosingAndNotedInTheLog)
     begin();
     const auto& reason = wizard.find<QLabel>("_closeRefusedTxt");
     raise(SIGTERM);
-    EXPECT_TRUE(QTest::qWaitFor([&reason] { return reason.isVisible(); }));
+    EXPECT_TRUE(comesTrue([&reason] { return reason.isVisible(); }));
     EXPECT_EQ(reason.text(), "Update_CloseRefused");
     EXPECT_THAT(log(), HasSubstr("note: signal 15 asked"));
     EXPECT_FALSE(wizard.controller->hasEnded());

@@ -126,7 +126,7 @@ TEST(UnlistedPrinters, FitOnTheScreenWithManyPrintersAndALargeFontInEveryLanguag
             QApplication::setFont(font);
             UnlistedPrinters shown(found, true, nullptr);
             shown.show();
-            QTest::qWait(1);
+            settle();
             const auto screen = shown.screen()->availableSize();
             EXPECT_LE(shown.width(), screen.width()) << language;
             EXPECT_LE(shown.height(), screen.height()) << language;

@@ -18,7 +18,7 @@ TEST(WizardFrame, ScrollsToTheControlThatGetsTheFocus)
     Wizard wizard;
     wizard.open().toPrinters();
     wizard.window().resize(420, 300);
-    QTest::qWait(1);
+    settle();
     const auto& cell = *wizard.find<InputNSMatrixControl>("_IPAddressMatrix").cellAtColumn(0);
     wizard.find("_selDev1CancelBtn").setFocus();
     wizard.controller->assignIPAddressBtnCellAction();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Widgets/AlertBox.h"
+#include "tests/UI/Waits.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -8,7 +9,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTest>
 #include <QTextEdit>
 #include <gtest/gtest.h>
 
@@ -76,8 +76,8 @@ QPushButton& button(const AlertBox& box, const QString& text)
 void show(AlertBox& box)
 {
     box.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&box));
-    QTest::qWait(1); // the layout is done later
+    ASSERT_TRUE(becomesActive(box));
+    settle();
 }
 
 void expectOnScreen(const AlertBox& box)
@@ -127,7 +127,7 @@ TEST(AlertBox, KeepsItsButtonsOnASmallScreenAndScrollsItsTexts)
     show(box);
     expectOnScreen(box);
     button(box, "&Details").click();
-    QTest::qWait(1);
+    settle();
     expectOnScreen(box);
     const auto& area = *box.findChild<QScrollArea*>();
     EXPECT_GT(area.verticalScrollBar()->maximum(), 0);
@@ -208,11 +208,11 @@ TEST(AlertBox, FitsAgainAfterTheFontHasChanged)
     const auto before = box.size();
     {
         const LargeFont large;
-        QTest::qWait(1);
+        settle();
         EXPECT_GT(box.width(), before.width());
         expectOnScreen(box);
     }
-    QTest::qWait(1);
+    settle();
     EXPECT_EQ(box.size(), before);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QTest>
 #include <QTimer>
+#include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <thread>
@@ -23,11 +24,15 @@ TEST(Aside, ReturnsWhenTheWorkIsDoneAndNotBefore)
 
 TEST(Aside, TheWindowsStayResponsiveMeanwhile)
 {
-    int events = 0;
+    std::atomic<int> events = 0;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&events] { ++events; });
     timer.start(1);
-    doAside([] { std::this_thread::sleep_for(50ms); });
+    doAside([&events] { // goes on until the window has done something
+        const auto end = std::chrono::steady_clock::now() + 60s;
+        while (events == 0 && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(1ms);
+    });
     EXPECT_GT(events, 0);
 }
 

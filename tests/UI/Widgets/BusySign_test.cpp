@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Widgets/BusySign.h"
+#include "tests/UI/Waits.h"
 
 #include <QAccessible>
-#include <QTest>
 #include <gtest/gtest.h>
 
 TEST(BusySign, TurnsWhileItIsStartedAndShown)
@@ -13,7 +13,7 @@ TEST(BusySign, TurnsWhileItIsStartedAndShown)
     sign.show();
     const auto before = sign.grab().toImage();
     EXPECT_NE(before, still) << "nothing is drawn before it is started";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return sign.grab().toImage() != before; }));
+    EXPECT_TRUE(comesTrue([&] { return sign.grab().toImage() != before; }));
     sign.stopAnimation();
     EXPECT_FALSE(sign.isAnimated());
     EXPECT_EQ(sign.grab().toImage(), still);
@@ -27,7 +27,7 @@ TEST(BusySign, GoesOnWhenItIsShownAgain)
     sign.hide();
     sign.show();
     const auto before = sign.grab().toImage();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return sign.grab().toImage() != before; }));
+    EXPECT_TRUE(comesTrue([&] { return sign.grab().toImage() != before; }));
 }
 
 TEST(BusySign, IsABusyProgressBarToAScreenReader)

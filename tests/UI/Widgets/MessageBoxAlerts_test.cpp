@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Widgets/MessageBoxAlerts.h"
+#include "tests/UI/Waits.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTest>
 #include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ int answer(const Alert& asked, const std::function<void(QMessageBox&)>& act)
     QTimer::singleShot(0, [&act] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         ASSERT_NE(box, nullptr);
-        EXPECT_TRUE(QTest::qWaitForWindowActive(box));
+        EXPECT_TRUE(becomesActive(*box));
         act(*box);
         if (box->isVisible()) {
             ADD_FAILURE() << "the box was not left";
