@@ -8,15 +8,17 @@
 #include "CLI/Session.h"
 
 #include <atomic>
+#include <cassert>
 #include <exception>
 #include <functional>
 #include <thread>
 
 class BackgroundTask {
 public:
-    // Notifies the session when the work is done.
+    // Call once. Notifies the session when the work is done.
     void start(Session& session, std::function<void()> work)
     {
+        assert(!m_started);
         const auto whole = [this, &session, job = std::move(work)] {
             try {
                 job();
@@ -44,8 +46,12 @@ public:
 
     [[nodiscard]] bool isStarted() const { return m_started; }
     [[nodiscard]] bool isDone() const { return m_done; }
-    // Of a task that is done: the work ended with an exception, for lack of memory.
-    [[nodiscard]] bool hasFailed() const { return m_failed; }
+    // Only of a task that is done: the work ended with an exception, for lack of memory.
+    [[nodiscard]] bool hasFailed() const
+    {
+        assert(m_done);
+        return m_failed;
+    }
 
 private:
     bool m_started = false;

@@ -89,14 +89,6 @@ bool cannotAsk(const Options& options, const Console& console)
         && (options.json || !isTerminal(console.in) || options.fleet.from == "-");
 }
 
-SystemBounds boundsOf(const PackageFacts& package)
-{
-    if (!package.lowestSystem.has_value())
-        return {};
-    return {static_cast<std::int32_t>(package.highestSystem.value_or(-1)),
-            static_cast<std::int32_t>(*package.lowestSystem)};
-}
-
 // The window refuses a system that the package is not for. A printer does not mind which system
 // its firmware comes from, so here a person, or a script, is warned and decides.
 std::string lookAtSystem(const PackageFacts& package, Workplace& place)

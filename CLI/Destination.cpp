@@ -6,6 +6,8 @@
 #include "CLI/PrinterLookup.h"
 #include "UI/Text/PlainText.h"
 
+#include <cassert>
+
 namespace {
 
 DestinationResult ended(Outcome outcome)
@@ -110,6 +112,7 @@ DestinationResult findDestination(Workplace& place)
         return taken(*PrinterInfo::initWithPMPrinter(*place.queue), options);
     if (options.printer)
         return named(place);
+    assert(options.uri || options.address);
     Destination destination;
     if (!options.uri && !isPrinterAddress(*options.address))
         return atHost(place);

@@ -11,4 +11,5 @@ struct DestinationResult {
     Outcome outcome;
 };
 
+// The call has an address, a print queue or a port string, or its queue was found already.
 DestinationResult findDestination(Workplace& place);

@@ -131,7 +131,7 @@ std::string FollowedRun::displayNameOf(const tag_devinfo& record) const
 void FollowedRun::watchQuiet()
 {
     const double silence = static_cast<double>(m_run.quietMilliseconds()) / 1000;
-    const bool isLong = m_run.quietMilliseconds() >= WatchedRun::kQuietHint;
+    const bool isLong = m_run.isLongQuiet();
     const bool hasEnded = m_run.endCode().has_value();
     if (isLong && !m_isQuiet && !hasEnded)
         m_place.report.quiet(silence, m_place.session.seconds());
@@ -156,8 +156,8 @@ void FollowedRun::hear(Wake wake)
 {
     if (wake != Wake::signal && wake != Wake::deadline)
         return;
-    if (m_run.endCode()
-            .has_value()) { // it already ends by itself, but a silent printer delays that
+    if (m_run.endCode().has_value()) {
+        // It already ends by itself, but a silent printer delays that.
         m_leaveAt = m_place.session.seconds() + kGrace;
         return;
     }

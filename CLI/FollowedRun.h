@@ -45,7 +45,7 @@ private:
     UpdateFacts m_facts;
     RunTarget m_target;
     WatchedRun m_run;
-    bool m_isQuiet = false; // the person has been told
+    bool m_isQuiet = false; // the report says so
     double m_leaveAt; // on the session's clock
     const SleepInhibitor m_awake{"Vymkit", "A printer's firmware is being updated"};
     BackgroundTask m_stopping; // last, so that it ends before its data

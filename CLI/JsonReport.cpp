@@ -36,7 +36,8 @@ Json orNull(const std::string& text)
 // JSON has no infinity; a percentage that is not finite is unknown.
 Json toProgress(const std::optional<double>& progress)
 {
-    return progress.has_value() && std::isfinite(*progress) ? Json(inTenths(*progress)) : Json();
+    const auto tenths = progress.has_value() ? inTenths(*progress) : NAN;
+    return std::isfinite(tenths) ? Json(tenths) : Json();
 }
 
 template <class Item> Json listOf(const std::vector<Item>& items, Json (*toJson)(const Item&))

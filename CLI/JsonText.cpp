@@ -4,7 +4,9 @@
 #include "UI/Text/Utf8.h"
 
 #include <array>
+#include <cassert>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -42,6 +44,7 @@ std::string listed(const std::vector<Json>& items)
 
 Json::Json(double value)
 {
+    assert(std::isfinite(value));
     std::array<char, kLongestNumber> digits{};
     const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value,
                                             std::chars_format::fixed);
@@ -82,6 +85,7 @@ Json Json::array(const std::vector<Json>& items)
 
 void Json::add(const char* key, const Json& value)
 {
+    assert(m_text.starts_with('{'));
     m_text.pop_back();
     m_text += (m_text.size() > 1 ? ",\"" : "\"") + std::string(key) + "\":" + value.m_text + "}";
 }

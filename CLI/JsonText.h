@@ -21,7 +21,7 @@ public:
     Json(bool value) : m_text(value ? "true" : "false") { }
     template <std::integral Number>
     requires(!std::same_as<Number, bool>) Json(Number value) : m_text(std::to_string(value)) { }
-    Json(double value); // finite; the shortest form, with a point
+    Json(double value); // must be finite; the shortest form, with a point
     Json(const char* text) : Json(std::string_view(text)) { }
     Json(const std::string& text) : Json(std::string_view(text)) { }
     Json(std::string_view text); // quoted; U+FFFD in place of bytes that are not UTF-8
@@ -30,7 +30,7 @@ public:
     Json(std::initializer_list<std::pair<const char*, Json>> members);
 
     static Json array(const std::vector<Json>& items);
-    // A further member of an object.
+    // A further member; only of an object.
     void add(const char* key, const Json& value);
 
     [[nodiscard]] const std::string& text() const { return m_text; }

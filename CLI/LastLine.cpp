@@ -2,6 +2,7 @@
 #include "CLI/LastLine.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <cstring>
 
@@ -57,6 +58,7 @@ int writeSentence(const LastFacts& facts, LastText& room)
 std::string_view lastLine(const LastFacts& facts, LastText& room)
 {
     const int length = facts.json ? writeJson(facts, room) : writeSentence(facts, room);
+    assert(length < static_cast<int>(room.size()));
     return {room.data(), std::min(static_cast<std::size_t>(std::max(length, 0)), room.size() - 1)};
 }
 

@@ -5,6 +5,7 @@
 #include "VYM/vymPackets.h"
 
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <exception>
@@ -103,6 +104,7 @@ std::string connectLine(const char* port, unsigned short tcpPort, ConnectProblem
 PacketTrace::PacketTrace(Display* display, std::function<double()> seconds)
     : m_display(display), m_seconds(std::move(seconds)), m_file(nullptr, &std::fclose)
 {
+    assert(m_seconds);
     setLinkTrace(this);
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <climits>
 #include <poll.h>
@@ -33,6 +34,7 @@ Session::~Session()
 
 void Session::setDeadline(double seconds)
 {
+    assert(seconds >= 0);
     m_deadline = m_start + static_cast<std::uint64_t>(seconds * 1000);
 }
 

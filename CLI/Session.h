@@ -23,7 +23,7 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    void setDeadline(double seconds); // counted from the session's start
+    void setDeadline(double seconds); // counted from the session's start; not negative
     [[nodiscard]] double seconds() const; // since the session's start
     // Waits for one interval between two looks at a run, or until something happens; at most until
     // a moment in seconds since the session's start.

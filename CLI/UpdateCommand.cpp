@@ -3,6 +3,7 @@
 #include "CLI/FollowedRun.h"
 #include "CLI/Verification.h"
 #include "UI/Run/RunHistory.h"
+#include "VYM/AsciiCase.h"
 
 #include <memory>
 
@@ -16,11 +17,9 @@ UpdateFacts begunFacts(const Destination& destination)
     return facts;
 }
 
-bool isYes(std::string answer)
+bool isYes(std::string_view answer)
 {
-    for (auto& c : answer)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    return answer == "y" || answer == "yes";
+    return ascii::equalNoCase(answer, "y") || ascii::equalNoCase(answer, "yes");
 }
 
 std::string question(const PackageFacts& package, const EntryChoice& choice,

@@ -7,6 +7,8 @@
 #include "UI/Text/PlainText.h"
 #include "UI/vym_etc.h"
 
+#include <cassert>
+
 namespace {
 
 constexpr int kTicksBetween = 5; // seconds from one query to the next; a restart takes minutes
@@ -97,6 +99,7 @@ void conclude(Outcome& outcome, const char* name, int exitCode, std::string_view
 void verify(const PackageFacts& package, Workplace& place, Destination& destination, double seconds,
             Outcome& outcome)
 {
+    assert(outcome.verdict == Verdict::updated);
     Waiting waiting(package, place, seconds);
     bool wasRead = false;
     do {

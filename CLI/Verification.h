@@ -8,6 +8,6 @@
 
 // Queries the printer's versions again and again, for up to this many seconds: a printer that is
 // away, busy or still has the old version may be about to restart. Writes the verdict and the
-// installed versions into the outcome of a successful update.
+// installed versions into the outcome, which must be that of a successful update.
 void verify(const PackageFacts& package, Workplace& place, Destination& destination, double seconds,
             Outcome& outcome);

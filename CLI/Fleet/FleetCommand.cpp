@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -216,6 +217,7 @@ void FleetCall::runMembers()
 
 void FleetCall::sum(const FleetEnds& ends)
 {
+    assert(ends.members.size() == m_members.size());
     m_summary.wasStopped = ends.stop != Wake::tick;
     m_summary.isCanaryBad = ends.isCanaryBad;
     m_summary.hadTooManyFailures = ends.hadTooManyFailures;
@@ -251,6 +253,7 @@ std::optional<double> FleetCall::deadlineOfMember() const
 
 MemberCommand FleetCall::commandOf(std::size_t index) const
 {
+    assert(index < m_members.size());
     const auto& member = m_members[index];
     MemberCommand command{kOwnProgram, {"vymkit-cli", commandName(m_options.command)}, {}};
     auto& words = command.words;
@@ -271,6 +274,7 @@ MemberCommand FleetCall::commandOf(std::size_t index) const
 // A process that ran may have sent anything by then.
 std::string FleetCall::withoutResult(std::size_t index, const std::string& how, bool ran) const
 {
+    assert(index < m_members.size());
     Outcome outcome;
     outcome.command = m_options.command;
     outcome.verdict = Verdict::failed;

@@ -4,14 +4,14 @@
 #include "CLI/PrinterChoice.h"
 #include "VYM/AsciiCase.h"
 
+#include <algorithm>
 #include <set>
 
 namespace {
 
 std::string lowered(std::string text)
 {
-    for (auto& c : text)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    std::transform(text.begin(), text.end(), text.begin(), ascii::lower);
     return text;
 }
 

@@ -4,6 +4,7 @@
 #include "CLI/Fleet/MemberProcess.h"
 
 #include <array>
+#include <cassert>
 #include <map>
 #include <sys/epoll.h>
 #include <unistd.h>
@@ -118,6 +119,7 @@ void Run::hear(std::size_t index)
 
 void Run::end(std::size_t index, const std::string& line)
 {
+    assert(index < m_ends.members.size());
     auto end = memberEnd(line).value_or(MemberEnd{});
     m_schedule.ended(isWell(end.memberClass));
     m_observer.ended(index, line, end);
@@ -141,5 +143,6 @@ void Run::stop(Wake cause)
 
 FleetEnds runFleet(const FleetOrders& orders, Session& session, FleetObserver& observer)
 {
+    assert(orders.commandOf && orders.withoutResult);
     return Run(orders, session, observer).toTheEnd();
 }

@@ -20,7 +20,8 @@ struct MemberCommand {
     std::string variable; // of its environment: NAME=VALUE
 };
 
-// Receives what happens, on the thread of the run.
+// Receives what happens, on the thread of the run: of each printer that starts its start, its lines
+// and its end. Indexes are below the orders' count.
 class FleetObserver {
 public:
     virtual ~FleetObserver() = default;
@@ -51,4 +52,5 @@ struct FleetEnds {
     bool hadTooManyFailures = false;
 };
 
+// The functions of the orders must not be empty, and at least one process may run at a time.
 FleetEnds runFleet(const FleetOrders& orders, Session& session, FleetObserver& observer);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetSchedule.h"
 
+#include <cassert>
+
 std::optional<std::size_t> FleetSchedule::take()
 {
     if (!mayStart() || running() >= m_limits.jobs)
@@ -12,6 +14,7 @@ std::optional<std::size_t> FleetSchedule::take()
 
 void FleetSchedule::ended(bool well)
 {
+    assert(running() != 0);
     // Until all of them have ended, nothing but the first few can have run.
     if (isCanaryRunning() && !well)
         ++m_canaryFailures;

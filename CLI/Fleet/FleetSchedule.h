@@ -6,11 +6,12 @@
 // Threads:   one.
 // Invariant: running() <= jobs; started() == running() + ended().
 #pragma once
+#include <cassert>
 #include <cstddef>
 #include <optional>
 
 struct FleetLimits {
-    std::size_t jobs = 1;
+    std::size_t jobs = 1; // at least 1
     std::size_t canary = 0; // 0: no printer is first alone
     std::size_t maxFailures = 0; // 0: no limit
 };
@@ -19,11 +20,12 @@ class FleetSchedule {
 public:
     FleetSchedule(std::size_t count, const FleetLimits& limits) : m_count(count), m_limits(limits)
     {
+        assert(limits.jobs != 0);
     }
 
     // The index of the printer to start now; empty if none may start at the moment.
     std::optional<std::size_t> take();
-    void ended(bool well); // one of the running printers
+    void ended(bool well); // one of the running printers; must not be called while none is
     void stop() { m_isStopped = true; } // nothing starts any more
 
     // Nothing runs, and nothing will.

@@ -4,6 +4,7 @@
 #include "CLI/Output.h"
 #include "UI/Text/PlainText.h"
 
+#include <cassert>
 #include <cmath>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -32,10 +33,12 @@ public:
     void started(std::size_t /*index*/) override { }
     void line(std::size_t index, const std::string& line) override
     {
+        assert(index < m_names.size());
         m_output.writeProgress(withPrinter(line, m_names[index]) + "\n");
     }
     void ended(std::size_t index, const std::string& line, const MemberEnd& /*end*/) override
     {
+        assert(index < m_names.size());
         m_output.write(withPrinter(line, m_names[index]) + "\n");
     }
     void waited() override { m_output.write(""); } // what a slow reader has left over
@@ -76,7 +79,11 @@ public:
     HumanView(const HumanView&) = delete;
     HumanView& operator=(const HumanView&) = delete;
 
-    void started(std::size_t index) override { m_running[index] = "starting"; }
+    void started(std::size_t index) override
+    {
+        assert(index < m_names.size());
+        m_running[index] = "starting";
+    }
     void line(std::size_t index, const std::string& line) override
     {
         if (!m_place.display.hasLiveLine() || m_place.options.quiet)
@@ -104,6 +111,7 @@ private:
 
 void HumanView::ended(std::size_t index, const std::string& /*line*/, const MemberEnd& end)
 {
+    assert(m_running.contains(index));
     const bool well = isWell(end.memberClass);
     m_running.erase(index);
     ++m_ended;

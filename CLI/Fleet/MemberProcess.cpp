@@ -2,6 +2,7 @@
 #include "CLI/Fleet/MemberProcess.h"
 
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -83,6 +84,7 @@ MemberProcess::MemberProcess(MemberProcess&& other) noexcept
 std::string MemberProcess::start(const std::string& program, const std::vector<std::string>& words,
                                  const std::string& variable)
 {
+    assert(m_descriptor == -1 && !words.empty());
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0)
         return std::strerror(errno);
@@ -103,6 +105,7 @@ std::string MemberProcess::start(const std::string& program, const std::vector<s
 
 std::vector<std::string> MemberProcess::lines()
 {
+    assert(m_descriptor != -1);
     std::vector<std::string> whole;
     std::array<char, kReadSize> bytes{};
     const auto length = read(m_descriptor, bytes.data(), bytes.size());

@@ -18,12 +18,12 @@ public:
     MemberProcess(const MemberProcess&) = delete;
     MemberProcess& operator=(const MemberProcess&) = delete;
 
-    // program: its file; words: its arguments with its name first; variable: NAME=VALUE, which is
-    // added to the environment. Returns why it could not be started, or an empty text.
+    // Call once. program: its file; words: its arguments with its name first; variable: NAME=VALUE,
+    // which is added to the environment. Returns why it could not be started, or an empty text.
     std::string start(const std::string& program, const std::vector<std::string>& words,
                       const std::string& variable);
     [[nodiscard]] int descriptor() const { return m_descriptor; } // readable: lines, or the end
-    // Reads what is there; returns the whole lines, without their ends.
+    // Reads what is there; returns the whole lines, without their ends. Only once it was started.
     std::vector<std::string> lines();
     [[nodiscard]] bool isAtEnd() const { return m_isAtEnd; }
     void stop() const; // as Ctrl-C does

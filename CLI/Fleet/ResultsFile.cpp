@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CLI/Fleet/ResultsFile.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -78,6 +79,7 @@ std::string ResultsFile::prepare() const
 
 std::string ResultsFile::append(std::string_view line) const
 {
+    assert(line.find('\n') == std::string_view::npos);
     const auto written = appendParts({line, {}, {}});
     std::string reason;
     if (written.error != 0)

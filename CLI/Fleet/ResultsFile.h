@@ -23,7 +23,7 @@ public:
     [[nodiscard]] std::map<std::string, MemberEnd> ends(std::string_view command) const;
     // Makes the file if there is none; returns why that is impossible, or an empty text.
     [[nodiscard]] std::string prepare() const;
-    // line: without its end. Returns why it could not be written, or an empty text.
+    // line: one line, without its end. Returns why it could not be written, or an empty text.
     [[nodiscard]] std::string append(std::string_view line) const;
     // The same for a line in three parts, without allocating anything.
     using Parts = std::array<std::string_view, 3>;

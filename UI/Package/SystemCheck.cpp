@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Package/SystemCheck.h"
 
+#include "UI/Package/PackageFacts.h"
+
 #include <array>
 #include <cstdio>
 
@@ -25,6 +27,14 @@ std::string boundsText(SystemBounds bounds)
 }
 
 } // namespace
+
+SystemBounds boundsOf(const PackageFacts& package)
+{
+    if (!package.lowestSystem.has_value())
+        return {};
+    return {static_cast<std::int32_t>(package.highestSystem.value_or(-1)),
+            static_cast<std::int32_t>(*package.lowestSystem)};
+}
 
 std::string systemRemark(std::int32_t system, SystemBounds bounds)
 {

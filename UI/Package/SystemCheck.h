@@ -16,6 +16,10 @@ struct SystemBounds {
     std::int32_t lowest = 0; // always applies; both are 0 if the package has no such row
 };
 
+struct PackageFacts;
+// Those that the package's description sets.
+SystemBounds boundsOf(const PackageFacts& package);
+
 enum class SystemVerdict : std::uint8_t {
     supported,
     notCompared, // the system's number is below 10 or unknown, and outside the bounds: it passes

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <cassert>
 
 namespace {
 
@@ -18,6 +19,7 @@ bool isIPv4(const std::string& host)
 
 PrinterHelp helpFor(const PrinterFinding& finding)
 {
+    assert(finding.printer != nullptr);
     if (finding.reason == PrinterReason::notPermitted)
         return {PrinterHelpKind::addRule, udevRuleLine()};
     const auto uri = finding.printer->printerURI().value_or("");

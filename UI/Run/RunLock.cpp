@@ -5,6 +5,7 @@
 #include "UI/Printers/PrinterCheck.h"
 #include "VYM/AsciiCase.h"
 
+#include <algorithm>
 #include <arpa/inet.h>
 #include <array>
 #include <string_view>
@@ -29,8 +30,7 @@ std::string hostOf(std::string_view port)
         inet_ntop(AF_INET, &address, text.data(), text.size());
         return text.data();
     }
-    for (auto& c : host)
-        c = ascii::upper(c);
+    std::transform(host.begin(), host.end(), host.begin(), ascii::upper);
     return host;
 }
 

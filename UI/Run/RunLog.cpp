@@ -5,6 +5,7 @@
 #include "UI/Text/PlainText.h"
 
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -115,6 +116,7 @@ void RunLog::look(const tag_devinfo& record)
 
 void RunLog::outcome(const tag_entryoutcome& outcome)
 {
+    assert(outcome.m_number > m_outcomeCount);
     m_outcomeCount = outcome.m_number;
     guarded([&] {
         line("outcome of " + firmwareName(outcome.m_number),

@@ -110,6 +110,7 @@ void WatchedRun::stop()
 
 bool WatchedRun::refuseFirmware()
 {
+    assert(m_isStopping);
     const bool isRefused = vymThread_RefuseFirmware(m_worker);
     if (isRefused)
         m_mayHandleMore = false;

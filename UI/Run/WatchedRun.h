@@ -20,6 +20,7 @@
 #include "UI/Run/UpdateRun.h"
 
 #include <atomic>
+#include <cassert>
 #include <optional>
 #include <vector>
 
@@ -35,8 +36,13 @@ public:
     WatchedRun(const WatchedRun&) = delete;
     WatchedRun& operator=(const WatchedRun&) = delete;
 
-    // Takes over the printer's lock, if the caller already has it; otherwise start takes it.
-    void keep(RunLock lock) { m_lock = std::move(lock); }
+    // Takes over the printer's lock, if the caller already has it; otherwise start takes it. Only
+    // before start.
+    void keep(RunLock lock)
+    {
+        assert(m_worker == nullptr);
+        m_lock = std::move(lock);
+    }
     // Call once. False: no worker runs, and the run has ended with the code of a system error, also
     // for a target without a printer; or with that of a busy printer, if another program on this
     // computer updates it.
@@ -64,8 +70,8 @@ public:
     void willStop() { m_isStopping = true; }
     void stop(); // the same, and waits until the worker has ended
 
-    // After a stop request. True: the worker has sent no firmware and never will; it may be left
-    // waiting for a printer that does not answer. This object must then live until the process
+    // Only after a stop request. True: the worker has sent no firmware and never will; it may be
+    // left waiting for a printer that does not answer. This object must then live until the process
     // ends.
     [[nodiscard]] bool refuseFirmware();
 

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Support/DecodedText.h"
 
+#include "VYM/AsciiCase.h"
+
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <optional>
 
 namespace {
@@ -10,16 +13,11 @@ namespace {
 // A port string in a URI in a JSON text has three; more are no text that a person passes on.
 constexpr int kMostEncodings = 4;
 
-char lowerCase(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 int digitOf(char c)
 {
     if (c >= '0' && c <= '9')
         return c - '0';
-    c = lowerCase(c);
+    c = ascii::lower(c);
     return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
 }
 
@@ -54,6 +52,7 @@ struct Unit {
 
 Unit escapedUnit(std::string_view text)
 {
+    assert(text.size() > 1);
     constexpr std::string_view kLetters = "nrt\\\"/";
     constexpr std::string_view kMeanings = "\n\r\t\\\"/";
     if (const auto code = text[1] == 'u' ? hexAt(text, 2, 4) : std::nullopt)
@@ -66,6 +65,7 @@ Unit escapedUnit(std::string_view text)
 
 Unit firstUnit(std::string_view text)
 {
+    assert(!text.empty());
     if (text[0] == '\\' && text.size() > 1)
         return escapedUnit(text);
     const auto code = text[0] == '%' ? hexAt(text, 1, 2) : std::nullopt;
@@ -103,6 +103,6 @@ DecodedText decodedText(std::string_view original)
         if (isPlain)
             break;
     }
-    std::transform(decoded.text.begin(), decoded.text.end(), decoded.text.begin(), lowerCase);
+    std::transform(decoded.text.begin(), decoded.text.end(), decoded.text.begin(), ascii::lower);
     return decoded;
 }

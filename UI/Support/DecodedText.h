@@ -17,3 +17,10 @@ struct DecodedText {
 };
 
 DecodedText decodedText(std::string_view original);
+
+// Whether a byte of a decoded text belongs to a word: letters beyond ASCII count as well.
+constexpr bool isOfWord(char c)
+{
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= 0x80 || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z');
+}

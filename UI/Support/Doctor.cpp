@@ -70,10 +70,7 @@ Finding systemFinding(const std::optional<PackageFacts>& package)
 {
     if (!package.has_value())
         return skipped("system", "Without a package its bounds are not known.");
-    const SystemBounds bounds = package->lowestSystem.has_value()
-        ? SystemBounds{static_cast<std::int32_t>(package->highestSystem.value_or(-1)),
-                       static_cast<std::int32_t>(*package->lowestSystem)}
-        : SystemBounds{};
+    const auto bounds = boundsOf(*package);
     const auto system = static_cast<std::int32_t>(get_system_version());
     const auto remark = systemRemark(system, bounds);
     if (judgeSystem(system, bounds) == SystemVerdict::unsupported)

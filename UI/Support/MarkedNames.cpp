@@ -42,12 +42,6 @@ constexpr std::string_view kHexDigits = "0123456789abcdef";
 // Longer than every name and address of a computer; keeps the work in proportion to the text.
 constexpr std::size_t kLongestName = 512;
 
-bool isOfName(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    return byte >= 0x80 || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z');
-}
-
 bool isAddress(int family, std::string_view text)
 {
     std::array<unsigned char, sizeof(in6_addr)> bytes{};
@@ -104,7 +98,7 @@ void Scan::addNumbers(std::size_t at)
     while (digits.ends_with('.'))
         digits.remove_suffix(1);
     const auto isWhole = [this](std::size_t end) {
-        return end == text().size() || !isOfName(text()[end]);
+        return end == text().size() || !isOfWord(text()[end]);
     };
     if (isWhole(at + digits.size()) && isAddress(AF_INET, digits))
         m_names.push_back({Kind::address, std::string(digits)});
@@ -119,7 +113,7 @@ void Scan::lookAt(std::size_t at)
 {
     constexpr std::string_view kEnds = " \t\r\n\"'<>(),;/?#&";
     const auto rest = text().substr(at);
-    const bool isFirst = at == 0 || !isOfName(text()[at - 1]);
+    const bool isFirst = at == 0 || !isOfWord(text()[at - 1]);
     if (rest.starts_with("://")) {
         if (!text().substr(0, at).ends_with("usb")) // there the maker follows
             addHost(upTo(at + 3, kEnds));

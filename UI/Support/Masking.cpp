@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 
 namespace {
 
@@ -23,13 +24,6 @@ constexpr std::array<std::string_view, 31> kOrdinary = {
 
 constexpr std::array<std::string_view, 8> kKindNames = {
     "user", "home", "this-computer", "serial", "host", "address", "package", "folder"};
-
-// Letters beyond ASCII count as well.
-bool isOfWord(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    return byte >= 0x80 || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z');
-}
 
 bool marksName(char c)
 {
@@ -64,6 +58,7 @@ std::string shortName(Masking::Kind kind, const std::string& value)
 // Whether an occurrence of the value counts.
 bool Masking::fits(std::string_view text, std::size_t at, std::size_t length, const Secret& secret)
 {
+    assert(length != 0 && length <= text.size() && at <= text.size() - length);
     const char before = at == 0 ? ' ' : text[at - 1];
     const char after = at + length == text.size() ? ' ' : text[at + length];
     if ((isOfWord(text[at]) && isOfWord(before))
@@ -149,6 +144,7 @@ const Masking::Secret* Masking::secretAt(std::string_view text, std::size_t at,
 std::string Masking::masked(std::string_view text) const
 {
     const auto decoded = decodedText(text);
+    assert(decoded.begins.size() == decoded.text.size() + 1);
     std::string result;
     for (std::size_t at = 0; at < decoded.text.size();) {
         std::size_t length = 1;
