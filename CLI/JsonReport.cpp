@@ -208,7 +208,8 @@ Json runToJson(const PastRun& run)
             {"package_folder", orNull(run.package)},
             {"result", orNull(run.result)},
             {"finished", run.hasEnded},
-            {"file", run.file}};
+            {"file", run.file},
+            {"verdict", orNull(run.verdict)}};
 }
 
 Json findingToJson(const Finding& finding)

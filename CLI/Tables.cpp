@@ -134,6 +134,16 @@ std::string fileSizeText(const std::optional<unsigned long>& bytes)
     return rounded == plain ? plain : rounded + " (" + plain + ")";
 }
 
+// "1 updated, not confirmed": as short as a table needs it.
+std::string endText(const PastRun& run)
+{
+    if (!run.hasEnded)
+        return "not finished";
+    auto verdict = run.verdict;
+    std::replace(verdict.begin(), verdict.end(), '-', ' ');
+    return verdict.empty() ? run.result : run.result + ", " + verdict;
+}
+
 } // namespace
 
 std::string packageTable(const PackageFacts& package, std::size_t columns)
@@ -216,7 +226,7 @@ std::string historyTable(const std::vector<PastRun>& runs, std::size_t columns)
         const auto printer =
             each.printer.empty() ? each.address : each.printer + " (" + each.address + ")";
         rows.push_back({std::to_string(each.number), orDash(each.started), orDash(printer),
-                        orDash(each.package), each.hasEnded ? each.result : "not finished"});
+                        orDash(each.package), endText(each)});
     }
     return table(rows, columns);
 }

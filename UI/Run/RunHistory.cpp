@@ -43,6 +43,12 @@ std::string fieldOf(std::istringstream text, std::string_view name)
     return {};
 }
 
+// The name in "verified, 2026-11-21 11:05:00 +0100".
+std::string verdictOf(const std::string& line)
+{
+    return line.substr(0, line.find(','));
+}
+
 PastRun pastRun(const std::string& path, std::size_t number)
 {
     const auto text = readLog(path);
@@ -59,7 +65,8 @@ PastRun pastRun(const std::string& path, std::size_t number)
             field("address"),
             field("package"),
             result.empty() ? problem : result,
-            !field("ended").empty() || !problem.empty()};
+            !field("ended").empty() || !problem.empty(),
+            verdictOf(field("verdict"))};
 }
 
 } // namespace

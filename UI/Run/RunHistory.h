@@ -23,6 +23,8 @@ struct PastRun {
     std::string package; // the folder
     std::string result; // "1 updated"; empty for a run that has not ended
     bool hasEnded;
+    // Of a query after the end: "verified"; empty without one, and in the logs of older programs.
+    std::string verdict = {};
 };
 
 std::vector<PastRun> pastRuns(const std::string& folder); // the newest first

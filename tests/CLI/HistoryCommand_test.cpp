@@ -66,6 +66,21 @@ TEST(HistoryCommand, GivesALineOfJsonForEachRun)
     EXPECT_THAT(run.out, HasSubstr(R"("command":"history","exit_code":0,"name":"history-listed")"));
 }
 
+TEST(HistoryCommand, ShowsWhatTheQueryAfterAnUpdateHasFound)
+{
+    History run;
+    run.folder.write("state/vymkit/run-20261122T100000.000Z-9.log",
+                     "started: 2026-11-22 11:00:00 +0100\naddress: 192.0.2.8\n"
+                     "result: 1 updated\nended: 2026-11-22 11:01:00 +0100\n"
+                     "verdict: not-installed, 2026-11-22 11:05:00 +0100\n");
+    EXPECT_EQ(run.run({"history"}), 0);
+    EXPECT_THAT(run.out, HasSubstr("1 updated, not installed\n"));
+    EXPECT_THAT(run.out, HasSubstr("1 updated\n")) << "a run without a query";
+    EXPECT_EQ(run.run({"history", "--json"}), 0);
+    EXPECT_THAT(run.out, HasSubstr(R"(Z-9.log","verdict":"not-installed"})"));
+    EXPECT_THAT(run.out, HasSubstr(R"(Z-8.log","verdict":null})"));
+}
+
 TEST(HistoryCommand, SaysThatThereIsNone)
 {
     CommandRun run;

@@ -33,6 +33,32 @@ TEST(RunHistory, KnowsEachRunByItsLog)
     EXPECT_EQ(logText(runs[0]), "program: p 2\nstarted: now\n");
 }
 
+TEST(RunHistory, KnowsTheVerdictOfAQueryAfterTheEnd)
+{
+    const struct {
+        const char* why;
+        const char* line;
+        const char* verdict;
+    } rows[] = {
+        {"as it is written", "verdict: not-confirmed, 2026-11-21 11:05:00 +0100\n",
+         "not-confirmed"},
+        {"without a query, or of an older program", "", ""},
+        {"cut off while it was written", "verdict: veri", "veri"},
+        {"nothing in it", "verdict: \n", ""},
+        {"bytes that move a cursor", "verdict: \x1b[2J, now\n", "\\x1b[2J"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        TempFolder folder;
+        folder.write(kNew,
+                     std::string("started: now\nresult: 1 updated\nended: later\n") + row.line);
+        const auto runs = pastRuns(folder.path());
+        ASSERT_EQ(runs.size(), 1U);
+        EXPECT_EQ(runs[0].verdict, row.verdict);
+        EXPECT_EQ(runs[0].result, "1 updated");
+    }
+}
+
 TEST(RunHistory, CountsABadPackageAsEnded)
 {
     TempFolder folder;
