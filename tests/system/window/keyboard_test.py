@@ -5,6 +5,7 @@ import unittest
 
 from case import WizardCase
 from peers import BOTH, Package, Printer, PrintSystem
+from x11 import Bell
 
 
 class Keyboard(WizardCase):
@@ -62,6 +63,27 @@ class Keyboard(WizardCase):
     def chosen(self):
         cells = [node for node in self.wizard.nodes("table cell") if node.has("selected")]
         return [cell.name for cell in cells[:1]]
+
+    def test_rings_the_bell_at_a_fourth_digit_and_at_no_other_key(self):
+        self.start(Package(self.desk))
+        self.to_device_page()
+        self.wizard.wait_for(self.texts["Device_NoPrinters"])
+        self.wizard.click(self.wizard.find("text"))
+        bell = Bell(self.wizard.screen["DISPLAY"])
+        self.addCleanup(bell.close)
+        self.wizard.type_address("192.0.2.99")
+        self.wizard.type("x9")
+        self.wait_for_address("192.0.2.255")
+        self.assertEqual(bell.rings(), 0)
+        self.wizard.type("1")
+        self.wizard.until(lambda: bell.rings() == 1, "the bell rings")
+        self.wizard.keys("BackSpace")
+        self.wait_for_address("192.0.2.25")
+        self.assertEqual(bell.rings(), 1)
+
+    def wait_for_address(self, address):
+        self.wizard.until(lambda: [node.text for node in self.wizard.nodes("text")]
+                          == address.split("."), f"the address {address}")
 
     def test_leaves_a_question_by_its_safe_answer(self):
         self.start(Package(self.desk))
