@@ -5,14 +5,17 @@ import contextlib
 import os
 import select
 import signal
+import socket
 import struct
 import subprocess
+import threading
 from dataclasses import dataclass
 
 from desk import LIMIT
 from wizard import BIN
 
 QUEUES = str(BIN.parent / "tests/private_queues")
+ENDLESS_WAITS = str(BIN.parent / "tests/endless_waits.so")
 PORT = 48350
 MODEL = "Vymprint 200"
 # The times are long: no printer here is silent, but some are held or wait for the processor.
@@ -134,3 +137,45 @@ class PrintSystem:
                 not (server := self.process.stdout.readline().strip()):
             raise RuntimeError(f"no print system: {desk.errors_of(self.process)}")
         self.environment = {"CUPS_SERVER": server}
+
+
+class EndlessPrintSystem:
+    """A print system whose answer never ends, so that the search for printers goes on until the
+    wizard ends. Each of its bytes comes long before the wizard would stop waiting for one."""
+
+    PAUSE = 0.1  # seconds between two bytes
+
+    def __init__(self, desk):
+        place = str(desk.folder / "endless.sock")
+        self._listener = socket.socket(socket.AF_UNIX)
+        self._listener.bind(place)
+        self._listener.listen()
+        self._asked, self._closed = threading.Event(), threading.Event()
+        self._thread = threading.Thread(target=self._answer)
+        self._thread.start()
+        self.environment = {"CUPS_SERVER": place, "LD_PRELOAD": ENDLESS_WAITS}
+
+    def _answer(self):
+        with contextlib.suppress(OSError):  # the wizard has ended
+            peer, _ = self._listener.accept()
+            with peer:
+                peer.recv(1)
+                self._asked.set()
+                peer.sendall(b"HTTP/1.1 200 OK\r\nWait: ")
+                while not self._closed.wait(self.PAUSE):
+                    peer.sendall(b".")
+
+    def wait_until_asked(self):
+        if not self._asked.wait(LIMIT):
+            raise TimeoutError("the wizard does not ask this print system")
+
+    @property
+    def answers(self):
+        """Whether the connection still stands."""
+        return self._thread.is_alive()
+
+    def close(self):
+        self._closed.set()
+        self._listener.shutdown(socket.SHUT_RDWR)  # wakes a thread that still waits for the wizard
+        self._listener.close()
+        self._thread.join()

@@ -1,10 +1,11 @@
 # SPDX-License-Identifier: MIT
 """Every question answered with no, and questions that must be answered."""
 
+import signal
 import unittest
 
 from case import WizardCase
-from peers import EVERY_SYSTEM, Package
+from peers import EVERY_SYSTEM, EndlessPrintSystem, Package
 
 NOWHERE = "127.255.255.254"
 
@@ -35,6 +36,28 @@ class Question(WizardCase):
         self.press("Cancel")
         self.wizard.alert(self.texts["Cancel_MesTitle"])
         self.press("YES")
+        self.assertEqual(self.wizard.exit_code(), 0)
+
+    def search_without_end(self):
+        """The device page, while a search goes on that ends only with the wizard."""
+        server = EndlessPrintSystem(self.desk)
+        self.addCleanup(server.close)
+        self.start(Package(self.desk), environment=server.environment)
+        self.to_device_page()
+        server.wait_until_asked()
+        self.wizard.wait_for(self.texts["Device_Searching"])
+        self.assertTrue(server.answers)
+
+    def test_of_cancelling_answered_with_yes_ends_the_wizard_in_the_middle_of_a_search(self):
+        self.search_without_end()
+        self.press("Cancel")
+        self.wizard.alert(self.texts["Cancel_MesTitle"])
+        self.press("YES")
+        self.assertEqual(self.wizard.exit_code(), 0)
+
+    def test_is_not_asked_where_the_system_ends_the_wizard_in_the_middle_of_a_search(self):
+        self.search_without_end()
+        self.wizard.process.send_signal(signal.SIGTERM)
         self.assertEqual(self.wizard.exit_code(), 0)
 
     def test_of_starting_answered_with_no_asks_about_cancelling_and_then_stays(self):
