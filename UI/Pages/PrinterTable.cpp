@@ -5,7 +5,6 @@
 #include "UI/Text/TextKeys.h"
 #include "UI/Widgets/Look.h"
 
-#include <QAccessible>
 #include <algorithm>
 
 namespace {
@@ -121,8 +120,7 @@ void PrinterTable::describe()
 {
     const auto count = static_cast<std::uint32_t>(m_printers.numberOfRowsInTableView());
     _prtListTblView->setAccessibleDescription(words::text(textkey::kDeviceFound, count));
-    QAccessibleEvent said(_prtListTblView, QAccessible::Alert);
-    QAccessible::updateAccessibility(&said);
+    m_announcer.announce(*_prtListTblView, _prtListTblView->accessibleDescription());
 }
 
 // The room of an empty note is the list's.

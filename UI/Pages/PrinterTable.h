@@ -11,6 +11,7 @@
 #include "UI/Pages/Form.h"
 #include "UI/Pages/PrinterSearchThread.h"
 #include "UI/PrinterList.h"
+#include "UI/Widgets/Announcer.h"
 #include "UI/Widgets/BusySign.h"
 #include "UI/vymTableView.h"
 
@@ -62,6 +63,7 @@ private:
     PrinterList::Records m_formerPrinters; // the rows when one of them was remembered
     TargetPrinters m_found;
     PrinterSearchThread m_search;
+    Announcer m_announcer;
     int _selectedRowPrtList = 0;
     bool m_allowsEmptySelection = true;
 

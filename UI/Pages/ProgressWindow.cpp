@@ -10,7 +10,6 @@
 #include "UI/Widgets/Look.h"
 #include "UI/Widgets/ScreenRoom.h"
 
-#include <QAccessible>
 #include <QLayout>
 #include <QLocale>
 #include <QShortcut>
@@ -29,13 +28,6 @@ constexpr int kRunLettersWide = 72; // of the window, in letters of the user's f
 constexpr std::array kMeasuredTexts = {textkey::kStateConnection, textkey::kStateCheckVersionPlural,
                                        textkey::kStatePrepUpdatePlural,
                                        textkey::kStateWriteUpdatePlural, textkey::kStateUpdated};
-
-// To a screen reader, which does not follow a text that has no focus.
-void announce(QLabel& text)
-{
-    QAccessibleEvent said(&text, QAccessible::Alert);
-    QAccessible::updateAccessibility(&said);
-}
 
 } // namespace
 
@@ -92,6 +84,7 @@ void ProgressWindow::open(bool hasSeveralFirmware)
     _updateWindow->show();
     _updateWindow->raise();
     _updateWindow->activateWindow();
+    announce(*_progressCmtTxt);
 }
 
 void ProgressWindow::close()
@@ -164,6 +157,12 @@ void ProgressWindow::showQuiet(const QTime& since)
 void ProgressWindow::hideQuiet()
 {
     _quietTxt->hide();
+}
+
+// A screen reader does not follow a text that has no focus.
+void ProgressWindow::announce(QLabel& text)
+{
+    m_announcer.announce(*_updateWindow, text.text());
 }
 
 void ProgressWindow::showNote(QLabel& note, const QString& text)

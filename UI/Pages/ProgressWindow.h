@@ -7,6 +7,7 @@
 // Does not watch the run: the controller supplies the texts.
 #pragma once
 #include "UI/Pages/Form.h"
+#include "UI/Widgets/Announcer.h"
 #include "UI/Widgets/BusySign.h"
 #include "UI/Widgets/WizardWindow.h"
 
@@ -44,7 +45,9 @@ private:
     void fitProgressLine();
     void fitWindow();
     void showNote(QLabel& note, const QString& text);
+    void announce(QLabel& text);
 
+    Announcer m_announcer;
     WizardWindow* _updateWindow = nullptr;
     QScrollArea* m_texts = nullptr; // those above the progress
     BusySign* _progressAnimation = nullptr;

@@ -1,9 +1,10 @@
 # SPDX-License-Identifier: MIT
-"""A screen reader's view: every visible control has a role and a name of its own."""
+"""A screen reader's view: every visible control has a role and a name of its own, and what happens
+outside the focus is said."""
 
 import unittest
 
-from accessibility import ROLES
+from accessibility import ROLES, ScreenReader
 from case import WizardCase
 from peers import EVERY_SYSTEM, SLOW, Package, Printer, PrintSystem
 
@@ -73,6 +74,39 @@ class Access(WizardCase):
             chosen = [node.name for node in self.wizard.nodes("radio button")
                       if node.has("checked")]
             self.assertEqual(chosen, [self.texts[key]])
+
+    def listen(self):
+        """Before the wizard starts, which then sends its notifications from the start."""
+        self.reader = ScreenReader(self.desk.environment["DBUS_SESSION_BUS_ADDRESS"])
+
+    def hear(self, text):
+        self.wizard.until(lambda: text in self.reader.heard(), f"a screen reader hears {text!r}")
+
+    def test_says_that_the_list_has_come_and_how_long_it_is(self):
+        self.listen()
+        queues = PrintSystem(self.desk, ("office", "lpd://127.0.0.2/", "Vymprint 200"),
+                             ("reception", "lpd://127.0.0.3/", "Vymprint 200"))
+        self.start(Package(self.desk), environment=queues.environment)
+        self.to_device_page()
+        found = self.texts["Device_Found"]
+        self.hear(found.replace("%u", "2"))
+        queues.process.terminate()
+        queues.process.wait()
+        self.press("Device_SearchAgain")
+        self.hear(found.replace("%u", "0"))
+
+    def test_says_each_stage_of_a_run_and_why_the_window_stays_open(self):
+        self.listen()
+        printer = Printer(self.desk, *SLOW)
+        self.start(Package(self.desk))
+        self.to_run(printer.address)
+        writing = self.wizard.wait_for(self.texts.pattern("State_WriteUpdate_Plural")).text
+        self.hear(writing)
+        self.wizard.close_window()
+        self.hear(self.texts["Update_CloseRefused"])
+        said = [self.texts["State_Connection"], writing, self.texts["Update_CloseRefused"]]
+        heard = [text for text in self.reader.heard() if text in said]
+        self.assertEqual(heard, said)  # each once, in this order
 
     def test_names_every_control_in_english(self):
         self.walk("en")

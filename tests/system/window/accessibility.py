@@ -23,6 +23,7 @@ ROLES = {2: "alert", 7: "check box", 16: "dialog", 20: "filler", 23: "frame", 27
 STATES = {"active": 1, "checked": 4, "enabled": 8, "focusable": 11, "focused": 12, "selected": 23,
           "showing": 25}
 SCREEN = 0  # coordinates start at the screen's corner
+NOTIFICATION = 101  # the role of what a screen reader says as soon as it appears
 
 
 class Bus:
@@ -43,6 +44,15 @@ class Bus:
         name, path = place
         return self._connection.call_sync(name, path, interface, method, arguments, None,
                                           Gio.DBusCallFlags.NONE, TIMEOUT, None).unpack()
+
+    def subscribe(self, interface, signal, event, handler):
+        """Calls the handler, while the main context runs, with place, kind and first number."""
+        self._connection.signal_subscribe(
+            None, PREFIX + "Event." + interface, signal, None, None, Gio.DBusSignalFlags.NONE,
+            lambda _, sender, path, *rest: handler((sender, path), *rest[-1].unpack()[:2]))
+        # Programs send only events that a reader has registered for.
+        self.ask((REGISTRY, "/org/a11y/atspi/registry"), REGISTRY, "RegisterEvent",
+                 GLib.Variant("(s)", (event,)))
 
     def property(self, place, interface, name):
         return self.ask(place, "org.freedesktop.DBus.Properties", "Get",
@@ -73,6 +83,26 @@ class Bus:
                        states, tuple(place), self)
             for child in self.children(place):
                 yield from self.tree(child)
+
+
+class ScreenReader:
+    """Hears the notifications of all programs on the bus from now on, in order."""
+
+    def __init__(self, session_address):
+        self._bus = Bus(session_address)
+        self._heard = []
+        self._bus.subscribe("Object", "StateChanged", "object:state-changed:showing", self._hear)
+
+    def _hear(self, place, what, is_on):
+        if what == "showing" and is_on:
+            with contextlib.suppress(GLib.Error):  # it has vanished meanwhile
+                if self._bus.ask(place, PREFIX + "Accessible", "GetRole")[0] == NOTIFICATION:
+                    self._heard.append(self._bus.property(place, "Accessible", "Name"))
+
+    def heard(self):
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return list(self._heard)
 
 
 @dataclass
