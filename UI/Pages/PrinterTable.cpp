@@ -59,6 +59,7 @@ void PrinterTable::connectControls()
     });
     connect(_searchAgainBtn, &QPushButton::clicked, this, &PrinterTable::searchAgainWanted);
     connect(_reasonsBtn, &QPushButton::clicked, this, &PrinterTable::reasonsWanted);
+    _prtListTblView->viewport()->installEventFilter(this);
     connect(&m_search, &PrinterSearchThread::appeared, this, &PrinterTable::addPrinter);
     connect(&m_search, &PrinterSearchThread::finished, this, &PrinterTable::takeList);
 }
@@ -100,6 +101,15 @@ void PrinterTable::addPrinter(const std::shared_ptr<PrinterInfo>& printer)
 void PrinterTable::refit()
 {
     fitColumns(*_prtListTblView);
+}
+
+// The table gets its width after the page is shown for the first time, when a search goes on and
+// the list is still empty.
+bool PrinterTable::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize)
+        refit();
+    return QObject::eventFilter(watched, event);
 }
 
 void PrinterTable::takeList(const TargetPrinters& found)

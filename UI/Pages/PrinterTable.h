@@ -52,6 +52,9 @@ signals:
     void searchAgainWanted();
     void reasonsWanted(); // why a printer is not in the list
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void addPrinter(const std::shared_ptr<PrinterInfo>& printer);
     void takeList(const TargetPrinters& found);

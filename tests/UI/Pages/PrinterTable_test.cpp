@@ -2,6 +2,7 @@
 // The list of printers on a device page: making it, and selecting the same row again.
 #include "tests/UI/Wizard.h"
 
+#include <QHeaderView>
 #include <gtest/gtest.h>
 
 namespace {
@@ -79,6 +80,27 @@ TEST_F(PrinterTables, RememberTheRowOverAListThatWasNotFinished)
     wizard.press("_prefNextBtn");
     wizard.waitForPrinters();
     EXPECT_EQ(wizard.row(), 2);
+}
+
+// The window gets its size when it is shown, after its texts and its fonts.
+TEST(PrinterTable, ShowsItsTitlesInFullDuringTheFirstSearchInEveryLanguage)
+{
+    for (const auto* language : {"en", "de", "fr", "es", "ja", "zh_CN"}) {
+        SCOPED_TRACE(language);
+        const Language words(language);
+        Wizard wizard;
+        wizard.printers({{"A", "net:192.0.2.1"}}).holdSearch("Slow one");
+        wizard.open();
+        wizard.press("_openingNextBtn");
+        wizard.press("_prefNextBtn");
+        QTest::qWait(1); // the layout is done later
+        const auto& table = wizard.table();
+        ASSERT_EQ(table.model()->rowCount(), 0);
+        for (const int column : {0, 1})
+            EXPECT_GE(table.columnWidth(column), table.horizontalHeader()->sectionSizeHint(column));
+        EXPECT_GE(table.columnWidth(0), table.viewport()->width() / 2);
+        wizard.letSearchGo();
+    }
 }
 
 TEST_F(PrinterTables, NameTheQueriedPrinterAndCanBeLeftMeanwhile)
