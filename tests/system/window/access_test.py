@@ -102,8 +102,9 @@ class Access(WizardCase):
         self.to_run(printer.address)
         writing = self.wizard.wait_for(self.texts.pattern("State_WriteUpdate_Plural")).text
         self.hear(writing)
-        self.wizard.close_window()
-        self.hear(self.texts["Update_CloseRefused"])
+        with printer.held():
+            self.wizard.close_window()
+            self.hear(self.texts["Update_CloseRefused"])
         said = [self.texts["State_Connection"], writing, self.texts["Update_CloseRefused"]]
         heard = [text for text in self.reader.heard() if text in said]
         self.assertEqual(heard, said)  # each once, in this order
