@@ -15,11 +15,6 @@ LoopbackPeer::Script answering(std::string bytes, std::size_t request = 6)
     };
 }
 
-LoopbackPeer::Script silent()
-{
-    return [](PeerLink&) {};
-}
-
 // Sends this before it is requested, and sets the flag once it can be read.
 void sendAhead(PeerLink& link, const std::string& bytes, std::atomic<bool>& isThere)
 {

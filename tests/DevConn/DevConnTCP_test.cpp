@@ -15,11 +15,6 @@
 
 namespace {
 
-LoopbackPeer::Script silent()
-{
-    return [](PeerLink&) {};
-}
-
 // The address in a port string as dotted text, or "(none)".
 std::string addressIn(const std::string& port)
 {

@@ -16,6 +16,12 @@ constexpr long kSoonMs = 30000;
 // What takes some milliseconds: the most is below the five seconds that the shortest write has.
 constexpr long kShortMs = 4500;
 
+// A peer that accepts the connection and says nothing.
+inline LoopbackPeer::Script silent()
+{
+    return [](PeerLink&) {};
+}
+
 class TcpConnection : public testing::Test {
 protected:
     // Connects to the peer; sets no time-out if it is 0.

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VYM/vymParse.h"
-#include "tests/support/Package.h"
+#include "tests/VYM/RowParser.h"
 
 #include <climits>
 #include <gtest/gtest.h>
@@ -9,15 +8,6 @@
 namespace {
 
 using Texts = std::vector<std::string>;
-
-class Parser : public vymParse {
-public:
-    Parser(std::initializer_list<std::string_view> texts, loadFile_type type = load_vyminfo)
-    {
-        const auto all = rows(texts);
-        loadData(all.data(), all.size(), type);
-    }
-};
 
 } // namespace
 
@@ -35,7 +25,7 @@ TEST(NumberKeys, HaveDefaultsAndFailOnlyWithoutAValue)
         SCOPED_TRACE(key.key);
         const auto answer = [&](const std::string& row, bool found) {
             int value = -99;
-            EXPECT_EQ((Parser({row}).*key.get)(value), found) << row;
+            EXPECT_EQ((RowParser({row}).*key.get)(value), found) << row;
             return value;
         };
         EXPECT_EQ(answer("OTHER 1", true), key.missing);
@@ -64,7 +54,7 @@ TEST(YesNoKeys, HaveDefaultsAndFailOnlyWithoutAWord)
         SCOPED_TRACE(key.key);
         const auto answer = [&](const std::string& row, bool found) {
             yesno_type value = yesno_both;
-            EXPECT_EQ((Parser({row}).*key.get)(value), found) << row;
+            EXPECT_EQ((RowParser({row}).*key.get)(value), found) << row;
             return value;
         };
         EXPECT_EQ(answer("OTHER YES", true), key.missing);
@@ -89,11 +79,11 @@ TEST(TextKeys, GiveTheirFirstTokenAndLeaveTheOutputWhereTheyAreMissing)
     for (const auto& key : keys) {
         SCOPED_TRACE(key.key);
         std::string value = "before";
-        EXPECT_FALSE((Parser({"OTHER x"}).*key.get)(value));
+        EXPECT_FALSE((RowParser({"OTHER x"}).*key.get)(value));
         EXPECT_EQ(value, "before");
-        EXPECT_TRUE((Parser({key.key + " \"A B\" C", key.key + " D"}).*key.get)(value));
+        EXPECT_TRUE((RowParser({key.key + " \"A B\" C", key.key + " D"}).*key.get)(value));
         EXPECT_EQ(value, "A B");
-        EXPECT_FALSE((Parser({key.key}).*key.get)(value));
+        EXPECT_FALSE((RowParser({key.key}).*key.get)(value));
         EXPECT_EQ(value, "");
     }
 }
@@ -110,10 +100,10 @@ TEST(ListKeys, AppendTheirTokensAndNothingWhereTheyAreMissing)
     for (const auto& key : keys) {
         SCOPED_TRACE(key.key);
         Texts values{"before"};
-        EXPECT_FALSE((Parser({"OTHER x"}).*key.get)(values));
-        EXPECT_TRUE((Parser({key.key}).*key.get)(values));
+        EXPECT_FALSE((RowParser({"OTHER x"}).*key.get)(values));
+        EXPECT_TRUE((RowParser({key.key}).*key.get)(values));
         EXPECT_EQ(values, Texts{"before"});
-        EXPECT_TRUE((Parser({key.key + " \"A B\"\tC"}).*key.get)(values));
+        EXPECT_TRUE((RowParser({key.key + " \"A B\"\tC"}).*key.get)(values));
         EXPECT_EQ(values, (Texts{"before", "A B", "C"}));
     }
 }
@@ -121,29 +111,30 @@ TEST(ListKeys, AppendTheirTokensAndNothingWhereTheyAreMissing)
 TEST(Ports, AreTakenFromThePortNumbersRowWhereThatComesFirst)
 {
     Texts ports;
-    EXPECT_TRUE(Parser({"PORTNO 8000", "PORT USB"}).getPort(ports));
+    EXPECT_TRUE(RowParser({"PORTNO 8000", "PORT USB"}).getPort(ports));
     EXPECT_EQ(ports, Texts{"8000"});
 }
 
 TEST(LargestPacket, IsANumberWithoutADefault)
 {
     int bytes = 5;
-    EXPECT_FALSE(Parser({"OTHER 1"}, load_targetinfo).getMaxPacket(bytes));
+    EXPECT_FALSE(RowParser({"OTHER 1"}, load_targetinfo).getMaxPacket(bytes));
     EXPECT_EQ(bytes, 5);
-    EXPECT_TRUE(Parser({"MAXPACKET 4096"}, load_targetinfo).getMaxPacket(bytes));
+    EXPECT_TRUE(RowParser({"MAXPACKET 4096"}, load_targetinfo).getMaxPacket(bytes));
     EXPECT_EQ(bytes, 4096);
-    EXPECT_TRUE(Parser({"MAXPACKET"}, load_targetinfo).getMaxPacket(bytes));
+    EXPECT_TRUE(RowParser({"MAXPACKET"}, load_targetinfo).getMaxPacket(bytes));
     EXPECT_EQ(bytes, -1);
 }
 
 TEST(SupportedCommands, AreAppendedFromEveryRowInHexadecimal)
 {
     std::vector<int> commands;
-    EXPECT_FALSE(Parser({"OTHER 1"}, load_targetinfo).getSupportCommand(commands));
-    const Parser parser({"SUPPORT_COMMAND 5001", "X", "support_command 0x5103 7", "SUPPORT_COMMAND",
-                         "SUPPORT_COMMAND zz"},
-                        load_targetinfo);
+    EXPECT_FALSE(RowParser({"OTHER 1"}, load_targetinfo).getSupportCommand(commands));
+    const RowParser parser({"SUPPORT_COMMAND 5001", "X", "support_command 0x5103 7",
+                            "SUPPORT_COMMAND", "SUPPORT_COMMAND zz"},
+                           load_targetinfo);
     EXPECT_TRUE(parser.getSupportCommand(commands));
     EXPECT_EQ(commands, (std::vector<int>{0x5001, 0x5103, -1, 0}));
-    EXPECT_TRUE(Parser({"OTHER 1"}).getSupportCommand(commands)) << "what was there still counts";
+    EXPECT_TRUE(RowParser({"OTHER 1"}).getSupportCommand(commands))
+        << "what was there still counts";
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VYM/vymParse.h"
-#include "tests/support/Package.h"
+#include "tests/VYM/RowParser.h"
 
 #include <climits>
 #include <gmock/gmock.h>
@@ -8,15 +7,6 @@
 #include <string>
 
 namespace {
-
-class Parser : public vymParse {
-public:
-    Parser(std::initializer_list<std::string_view> texts, loadFile_type type = load_vyminfo)
-    {
-        const auto all = rows(texts);
-        loadData(all.data(), all.size(), type);
-    }
-};
 
 // The six outputs of a VERSION row, marked so that an untouched one shows.
 struct VersionRow {
@@ -38,7 +28,7 @@ bool read(const vymParse& parser, unsigned index, VersionRow& row)
 VersionRow versionRow(std::string_view text)
 {
     VersionRow row;
-    EXPECT_TRUE(read(Parser({text}), 0, row)) << text;
+    EXPECT_TRUE(read(RowParser({text}), 0, row)) << text;
     return row;
 }
 
@@ -94,7 +84,7 @@ TEST(VersionRow, OfADescriptionDistinguishesItsTokensByFormAndName)
 
 TEST(VersionRow, IsCountedByReadingUntilThereIsNone)
 {
-    const Parser parser({"VERSION A=1 a.bin", "OTHER", "VERSION B=2 b.bin"});
+    const RowParser parser({"VERSION A=1 a.bin", "OTHER", "VERSION B=2 b.bin"});
     VersionRow row;
     EXPECT_TRUE(read(parser, 0, row));
     EXPECT_TRUE(read(parser, 1, row));
@@ -108,7 +98,7 @@ TEST(VersionRow, IsCountedByReadingUntilThereIsNone)
 
 TEST(VersionRow, OfAPrinterGivesNameAndVersion)
 {
-    const Parser parser({"VERSION MAIN2=1.20 more", "VERSION bare", "VERSION"}, load_targetinfo);
+    const RowParser parser({"VERSION MAIN2=1.20 more", "VERSION bare", "VERSION"}, load_targetinfo);
     VersionRow row;
     EXPECT_TRUE(read(parser, 0, row));
     EXPECT_EQ(row, (VersionRow{"MAIN2", "1.20"}));
@@ -121,7 +111,7 @@ TEST(VersionRow, OfAPrinterGivesNameAndVersion)
 TEST(VersionRow, OfAVersionTextStopsTheProcess)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const Parser parser({"VERSION 1"}, load_bindinfo);
+    const RowParser parser({"VERSION 1"}, load_bindinfo);
     VersionRow row;
     EXPECT_DEATH(read(parser, 0, row),
                  testing::HasSubstr("VYM/vymParse:1076: failed assertion `0'\n"));
@@ -132,7 +122,7 @@ TEST(DisplayedVersion, IsReadFromADescriptionOnly)
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     std::string name, version;
     for (const auto type : {load_targetinfo, load_bindinfo}) {
-        const Parser parser({"VERSION A=1"}, type);
+        const RowParser parser({"VERSION A=1"}, type);
         EXPECT_DEATH(parser.getDispFirmVersion(0, name, version),
                      testing::HasSubstr("VYM/vymParse:840: failed assertion `0'\n"));
     }
@@ -167,7 +157,7 @@ TEST(DisplayedVersion, IsTheNamedOneBeforeTheInternalOne)
     for (const auto& entry : table) {
         std::string name = "before";
         std::string version = "before";
-        EXPECT_EQ(Parser({entry.row}).getDispFirmVersion(0, name, version), entry.shown)
+        EXPECT_EQ(RowParser({entry.row}).getDispFirmVersion(0, name, version), entry.shown)
             << entry.why;
         EXPECT_EQ(name, entry.name) << entry.why;
         EXPECT_EQ(version, entry.version) << entry.why;
@@ -197,7 +187,7 @@ TEST(InstalledVersion, IsReadFromAPrintersRow)
     for (const auto& entry : table) {
         std::string name = "before";
         std::string version = "before";
-        EXPECT_EQ(Parser({entry.row}, load_targetinfo).getTargetInfoVersion(0, name, version),
+        EXPECT_EQ(RowParser({entry.row}, load_targetinfo).getTargetInfoVersion(0, name, version),
                   entry.found)
             << entry.why;
         EXPECT_EQ(name, entry.name) << entry.why;
@@ -209,7 +199,7 @@ TEST(InstalledVersion, IsKnownOfPrintersOnly)
 {
     std::string name = "before", version = "before";
     for (const auto type : {load_vyminfo, load_bindinfo}) {
-        const Parser parser({"VERSION MAIN=1"}, type);
+        const RowParser parser({"VERSION MAIN=1"}, type);
         EXPECT_FALSE(parser.getTargetInfoVersion(0, name, version));
         EXPECT_FALSE(parser.findTargetInfoVersion("MAIN", version));
     }
@@ -218,7 +208,7 @@ TEST(InstalledVersion, IsKnownOfPrintersOnly)
 
 TEST(InstalledVersion, IsFoundByNameUntilARowWithoutAValue)
 {
-    const Parser parser(
+    const RowParser parser(
         {"VERSION MAIN2=1.20", "version Sub=2", "VERSION MAIN=9", "VERSION", "VERSION LAST=3"},
         load_targetinfo);
     std::string version = "before";
@@ -234,7 +224,7 @@ TEST(InstalledVersion, IsFoundByNameUntilARowWithoutAValue)
 TEST(PackageVersion, IsTheLastBareTokenOfAVersionText)
 {
     std::string version = "before", header = "before";
-    const Parser parser({"VERSION 1.0 OTHER=x 2.0 header=7", "VERSION"}, load_bindinfo);
+    const RowParser parser({"VERSION 1.0 OTHER=x 2.0 header=7", "VERSION"}, load_bindinfo);
     EXPECT_TRUE(parser.getVymBindVersion(0, version, header));
     EXPECT_EQ(version, "2.0");
     EXPECT_EQ(header, "7");
@@ -242,7 +232,7 @@ TEST(PackageVersion, IsTheLastBareTokenOfAVersionText)
     EXPECT_FALSE(parser.getVymBindVersion(2, version, header));
     EXPECT_EQ(version + header, "2.07");
     for (const auto type : {load_vyminfo, load_targetinfo})
-        EXPECT_FALSE(Parser({"VERSION 3"}, type).getVymBindVersion(0, version, header));
+        EXPECT_FALSE(RowParser({"VERSION 3"}, type).getVymBindVersion(0, version, header));
 }
 
 TEST(PlatformVersions, AreAHexadecimalPairAfterThePlatformsName)
@@ -269,7 +259,7 @@ TEST(PlatformVersions, AreAHexadecimalPairAfterThePlatformsName)
     for (const auto& entry : table) {
         long lowest = 5;
         long highest = 6;
-        const Parser parser({"PLATFORMVERSION " + entry.row});
+        const RowParser parser({"PLATFORMVERSION " + entry.row});
         EXPECT_EQ(parser.getPlatformVersion(4, highest, lowest), entry.found) << entry.why;
         EXPECT_EQ(lowest, entry.lowest) << entry.why;
         EXPECT_EQ(highest, entry.highest) << entry.why;
@@ -278,8 +268,8 @@ TEST(PlatformVersions, AreAHexadecimalPairAfterThePlatformsName)
 
 TEST(PlatformVersions, SkipTheRowsOfOtherPlatforms)
 {
-    const Parser parser({"PLATFORMVERSION WIN=1 2", "PLATFORMVERSION", "PLATFORMVERSION MACOS=3 4",
-                         "PLATFORMVERSION MACOS=5 6"});
+    const RowParser parser({"PLATFORMVERSION WIN=1 2", "PLATFORMVERSION",
+                            "PLATFORMVERSION MACOS=3 4", "PLATFORMVERSION MACOS=5 6"});
     long lowest = 0;
     long highest = 0;
     EXPECT_TRUE(parser.getPlatformVersion(4, highest, lowest));
@@ -291,12 +281,12 @@ TEST(PlatformVersions, AreThisPlatformsInADescriptionOnly)
 {
     long lowest = 5;
     long highest = 6;
-    const Parser parser({"PLATFORMVERSION MACOS=3 4"});
+    const RowParser parser({"PLATFORMVERSION MACOS=3 4"});
     for (const int platform : {0, 1, 3, 5, -4, INT_MAX, INT_MIN})
         EXPECT_FALSE(parser.getPlatformVersion(platform, highest, lowest)) << platform;
     for (const auto type : {load_targetinfo, load_bindinfo}) {
         EXPECT_FALSE(
-            Parser({"PLATFORMVERSION MACOS=3 4"}, type).getPlatformVersion(4, highest, lowest));
+            RowParser({"PLATFORMVERSION MACOS=3 4"}, type).getPlatformVersion(4, highest, lowest));
     }
     EXPECT_EQ(lowest, 5);
     EXPECT_EQ(highest, 6);

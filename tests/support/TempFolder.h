@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -31,12 +32,24 @@ public:
     {
         return (m_path / name).string();
     }
-    void write(std::string_view name, std::string_view bytes) const
+    // Where the file is now.
+    std::string write(std::string_view name,
+                      std::string_view bytes) const
     {
-        std::ofstream file(m_path / name, std::ios::binary);
+        const auto place = m_path / name;
+        std::ofstream file(place, std::ios::binary);
         file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         if (!file)
             throw std::runtime_error("cannot write a test file");
+        return place.string();
+    }
+    // The names of its files and folders.
+    [[nodiscard]] std::set<std::string> names() const
+    {
+        std::set<std::string> all;
+        for (const auto& item : std::filesystem::directory_iterator(m_path))
+            all.insert(item.path().filename());
+        return all;
     }
 
 private:

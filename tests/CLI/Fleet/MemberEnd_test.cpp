@@ -5,7 +5,7 @@
 
 namespace {
 
-std::string result(const char* command, int exitCode)
+std::string resultLine(const char* command, int exitCode)
 {
     return std::string(R"({"type":"result","schema_version":1,"command":")") + command
         + R"(","exit_code":)" + std::to_string(exitCode)
@@ -32,7 +32,7 @@ TEST(MemberEnd, CountsAnExitCodeInItsClass)
         {"update", 68, MemberClass::failed, false},
     };
     for (const auto& row : rows) {
-        const auto end = memberEnd(result(row.command, row.exitCode));
+        const auto end = memberEnd(resultLine(row.command, row.exitCode));
         ASSERT_TRUE(end);
         EXPECT_EQ(end->memberClass, row.memberClass) << row.exitCode;
         EXPECT_EQ(isWell(end->memberClass), row.well) << row.exitCode;
@@ -41,14 +41,14 @@ TEST(MemberEnd, CountsAnExitCodeInItsClass)
 
 TEST(MemberEnd, KeepsWhatALaterCallNeeds)
 {
-    const auto end = memberEnd(withPrinter(result("update", 16), "Hall \"2\""));
+    const auto end = memberEnd(withPrinter(resultLine("update", 16), "Hall \"2\""));
     ASSERT_TRUE(end);
     EXPECT_EQ(end->printer, "Hall \"2\"");
     EXPECT_EQ(end->command, "update");
     EXPECT_EQ(end->next, "retry");
     EXPECT_EQ(end->message, "Some words.");
     EXPECT_EQ(end->bytesWentOut, true);
-    EXPECT_EQ(memberEnd(result("update", 0))->printer, "");
+    EXPECT_EQ(memberEnd(resultLine("update", 0))->printer, "");
 }
 
 TEST(MemberEnd, DoesNotKnowOfBytesWhatItsLineDoesNotSay)
@@ -74,5 +74,5 @@ TEST(MemberEnd, PutsThePrinterBehindTheType)
     EXPECT_EQ(withPrinter(R"({"type":"status","seconds":1})", "a"),
               R"({"type":"status","printer":"a","seconds":1})");
     EXPECT_EQ(withPrinter("no line of ours", "a"), "no line of ours");
-    EXPECT_TRUE(isResultLine(withPrinter(result("check", 0), "\x80")));
+    EXPECT_TRUE(isResultLine(withPrinter(resultLine("check", 0), "\x80")));
 }

@@ -24,7 +24,7 @@ protected:
 TEST_F(VympackAtomicFile, AFileThatIsNotCommittedLeavesNoTrace)
 {
     {
-        AtomicFile file(m_folder.path("package"), AtomicFile::Existing::kept);
+        AtomicFile file(m_folder / "package", AtomicFile::Existing::kept);
         ASSERT_TRUE(file.open());
         ASSERT_TRUE(file.write("half", 4));
         EXPECT_EQ(m_folder.names().size(), 1U);
@@ -37,7 +37,7 @@ TEST_F(VympackAtomicFile, AnEndingSignalStopsTheWritingAndLeavesNoTrace)
     const auto writeAfterSignal = [this] {
         catchInterrupts();
         std::raise(SIGTERM);
-        AtomicFile file(m_folder.path("package"), AtomicFile::Existing::kept);
+        AtomicFile file(m_folder / "package", AtomicFile::Existing::kept);
         return file.open() && !file.write("x", 1) && file.exitCode() == kExitInterrupted ? 0 : 1;
     };
     EXPECT_EXIT(std::exit(writeAfterSignal()), testing::ExitedWithCode(0), "");
@@ -49,7 +49,7 @@ TEST_F(VympackAtomicFile, ACopyBeyondTheEndFails)
     InputFile from;
     std::string reason;
     ASSERT_TRUE(from.open(m_folder.write("short", "12345678"), reason));
-    AtomicFile file(m_folder.path("package"), AtomicFile::Existing::kept);
+    AtomicFile file(m_folder / "package", AtomicFile::Existing::kept);
     ASSERT_TRUE(file.open());
     EXPECT_FALSE(file.copy(from, 4, 5));
     EXPECT_THAT(file.reason(), HasSubstr("cannot be read to its end"));
@@ -57,12 +57,12 @@ TEST_F(VympackAtomicFile, ACopyBeyondTheEndFails)
 
 TEST_F(VympackAtomicFile, ANameThatIsTakenWhileItIsWrittenIsKept)
 {
-    AtomicFile file(m_folder.path("package"), AtomicFile::Existing::kept);
+    AtomicFile file(m_folder / "package", AtomicFile::Existing::kept);
     ASSERT_TRUE(file.open());
     m_folder.write("package", "first");
     EXPECT_FALSE(file.commit());
     EXPECT_EQ(file.exitCode(), kExitDefects);
-    EXPECT_EQ(m_folder.read("package"), "first");
+    EXPECT_EQ(readFile(m_folder / "package"), "first");
 }
 
 TEST_F(VympackAtomicFile, AFullDeviceIsAnOutputThatCannotBeWritten)

@@ -40,9 +40,9 @@ TEST_F(VympackBundle, BarePrograms)
     EXPECT_THAT(m_desk.names("out"),
                 UnorderedElementsAre("LICENSE", "MainWindow.ui", "README.txt", "VYMBINDDATA",
                                      "start", "vymkit", "vymkit-cli"));
-    EXPECT_EQ(m_desk.folder().read("out/VYMBINDDATA"), container(goodFiles()));
-    EXPECT_THAT(m_desk.folder().read("out/LICENSE"), HasSubstr("MIT License"));
-    EXPECT_THAT(m_desk.folder().read("out/README.txt"), HasSubstr("Model 100"));
+    EXPECT_EQ(readFile(m_desk.folder() / "out/VYMBINDDATA"), container(goodFiles()));
+    EXPECT_THAT(readFile(m_desk.folder() / "out/LICENSE"), HasSubstr("MIT License"));
+    EXPECT_THAT(readFile(m_desk.folder() / "out/README.txt"), HasSubstr("Model 100"));
     EXPECT_EQ(m_results.str(), m_desk.path("out") + ": ready for the printer Model 100\n");
     for (const char* name : {"start", "vymkit", "vymkit-cli"})
         EXPECT_EQ(::access(m_desk.path(std::string("out/") + name).c_str(), X_OK), 0) << name;
@@ -54,7 +54,7 @@ TEST_F(VympackBundle, DebianPackagesInsteadOfBarePrograms)
     EXPECT_THAT(m_desk.names("out"),
                 UnorderedElementsAre("LICENSE", "README.txt", "VYMBINDDATA", "start",
                                      "vymkit-cli_1.0_amd64.deb", "vymkit_1.0_amd64.deb"));
-    EXPECT_THAT(m_desk.folder().read("out/README.txt"),
+    EXPECT_THAT(readFile(m_desk.folder() / "out/README.txt"),
                 HasSubstr("apt install ./vymkit_1.0_amd64.deb ./vymkit-cli_1.0_amd64.deb"));
 }
 
@@ -63,8 +63,8 @@ TEST_F(VympackBundle, APackageOfAnyNameGetsTheNameThatProgramsLookForAndItsSigna
     m_desk.package("new.vymbind", container(goodFiles()));
     m_desk.package("new.vymbind.minisig", "signature");
     ASSERT_EQ(bundle("new.vymbind"), kExitDone) << m_errors.str();
-    EXPECT_EQ(m_desk.folder().read("out/VYMBINDDATA"), container(goodFiles()));
-    EXPECT_EQ(m_desk.folder().read("out/VYMBINDDATA.minisig"), "signature");
+    EXPECT_EQ(readFile(m_desk.folder() / "out/VYMBINDDATA"), container(goodFiles()));
+    EXPECT_EQ(readFile(m_desk.folder() / "out/VYMBINDDATA.minisig"), "signature");
 }
 
 TEST_F(VympackBundle, AFolderWithThePackageWillDo)

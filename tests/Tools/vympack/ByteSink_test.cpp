@@ -29,11 +29,11 @@ TEST(VympackByteSink, CountsAndDigestsWhatWasWritten)
     InputFile from;
     std::string reason;
     ASSERT_TRUE(from.open(folder.write("from", "0123456789"), reason));
-    OpenFile out(folder.path("to"));
+    OpenFile out(folder / "to");
     Sha256 part;
     ASSERT_TRUE(out.write("ab", 2));
     ASSERT_TRUE(out.copy(from, 3, 4, &part));
-    EXPECT_EQ(folder.read("to"), "ab3456");
+    EXPECT_EQ(readFile(folder / "to"), "ab3456");
     EXPECT_EQ(out.written(), 6U);
     Sha256 whole;
     addTo(whole, "ab3456", 6);
@@ -53,7 +53,7 @@ TEST(VympackByteSink, EachFailureHasItsExitCode)
     InputFile from;
     std::string reason;
     ASSERT_TRUE(from.open(folder.write("from", "x"), reason));
-    OpenFile out(folder.path("to"));
+    OpenFile out(folder / "to");
     EXPECT_FALSE(out.copy(from, 0, 2));
     EXPECT_EQ(out.exitCode(), kExitNoInput);
 }

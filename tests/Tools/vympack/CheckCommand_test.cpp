@@ -49,27 +49,27 @@ TEST_F(VympackCheck, OfAFolderTheDescriptionIsCheckedWithTheImagesBesideIt)
 {
     m_folder.write("VYMINFO.txt", goodDescription());
     m_folder.write("README", "is no part of the package");
-    EXPECT_EQ(check(m_folder.path("")), kExitDefects);
+    EXPECT_EQ(check(m_folder.path().string()), kExitDefects);
     EXPECT_THAT(m_results.str(), HasSubstr("[image-missing]"));
     m_folder.write("main.bin", "firmware");
-    EXPECT_EQ(check(m_folder.path("")), kExitDone);
+    EXPECT_EQ(check(m_folder.path().string()), kExitDone);
     EXPECT_THAT(m_results.str(), HasSubstr("0 errors, 0 warnings"));
 }
 
 TEST_F(VympackCheck, OfAFolderThePackageIsCheckedToo)
 {
     m_folder.write("VYMBINDDATA", container(goodFiles()));
-    EXPECT_EQ(check(m_folder.path("")), kExitDone);
+    EXPECT_EQ(check(m_folder.path().string()), kExitDone);
     m_folder.write("VYMBINDDATA", "broken");
-    EXPECT_EQ(check(m_folder.path("")), kExitDefects);
+    EXPECT_EQ(check(m_folder.path().string()), kExitDefects);
     for (const auto& [name, bytes] : goodFiles())
         m_folder.write(name, bytes);
-    EXPECT_EQ(check(m_folder.path("")), kExitDefects);
+    EXPECT_EQ(check(m_folder.path().string()), kExitDefects);
 }
 
 TEST_F(VympackCheck, AFolderWithoutEitherIsNoInput)
 {
-    EXPECT_EQ(check(m_folder.path("")), kExitNoInput);
+    EXPECT_EQ(check(m_folder.path().string()), kExitNoInput);
     EXPECT_THAT(m_errors.str(), HasSubstr("neither VYMINFO.txt nor VYMBINDDATA"));
 }
 

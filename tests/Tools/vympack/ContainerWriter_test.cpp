@@ -15,10 +15,10 @@ TEST(VympackContainerWriter, WritesDataTableAndTrailerAndSaysWhereEachFileIs)
     inputs[1].name = "main.bin";
     std::string reason;
     ASSERT_TRUE(inputs[1].file.open(folder.write("main.bin", "firmware"), reason));
-    AtomicFile out(folder.path("package"), AtomicFile::Existing::kept);
+    AtomicFile out(folder / "package", AtomicFile::Existing::kept);
     std::vector<PackedFile> packed;
     ASSERT_TRUE(out.open() && writeContainer(inputs, out, packed) && out.commit());
-    EXPECT_EQ(folder.read("package"), container(goodFiles()));
+    EXPECT_EQ(readFile(folder / "package"), container(goodFiles()));
     EXPECT_EQ(containerSize(inputs), out.written());
     ASSERT_EQ(packed.size(), 2U);
     EXPECT_EQ(packed[1].offset, goodDescription().size());

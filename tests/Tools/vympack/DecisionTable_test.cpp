@@ -15,11 +15,11 @@ using testing::HasSubstr;
 
 TEST(VympackDecisionTable, HasARowForEverySampleOfEveryFirmware)
 {
-    const vympack_test::TempFolder folder;
+    const TempFolder folder;
     auto text = goodDescription() + "VERSION BOOT=01.20 main.bin BOOT.BIN\r\n";
     folder.write("VYMBINDDATA", container({{"VYMINFO.txt", text}, {"main.bin", "x"}}));
-    Package::openFolder(folder.path(""));
-    const EnginePackage package(folder.path(""));
+    Package::openFolder(folder.path().string());
+    const EnginePackage package(folder.path().string());
     ASSERT_NE(package.facts(), nullptr) << package.problem();
     const auto rows = decisionTable(*package.facts(), {"Model 100", {}, true});
     const auto count = [&](std::uint32_t number) {

@@ -29,7 +29,7 @@ TEST(VympackDiff, EndsWithOneWhereThereIsADifference)
         {"another image", one + " " + other, 1},
         {"no package", one + " " + broken, 66},
         {"no description", textless + " " + one, 66},
-        {"no such file", one + " " + folder.path("none"), 66},
+        {"no such file", one + " " + folder / "none", 66},
         {"one file only", one, 64},
         {"an output that is full", one + " " + other + " >/dev/full", 73},
     };

@@ -14,8 +14,8 @@ namespace {
 // Closes packages that earlier tests of this process opened.
 class VympackEnginePackage : public testing::Test {
 protected:
-    void SetUp() override { Package::openFolder(m_folder.path("")); }
-    vympack_test::TempFolder m_folder;
+    void SetUp() override { Package::openFolder(m_folder.path().string()); }
+    TempFolder m_folder;
 };
 
 } // namespace
@@ -30,7 +30,7 @@ TEST_F(VympackEnginePackage, OpensAFileOfAnyName)
 TEST_F(VympackEnginePackage, OpensTheFolder)
 {
     m_folder.write("VYMBINDDATA", container(goodFiles()));
-    const EnginePackage package(m_folder.path(""));
+    const EnginePackage package(m_folder.path().string());
     EXPECT_NE(package.facts(), nullptr) << package.problem();
 }
 

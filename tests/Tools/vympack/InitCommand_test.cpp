@@ -17,7 +17,7 @@ class VympackInit : public testing::Test {
 protected:
     int init(InitOrder order = {})
     {
-        order.path = order.path == "VYMINFO.txt" ? m_folder.path("VYMINFO.txt") : order.path;
+        order.path = order.path == "VYMINFO.txt" ? m_folder / "VYMINFO.txt" : order.path;
         return writeDescription(order, m_streams);
     }
     static InitOrder with(const std::string& firmware)
@@ -39,8 +39,8 @@ TEST_F(VympackInit, WhatItWritesPassesCheckAtOnce)
 {
     ASSERT_EQ(init(), kExitDone) << m_errors.str();
     EXPECT_THAT(m_results.str(), HasSubstr("replace the model \"Model 100\" and the example row"));
-    EXPECT_EQ(checkPackage({m_folder.path("VYMINFO.txt"), false, true}, m_streams), kExitDone);
-    const auto text = m_folder.read("VYMINFO.txt");
+    EXPECT_EQ(checkPackage({m_folder / "VYMINFO.txt", false, true}, m_streams), kExitDone);
+    const auto text = readFile(m_folder / "VYMINFO.txt");
     for (std::size_t at = 0; (at = text.find('\n', at)) != text.npos; ++at)
         ASSERT_EQ(text[at - 1], '\r') << at;
 }
@@ -51,25 +51,25 @@ TEST_F(VympackInit, TheFirmwareThatIsNamedHasItsRows)
     order.model = "Model (200)";
     order.firmware = {"MAIN=AB010203:out/main.bin:Main controller", "BOOT=01.20:boot.bin"};
     ASSERT_EQ(init(order), kExitDone) << m_errors.str();
-    const auto text = m_folder.read("VYMINFO.txt");
+    const auto text = readFile(m_folder / "VYMINFO.txt");
     EXPECT_THAT(text,
                 HasSubstr("\r\nVERSION MAIN=AB010203 out/main.bin MAIN.BIN"
                           " DISPFIRM=\"Main controller\"\r\n"));
     EXPECT_THAT(text, HasSubstr("\r\nVERSION BOOT=01.20 boot.bin BOOT.BIN\r\n"));
     EXPECT_THAT(text, HasSubstr("\r\nDEVICEIDMODELNAME \"Model (200)\"\r\n"));
     EXPECT_THAT(text, Not(HasSubstr("replace")));
-    EXPECT_EQ(checkPackage({m_folder.path("VYMINFO.txt"), false, true}, m_streams), kExitDone);
+    EXPECT_EQ(checkPackage({m_folder / "VYMINFO.txt", false, true}, m_streams), kExitDone);
 }
 
 TEST_F(VympackInit, AnExistingFileIsReplacedByForceOnly)
 {
     m_folder.write("VYMINFO.txt", "mine");
     EXPECT_EQ(init(), kExitDefects);
-    EXPECT_EQ(m_folder.read("VYMINFO.txt"), "mine");
+    EXPECT_EQ(readFile(m_folder / "VYMINFO.txt"), "mine");
     InitOrder order;
     order.force = true;
     EXPECT_EQ(init(order), kExitDone);
-    EXPECT_NE(m_folder.read("VYMINFO.txt"), "mine");
+    EXPECT_NE(readFile(m_folder / "VYMINFO.txt"), "mine");
 }
 
 TEST_F(VympackInit, WordsThatWouldBreakTheDescriptionAreRefused)
@@ -103,7 +103,7 @@ TEST_F(VympackInit, WordsThatWouldBreakTheDescriptionAreRefused)
 TEST_F(VympackInit, ALongImageNameIsCutTowardsThePrinter)
 {
     ASSERT_EQ(init(with("MAIN=AB010203:" + std::string(40, 'n'))), kExitDone) << m_errors.str();
-    EXPECT_THAT(m_folder.read("VYMINFO.txt"), HasSubstr(" " + std::string(31, 'N') + "\r\n"));
+    EXPECT_THAT(readFile(m_folder / "VYMINFO.txt"), HasSubstr(" " + std::string(31, 'N') + "\r\n"));
 }
 
 TEST_F(VympackInit, TheStandardOutputGetsTheTextAlone)

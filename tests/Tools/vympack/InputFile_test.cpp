@@ -21,16 +21,16 @@ TEST(VympackInputFile, ReadsStretchesOfARegularFile)
     // As sha256sum gives it.
     EXPECT_EQ(file.digest(0, 8),
               "ef797c8118f02dfb649607dd5d3f8c7623048c9c063d532cc95c5ed7a898a64f");
-    EXPECT_TRUE(file.isSameFile(folder.path("file")));
-    EXPECT_FALSE(file.isSameFile(folder.path("none")));
+    EXPECT_TRUE(file.isSameFile(folder / "file"));
+    EXPECT_FALSE(file.isSameFile(folder / "none"));
 }
 
 TEST(VympackInputFile, WhatIsNoRegularFileIsRefusedAtOnce)
 {
     const TempFolder folder;
-    ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     for (const auto& path :
-         {folder.path("pipe"), folder.path(""), folder.path("none"), std::string("/dev/null")}) {
+         {folder / "pipe", folder.path().string(), folder / "none", std::string("/dev/null")}) {
         InputFile file;
         std::string reason;
         EXPECT_FALSE(file.open(path, reason)) << path;

@@ -19,9 +19,9 @@ protected:
     int make(const std::vector<std::string>& names) { return make(names, {}); }
     int make(const std::vector<std::string>& names, MakeOrder order)
     {
-        order.path = m_out.path("package");
+        order.path = m_out / "package";
         for (const auto& name : names)
-            order.inputs.push_back(m_in.path(name));
+            order.inputs.push_back(m_in / name);
         return makePackage(order, m_streams);
     }
     static MakeOrder forced()
@@ -50,7 +50,7 @@ TEST_F(VympackMake, MakeWritesExactlyTheLayout)
 {
     writeGoodInputs();
     ASSERT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDone) << m_errors.str();
-    EXPECT_EQ(m_out.read("package"), container(goodFiles()));
+    EXPECT_EQ(readFile(m_out / "package"), container(goodFiles()));
     EXPECT_THAT(m_out.names(), ElementsAre("package"));
 }
 
@@ -67,7 +67,7 @@ TEST_F(VympackMake, ASmallPackageHasTheseBytes)
         + "\x26\x01\x00\x00\x02\x00\x00\x00VYMBIND\0"s;
     writeGoodInputs();
     ASSERT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDone);
-    EXPECT_EQ(m_out.read("package"), bytes);
+    EXPECT_EQ(readFile(m_out / "package"), bytes);
 }
 
 TEST_F(VympackMake, WhatMakeWritesPassesCheckAndUnpacksToTheSame)
@@ -76,12 +76,12 @@ TEST_F(VympackMake, WhatMakeWritesPassesCheckAndUnpacksToTheSame)
     const std::string image(700'000, '\xA5'); // copied in more than one piece
     m_in.write("main.bin", image);
     ASSERT_EQ(make({"main.bin", "VYMINFO.txt"}), kExitDone);
-    EXPECT_EQ(checkPackage({m_out.path("package")}, m_streams), kExitDone);
+    EXPECT_EQ(checkPackage({m_out / "package"}, m_streams), kExitDone);
     EXPECT_THAT(m_results.str(), HasSubstr("0 errors, 0 warnings"));
-    const ExtractionOrder unpack{m_out.path("unpacked"), {}, false};
-    EXPECT_EQ(extractPackage(m_out.path("package"), unpack, m_streams), kExitDone);
-    EXPECT_EQ(m_out.read("unpacked/main.bin"), image);
-    EXPECT_EQ(m_out.read("unpacked/VYMINFO.txt"), goodDescription());
+    const ExtractionOrder unpack{m_out / "unpacked", {}, false};
+    EXPECT_EQ(extractPackage(m_out / "package", unpack, m_streams), kExitDone);
+    EXPECT_EQ(readFile(m_out / "unpacked/main.bin"), image);
+    EXPECT_EQ(readFile(m_out / "unpacked/VYMINFO.txt"), goodDescription());
 }
 
 TEST_F(VympackMake, ARefusedMakeKeepsTheOldPackageAndLeavesNothingElse)
@@ -91,7 +91,7 @@ TEST_F(VympackMake, ARefusedMakeKeepsTheOldPackageAndLeavesNothingElse)
     m_in.write("VYMINFO.txt", replaced(goodDescription(), "TGMNAME", "TGMNAM"));
     EXPECT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDefects);
     EXPECT_THAT(m_errors.str(), HasSubstr("[missing-key]"));
-    EXPECT_EQ(m_out.read("package"), "old");
+    EXPECT_EQ(readFile(m_out / "package"), "old");
     EXPECT_THAT(m_out.names(), ElementsAre("package"));
 }
 
@@ -106,7 +106,7 @@ TEST_F(VympackMake, MakeNamesEveryReasonOfARefusal)
     for (const char* name :
          {"[bad-number]", "[duplicate-name]", "[name-too-long]", "[name-unsafe]"})
         EXPECT_THAT(m_errors.str(), HasSubstr(name));
-    EXPECT_THAT(m_errors.str(), HasSubstr(m_in.path("VYMINFO.txt") + ":5:8: error"));
+    EXPECT_THAT(m_errors.str(), HasSubstr(m_in / "VYMINFO.txt" + ":5:8: error"));
     EXPECT_TRUE(m_out.names().empty());
 }
 
@@ -121,7 +121,7 @@ TEST_F(VympackMake, ANameOf31CharactersFits)
 TEST_F(VympackMake, InputsBeyond32BitPositionsAreRefused)
 {
     writeGoodInputs();
-    std::filesystem::resize_file(m_in.path("main.bin"), kMostBytes); // sparse: needs no disk space
+    std::filesystem::resize_file(m_in / "main.bin", kMostBytes); // sparse: needs no disk space
     EXPECT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDefects);
     EXPECT_THAT(m_errors.str(), HasSubstr("[package-too-large]"));
 }
@@ -129,7 +129,7 @@ TEST_F(VympackMake, InputsBeyond32BitPositionsAreRefused)
 TEST_F(VympackMake, MakeReadsRegularFilesOnly)
 {
     writeGoodInputs();
-    ASSERT_EQ(::mkfifo(m_in.path("pipe").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo((m_in / "pipe").c_str(), 0600), 0);
     EXPECT_EQ(make({"VYMINFO.txt", "pipe"}), kExitNoInput);
     EXPECT_EQ(make({"VYMINFO.txt", "none.bin"}), kExitNoInput);
     EXPECT_EQ(make({""}), kExitNoInput);
@@ -138,38 +138,38 @@ TEST_F(VympackMake, MakeReadsRegularFilesOnly)
 TEST_F(VympackMake, MakeDoesNotReplaceItsOwnInput)
 {
     writeGoodInputs();
-    const auto image = m_in.path("main.bin");
-    EXPECT_EQ(makePackage({image, {m_in.path("VYMINFO.txt"), image}}, m_streams), kExitUsage);
-    EXPECT_EQ(m_in.read("main.bin"), "firmware");
+    const auto image = m_in / "main.bin";
+    EXPECT_EQ(makePackage({image, {m_in / "VYMINFO.txt", image}}, m_streams), kExitUsage);
+    EXPECT_EQ(readFile(m_in / "main.bin"), "firmware");
 }
 
 TEST_F(VympackMake, MakeFollowsALinkAndKeepsPermissions)
 {
     writeGoodInputs();
     ASSERT_EQ(::chmod(m_out.write("real", "old").c_str(), 0640), 0);
-    std::filesystem::create_symlink("real", m_out.path("package"));
+    std::filesystem::create_symlink("real", m_out / "package");
     ASSERT_EQ(make({"VYMINFO.txt", "main.bin"}, forced()), kExitDone);
-    EXPECT_TRUE(std::filesystem::is_symlink(m_out.path("package")));
-    EXPECT_EQ(m_out.read("real"), container(goodFiles()));
+    EXPECT_TRUE(std::filesystem::is_symlink(m_out / "package"));
+    EXPECT_EQ(readFile(m_out / "real"), container(goodFiles()));
     struct stat status { };
-    ASSERT_EQ(::stat(m_out.path("real").c_str(), &status), 0);
+    ASSERT_EQ(::stat((m_out / "real").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0640U);
 }
 
 TEST_F(VympackMake, AnOutputThatIsNoFileIsNotReplaced)
 {
     writeGoodInputs();
-    std::filesystem::create_directory(m_out.path("package"));
+    std::filesystem::create_directory(m_out / "package");
     EXPECT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitNoOutput);
-    EXPECT_TRUE(std::filesystem::is_directory(m_out.path("package")));
+    EXPECT_TRUE(std::filesystem::is_directory(m_out / "package"));
     EXPECT_THAT(m_out.names(), ElementsAre("package"));
 }
 
 TEST_F(VympackMake, AMissingOutputFolderIsReported)
 {
     writeGoodInputs();
-    const std::vector<std::string> inputs{m_in.path("VYMINFO.txt"), m_in.path("main.bin")};
-    EXPECT_EQ(makePackage({m_out.path("none/package"), inputs}, m_streams), kExitNoOutput);
+    const std::vector<std::string> inputs{m_in / "VYMINFO.txt", m_in / "main.bin"};
+    EXPECT_EQ(makePackage({m_out / "none/package", inputs}, m_streams), kExitNoOutput);
 }
 
 TEST_F(VympackMake, AnExistingPackageIsReplacedByForceOnly)
@@ -178,16 +178,16 @@ TEST_F(VympackMake, AnExistingPackageIsReplacedByForceOnly)
     m_out.write("package", "old");
     EXPECT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDefects);
     EXPECT_THAT(m_errors.str(), HasSubstr("exists already; --force replaces it"));
-    EXPECT_EQ(m_out.read("package"), "old");
+    EXPECT_EQ(readFile(m_out / "package"), "old");
     EXPECT_THAT(m_out.names(), ElementsAre("package"));
     EXPECT_EQ(make({"VYMINFO.txt", "main.bin"}, forced()), kExitDone);
-    EXPECT_EQ(m_out.read("package"), container(goodFiles()));
+    EXPECT_EQ(readFile(m_out / "package"), container(goodFiles()));
 }
 
 TEST_F(VympackMake, ADanglingLinkIsKeptWithoutForce)
 {
     writeGoodInputs();
-    std::filesystem::create_symlink("nowhere", m_out.path("package"));
+    std::filesystem::create_symlink("nowhere", m_out / "package");
     EXPECT_EQ(make({"VYMINFO.txt", "main.bin"}), kExitDefects);
     EXPECT_THAT(m_out.names(), ElementsAre("package"));
 }
@@ -210,11 +210,11 @@ TEST_F(VympackMake, SortedPackagesAreTheSameWhateverTheOrderOfTheirFiles)
     MakeOrder sorted = forced();
     sorted.sort = true;
     ASSERT_EQ(make({"VYMINFO.txt", "main.bin"}, sorted), kExitDone);
-    const auto first = m_out.read("package");
+    const auto first = readFile(m_out / "package");
     ASSERT_EQ(make({"main.bin", "VYMINFO.txt"}, sorted), kExitDone);
-    EXPECT_EQ(m_out.read("package"), first);
+    EXPECT_EQ(readFile(m_out / "package"), first);
     ASSERT_EQ(make({"main.bin", "VYMINFO.txt"}, forced()), kExitDone);
-    EXPECT_NE(m_out.read("package"), first);
+    EXPECT_NE(readFile(m_out / "package"), first);
 }
 
 TEST_F(VympackMake, RowEndsOfAnyKindBecomeCrLfOnRequest)
@@ -232,6 +232,6 @@ TEST_F(VympackMake, RowEndsOfAnyKindBecomeCrLfOnRequest)
         MakeOrder order = forced();
         order.crlf = true;
         ASSERT_EQ(make({"VYMINFO.txt", "main.bin"}, order), kExitDone) << m_errors.str();
-        EXPECT_EQ(m_out.read("package"), container(goodFiles()));
+        EXPECT_EQ(readFile(m_out / "package"), container(goodFiles()));
     }
 }

@@ -10,13 +10,13 @@ using testing::HasSubstr;
 
 namespace {
 
-const std::string kDemo = std::string("rehearse --quick ") + VYMPACK_DEMO;
+const std::string kRehearse = std::string("rehearse --quick ") + VYMPACK_DEMO;
 
 } // namespace
 
 TEST(VympackRehearse, AWholeUpdateArrivesByteForByte)
 {
-    const auto outcome = run(kDemo);
+    const auto outcome = run(kRehearse);
     EXPECT_EQ(outcome.code, 0) << outcome.output;
     EXPECT_THAT(outcome.output, HasSubstr("receives MAIN.BIN, 307241 bytes in "));
     EXPECT_THAT(outcome.output, HasSubstr("receives ENGINE.BIN, 71683 bytes in "));
@@ -26,7 +26,7 @@ TEST(VympackRehearse, AWholeUpdateArrivesByteForByte)
 
 TEST(VympackRehearse, ThePrinterHasTheGivenFirmware)
 {
-    const auto outcome = run(kDemo + " --installed ENGINE=VE010100");
+    const auto outcome = run(kRehearse + " --installed ENGINE=VE010100");
     EXPECT_EQ(outcome.code, 0) << outcome.output;
     EXPECT_EQ(outcome.output.find("receives MAIN.BIN"), std::string::npos);
     EXPECT_THAT(outcome.output, HasSubstr("receives ENGINE.BIN"));
@@ -41,11 +41,11 @@ TEST(VympackRehearse, AFailedUpdateEndsWithAnError)
         std::string arguments;
         int code;
     } rows[] = {
-        {"too old for the package", kDemo + " --installed MAIN=VP010000", 1},
-        {"nothing to update", kDemo + " --installed MAIN=VP010211", 1},
+        {"too old for the package", kRehearse + " --installed MAIN=VP010000", 1},
+        {"nothing to update", kRehearse + " --installed MAIN=VP010211", 1},
         {"no package", "rehearse --quick " + broken, 66},
-        {"words that are no firmware", kDemo + " --installed MAIN", 64},
-        {"an output that is full", kDemo + " >/dev/full", 73},
+        {"words that are no firmware", kRehearse + " --installed MAIN", 64},
+        {"an output that is full", kRehearse + " >/dev/full", 73},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);

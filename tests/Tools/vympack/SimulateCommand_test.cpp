@@ -12,7 +12,7 @@ using testing::HasSubstr;
 
 namespace {
 
-const std::string kDemo = std::string("simulate ") + VYMPACK_DEMO;
+const std::string kSimulate = std::string("simulate ") + VYMPACK_DEMO;
 
 } // namespace
 
@@ -25,21 +25,21 @@ TEST(VympackSimulate, EndsAsACheckOfSuchAPrinterWould)
         std::string arguments;
         int code;
     } rows[] = {
-        {"something to send", kDemo + " --installed MAIN=VP010100", 0},
-        {"everything newer", kDemo + " --installed MAIN=VP010211", 2},
-        {"nothing listed", kDemo, 2},
-        {"another series", kDemo + " --installed MAIN=XX010100", 2},
-        {"too old", kDemo + " --installed MAIN=VP010000", 22},
-        {"unreadable", kDemo + " --installed MAIN=VP01010X", 15},
-        {"another model", kDemo + " --model 'Model 9' --installed MAIN=VP010100", 17},
-        {"the model in another case", kDemo + " --model 'VYMPRINT 200' --installed MAIN=VP010100",
-         0},
+        {"something to send", kSimulate + " --installed MAIN=VP010100", 0},
+        {"everything newer", kSimulate + " --installed MAIN=VP010211", 2},
+        {"nothing listed", kSimulate, 2},
+        {"another series", kSimulate + " --installed MAIN=XX010100", 2},
+        {"too old", kSimulate + " --installed MAIN=VP010000", 22},
+        {"unreadable", kSimulate + " --installed MAIN=VP01010X", 15},
+        {"another model", kSimulate + " --model 'Model 9' --installed MAIN=VP010100", 17},
+        {"the model in another case",
+         kSimulate + " --model 'VYMPRINT 200' --installed MAIN=VP010100", 0},
         {"no package", "simulate " + broken, 66},
-        {"no such file", "simulate " + folder.path("none"), 66},
-        {"words that are no firmware", kDemo + " --installed MAIN", 64},
-        {"a model that breaks the text", kDemo + " --model 'A\"B'", 64},
+        {"no such file", "simulate " + folder / "none", 66},
+        {"words that are no firmware", kSimulate + " --installed MAIN", 64},
+        {"a model that breaks the text", kSimulate + " --model 'A\"B'", 64},
         {"no package named", "simulate", 64},
-        {"an output that is full", kDemo + " >/dev/full", 73},
+        {"an output that is full", kSimulate + " >/dev/full", 73},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
@@ -51,7 +51,7 @@ TEST(VympackSimulate, EndsAsACheckOfSuchAPrinterWould)
 TEST(VympackSimulate, JsonHasTheFirmwareObjectsOfACheck)
 {
     const auto outcome =
-        run(kDemo + " --json --installed MAIN=VP010100 --installed ENGINE=VE010200");
+        run(kSimulate + " --json --installed MAIN=VP010100 --installed ENGINE=VE010200");
     const auto report = json::parse(outcome.output);
     EXPECT_EQ(report["schema_version"], 1);
     EXPECT_EQ(report["command"], "simulate");
@@ -67,7 +67,7 @@ TEST(VympackSimulate, JsonHasTheFirmwareObjectsOfACheck)
 
 TEST(VympackSimulate, TheTableShowsEveryFormAndRuleOfThePackage)
 {
-    const auto outcome = run(kDemo + " --table --json");
+    const auto outcome = run(kSimulate + " --table --json");
     const auto table = json::parse(outcome.output)["table"];
     const auto decision = [&](const std::string& name, const std::string& sample) {
         for (const auto& row : table) {
@@ -82,7 +82,7 @@ TEST(VympackSimulate, TheTableShowsEveryFormAndRuleOfThePackage)
     EXPECT_EQ(decision("Main controller", "below COMPATIBLE"), "refuse too-old");
     EXPECT_EQ(decision("Print engine", "another series"), "skip other-series");
     EXPECT_EQ(decision("Print engine", "unreadable"), "refuse unreadable-version");
-    EXPECT_THAT(run(kDemo + " --table").output,
+    EXPECT_THAT(run(kSimulate + " --table").output,
                 HasSubstr("Print engine VE010105 (four characters and digits)\n"));
 }
 
@@ -93,11 +93,11 @@ TEST(VympackSimulate, APackageMayHaveAnyNameAndLiesAnywhere)
     const auto outcome = run("simulate '" + file + "' --installed MAIN=AB010100");
     EXPECT_EQ(outcome.code, 0) << outcome.output;
     const auto named = folder.write("VYMBINDDATA", container(goodFiles()));
-    EXPECT_EQ(shell("cd " + folder.path("") + " && " + VYMPACK_PROGRAM
+    EXPECT_EQ(shell("cd " + folder.path().string() + " && " + VYMPACK_PROGRAM
                     + " simulate VYMBINDDATA --installed MAIN=AB010100")
                   .code,
               0);
-    EXPECT_EQ(run("simulate " + folder.path("") + " --installed MAIN=AB010100").code, 0);
+    EXPECT_EQ(run("simulate " + folder.path().string() + " --installed MAIN=AB010100").code, 0);
 }
 
 TEST(VympackSimulate, TheFileThatIsNoPackageIsNamedAsItWasGiven)

@@ -15,10 +15,10 @@ namespace {
 
 class VympackStagedFolder : public testing::Test {
 protected:
-    [[nodiscard]] std::string path() const { return m_folder.path("out"); }
+    [[nodiscard]] std::string path() const { return m_folder / "out"; }
     [[nodiscard]] bool exists(const std::string& name) const
     {
-        return std::filesystem::exists(m_folder.path(name));
+        return std::filesystem::exists(m_folder / name);
     }
     TempFolder m_folder;
 };
@@ -33,8 +33,8 @@ TEST_F(VympackStagedFolder, FilesAppearTogether)
     ASSERT_TRUE(folder.add("two", "2", AtomicFile::Kind::program));
     EXPECT_FALSE(exists("out/one"));
     ASSERT_TRUE(folder.commit());
-    EXPECT_EQ(m_folder.read("out/one"), "1");
-    EXPECT_EQ(::access(m_folder.path("out/two").c_str(), X_OK), 0);
+    EXPECT_EQ(readFile(m_folder / "out/one"), "1");
+    EXPECT_EQ(::access((m_folder / "out/two").c_str(), X_OK), 0);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(path()), {}), 2);
 }
 
@@ -55,9 +55,9 @@ TEST_F(VympackStagedFolder, WithoutCommitANewFolderGoesAndAnOldOneIsEmptyAgain)
 TEST_F(VympackStagedFolder, FoldersThatCannotBeFilledAreRefused)
 {
     m_folder.write("file", "");
-    std::filesystem::create_directory(m_folder.path("full"));
+    std::filesystem::create_directory(m_folder / "full");
     m_folder.write("full/.hidden", "");
-    std::filesystem::create_symlink("nowhere", m_folder.path("link"));
+    std::filesystem::create_symlink("nowhere", m_folder / "link");
     const struct {
         const char* name;
         int code;
@@ -69,7 +69,7 @@ TEST_F(VympackStagedFolder, FoldersThatCannotBeFilledAreRefused)
         {"link", kExitNoOutput, "No such file"},
     };
     for (const auto& row : rows) {
-        StagedFolder folder(m_folder.path(row.name));
+        StagedFolder folder(m_folder / row.name);
         EXPECT_FALSE(folder.open()) << row.name;
         EXPECT_EQ(folder.exitCode(), row.code) << row.name;
         EXPECT_THAT(folder.reason(), HasSubstr(row.reason));
@@ -81,11 +81,11 @@ TEST_F(VympackStagedFolder, FoldersThatCannotBeFilledAreRefused)
 
 TEST_F(VympackStagedFolder, ALinkToAnEmptyFolderIsFollowed)
 {
-    std::filesystem::create_directory(m_folder.path("real"));
+    std::filesystem::create_directory(m_folder / "real");
     std::filesystem::create_directory_symlink("real", path());
     StagedFolder folder(path());
     ASSERT_TRUE(folder.open() && folder.add("one", "1") && folder.commit()) << folder.reason();
-    EXPECT_EQ(m_folder.read("real/one"), "1");
+    EXPECT_EQ(readFile(m_folder / "real/one"), "1");
 }
 
 TEST_F(VympackStagedFolder, AFileThatAppearsMeanwhileIsKeptAndTheOthersGo)
@@ -97,7 +97,7 @@ TEST_F(VympackStagedFolder, AFileThatAppearsMeanwhileIsKeptAndTheOthersGo)
         EXPECT_FALSE(folder.commit());
         EXPECT_EQ(folder.exitCode(), kExitDefects);
     }
-    EXPECT_EQ(m_folder.read("out/two"), "another program's");
+    EXPECT_EQ(readFile(m_folder / "out/two"), "another program's");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(path()), {}), 1);
 }
 
@@ -106,7 +106,7 @@ TEST_F(VympackStagedFolder, AFileThatCannotBeReadToItsEndIsNamed)
     InputFile from;
     std::string reason;
     ASSERT_TRUE(from.open(m_folder.write("from", "12345678"), reason));
-    std::filesystem::resize_file(m_folder.path("from"), 3);
+    std::filesystem::resize_file(m_folder / "from", 3);
     StagedFolder folder(path());
     ASSERT_TRUE(folder.open());
     EXPECT_FALSE(folder.add("name", from, AtomicFile::Kind::data));

@@ -28,7 +28,7 @@ public:
     }
 
     [[nodiscard]] const TempFolder& folder() const { return m_folder; }
-    [[nodiscard]] std::string path(const std::string& name) const { return m_folder.path(name); }
+    [[nodiscard]] std::string path(const std::string& name) const { return m_folder / name; }
     std::string package(const std::string& name, const std::string& bytes) const
     {
         return m_folder.write(name, bytes);

@@ -37,14 +37,14 @@ TEST(VympackProgram, MakesListsChecksAndUnpacks)
     const TempFolder folder;
     for (const auto& [name, bytes] : goodFiles())
         folder.write(name, bytes);
-    const auto package = folder.path("package");
-    const auto inputs = folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
+    const auto package = folder / "package";
+    const auto inputs = folder / "VYMINFO.txt" + " " + folder / "main.bin";
     EXPECT_EQ(run("make -o " + package + " " + inputs).code, 0);
-    EXPECT_EQ(folder.read("package"), container(goodFiles()));
+    EXPECT_EQ(readFile(folder / "package"), container(goodFiles()));
     EXPECT_THAT(run("list " + package).output, HasSubstr("         8  main.bin\n"));
     EXPECT_EQ(run("check " + package).output, package + ": 0 errors, 0 warnings\n");
-    EXPECT_EQ(run("extract " + package + " -d " + folder.path("out") + " main.bin").code, 0);
-    EXPECT_EQ(folder.read("out/main.bin"), "firmware");
+    EXPECT_EQ(run("extract " + package + " -d " + folder / "out" + " main.bin").code, 0);
+    EXPECT_EQ(readFile(folder / "out/main.bin"), "firmware");
 }
 
 TEST(VympackProgram, ExitCodesSayWhatHappened)
@@ -55,7 +55,7 @@ TEST(VympackProgram, ExitCodesSayWhatHappened)
         folder.write("warned", container({{"VYMINFO.txt", goodDescription()}, {"main.bin", ""}}));
     for (const auto& [name, bytes] : goodFiles())
         folder.write(name, bytes);
-    const auto inputs = folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
+    const auto inputs = folder / "VYMINFO.txt" + " " + folder / "main.bin";
     const struct {
         const char* why;
         std::string arguments;
@@ -75,10 +75,10 @@ TEST(VympackProgram, ExitCodesSayWhatHappened)
         {"warnings only", "check " + warned, 0},
         {"errors", "check " + broken, 1},
         {"a list of what is no package", "list " + broken, 1},
-        {"a file that is not there", "check " + folder.path("none"), 66},
+        {"a file that is not there", "check " + folder / "none", 66},
         {"a folder without a package", "check /proc/self/fd", 66},
-        {"an input that is not there", "make -o x " + folder.path("none"), 66},
-        {"a refused make", "make -o " + folder.path("new") + " " + broken, 1},
+        {"an input that is not there", "make -o x " + folder / "none", 66},
+        {"a refused make", "make -o " + folder / "new" + " " + broken, 1},
         {"results that cannot be written", "check " + warned + " >/dev/full", 73},
     };
     for (const auto& row : rows) {
@@ -86,13 +86,13 @@ TEST(VympackProgram, ExitCodesSayWhatHappened)
         const auto outcome = run(row.arguments);
         EXPECT_EQ(outcome.code, row.code) << outcome.output;
     }
-    EXPECT_FALSE(std::filesystem::exists(folder.path("new")));
+    EXPECT_FALSE(std::filesystem::exists(folder / "new"));
 }
 
 TEST(VympackProgram, ReasonsOfAFailureGoToTheOtherStream)
 {
     const TempFolder folder;
-    EXPECT_EQ(run("check " + folder.path("none") + " 2>/dev/null").output, "");
+    EXPECT_EQ(run("check " + folder / "none" + " 2>/dev/null").output, "");
     const auto broken = folder.write("broken", "no package");
     EXPECT_EQ(run("make -o x " + broken + " 2>/dev/null").output, "");
     EXPECT_THAT(run("check " + broken + " 2>/dev/null").output, HasSubstr("[bad-trailer]"));
@@ -137,15 +137,15 @@ TEST(VympackProgram, MakeSaysAsJsonWhatItWrote)
     const TempFolder folder;
     for (const auto& [name, bytes] : goodFiles())
         folder.write(name, bytes);
-    const auto inputs = folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
+    const auto inputs = folder / "VYMINFO.txt" + " " + folder / "main.bin";
     const auto report =
-        json::parse(run("make --json -o " + folder.path("package") + " " + inputs).output);
+        json::parse(run("make --json -o " + folder / "package" + " " + inputs).output);
     EXPECT_EQ(report["schema_version"], 1);
     EXPECT_EQ(report["size"], container(goodFiles()).size());
     EXPECT_EQ(report["files"][1]["name"], "main.bin");
-    const auto sum = shell("sha256sum < " + folder.path("package")).output;
+    const auto sum = shell("sha256sum < " + folder / "package").output;
     EXPECT_EQ(report["sha256"], sum.substr(0, 64));
-    const auto inner = shell("sha256sum < " + folder.path("main.bin")).output;
+    const auto inner = shell("sha256sum < " + folder / "main.bin").output;
     EXPECT_EQ(report["files"][1]["sha256"], inner.substr(0, 64));
 }
 
@@ -154,7 +154,7 @@ TEST(VympackProgram, APackageOnStandardOutputIsThePackageAndNothingElse)
     const TempFolder folder;
     for (const auto& [name, bytes] : goodFiles())
         folder.write(name, bytes);
-    const auto inputs = folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
+    const auto inputs = folder / "VYMINFO.txt" + " " + folder / "main.bin";
     EXPECT_EQ(run("make -o - " + inputs + " 2>/dev/null").output, container(goodFiles()));
     EXPECT_THAT(run("make -o - " + inputs + " 2>&1 >/dev/null").output, HasSubstr("SHA-256"));
 }
@@ -164,8 +164,8 @@ TEST(VympackProgram, AFileSizeLimitLeavesNoPartialFile)
     const TempFolder folder;
     folder.write("VYMINFO.txt", goodDescription());
     folder.write("main.bin", std::string(3'000'000, 'x'));
-    const auto make = std::string(VYMPACK_PROGRAM) + " make -o " + folder.path("package") + " "
-        + folder.path("VYMINFO.txt") + " " + folder.path("main.bin");
+    const auto make = std::string(VYMPACK_PROGRAM) + " make -o " + folder / "package" + " "
+        + folder / "VYMINFO.txt" + " " + folder / "main.bin";
     const auto outcome = shell("ulimit -f 100; " + make);
     EXPECT_EQ(outcome.code, 73) << outcome.output;
     EXPECT_THAT(outcome.output, HasSubstr("File too large"));
@@ -177,8 +177,8 @@ TEST(VympackProgram, AFullDiskLeavesNoPartialFile)
     const TempFolder folder;
     // A file system of 64 KiB, in the test's own mount namespace.
     const auto outcome = shell(
-        "unshare -rm sh -c 'mount -t tmpfs -o size=64k none " + folder.path("") + " && cd "
-        + folder.path("") + " && printf %s \"$1\" > VYMINFO.txt" + " && " + VYMPACK_PROGRAM
+        "unshare -rm sh -c 'mount -t tmpfs -o size=64k none " + folder.path().string() + " && cd "
+        + folder.path().string() + " && printf %s \"$1\" > VYMINFO.txt" + " && " + VYMPACK_PROGRAM
         + " make -o package VYMINFO.txt " + VYMPACK_DEMO + "; code=$?; ls -A; exit $code' sh '"
         + replaced(goodDescription(), "main.bin", "VYMBINDDATA") + "'");
     if (outcome.output.find("unshare") != std::string::npos
@@ -195,9 +195,9 @@ TEST(VympackProgram, ASignalLeavesNoPartialFile)
     folder.write("VYMINFO.txt", goodDescription());
     // Sparse, and far more than is written before the signal arrives.
     folder.write("main.bin", "x");
-    std::filesystem::resize_file(folder.path("main.bin"), 2'000'000'000);
+    std::filesystem::resize_file(folder / "main.bin", 2'000'000'000);
     for (const char* name : {"TERM", "HUP", "XCPU"}) {
-        const auto outcome = shell("cd " + folder.path("") + "; " + VYMPACK_PROGRAM
+        const auto outcome = shell("cd " + folder.path().string() + "; " + VYMPACK_PROGRAM
                                    + " make -o package VYMINFO.txt main.bin & "
                                      "until ls -A | grep -q tmp; do :; done; kill -"
                                    + name + " $!; wait $!");

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Helpers of the package maker's tests: a temporary folder, files by their bytes, and a small
-// language for descriptions and containers.
-//
-// Owns:    the folder and its content.
-// Threads: one.
+// Helpers of the package maker's tests: files by their bytes, and a small language for descriptions
+// and containers.
 #pragma once
 #include "Tools/vympack/ContainerFormat.h"
 #include "Tools/vympack/Defect.h"
+#include "tests/support/TempFolder.h"
 
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <set>
@@ -19,40 +15,6 @@
 #include <vector>
 
 namespace vympack_test {
-
-class TempFolder {
-public:
-    TempFolder()
-    {
-        auto pattern = (std::filesystem::temp_directory_path() / "vympack-XXXXXX").string();
-        m_path = ::mkdtemp(pattern.data()) == nullptr ? "." : pattern;
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-    ~TempFolder() { std::filesystem::remove_all(m_path); }
-
-    [[nodiscard]] std::string path(const std::string& name) const { return m_path + "/" + name; }
-    std::string write(const std::string& name, const std::string& bytes) const
-    {
-        std::ofstream(path(name), std::ios::binary) << bytes;
-        return path(name);
-    }
-    [[nodiscard]] std::string read(const std::string& name) const
-    {
-        std::ifstream in(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    [[nodiscard]] std::set<std::string> names() const
-    {
-        std::set<std::string> all;
-        for (const auto& item : std::filesystem::directory_iterator(m_path))
-            all.insert(item.path().filename());
-        return all;
-    }
-
-private:
-    std::string m_path;
-};
 
 inline std::string replaced(std::string text, const std::string& from, const std::string& to)
 {

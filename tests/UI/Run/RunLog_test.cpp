@@ -24,7 +24,7 @@ RunLogFacts someFacts()
             "192.0.2.7"};
 }
 
-tag_devinfo record(update_state state, std::uint32_t number = 0, const char* name = "")
+tag_devinfo recordOf(update_state state, std::uint32_t number = 0, const char* name = "")
 {
     tag_devinfo info{};
     info.m_updateState = state;
@@ -66,11 +66,11 @@ TEST(RunLog, RecordsAWholeRun)
     RunLog log(folder.path());
     log.start(someFacts());
     log.note("no sleep inhibitor: no system bus");
-    log.look(record(state_initial)); // the beginning of every run
-    log.look(record(state_entered));
-    log.look(record(state_checked, 1, "MAIN"));
-    log.look(record(state_sending, 1, "MAIN"));
-    log.look(record(state_checked, 2, "ENGINE"));
+    log.look(recordOf(state_initial)); // the beginning of every run
+    log.look(recordOf(state_entered));
+    log.look(recordOf(state_checked, 1, "MAIN"));
+    log.look(recordOf(state_sending, 1, "MAIN"));
+    log.look(recordOf(state_checked, 2, "ENGINE"));
     log.outcome({1, 1, VersionReason::applies, true, true, 300, 300});
     log.outcome({2, -12, VersionReason::tooOld, false, false, 0, 700});
     log.end("too-old", -12);
@@ -115,7 +115,7 @@ TEST(RunLog, WritesOneLineForAStageThatIsSeenManyTimes)
     const TempFolder folder;
     RunLog log(folder.path());
     for (int i = 0; i < 100; ++i)
-        log.look(record(state_entered));
+        log.look(recordOf(state_entered));
     EXPECT_EQ(timeless(log.path()), "TIME: entered\n");
 }
 
@@ -142,7 +142,7 @@ TEST(RunLog, MakesTextsFromOutsideSafeToShow)
     auto facts = someFacts();
     facts.model = "Model\nresult: 1 updated\x1b[2J";
     log.start(facts);
-    log.look(record(state_sending, 1, "AAAABBBBCCCCDDDDAAAABBBBCCCC\n\x1b\xff!"));
+    log.look(recordOf(state_sending, 1, "AAAABBBBCCCCDDDDAAAABBBBCCCC\n\x1b\xff!"));
     log.note(std::string(5000, 'x'));
     const auto text = readFile(log.path());
     EXPECT_THAT(text, HasSubstr(R"(model: Model\x0aresult: 1 updated\x1b[2J)"));
