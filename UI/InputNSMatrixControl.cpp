@@ -11,6 +11,7 @@
 #include <QStyleOptionFrame>
 #include <QValidator>
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <limits>
 
@@ -314,6 +315,7 @@ void InputNSMatrixControl::paintEvent(QPaintEvent*)
 bool InputNSMatrixControl::shouldChangeTextInRange(int column, qsizetype position, qsizetype length,
                                                    const QString& replacement)
 {
+    assert(isInRow(column) && position >= 0 && length >= 0);
     const auto* cell = m_cells[static_cast<std::size_t>(column)];
     const auto after = cell->keptText().replace(position, length, replacement);
     if (VYM_Utilities::stringByteCount(after.toStdString())

@@ -265,8 +265,8 @@ int MainWindowController::ask(const Alert& question)
     m_isAsking = true;
     const int answer = m_setup.alerts->run(question);
     m_isAsking = false;
-    return m_hasEnded ? alert::kOther
-                      : answer; // the program was ended from outside during the question
+    // The program may have been ended from outside during the question.
+    return m_hasEnded ? alert::kOther : answer;
 }
 
 void MainWindowController::end()

@@ -28,8 +28,8 @@
 // The window's environment.
 struct MainWindowSetup {
     QString formFile; // the path of "MainWindow.ui"
-    Alerts* alerts = nullptr;
-    PrinterSearchThread::Find findPrinters;
+    Alerts* alerts = nullptr; // never null when a window is made of this
+    PrinterSearchThread::Find findPrinters; // nor this empty
     std::string packageProblem; // why there is no usable package; empty if there is one
     PackageReason packageReason; // the same for the user's language; none: the problem is shown
     std::string packageSignature; // whose signature it bears; empty where none was checked
@@ -94,8 +94,8 @@ private:
     void showTarget(std::shared_ptr<PrinterInfo> printer);
     [[nodiscard]] DevicePage& devicePage();
     [[nodiscard]] std::array<Page*, 5> pages();
-    int ask(const Alert&
-                question); // the answer of Alerts; neither button while another question is open
+    // The answer of Alerts; neither button while another question is open.
+    int ask(const Alert& question);
     void tell(const Alert& message); // and save the report, if the user wants it
     void choosePackage();
     void end();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Tools/vympack/AtomicFile.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -69,6 +70,7 @@ bool AtomicFile::isFree()
 
 bool AtomicFile::open()
 {
+    assert(!m_fd.isOpen());
     if (!isFree())
         return false;
     for (int i = 0; i < kTries; ++i) {
@@ -114,6 +116,7 @@ bool AtomicFile::takeName()
 
 bool AtomicFile::commit()
 {
+    assert(m_fd.isOpen());
     if (!isFree() || (m_existing == Existing::replaced && !keepModeOfExisting()))
         return false;
     if (::fsync(m_fd.get()) != 0)

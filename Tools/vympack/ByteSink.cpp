@@ -4,6 +4,7 @@
 #include "Tools/vympack/Interrupt.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <system_error>
 #include <unistd.h>
@@ -32,6 +33,7 @@ bool ByteSink::failWithErrno()
 
 bool ByteSink::put(const char* data, std::size_t length)
 {
+    assert(descriptor() >= 0 && (data != nullptr || length == 0));
     while (length > 0) {
         if (interrupted())
             return fail("interrupted", kExitInterrupted);

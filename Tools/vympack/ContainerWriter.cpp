@@ -4,6 +4,7 @@
 #include "Tools/vympack/ContainerFormat.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vympack {
 
@@ -19,6 +20,7 @@ std::uint64_t dataSize(const std::vector<Input>& inputs)
 
 EntryBytes encodeEntry(const PackedFile& file)
 {
+    assert(file.name.size() < kNameSize && file.offset <= UINT32_MAX && file.size <= UINT32_MAX);
     EntryBytes bytes{};
     std::copy_n(file.name.begin(), std::min(file.name.size(), kNameSize - 1), bytes.begin());
     putLittleEndian(bytes.data() + kOffsetInEntry, static_cast<std::uint32_t>(file.offset));

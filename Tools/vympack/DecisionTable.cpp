@@ -6,6 +6,7 @@
 #include "VYM/CheckRun.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iomanip>
 #include <nlohmann/json.hpp>
 
@@ -37,6 +38,7 @@ std::vector<TableRow> decideSample(const PackageFacts& package, SimulatedPrinter
     }
     const auto report = checkTargetInfo(targetInfoOf(printer));
     for (auto& row : rows) {
+        assert(row.number != 0);
         if (row.number <= report.entries.size())
             row.decision = report.entries[row.number - 1].decision;
     }

@@ -11,6 +11,7 @@
 #include "Tools/vympack/UniqueFd.h"
 #include "Tools/vymprinter/TcpServer.h"
 
+#include <cassert>
 #include <cstdint>
 #include <string>
 #include <thread>
@@ -46,9 +47,14 @@ public:
     // Complete firmware, in the order of arrival.
     [[nodiscard]] const std::vector<ReceivedFirmware>& received() const
     {
+        assert(!m_thread.joinable());
         return m_record.received;
     }
-    [[nodiscard]] const std::vector<PrinterStep>& steps() const { return m_record.steps; }
+    [[nodiscard]] const std::vector<PrinterStep>& steps() const
+    {
+        assert(!m_thread.joinable());
+        return m_record.steps;
+    }
 
 private:
     struct Record final : vymprinter::PrinterRecord {

@@ -6,6 +6,7 @@
 #include "Tools/vympack/MakeCommand.h"
 #include "Tools/vympack/PrintableText.h"
 #include "Tools/vympack/Report.h"
+#include "VYM/AsciiCase.h"
 
 #include <algorithm>
 
@@ -44,8 +45,7 @@ std::optional<PlannedFirmware> parseFirmware(const std::string& text)
 std::string sentName(const std::string& image)
 {
     auto name = image.substr(image.find_last_of("/\\") + 1).substr(0, kLongestSentName);
-    for (auto& c : name)
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    std::transform(name.begin(), name.end(), name.begin(), ascii::upper);
     return name;
 }
 

@@ -4,6 +4,7 @@
 #include "Tools/vympack/Digest.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -32,6 +33,7 @@ bool InputFile::open(const std::string& path, std::string& reason)
 
 bool InputFile::readAt(std::uint64_t offset, void* buffer, std::size_t length) const
 {
+    assert(m_fd.isOpen());
     auto* next = static_cast<char*>(buffer);
     while (length > 0) {
         const auto got = ::pread(m_fd.get(), next, length, static_cast<off_t>(offset));

@@ -19,7 +19,7 @@ public:
     // False with a reason if the file cannot be read.
     [[nodiscard]] bool open(const std::string& path, std::string& reason);
     [[nodiscard]] std::uint64_t size() const { return m_size; }
-    // Whether all length bytes were read.
+    // Reading is only for a file that was opened. Whether all length bytes were read.
     [[nodiscard]] bool readAt(std::uint64_t offset, void* buffer, std::size_t length) const;
     // Reads a range into text; the caller bounds its length.
     [[nodiscard]] bool readText(std::uint64_t offset, std::size_t length, std::string& text) const;

@@ -4,10 +4,12 @@
 #include "Tools/vympack/ContainerFormat.h"
 #include "Tools/vympack/DescriptionKeys.h"
 #include "Tools/vympack/VersionRow.h"
+#include "UI/Text/TextList.h"
 #include "VYM/ModelDependCheckVer.h"
 #include "VYM/vymParse.h"
 
 #include <algorithm>
+#include <cassert>
 #include <map>
 #include <optional>
 
@@ -50,14 +52,6 @@ void compareNamed(DiffKind kind, const Named& before, const Named& after,
     }
 }
 
-std::string upperCased(std::string_view text)
-{
-    std::string out(text);
-    for (auto& c : out)
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    return out;
-}
-
 // The rows of a description that the programs read, except firmware: the first row of each key, and
 // every row of PLATFORMVERSION.
 Named settingsOf(std::string_view text)
@@ -92,7 +86,7 @@ Named firmwareOf(std::string_view text)
         ++number;
         const auto version = parseVersionRow(row);
         const auto name = namesFirmware(version) && !version.first.name.empty()
-            ? upperCased(version.first.name)
+            ? upperCase(version.first.name)
             : "row " + std::to_string(number);
         firmware.add(firmware.has(name) ? name + " (row " + std::to_string(number) + ")" : name,
                      std::string(description::afterToken(row)));
@@ -102,6 +96,7 @@ Named firmwareOf(std::string_view text)
 
 Named imagesOf(const PackageContent& content)
 {
+    assert(content.digests.size() == content.table.entries.size());
     Named images;
     for (std::size_t i = 0; i < content.table.entries.size(); ++i) {
         const auto& entry = content.table.entries[i];
@@ -179,12 +174,6 @@ std::vector<Difference> diffPackages(const PackageContent& before, const Package
     if (oldOrder != newOrder
         && std::is_permutation(oldOrder.begin(), oldOrder.end(), newOrder.begin(),
                                newOrder.end())) {
-        const auto joined = [](const std::vector<std::string>& names) {
-            std::string text;
-            for (const auto& name : names)
-                text += (text.empty() ? "" : ", ") + name;
-            return text;
-        };
         found.push_back({DiffKind::firmware, "order", joined(oldOrder), joined(newOrder)});
     }
     compareNamed(DiffKind::image, imagesOf(before), imagesOf(after), found);

@@ -16,7 +16,7 @@ namespace vympack {
 struct PackageContent {
     Table table;
     std::string description;
-    std::vector<std::string> digests; // of each entry of the table; empty if unreadable
+    std::vector<std::string> digests; // one for each entry of the table; empty if unreadable
 };
 
 enum class DiffKind { row, firmware, image, decision };

@@ -7,6 +7,7 @@
 #include "Tools/vympack/Defect.h"
 #include "Tools/vympack/DescriptionKeys.h"
 
+#include <cassert>
 #include <functional>
 #include <optional>
 #include <string>
@@ -55,9 +56,11 @@ public:
     {
         m_defects.add(kind, m_place, std::move(message), std::move(instead));
     }
+    // Rows and columns count from 1.
     void at(std::size_t number, std::size_t column, const DefectKind& kind, std::string message,
             std::string instead = {}) const
     {
+        assert(number != 0 && column != 0);
         auto place = m_place;
         place.row = number;
         place.column = column;

@@ -72,6 +72,7 @@ bool StagedFolder::isEmpty()
 
 bool StagedFolder::open()
 {
+    assert(m_staging.empty());
     m_isNew = ::mkdir(m_path.c_str(), kNewFolder) == 0;
     if (!m_isNew && (errno != EEXIST ? !failWithErrno() : !isEmpty()))
         return false;

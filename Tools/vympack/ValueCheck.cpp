@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <cassert>
 #include <limits>
 
 namespace vympack {
@@ -148,6 +149,7 @@ void checkBounds(const KeyedRow& row, std::string_view value, std::string_view l
 
 void checkValue(const KeyedRow& row, const RowReport& report)
 {
+    assert(!repeats(*row.rule));
     const auto value = description::afterToken(row.text);
     switch (row.rule->type) {
     case ValueType::text:

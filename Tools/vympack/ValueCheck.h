@@ -10,7 +10,7 @@
 
 namespace vympack {
 
-// For every key but VERSION and PLATFORMVERSION.
+// Not for the rows of VERSION and PLATFORMVERSION, which repeat.
 void checkValue(const KeyedRow& row, const RowReport& report);
 // Checks all PLATFORMVERSION rows together: the first one for this platform counts.
 void checkPlatformRows(std::span<const KeyedRow> rows, const RowReport& report);

@@ -19,13 +19,6 @@ namespace vympack {
 namespace {
 
 constexpr std::size_t kMostSubFileName = 31; // the packets' 32-byte field includes a NUL
-std::string upperCase(std::string_view text)
-{
-    std::string upper(text);
-    for (auto& c : upper)
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    return upper;
-}
 
 class Images {
 public:

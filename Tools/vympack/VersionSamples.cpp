@@ -4,6 +4,7 @@
 #include "Tools/vympack/VersionForm.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 
 namespace vympack {
@@ -44,6 +45,7 @@ Fields fieldsOf(std::string_view version)
 // The version with the number in a field one higher or lower; empty if that is impossible.
 std::optional<std::string> stepped(std::string_view version, Field field, bool up)
 {
+    assert(field.begin <= version.size() && field.size <= version.size() - field.begin);
     std::string text(version);
     for (auto i = field.begin + field.size; i-- > field.begin;) {
         auto& digit = text[i];
@@ -63,9 +65,10 @@ std::string otherSeries(std::string_view version)
     return text;
 }
 
-// Of the same series, with a letter where a digit is compared.
+// Of the same series, with a letter where a digit is compared. For numbered versions only.
 std::string unreadable(std::string_view version, const Fields& fields)
 {
+    assert(fields.minor.size != 0);
     std::string text(version);
     text[fields.minor.begin + fields.minor.size - 1] = 'X';
     return text;

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <vector>
 
 namespace {
@@ -269,6 +270,7 @@ bool DevicePage::hasGoodAddress() const
 
 void DevicePage::selectFirstNumber()
 {
+    assert(hasAddress());
     _IPAddressMatrix->selectTextAtColumn(0);
 }
 
@@ -303,12 +305,14 @@ void DevicePage::setTabOrder(DeviceMode mode)
 // The line below the page ends each order; the buttons follow it.
 void DevicePage::setTabOrderForPrinterSelect()
 {
+    assert(hasAddress());
     chain({_assignPrtNameBtnCell, &m_printers.view(), _assignIPAddressBtnCell, _horizontalLine,
            cancelButton(), backButton(), forwardButton()});
 }
 
 void DevicePage::setTabOrderForIPAddressSelect()
 {
+    assert(hasAddress());
     chain({_assignPrtNameBtnCell, _assignIPAddressBtnCell, _IPAddressMatrix, _horizontalLine,
            cancelButton(), backButton(), forwardButton()});
 }

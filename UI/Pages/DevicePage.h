@@ -35,7 +35,7 @@ public:
     void chooseAddress();
     // False for an address of zeros only.
     [[nodiscard]] bool hasGoodAddress() const;
-    void selectFirstNumber();
+    void selectFirstNumber(); // only with the address input
     // The printer of the selected row, or one with the typed address, which is then shown without
     // leading zeros. Null: no row is selected.
     std::shared_ptr<PrinterInfo> chosenPrinter();

@@ -4,10 +4,12 @@
 #include <QGuiApplication>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <cassert>
 
 EndRequests::EndRequests(const EndingSignals* endings, Asked asked)
     : m_signals(endings), m_asked(std::move(asked))
 {
+    assert(m_asked);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &EndRequests::endSession,
             Qt::DirectConnection);
     if (m_signals == nullptr || m_signals->descriptor() < 0)

@@ -20,7 +20,8 @@ public:
     // on.
     using Asked = std::function<bool(const std::string& what)>;
 
-    // The signals must outlive it; null: only the session's end counts.
+    // The signals must outlive it, and asked must not be empty. Null: only the session's end
+    // counts.
     EndRequests(const EndingSignals* endings, Asked asked);
 
 private:

@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QUiLoader>
 #include <array>
+#include <cassert>
 
 namespace {
 
@@ -65,6 +66,7 @@ private:
 
 QString Form::load(const QString& path)
 {
+    assert(m_whole == nullptr);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return file.errorString();
@@ -83,6 +85,7 @@ void Form::findColumn(ListColumn& column, ListTable* list, const char* name)
 
 void Form::findPage(QWidget*& page, const char* view, const char* identifier)
 {
+    assert(m_whole != nullptr);
     page = nullptr;
     const auto* stack = m_whole->findChild<QStackedWidget*>(QLatin1String(view));
     for (int i = 0; stack != nullptr && i < stack->count(); ++i) {

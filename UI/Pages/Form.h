@@ -10,16 +10,19 @@
 
 #include <QStackedWidget>
 #include <QStringList>
+#include <cassert>
 #include <memory>
 
 class Form {
 public:
-    // Why the file cannot be read; empty if the controls can be looked up.
+    // Call once, before all else. Why the file cannot be read; empty if the controls can be looked
+    // up.
     QString load(const QString& path);
 
     // Sets the field to the control with that object name; null if the file lacks it.
     template <typename Control> void find(Control*& field, const char* name)
     {
+        assert(m_whole != nullptr);
         field = m_whole->findChild<Control*>(QLatin1String(name));
         if (field == nullptr)
             m_missing << QLatin1String(name);

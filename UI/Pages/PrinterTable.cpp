@@ -6,6 +6,7 @@
 #include "UI/Widgets/Look.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -37,6 +38,7 @@ PrinterTable::PrinterTable(Form& form, const std::string& suffix, PrinterSearchT
 
 void PrinterTable::connectControls()
 {
+    assert(_prtListTblView != nullptr && m_table != nullptr);
     m_table->setDataSource(
         {[this] { return m_printers.numberOfRowsInTableView(); },
          [this](std::string_view column, int row) {
@@ -45,6 +47,7 @@ void PrinterTable::connectControls()
          [](int) { return true; },
          [this](int row) {
              const auto printer = m_printers.printerInfoAtIndex(row);
+             assert(printer != nullptr);
              const bool isUsb = printer->printerURI().value_or("").starts_with("usb:");
              return signIcon(isUsb ? QStringLiteral("usb") : QStringLiteral("network"),
                              *_prtListTblView, 1);
@@ -90,6 +93,7 @@ void PrinterTable::makeList(bool driverOnly)
 // A row is inserted, so that the user's selection stays.
 void PrinterTable::addPrinter(const std::shared_ptr<PrinterInfo>& printer)
 {
+    assert(printer != nullptr);
     auto printers = m_printers.printerList();
     printers.push_back(printer);
     m_table->appendRow([&] { m_printers.setPrinterList(printers); });

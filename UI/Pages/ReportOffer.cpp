@@ -7,6 +7,8 @@
 #include "UI/Text/TextKeys.h"
 #include "UI/Widgets/Aside.h"
 
+#include <cassert>
+
 namespace {
 
 constexpr const char* kReportName = "vymkit-report.txt";
@@ -28,6 +30,7 @@ Alert ReportOffer::withOffer(Alert message) const
 
 std::optional<Alert> ReportOffer::save(const std::string& printer) const
 {
+    assert(m_files != nullptr && m_compose);
     const auto file = m_files->fileToSave(words::plain(textkey::kReportSave), kReportName);
     if (file.empty())
         return std::nullopt;

@@ -20,7 +20,8 @@ public:
     ReportOffer(FileQuestions* files, Compose compose);
 
     [[nodiscard]] Alert withOffer(Alert message) const; // on a message with details only
-    // Returns how that went, for the user; no value if no file was chosen.
+    // Only where there is an offer. Returns how that went, for the user; no value if no file was
+    // chosen.
     [[nodiscard]] std::optional<Alert> save(const std::string& printer) const;
 
 private:

@@ -14,6 +14,7 @@
 
 #include <array>
 #include <atomic>
+#include <cassert>
 #include <cstdlib>
 
 namespace {
@@ -99,6 +100,7 @@ std::string RunOnScreen::cutOffAt(const PrinterInfo& printer)
 
 std::optional<int> RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
 {
+    assert(!m_run.has_value());
     m_printer = std::move(printer);
     m_window.open(m_firmware.numOfFirmware() > 1);
     m_run.emplace(facts());
@@ -208,6 +210,7 @@ Alert RunOnScreen::end(int code)
 
 Alert RunOnScreen::checkInstalled()
 {
+    assert(!m_run.has_value() && !m_target.isEmpty());
     CheckReport report{};
     std::atomic<bool> stop{false};
     const auto port = static_cast<unsigned short>(vymParseController::getPortNo());
@@ -223,6 +226,7 @@ Alert RunOnScreen::checkInstalled()
 
 void RunOnScreen::endWithoutDisplay()
 {
+    assert(m_run.has_value());
     g_run = nullptr;
     m_run->log().note("the display has gone; what is being sent is finished, and the printer left");
     m_run->stop();

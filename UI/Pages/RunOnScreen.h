@@ -35,8 +35,9 @@ public:
     // When the last update of the printer began, if it was cut off: its log has no end. Empty if
     // not, and while another update of the printer is running on this computer.
     static std::string cutOffAt(const PrinterInfo& printer);
-    // Null: no printer was chosen. Returns the code with which the run has ended at once, if no
-    // worker runs: a system error, or another program on this computer updates the printer.
+    // Not during a run. Null: no printer was chosen. Returns the code with which the run has ended
+    // at once, if no worker runs: a system error, or another program on this computer updates the
+    // printer.
     [[nodiscard]] std::optional<int> begin(std::shared_ptr<PrinterInfo> printer);
     // Shows changes; returns the code with which the run has ended, if it has.
     std::optional<int> look();
@@ -47,7 +48,8 @@ public:
     // After an end whose message offers it: queries the printer for its versions, and
     // returns a message about them. The user may give up meanwhile.
     Alert checkInstalled();
-    // Without a window: a toolkit that loses its display ends the process. Waits as end does.
+    // During a run, without a window: a toolkit that loses its display ends the process. Waits as
+    // end does.
     void endWithoutDisplay();
 
 private:

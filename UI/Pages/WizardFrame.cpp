@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QScreen>
 #include <QScrollArea>
+#include <cassert>
 
 namespace {
 
@@ -28,6 +29,7 @@ WizardFrame::WizardFrame(Form& form)
 
 void WizardFrame::connectControls()
 {
+    assert(_mainTabView != nullptr);
     // The toolkit scrolls to a control only if the Tab key gives it the focus.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         auto* page = qobject_cast<QScrollArea*>(_mainTabView->currentWidget());
@@ -61,6 +63,7 @@ void WizardFrame::open()
 
 void WizardFrame::showPage(Page& page, int step)
 {
+    assert(page.content() != nullptr && step >= 0);
     if (m_page != nullptr)
         m_page->leave();
     m_page = &page;

@@ -5,11 +5,13 @@
 #include "UI/Text/TextKeys.h"
 
 #include <QCoreApplication>
+#include <cassert>
 
 namespace words {
 
 std::string plain(const char* key)
 {
+    assert(key != nullptr);
     return QCoreApplication::translate(kTextContext, key).toStdString();
 }
 

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 
+// A key is never null.
 namespace words {
 
 // The key's unchanged text: for an alert, or as a format.

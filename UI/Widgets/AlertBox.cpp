@@ -19,6 +19,7 @@
 #include <QStyleOption>
 #include <QTextEdit>
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace {
@@ -204,6 +205,7 @@ void AlertBox::unfold(bool isOpen)
 
 int AlertBox::answer() const
 {
+    assert(!isVisible());
     if (clickedButton() == nullptr)
         return alert::kOther;
     if (clickedButton() == m_extra)

@@ -22,7 +22,7 @@ class AlertBox final : public QMessageBox {
 public:
     AlertBox(const Alert& asked, QWidget* parent);
 
-    [[nodiscard]] int answer() const; // one of those of Alerts, after it was left
+    [[nodiscard]] int answer() const; // one of those of Alerts; only after it was left
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -2,11 +2,13 @@
 #include "UI/Widgets/Aside.h"
 
 #include <QEventLoop>
+#include <cassert>
 #include <system_error>
 #include <thread>
 
 void doAside(const std::function<void()>& work)
 {
+    assert(work);
     QEventLoop waiting;
     std::thread thread;
     try {

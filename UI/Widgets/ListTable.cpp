@@ -4,6 +4,7 @@
 #include "UI/Text/PlainText.h"
 
 #include <algorithm>
+#include <cassert>
 
 ListTable::ListTable(QTableView& view) : QAbstractTableModel(&view)
 {
@@ -16,6 +17,7 @@ ListTable::ListTable(QTableView& view) : QAbstractTableModel(&view)
 
 void ListTable::setDataSource(DataSource source)
 {
+    assert(source.numberOfRows && source.objectValue && source.shouldSelectRow);
     m_source = std::move(source);
     reloadData();
 }
@@ -28,8 +30,10 @@ void ListTable::reloadData()
 
 void ListTable::appendRow(const std::function<void()>& append)
 {
-    beginInsertRows({}, rowCount(), rowCount());
+    const int last = rowCount();
+    beginInsertRows({}, last, last);
     append();
+    assert(rowCount() == last + 1);
     endInsertRows();
 }
 

@@ -11,6 +11,7 @@
 #include <QAbstractTableModel>
 #include <QIcon>
 #include <QTableView>
+#include <cassert>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,7 +26,7 @@ public:
         std::function<int()> numberOfRows;
         std::function<std::optional<std::string>(std::string_view column, int row)> objectValue;
         std::function<bool(int row)> shouldSelectRow;
-        std::function<QIcon(int row)> picture; // before the first column; may be empty
+        std::function<QIcon(int row)> picture; // before the first column; only this may be empty
     };
 
     explicit ListTable(QTableView& view);
@@ -60,7 +61,12 @@ struct ListColumn {
     ListTable* table = nullptr;
     int column = -1;
 
-    void setTitle(const QString& title) const { table->setColumnTitle(column, title); }
+    // Only of a column that the table has.
+    void setTitle(const QString& title) const
+    {
+        assert(table != nullptr && column >= 0);
+        table->setColumnTitle(column, title);
+    }
 };
 
 int selectedRowOf(const QTableView& view); // -1 if no row is selected

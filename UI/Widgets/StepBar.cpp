@@ -5,6 +5,7 @@
 
 #include <QPainter>
 #include <QStyle>
+#include <cassert>
 
 namespace {
 
@@ -35,6 +36,7 @@ void StepBar::setSteps(const QStringList& names)
 
 void StepBar::setCurrentStep(int step)
 {
+    assert(step >= 0);
     m_current = step;
     describe();
 }
@@ -62,6 +64,7 @@ int StepBar::stepWidth(int step, bool isNamed) const
 {
     if (!isNamed)
         return disc();
+    assert(step >= 0 && step < m_names.size());
     const QFontMetrics metrics(stepFont(font(), step == m_current));
     return disc() + gap() / 2 + metrics.horizontalAdvance(m_names[step]);
 }

@@ -9,10 +9,12 @@
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <cassert>
 
 void waitFor(const WaitingWords& words, const std::function<void()>& work,
              const std::function<void()>& stop)
 {
+    assert(work && stop);
     QDialog box;
     box.setModal(true);
     box.setWindowTitle(words.text);

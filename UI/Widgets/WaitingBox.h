@@ -13,6 +13,6 @@ struct WaitingWords {
 };
 
 // Runs the work and returns when it is done. stop: called when the user gives up, also by Escape or
-// by closing the window; the work should then end soon.
+// by closing the window; the work should then end soon. Neither may be empty.
 void waitFor(const WaitingWords& words, const std::function<void()>& work,
              const std::function<void()>& stop);
