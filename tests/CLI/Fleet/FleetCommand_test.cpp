@@ -4,6 +4,7 @@
 #include "tests/CLI/CommandRun.h"
 #include "tests/CLI/PrintersRun.h"
 
+#include <cstdlib>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,6 +15,15 @@ using testing::HasSubstr;
 using testing::Not;
 
 namespace {
+
+// A call for many printers starts its own program once for each. Where a fault makes one of these
+// tests start printers, that program is this one: it must not run all tests, these among them,
+// again.
+[[maybe_unused]] const bool kIsNoMember = [] {
+    if (std::getenv("VYMKIT_FLEET_MEMBER") != nullptr)
+        _exit(70);
+    return true;
+}();
 
 std::string resultOf(const std::string& printer, int exitCode, const std::string& next)
 {
