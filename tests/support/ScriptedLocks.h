@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Locks of printers that a test scripts, plugged in while they live.
+// Locks of printers that a test scripts, plugged in while they live. What takes one ends before
+// them.
 //
 // Threads: one at a time.
 #pragma once
 #include "Platform/PrinterLocks.h"
 #include "VYM/vymMac.h"
 
+#include <gtest/gtest.h>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +15,11 @@
 class ScriptedLocks final : public PrinterLocks {
 public:
     ScriptedLocks() { plugIn(this); }
-    ~ScriptedLocks() override { plugIn(nullptr); }
+    ~ScriptedLocks() override
+    {
+        EXPECT_EQ(holding, 0) << "a lock outlives those who count it";
+        plugIn(nullptr);
+    }
     ScriptedLocks(const ScriptedLocks&) = delete;
     ScriptedLocks& operator=(const ScriptedLocks&) = delete;
 

@@ -81,6 +81,8 @@ TEST_F(RunOnScreens, AsksWithAWordAboutAnEarlierUpdateThatWasCutOff)
     begin();
     EXPECT_EQ(wizard.alerts.asked().front().remarks, "Confirmation_CutOff");
     EXPECT_EQ(locks.holding, 1) << "the run's own";
+    wizard.controller.reset();
+    EXPECT_EQ(locks.holding, 0) << "given up with the window";
 }
 
 struct StateRow {
