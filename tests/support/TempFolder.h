@@ -33,8 +33,7 @@ public:
         return (m_path / name).string();
     }
     // Where the file is now.
-    std::string write(std::string_view name,
-                      std::string_view bytes) const
+    std::string write(std::string_view name, std::string_view bytes) const
     {
         const auto place = m_path / name;
         std::ofstream file(place, std::ios::binary);
