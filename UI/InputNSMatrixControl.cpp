@@ -11,7 +11,6 @@
 #include <QStyleOptionFrame>
 #include <QValidator>
 #include <algorithm>
-#include <cassert>
 #include <charconv>
 #include <limits>
 
@@ -315,7 +314,6 @@ void InputNSMatrixControl::paintEvent(QPaintEvent*)
 bool InputNSMatrixControl::shouldChangeTextInRange(int column, qsizetype position, qsizetype length,
                                                    const QString& replacement)
 {
-    assert(isInRow(column) && position >= 0 && length >= 0);
     const auto* cell = m_cells[static_cast<std::size_t>(column)];
     const auto after = cell->keptText().replace(position, length, replacement);
     if (VYM_Utilities::stringByteCount(after.toStdString())

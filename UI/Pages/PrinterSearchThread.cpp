@@ -3,7 +3,6 @@
 
 #include "UI/Text/PlainText.h"
 
-#include <cassert>
 #include <system_error>
 
 // Passes the search's reports on to the interface's thread.
@@ -43,7 +42,6 @@ PrinterSearchThread::Find PrinterSearchThread::throughServer(std::shared_ptr<Pri
 
 PrinterSearchThread::PrinterSearchThread(Find find) : m_find(std::move(find))
 {
-    assert(m_find);
     connect(
         this, &PrinterSearchThread::threadAsks, this,
         [this](const QString& printer) {

@@ -26,7 +26,7 @@ public:
     // The product's search: the server's queues, then USB, by the package's rule.
     static Find throughServer(std::shared_ptr<PrintServer> server, std::string usbPrinterName);
 
-    explicit PrinterSearchThread(Find find); // not empty
+    explicit PrinterSearchThread(Find find);
     ~PrinterSearchThread() override;
 
     void start(bool driverOnly);
