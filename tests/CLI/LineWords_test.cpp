@@ -20,6 +20,7 @@ TEST(LineWords, NameTheCommandAlsoOfAWrongLine)
     EXPECT_EQ(wordsOf({"--force", "update"}).command, Command::update);
     EXPECT_EQ(wordsOf({"--printer", "info", "check"}).command, Command::check);
     EXPECT_EQ(wordsOf({"-pinfo", "check"}).command, Command::check);
+    EXPECT_EQ(wordsOf({"--printer=info", "check"}).command, Command::check);
     EXPECT_EQ(wordsOf({"flash"}).command, Command::none);
 }
 
