@@ -11,5 +11,6 @@ struct DestinationResult {
     Outcome outcome;
 };
 
-// The call has an address, a print queue or a port string, or its queue was found already.
+// The options must name an address, a print queue or a port string, unless the queue was found
+// already.
 DestinationResult findDestination(Workplace& place);

@@ -26,7 +26,8 @@ std::string connectLine(const char* port, unsigned short tcpPort, ConnectProblem
 
 class PacketTrace final : public LinkTrace {
 public:
-    // display: shows each line as well, or null; seconds, never empty: since the program's start.
+    // display: shows each line as well, or null. seconds: since the program's start; never
+    // empty.
     PacketTrace(Display* display, std::function<double()> seconds);
     ~PacketTrace() override;
     PacketTrace(const PacketTrace&) = delete;

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] const std::string& note() const { return m_note; }
 
 private:
-    void add(int lock); // at most one for each place
+    void add(int lock); // at most as many as there are places
 
     std::array<int, 2> m_locks{-1, -1}; // descriptors; -1 for no lock, held ones first
     std::string m_note;

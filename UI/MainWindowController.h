@@ -28,8 +28,8 @@
 // The window's environment.
 struct MainWindowSetup {
     QString formFile; // the path of "MainWindow.ui"
-    Alerts* alerts = nullptr; // never null when a window is made of this
-    PrinterSearchThread::Find findPrinters; // nor this empty
+    Alerts* alerts = nullptr; // must be set
+    PrinterSearchThread::Find findPrinters;
     std::string packageProblem; // why there is no usable package; empty if there is one
     PackageReason packageReason; // the same for the user's language; none: the problem is shown
     std::string packageSignature; // whose signature it bears; empty where none was checked

@@ -20,8 +20,8 @@ struct MemberCommand {
     std::string variable; // of its environment: NAME=VALUE
 };
 
-// Receives what happens, on the thread of the run: of each printer that starts its start, its lines
-// and its end. Indexes are below the orders' count.
+// Receives what happens, on the thread of the run: for each printer that starts: its start, its
+// lines, its end. Indexes are below the orders' count.
 class FleetObserver {
 public:
     virtual ~FleetObserver() = default;

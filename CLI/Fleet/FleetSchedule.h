@@ -25,7 +25,7 @@ public:
 
     // The index of the printer to start now; empty if none may start at the moment.
     std::optional<std::size_t> take();
-    void ended(bool well); // one of the running printers; must not be called while none is
+    void ended(bool well); // one of the running printers; only while one runs
     void stop() { m_isStopped = true; } // nothing starts any more
 
     // Nothing runs, and nothing will.

@@ -47,8 +47,8 @@ public:
     void badPackage(const RunLogFacts& facts, std::string_view problem);
     void note(std::string_view text);
     void look(const tag_devinfo& record); // a line for each new stage or firmware
-    void
-    outcome(const tag_entryoutcome& outcome); // of each firmware that was handled, once, in order
+    // Of each firmware that was handled, once, in order.
+    void outcome(const tag_entryoutcome& outcome);
     void end(std::string_view name, std::optional<int> code); // the result's
     // After the end: what a query of the printer's versions has shown.
     void verdict(std::string_view name);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Makes the user's screen reader say a text, wherever the focus is. It does not notice by itself
-// that a text without the focus has changed, and the toolkit does not pass its own alerts on to it.
+// Makes the user's screen reader say a text, wherever the focus is. A reader does not notice
+// by itself that a text without the focus has changed, and the toolkit does not pass its own alerts
+// on to it.
 //
 // Owns:      the last announcements: a reader fetches the text a moment after the event.
 // Threads:   the interface's own.

@@ -11,7 +11,7 @@
 
 namespace {
 
-// Between two looks is so much time that none comes.
+// The time between two looks is so long that no look comes.
 class NoLooks : public TimeSource {
 public:
     NoLooks() { setTimeSource(this); }

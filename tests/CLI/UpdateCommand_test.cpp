@@ -50,7 +50,7 @@ public:
         };
         worker.stopFollowsLook = look;
         worker.recordAfterStop = last;
-        worker.lookTakes = 1; // few of them are a wait without a sign, however late the end is seen
+        worker.lookTakes = 1; // so that a late end of the run is no long wait without a sign
     }
 };
 

@@ -10,10 +10,11 @@
 #include <gtest/gtest.h>
 #include <string>
 
-// What must not take its whole time-out of a minute, and what must end at all: long enough for the
-// peer's thread to get its turn on a busy machine.
+// A limit for calls that must end before their time-out of a minute: long enough for the peer's
+// thread to get its turn on a busy machine.
 constexpr long kSoonMs = 30000;
-// What takes some milliseconds: the most is below the five seconds that the shortest write has.
+// A limit for calls that take some milliseconds: below five seconds, the shortest time-out of a
+// write.
 constexpr long kShortMs = 4500;
 
 // A peer that accepts the connection and says nothing.

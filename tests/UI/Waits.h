@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Waits for what a window does, on a computer that is as busy as it likes.
+// Waits for what a window does, however busy the computer is.
 #pragma once
 #include <QCoreApplication>
 #include <QTest>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Locks of printers that a test scripts, plugged in while they live. What takes one ends before
-// them.
+// Locks of printers that a test scripts, plugged in while this object lives. A lock must be
+// given up before that ends.
 //
 // Threads: one at a time.
 #pragma once
@@ -17,7 +17,7 @@ public:
     ScriptedLocks() { plugIn(this); }
     ~ScriptedLocks() override
     {
-        EXPECT_EQ(holding, 0) << "a lock outlives those who count it";
+        EXPECT_EQ(holding, 0) << "a lock was not given up";
         plugIn(nullptr);
     }
     ScriptedLocks(const ScriptedLocks&) = delete;

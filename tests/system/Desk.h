@@ -16,10 +16,11 @@ namespace desk {
 
 using Json = nlohmann::json;
 
-// Longer than anything takes that comes at all, also under a sanitizer on a busy computer.
+// A limit for events that do come: far longer than they take, also under a sanitizer on a busy
+// computer.
 constexpr std::chrono::seconds kSoon{50 * VYMKIT_TEST_SLOWNESS};
-// A second of the tested programs' clock in real seconds. A peer that the computer keeps waiting
-// for as long as that still answers in time.
+// How many real seconds a second of the tested programs' clock lasts: a peer that gets no processor
+// for that long still answers in time.
 constexpr unsigned kClockSlowness = 2 * VYMKIT_TEST_SLOWNESS;
 
 // An address that no other test process uses at the same time.
@@ -60,8 +61,8 @@ public:
     [[nodiscard]] std::optional<std::string> stored(const std::string& name) const;
     [[nodiscard]] std::size_t storedFiles() const;
     [[nodiscard]] std::string transcript() const;
-    // Keeps it from doing anything, so that whoever waits for its answer waits on: what a test does
-    // meanwhile comes before that answer, however long the computer takes.
+    // Suspends the printer: it answers nothing until goOn. A test's next steps then come before the
+    // printer's next answer, however busy the computer is.
     void hold() const { m_process.signal(SIGSTOP); }
     void goOn() const { m_process.signal(SIGCONT); }
 

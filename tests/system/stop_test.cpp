@@ -80,8 +80,8 @@ TEST(Stop, ByDeadlineEndsTheWaitForAPrinterThatNeverFinishesWriting)
     EXPECT_EQ(run.result()["next"], "check-printer");
 }
 
-// A second or a minute for an answer that never comes; a run that is asked to stop does not sit it
-// out.
+// A second or a minute for an answer that never comes; a run that is to stop does not wait for its
+// end.
 TEST(Stop, BeforeTheFirstFirmwareDoesNotWaitForASilentPrinter)
 {
     const struct {

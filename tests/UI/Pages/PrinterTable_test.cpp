@@ -93,7 +93,7 @@ TEST(PrinterTable, ShowsItsTitlesInFullDuringTheFirstSearchInEveryLanguage)
         wizard.open();
         wizard.press("_openingNextBtn");
         wizard.press("_prefNextBtn");
-        QTest::qWait(1); // the layout is done later
+        settle();
         const auto& table = wizard.table();
         ASSERT_EQ(table.model()->rowCount(), 0);
         for (const int column : {0, 1})
