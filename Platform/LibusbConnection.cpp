@@ -201,21 +201,20 @@ bool Connection::tellSurplus()
     return true;
 }
 
-// Looks at the bus at least once: on a busy machine the time may be over before that.
+// The first look has the whole time, however late this thread is by then.
 bool Connection::wait(unsigned long seconds)
 {
     const auto look = m_write.isOwed() ? kWriteLook : kReadLook;
-    const auto end = Clock::now()
-        + (seconds == 0 ? look : std::chrono::seconds(std::min(seconds, kLongestWait)));
-    bool isOver = false;
+    Clock::duration left =
+        seconds == 0 ? look : std::chrono::seconds(std::min(seconds, kLongestWait));
+    const auto end = Clock::now() + left;
     while (m_write.isOwed() || isReading()) {
         std::atomic_ref(m_woken).store(0);
         if (tellWrite() || tellRead())
             return true;
-        const auto left = std::max(end - Clock::now(), Clock::duration::zero());
-        if (isOver || !handleEvents(*m_view, left, m_woken))
+        if (left <= Clock::duration::zero() || !handleEvents(*m_view, left, m_woken))
             break;
-        isOver = left == Clock::duration::zero();
+        left = end - Clock::now();
     }
     return false;
 }

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Comparison that ignores case, for the whole program: only the 26 ASCII letters have a case. It
-// ignores the user's locale: in a Turkish one the C library distinguishes "MINI" and "mini", and
-// a printer would match its package in one language but not in another.
+// Letter case and comparison without it, for the whole program: only the 26 ASCII letters have a
+// case. It ignores the user's locale: in a Turkish one the C library distinguishes "MINI" and
+// "mini", and a printer would match its package in one language but not in another.
 //
 // Threads: any. Reads only its arguments.
 #pragma once
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 namespace ascii {
@@ -18,6 +19,20 @@ constexpr char upper(char c)
 constexpr char lower(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+inline std::string upperCase(std::string_view text)
+{
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), upper);
+    return result;
+}
+
+inline std::string lowerCase(std::string_view text)
+{
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), lower);
+    return result;
 }
 
 constexpr bool sameNoCase(char left, char right)

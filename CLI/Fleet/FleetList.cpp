@@ -4,22 +4,15 @@
 #include "CLI/PrinterChoice.h"
 #include "VYM/AsciiCase.h"
 
-#include <algorithm>
 #include <set>
 
 namespace {
-
-std::string lowered(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(), ascii::lower);
-    return text;
-}
 
 std::string hostKey(std::string host)
 {
     if (host.ends_with('.')) // the same name, written in full
         host.pop_back();
-    return "host " + lowered(std::move(host));
+    return "host " + ascii::lowerCase(std::move(host));
 }
 
 // The device that a port string leads to.
@@ -57,8 +50,9 @@ std::string deviceOf(const FleetMember& member)
         return deviceOf(member.queue->deviceUri.value_or(""));
     if (member.word.kind == PrinterWord::Kind::uri)
         return deviceOf(member.word.text);
-    return member.word.kind == PrinterWord::Kind::queue ? "queue " + lowered(member.word.text)
-                                                        : hostKey(member.word.text);
+    return member.word.kind == PrinterWord::Kind::queue
+        ? "queue " + ascii::lowerCase(member.word.text)
+        : hostKey(member.word.text);
 }
 
 } // namespace

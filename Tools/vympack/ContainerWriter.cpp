@@ -55,6 +55,7 @@ std::uint64_t containerSize(const std::vector<Input>& inputs)
 bool writeContainer(const std::vector<Input>& inputs, ByteSink& out,
                     std::vector<PackedFile>& packed)
 {
+    assert(packed.empty());
     for (const auto& input : inputs) {
         const auto offset = out.written();
         Sha256 digest;

@@ -32,8 +32,8 @@ struct PackedFile {
 };
 
 std::uint64_t containerSize(const std::vector<Input>& inputs);
-// The inputs must have passed every check; packed must be empty. Appends the written files to
-// packed; false if writing fails, and then out has the reason.
+// The inputs must have passed every check; packed must be empty, and gets the written files.
+// False if writing fails, and then out has the reason.
 [[nodiscard]] bool writeContainer(const std::vector<Input>& inputs, ByteSink& out,
                                   std::vector<PackedFile>& packed);
 

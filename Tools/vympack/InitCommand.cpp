@@ -44,9 +44,8 @@ std::optional<PlannedFirmware> parseFirmware(const std::string& text)
 // The image's name in capitals, cut to the packets' room.
 std::string sentName(const std::string& image)
 {
-    auto name = image.substr(image.find_last_of("/\\") + 1).substr(0, kLongestSentName);
-    std::transform(name.begin(), name.end(), name.begin(), ascii::upper);
-    return name;
+    const auto name = image.substr(image.find_last_of("/\\") + 1);
+    return ascii::upperCase(name.substr(0, kLongestSentName));
 }
 
 std::string versionRow(const PlannedFirmware& firmware)

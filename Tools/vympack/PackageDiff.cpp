@@ -5,6 +5,7 @@
 #include "Tools/vympack/DescriptionKeys.h"
 #include "Tools/vympack/VersionRow.h"
 #include "UI/Text/TextList.h"
+#include "VYM/AsciiCase.h"
 #include "VYM/ModelDependCheckVer.h"
 #include "VYM/vymParse.h"
 
@@ -86,7 +87,7 @@ Named firmwareOf(std::string_view text)
         ++number;
         const auto version = parseVersionRow(row);
         const auto name = namesFirmware(version) && !version.first.name.empty()
-            ? upperCase(version.first.name)
+            ? ascii::upperCase(version.first.name)
             : "row " + std::to_string(number);
         firmware.add(firmware.has(name) ? name + " (row " + std::to_string(number) + ")" : name,
                      std::string(description::afterToken(row)));

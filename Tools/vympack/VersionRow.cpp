@@ -2,7 +2,6 @@
 #include "Tools/vympack/VersionRow.h"
 
 #include "Tools/vympack/DescriptionKeys.h"
-#include "VYM/AsciiCase.h"
 
 #include <algorithm>
 #include <iterator>
@@ -60,13 +59,6 @@ std::string_view imageName(const VersionRow& row)
 {
     const auto separator = row.image.find_last_of("/\\");
     return separator == std::string_view::npos ? row.image : row.image.substr(separator + 1);
-}
-
-std::string upperCase(std::string_view name)
-{
-    std::string upper(name);
-    std::transform(upper.begin(), upper.end(), upper.begin(), ascii::upper);
-    return upper;
 }
 
 } // namespace vympack

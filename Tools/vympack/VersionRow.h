@@ -6,7 +6,6 @@
 #pragma once
 #include "VYM/DescriptionText.h"
 
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -27,8 +26,6 @@ std::string_view nearestTokenName(std::string_view name);
 VersionRow parseVersionRow(std::string_view row);
 // Whether the first token is the firmware's name and version.
 bool namesFirmware(const VersionRow& row);
-// A name in capitals: of names that are equal but for their case, only one can be meant.
-std::string upperCase(std::string_view name);
 // The image's name in the container: the part after the last path separator.
 std::string_view imageName(const VersionRow& row);
 

@@ -5,6 +5,7 @@
 #include "Tools/vympack/DefectKinds.h"
 #include "Tools/vympack/VersionForm.h"
 #include "Tools/vympack/VersionRow.h"
+#include "VYM/AsciiCase.h"
 #include "VYM/DescriptionText.h"
 #include "VYM/ModelDependCheckVer.h"
 
@@ -26,14 +27,14 @@ public:
     {
         for (const auto& file : files) {
             m_exact.insert(file.name);
-            m_anyCase.emplace(upperCase(file.name), file.name);
+            m_anyCase.emplace(ascii::upperCase(file.name), file.name);
         }
     }
     [[nodiscard]] bool has(std::string_view name) const { return m_exact.contains(name); }
     // The name of a file in the package that differs from the image's only in case, or empty.
     [[nodiscard]] std::string_view inOtherCase(std::string_view name) const
     {
-        const auto found = m_anyCase.find(upperCase(name));
+        const auto found = m_anyCase.find(ascii::upperCase(name));
         return found == m_anyCase.end() ? std::string_view() : found->second;
     }
 
@@ -207,9 +208,10 @@ void checkSubFile(const KeyedRow& row, const VersionRow& version, const RowRepor
         report.at(row, row.text, defect::kNoSubFileName,
                   "the row has no sub-file name, so the printer gets an empty firmware name:"
                   " write it after the image",
-                  image.empty() ? std::string()
-                                : withSpot(row.text, version.image,
-                                           std::string(version.image) + " " + upperCase(image)));
+                  image.empty()
+                      ? std::string()
+                      : withSpot(row.text, version.image,
+                                 std::string(version.image) + " " + ascii::upperCase(image)));
         return;
     }
     const auto last = version.subFiles.back();
@@ -251,7 +253,7 @@ void checkTwice(const KeyedRow& row, const VersionRow& version,
 {
     if (!namesFirmware(version) || version.first.name.empty())
         return;
-    const auto [earlier, isNew] = seen.emplace(upperCase(version.first.name), row.number);
+    const auto [earlier, isNew] = seen.emplace(ascii::upperCase(version.first.name), row.number);
     if (!isNew)
         report.at(row, version.first.name, defect::kDuplicateFirmware,
                   inQuotes(version.first.name) + " has a row already, row "

@@ -5,7 +5,6 @@
 #include "UI/Printers/PrinterCheck.h"
 #include "VYM/AsciiCase.h"
 
-#include <algorithm>
 #include <arpa/inet.h>
 #include <array>
 #include <string_view>
@@ -30,8 +29,7 @@ std::string hostOf(std::string_view port)
         inet_ntop(AF_INET, &address, text.data(), text.size());
         return text.data();
     }
-    std::transform(host.begin(), host.end(), host.begin(), ascii::upper);
-    return host;
+    return ascii::upperCase(host);
 }
 
 } // namespace

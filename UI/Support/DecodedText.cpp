@@ -103,6 +103,6 @@ DecodedText decodedText(std::string_view original)
         if (isPlain)
             break;
     }
-    std::transform(decoded.text.begin(), decoded.text.end(), decoded.text.begin(), ascii::lower);
+    decoded.text = ascii::lowerCase(decoded.text);
     return decoded;
 }

@@ -12,15 +12,8 @@
 namespace {
 
 // The time between two looks is so long that no look comes.
-class NoLooks : public TimeSource {
+class NoLooks : public ScriptedTime {
 public:
-    NoLooks() { setTimeSource(this); }
-    ~NoLooks() override { setTimeSource(nullptr); }
-    NoLooks(const NoLooks&) = delete;
-    NoLooks& operator=(const NoLooks&) = delete;
-
-    [[nodiscard]] std::uint64_t nowMilliseconds() const override { return 0; }
-    void sleepMilliseconds(unsigned long /*milliseconds*/) override { }
     [[nodiscard]] unsigned long waitLimit(unsigned long /*milliseconds*/) const override
     {
         return std::numeric_limits<int>::max();

@@ -2,6 +2,7 @@
 // The network transport's knowledge of its link, the length of its writes, and its way of leaving.
 #include "VYM/vymMac.h"
 #include "tests/DevConn/TcpFixture.h"
+#include "tests/support/Await.h"
 #include "tests/support/ScriptedTime.h"
 
 namespace {
@@ -15,14 +16,6 @@ std::string filePacket(std::size_t data)
     packet.replace(2, 2, "\x50\x02");
     packet.replace(42, 2, std::string(2, '\0'));
     return packet;
-}
-
-template <class Ready> bool comesTrue(Ready ready)
-{
-    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(kSoonMs);
-    while (!ready() && std::chrono::steady_clock::now() < end)
-        PeerLink::pause(1);
-    return ready();
 }
 
 TEST_F(TcpLink, KnowsNothingWithoutAConnection)
@@ -48,7 +41,7 @@ TEST_F(TcpLink, ReportsBytesThatHaveNotReachedThePeer)
                                      bytes.size(), &sent, 50));
     EXPECT_GT(transport->LookAtLink().unsent, 0U);
     reads = true;
-    EXPECT_TRUE(comesTrue([&] { return transport->LookAtLink().unsent == 0; }));
+    EXPECT_TRUE(becomesTrue([&] { return transport->LookAtLink().unsent == 0; }));
 }
 
 TEST_F(TcpLink, SaysWhetherSomethingIsThereAndWhetherThePeerHasEnded)
@@ -61,12 +54,12 @@ TEST_F(TcpLink, SaysWhetherSomethingIsThereAndWhetherThePeerHasEnded)
         link.close();
     });
     connectTo(peer);
-    EXPECT_TRUE(comesTrue([&] { return transport->LookAtLink().arrived; }));
+    EXPECT_TRUE(becomesTrue([&] { return transport->LookAtLink().arrived; }));
     EXPECT_EQ(exchange(""), 0); // only receives
     EXPECT_TRUE(replied);
     EXPECT_FALSE(transport->LookAtLink().arrived);
     ends = true;
-    EXPECT_TRUE(comesTrue([&] { return transport->LookAtLink().arrived; }));
+    EXPECT_TRUE(becomesTrue([&] { return transport->LookAtLink().arrived; }));
     EXPECT_FALSE(transport->LookAtLink().closed) << "not before it was received";
     EXPECT_EQ(exchange(""), 0);
     EXPECT_TRUE(transport->LookAtLink().closed);
@@ -92,7 +85,7 @@ TEST_F(TcpLink, WritesOnForAsLongAsAPeerTakesSomeOfIt)
     EXPECT_TRUE(transport->WritePacket(reinterpret_cast<const unsigned char*>(bytes.data()),
                                        bytes.size(), &sent, 60000));
     EXPECT_EQ(sent, size);
-    EXPECT_TRUE(comesTrue([&] { return got == size; }));
+    EXPECT_TRUE(becomesTrue([&] { return got == size; }));
 }
 
 TEST_F(TcpLink, LeavesSoThatThePeerStillReadsEverything)

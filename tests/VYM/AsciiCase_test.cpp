@@ -52,6 +52,12 @@ TEST(AsciiCase, HasOnlyTheTwentySixLetters)
     }
 }
 
+TEST(AsciiCase, ChangesALineByItsLettersOnly)
+{
+    EXPECT_EQ(ascii::upperCase("a Z_\xE4 9"), "A Z_\xE4 9");
+    EXPECT_EQ(ascii::lowerCase("a Z_\xC4 9"), "a z_\xC4 9");
+}
+
 TEST(AsciiCase, ComparesTextsAsTheCLibraryDoesInThePlainLocale)
 {
     const struct {

@@ -2,15 +2,14 @@
 // The lengths of the worker's waits, and its exact packets: on a scripted clock that records every
 // pause and wait, with the model printer.
 #include "VYM/vymThread.h"
+#include "tests/support/Await.h"
 #include "tests/support/ModelPrinter.h"
 #include "tests/support/Package.h"
 #include "tests/support/Printer.h"
 #include "tests/support/ScriptedTime.h"
 #include "tests/support/ScriptedTransport.h"
 
-#include <chrono>
 #include <gtest/gtest.h>
-#include <thread>
 
 namespace {
 
@@ -45,10 +44,7 @@ protected:
     }
     template <class Condition> static void waitUntil(Condition condition)
     {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-        while (!condition() && std::chrono::steady_clock::now() < end)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        EXPECT_TRUE(condition());
+        EXPECT_TRUE(becomesTrue(condition));
     }
 
     ScriptedTime m_time;

@@ -3,14 +3,13 @@
 #include "UI/vymThreadPrinter.h"
 #include "UI/vym_etc.h"
 #include "VYM/vymThread.h"
+#include "tests/support/Await.h"
 #include "tests/support/Printer.h"
 #include "tests/support/ScriptedTime.h"
 #include "tests/support/ScriptedTransport.h"
 
-#include <chrono>
 #include <gtest/gtest.h>
 #include <map>
-#include <thread>
 
 namespace {
 
@@ -72,9 +71,7 @@ protected:
     }
     tag_devinfo waitFor(update_state wanted)
     {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-        while (state().m_updateState != wanted && std::chrono::steady_clock::now() < end)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        EXPECT_TRUE(becomesTrue([&] { return state().m_updateState == wanted; }));
         EXPECT_EQ(state().m_updateState, wanted);
         return state();
     }

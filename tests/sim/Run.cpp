@@ -149,7 +149,6 @@ RunReport run(const Scenario& scenario, bool traced)
         if (scenario.failingAllocation)
             failAllocation(*scenario.failingAllocation, scenario.memoryFailsForGood);
         report.started = worker.UpdateStart(nullptr, scenario.usb ? port : address, 48350);
-        const bool threadWasLeft = !report.started && threadIsLeft();
         report.memoryFailed = scenario.failingAllocation && allocationFailed();
         allocateSafely();
         report.took = world.now();
@@ -159,7 +158,7 @@ RunReport run(const Scenario& scenario, bool traced)
         report.sound = scenario.sound();
         report.disturbed = link.disturbed() || bus.disturbed();
         judge(worker, scenario, printer.ledger(), report);
-        if (threadWasLeft)
+        if (!report.started && threadIsLeft())
             report.untruths.emplace_back("the start failed, and its thread was left behind");
     }
     report.trace = world.traceText();

@@ -114,6 +114,19 @@ private:
     const std::atomic<bool>& m_stop;
 };
 
+// Binds the socket to a free port of 127.0.0.1 and returns that.
+inline unsigned short takeLoopbackPort(int socket)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    auto* plain = reinterpret_cast<sockaddr*>(&address);
+    if (bind(socket, plain, length) != 0 || getsockname(socket, plain, &length) != 0)
+        throw std::runtime_error("no loopback");
+    return ntohs(address.sin_port);
+}
+
 class LoopbackPeer {
 public:
     using Script = std::function<void(PeerLink&)>;
@@ -122,15 +135,9 @@ public:
     {
         const int small = 4096; // a sender notices after few bytes that the peer stopped reading
         setsockopt(m_listener, SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        auto* plain = reinterpret_cast<sockaddr*>(&address);
-        if (bind(m_listener, plain, length) != 0 || listen(m_listener, 4) != 0
-            || getsockname(m_listener, plain, &length) != 0)
+        m_port = takeLoopbackPort(m_listener);
+        if (listen(m_listener, 4) != 0)
             throw std::runtime_error("no loopback");
-        m_port = ntohs(address.sin_port);
         m_thread = std::thread([this] { serve(); });
     }
     ~LoopbackPeer()
@@ -183,17 +190,7 @@ private:
 // program can listen there meanwhile.
 class RefusingPort {
 public:
-    RefusingPort()
-    {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        auto* plain = reinterpret_cast<sockaddr*>(&address);
-        if (bind(m_socket, plain, length) != 0 || getsockname(m_socket, plain, &length) != 0)
-            throw std::runtime_error("no loopback");
-        m_port = ntohs(address.sin_port);
-    }
+    RefusingPort() = default;
     ~RefusingPort() { ::close(m_socket); }
     RefusingPort(const RefusingPort&) = delete;
     RefusingPort& operator=(const RefusingPort&) = delete;
@@ -202,5 +199,5 @@ public:
 
 private:
     int m_socket = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    unsigned short m_port = 0;
+    unsigned short m_port = takeLoopbackPort(m_socket);
 };

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "tests/system/Desk.h"
 
+#include "tests/support/Await.h"
+
 #include <algorithm>
 #include <netinet/in.h>
 #include <sys/socket.h>
-#include <thread>
 #include <unistd.h>
 
 namespace desk {
@@ -80,10 +81,7 @@ int ownNetwork()
 
 void waitUntil(const std::function<bool()>& isTrue)
 {
-    const auto end = std::chrono::steady_clock::now() + kSoon;
-    while (!isTrue() && std::chrono::steady_clock::now() < end)
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_TRUE(isTrue());
+    EXPECT_TRUE(becomesTrue(isTrue, kSoon));
 }
 
 PackageFolder::PackageFolder(std::vector<Firmware> firmware,

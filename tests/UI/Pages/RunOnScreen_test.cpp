@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The run in the window, with a scripted worker.
 #include "tests/UI/WizardRun.h"
+#include "tests/support/Await.h"
 #include "tests/support/ScriptedLocks.h"
 
 #include <QSessionManager>
@@ -297,11 +298,7 @@ TEST_F(RunOnScreens, AWorkerThatTakesItsTimeToStopDoesNotFreezeTheWindow)
 {
     begin();
     std::atomic<int> moves = 0;
-    worker.atStop = [&moves] { // takes until the window has done something
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-        while (moves == 0 && std::chrono::steady_clock::now() < end)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    };
+    worker.atStop = [&moves] { EXPECT_TRUE(becomesTrue([&moves] { return moves > 0; })); };
     QTimer other;
     QObject::connect(&other, &QTimer::timeout, [this, &moves] {
         ++moves;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Widgets/Aside.h"
+#include "tests/support/Await.h"
 
 #include <QTest>
 #include <QTimer>
@@ -28,11 +29,7 @@ TEST(Aside, TheWindowsStayResponsiveMeanwhile)
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&events] { ++events; });
     timer.start(1);
-    doAside([&events] { // goes on until the window has done something
-        const auto end = std::chrono::steady_clock::now() + 60s;
-        while (events == 0 && std::chrono::steady_clock::now() < end)
-            std::this_thread::sleep_for(1ms);
-    });
+    doAside([&events] { EXPECT_TRUE(becomesTrue([&events] { return events > 0; })); });
     EXPECT_GT(events, 0);
 }
 
