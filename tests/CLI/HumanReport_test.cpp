@@ -98,3 +98,21 @@ TEST(HumanReport, ListsWarningsOfFirmwareAfterTheVerdict)
     });
     EXPECT_EQ(reported.out, "Nothing to update: Words.\nWarning: firmware 2 (Engine): Beware.\n");
 }
+
+TEST(HumanReport, ShowsTheLogOfOneRunAndATableOfSeveral)
+{
+    const auto history = [](const std::string& log) {
+        return Reported([&log](Report& report) {
+                   Outcome outcome;
+                   outcome.command = Command::history;
+                   outcome.verdict = log.empty() ? Verdict::history : Verdict::shown;
+                   outcome.log = log;
+                   outcome.pastRuns.emplace_back();
+                   outcome.pastRuns.back().started = "2026-11-21 11:00:00 +0100";
+                   report.finish(outcome);
+               })
+            .out;
+    };
+    EXPECT_EQ(history("program: vymkit\n"), "program: vymkit\n");
+    EXPECT_NE(history("").find("2026-11-21 11:00:00"), std::string::npos) << history("");
+}

@@ -62,3 +62,16 @@ TEST(JsonReport, CallsNothingSentThatBrokeOffAtItsFirstBytes)
     EXPECT_NE(text.find(R"("firmware_bytes_sent":true)"), std::string::npos);
     EXPECT_NE(text.find(R"("sent":false,"bytes_sent":0)"), std::string::npos);
 }
+
+TEST(JsonReport, NamesNoPrinterInTheResultOfAWholeFleetAndHasNoSuchKeyInThatOfOne)
+{
+    const auto result = [](bool isOfFleet) {
+        return written([isOfFleet](Report& report) {
+            Outcome outcome;
+            outcome.isOfFleet = isOfFleet;
+            report.finish(outcome);
+        });
+    };
+    EXPECT_NE(result(true).find(R"("printer":null)"), std::string::npos) << result(true);
+    EXPECT_EQ(result(false).find(R"("printer":)"), std::string::npos) << result(false);
+}

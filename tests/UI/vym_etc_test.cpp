@@ -21,6 +21,16 @@ TEST(vym_etc, ReturnsFalseWithoutAWorker)
     vym_thread_delete(nullptr);
 }
 
+TEST(vym_etc, TakesTheChoiceOfEntriesForAWorkerThatHasNotStarted)
+{
+    void* worker = vym_thread_create();
+    ASSERT_NE(worker, nullptr);
+    EntryChoice choice;
+    choice.only = {1};
+    EXPECT_TRUE(vymThread_ChooseEntries(worker, choice));
+    vym_thread_delete(worker);
+}
+
 TEST(vym_etc, PassesQueriesOnToTheSystem)
 {
     EXPECT_EQ(get_system_version(), getSystemVersion());

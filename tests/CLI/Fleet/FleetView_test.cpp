@@ -143,3 +143,25 @@ TEST(FleetView, ShowsALineForEachRunningPrinterAndACountBelowAtATerminal)
     EXPECT_THAT(shown, HasSubstr("[1/2] Hall: failed: It is away.\r\n"));
     EXPECT_THAT(shown, HasSubstr("1 of 2 ended (1 not well), 1 running, 0 waiting"));
 }
+
+TEST(FleetView, NumbersAFirmwareOnlyAmongSeveralAndOnlyOnceItHasBegun)
+{
+    const TerminalScreen screen;
+    ViewRun run(false);
+    run.console.err = screen.program;
+    run.show([](FleetObserver& view) {
+        view.started(0);
+        view.started(1);
+        view.line(0,
+                  R"({"type":"status","state_name":"sending","firmware_number":1,)"
+                  R"("firmware_count":1,"progress":45.2})");
+        view.line(1,
+                  R"({"type":"status","state_name":"entered","firmware_number":0,)"
+                  R"("firmware_count":2})");
+        view.waited();
+        view.ended(1, "", end(MemberClass::failed, "It is away."));
+    });
+    const auto shown = screen.shown();
+    EXPECT_THAT(shown, HasSubstr("  192.0.2.7  sending  45 %\r\n  Hall  entered\r\n"));
+    EXPECT_THAT(shown, testing::Not(HasSubstr("firmware")));
+}

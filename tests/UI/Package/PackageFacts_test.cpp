@@ -115,6 +115,17 @@ TEST(PackageFacts, HaveNoHighestSystemWhereTheRowHasOnlyALowestOne)
     EXPECT_FALSE(facts->highestSystem.has_value());
 }
 
+TEST(PackageFacts, HaveAHighestSystemOfZeroWhereTheRowSaysSo)
+{
+    Package package;
+    package.description({"PLATFORMVERSION MACOS=0 0", "VERSION MAIN=0110 main.bin"})
+        .file("main.bin", "x");
+    const auto facts = opened(package).package;
+    ASSERT_TRUE(facts.has_value());
+    EXPECT_EQ(facts->lowestSystem, 0);
+    EXPECT_EQ(facts->highestSystem, 0) << "the package is for no system";
+}
+
 TEST(PackageFacts, ShowTextsWithoutControlCharacters)
 {
     Package package;
