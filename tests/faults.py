@@ -107,7 +107,8 @@ CELLS = {
         "writing": "RunLog.LetsARunGoOnWhereTheFileMayNotGrow",
         "leave": "(nothing is read)", "afterwards": "LogFolder.ThatCannotBeUsedIsReportedAsAProblem"},
     "stop, signals, nobody reads": {
-        "package": "(ends as any program does)",
+        "package": ["LargePackageThatIsRead.IsLeftAtOnceOnCtrlC",
+                    "LargePackages.AreReadNoLongerThanTheTimeLimit"],
         "connect": "SystemPrinters.CtrlCEndsTheWaitForASilentServerAtOnce",
         "enter": ["Stop.BeforeTheFirstFirmwareSendsNothing",
                   "Stop.BeforeTheFirstFirmwareDoesNotWaitForASilentPrinter",

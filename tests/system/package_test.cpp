@@ -4,10 +4,12 @@
 #include "tests/support/Package.h"
 #include "tests/system/Desk.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <set>
+#include <sys/wait.h>
 
 namespace {
 
@@ -117,24 +119,113 @@ TEST_P(HostilePackage, EndsEveryCommandThatReadsIt)
 INSTANTIATE_TEST_SUITE_P(OfSixtyFourMegabytes, HostilePackage, ::testing::ValuesIn(kHostile),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
-// A package whose table comes after a gigabyte that takes no room on the disk: its digest alone
-// takes longer than the time limit.
-TEST(LargePackage, HearsTheTimeLimitWhileItIsRead)
+// A package whose table comes after gigabytes that take no room on the disk: to read it all takes
+// many seconds.
+class LargePackage {
+public:
+    LargePackage()
+    {
+        constexpr std::uint32_t kTableAt = 3 * 1024 * kMiB;
+        const std::string text = "TGMNAME MODEL-A\r\nPLATFORMVERSION MACOS=0\r\nENTERTIME 1\r\n"
+                                 "EXITTIME 1\r\nUPDATETIME 1\r\nVERSION MAIN=AB010200 main.bin\r\n";
+        const auto bytes =
+            Package().file("VYMINFO.txt", text).file("main.bin", "x").tableOffset(kTableAt).bytes();
+        const auto path = m_folder / "VYMBINDDATA";
+        m_folder.write("VYMBINDDATA", bytes.substr(0, text.size() + 1));
+        std::filesystem::resize_file(path, kTableAt);
+        std::ofstream(path, std::ios::binary | std::ios::app) << bytes.substr(text.size() + 1);
+    }
+    [[nodiscard]] std::string path() const { return m_folder.path().string(); }
+
+private:
+    TempFolder m_folder;
+};
+
+const std::string kAnySha256(64, '0');
+
+TEST(LargePackages, AreReadNoLongerThanTheTimeLimit)
 {
-    constexpr std::uint32_t kTableAt = 1024 * kMiB;
-    const auto text = manyVersions(); // a package has two files or more
-    const auto bytes =
-        Package().file("VYMINFO.txt", text).file("empty", "").tableOffset(kTableAt).bytes();
-    const TempFolder folder;
-    const auto path = folder / "VYMBINDDATA";
-    folder.write("VYMBINDDATA", bytes.substr(0, text.size()));
-    std::filesystem::resize_file(path, kTableAt);
-    std::ofstream(path, std::ios::binary | std::ios::app) << bytes.substr(text.size());
-    CliRun run({"info", "--package", folder.path().string(), "--json", "--deadline", "0.2",
-                "--sha256", std::string(64, '0')},
+    const LargePackage package;
+    CliRun run({"info", "--package", package.path(), "--json", "--deadline", "0.2", "--sha256",
+                kAnySha256},
                CliRun::Pauses::shortened, {"VYMKIT_TEST_SLOWNESS=1"});
     EXPECT_EQ(run.exitCode(kSoon), 130) << run.process().out();
     EXPECT_EQ(run.result()["name"], "stopped");
 }
+
+// How much the program has read so far, also after its end.
+std::size_t bytesReadBy(pid_t program)
+{
+    const auto counts = readFile("/proc/" + std::to_string(program) + "/io");
+    const std::string name = "rchar: ";
+    const auto at = counts.find(name);
+    return at == std::string::npos ? 0 : std::stoul(counts.substr(at + name.size()));
+}
+
+// Interrupts the run once the reading has begun; returns how much it read afterwards.
+std::size_t readAfterInterrupt(CliRun& run)
+{
+    const auto program = run.process().pid();
+    waitUntil([&] { return bytesReadBy(program) > 8 * kMiB; });
+    run.process().signal(SIGSTOP);
+    siginfo_t change{};
+    EXPECT_EQ(waitid(P_PID, static_cast<id_t>(program), &change, WSTOPPED | WNOWAIT), 0);
+    const auto before = bytesReadBy(program);
+    run.process().signal(SIGINT);
+    run.process().signal(SIGCONT);
+    waitUntil([&] {
+        change.si_pid = 0;
+        return waitid(P_PID, static_cast<id_t>(program), &change, WEXITED | WNOHANG | WNOWAIT) == 0
+            && change.si_pid == program;
+    });
+    return bytesReadBy(program) - before;
+}
+
+struct Reading {
+    const char* name;
+    std::vector<std::string> words;
+    const char* message;
+    const char* unseen; // by the printer
+};
+
+class LargePackageThatIsRead : public ::testing::TestWithParam<Reading> { };
+
+// A second's reading is hundreds of megabytes.
+TEST_P(LargePackageThatIsRead, IsLeftAtOnceOnCtrlC)
+{
+    const LargePackage package;
+    const VirtualPrinter printer({"--firmware", "MAIN=AB010100"});
+    auto words = GetParam().words;
+    std::replace(words.begin(), words.end(), std::string("PRINTER"), printer.address());
+    words.insert(words.end(), {"--package", package.path(), "--json"});
+    CliRun run(words);
+    EXPECT_LT(readAfterInterrupt(run), 8 * kMiB);
+    EXPECT_EQ(run.exitCode(), 130) << run.process().out();
+    const auto result = run.result();
+    EXPECT_EQ(result["name"], "stopped");
+    EXPECT_EQ(result["firmware_bytes_sent"], false);
+    EXPECT_NE(std::string(result["message"]).find(GetParam().message), std::string::npos) << result;
+    EXPECT_EQ(printer.transcript().find(GetParam().unseen), std::string::npos);
+}
+
+constexpr const char* kWhileReading = "while the package was being read";
+constexpr const char* kBeforeFirmware = "before any firmware was sent";
+constexpr const char* kAnyPacket = "0x";
+constexpr const char* kFirmwarePacket = "0x5002";
+
+const Reading kReadings[] = {
+    {"Info", {"info", "--sha256", kAnySha256}, kWhileReading, kAnyPacket},
+    {"Check", {"check", "--address", "PRINTER", "--sha256", kAnySha256}, kWhileReading, kAnyPacket},
+    {"Update",
+     {"update", "--address", "PRINTER", "--yes", "--sha256", kAnySha256},
+     kBeforeFirmware,
+     kAnyPacket},
+    // Without a sum the run itself reads the package, to know later that it is still the same. It
+    // then greets the printer and leaves it.
+    {"TheRunItself", {"update", "--address", "PRINTER", "--yes"}, kBeforeFirmware, kFirmwarePacket},
+};
+
+INSTANTIATE_TEST_SUITE_P(By, LargePackageThatIsRead, ::testing::ValuesIn(kReadings),
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 } // namespace
