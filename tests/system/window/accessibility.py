@@ -8,12 +8,14 @@ crashes (Qt 6.4, scroll areas).
 
 import contextlib
 from dataclasses import dataclass, field
+from itertools import chain, islice
 
 from gi.repository import Gio, GLib
 
 ROOT = "/org/a11y/atspi/accessible/root"
 REGISTRY = "org.a11y.atspi.Registry"
 PREFIX = "org.a11y.atspi."
+PROPERTIES = "org.freedesktop.DBus.Properties"
 TIMEOUT = 30000  # milliseconds for one answer, also where its program has to start first
 # Roles by number, and bits of the state set, in at-spi's numbering; names differ by program.
 ROLES = {2: "alert", 7: "check box", 16: "dialog", 20: "filler", 23: "frame", 27: "image",
@@ -22,6 +24,10 @@ ROLES = {2: "alert", 7: "check box", 16: "dialog", 20: "filler", 23: "frame", 27
          56: "table cell", 57: "table column header", 61: "text", 68: "viewport"}
 STATES = {"active": 1, "checked": 4, "enabled": 8, "focusable": 11, "focused": 12, "selected": 23,
           "showing": 25}
+# Of each node on the screen: its states, role, name and children.
+QUERIES = ((PREFIX + "Accessible", "GetState", None), (PREFIX + "Accessible", "GetRole", None),
+           (PROPERTIES, "Get", GLib.Variant("(ss)", (PREFIX + "Accessible", "Name"))),
+           (PREFIX + "Accessible", "GetChildren", None))
 SCREEN = 0  # coordinates start at the screen's corner
 NOTIFICATION = 101  # the role of what a screen reader says as soon as it appears
 
@@ -55,7 +61,7 @@ class Bus:
                  GLib.Variant("(s)", (event,)))
 
     def property(self, place, interface, name):
-        return self.ask(place, "org.freedesktop.DBus.Properties", "Get",
+        return self.ask(place, PROPERTIES, "Get",
                         GLib.Variant("(ss)", (PREFIX + interface, name)))[0]
 
     def children(self, place):
@@ -71,18 +77,42 @@ class Bus:
                     return place
         return None
 
-    def tree(self, place):
-        """The node and all visible nodes below it, from top to bottom; skips vanishing ones."""
-        with contextlib.suppress(GLib.Error):
-            low, _ = self.ask(place, PREFIX + "Accessible", "GetState")[0]
-            states = frozenset(name for name, bit in STATES.items() if low >> bit & 1)
-            if "showing" not in states:
-                return
-            role = self.ask(place, PREFIX + "Accessible", "GetRole")[0]
-            yield Node(ROLES.get(role, f"role {role}"), self.property(place, "Accessible", "Name"),
-                       states, tuple(place), self)
-            for child in self.children(place):
-                yield from self.tree(child)
+    def trees(self, places):
+        """For each place a list: its node and all visible nodes below it, from top to bottom. Empty
+        where nothing is visible, and without nodes that vanish meanwhile. Queries a level at once."""
+        if not places:
+            return []
+        answers = iter(self._ask_all([(place, *query) for place in places for query in QUERIES]))
+        looks = [self._look(place, *answer) for place, *answer in zip(places, *[answers] * len(QUERIES))]
+        below = iter(self.trees([child for _, children in looks for child in children]))
+        return [[*nodes, *chain.from_iterable(islice(below, len(children)))]
+                for nodes, children in looks]
+
+    def _look(self, place, state_set, role, name, children):
+        """The node and its children's places; nothing where it is not visible."""
+        if None in (state_set, role, name, children):
+            return [], []
+        states = frozenset(state for state, bit in STATES.items() if state_set[0] >> bit & 1)
+        if "showing" not in states:
+            return [], []
+        return [Node(ROLES.get(role, f"role {role}"), name, states, tuple(place), self)], children
+
+    def _ask_all(self, questions):
+        """The first value of each answer, in order; None from a node that is gone. Sends all questions
+        before it waits: one after the other would keep three programs waking each other."""
+        answers = {}
+
+        def take(connection, result, number):
+            answers[number] = None
+            with contextlib.suppress(GLib.Error):
+                answers[number] = connection.call_finish(result).unpack()[0]
+
+        for number, ((name, path), interface, method, arguments) in enumerate(questions):
+            self._connection.call(name, path, interface, method, arguments, None,
+                                  Gio.DBusCallFlags.NONE, TIMEOUT, None, take, number)
+        while len(answers) < len(questions):
+            GLib.MainContext.default().iteration(True)
+        return [answers[number] for number in range(len(questions))]
 
 
 class ScreenReader:

@@ -2,10 +2,9 @@
 """Takes pictures of the wizard, and sets a desktop to dark colours or large letters."""
 
 import pathlib
-import subprocess
+import struct
 import time
-
-from desk import LIMIT
+import zlib
 
 STILL = 0.1  # seconds without a change after which a window counts as drawn
 MOVES = 10  # attempts at a picture on which something never rests
@@ -41,31 +40,43 @@ def large_letters(desk, points):
     return OWN_SESSION
 
 
-def screen(wizard):
-    done = subprocess.run(["import", "-window", "root", "ppm:-"], check=True, capture_output=True,
-                          timeout=LIMIT, env={**wizard.desk.environment, **wizard.screen})
-    return done.stdout
-
-
 def picture(wizard, path, whole_screen=False):
     """Takes a picture when the windows rest, or after a while if one of them keeps moving."""
-    seen = screen(wizard)
+    seen = wizard.frame.read_bytes()
     for _ in range(MOVES):
         time.sleep(STILL)
-        before, seen = seen, screen(wizard)
+        before, seen = seen, wizard.frame.read_bytes()
         if seen == before:
             break
-    cut = [] if whole_screen else ["-crop", around(wizard), "+repage"]
-    subprocess.run(["convert", "ppm:-", *cut, str(path)], input=seen, check=True, timeout=LIMIT)
+    width, height = wizard.desk.size
+    part = (0, 0, width, height) if whole_screen else around(wizard)
+    pathlib.Path(path).write_bytes(png(memoryview(seen)[-4 * width * height:], width, *part))
+
+
+def png(pixels, line, left, top, right, bottom):
+    """A part of a screen with so many pixels in a line, of four bytes each: blue, green, red, unused."""
+    rows = bytearray()
+    for first in range(top * line, bottom * line, line):
+        row = pixels[4 * (first + left):4 * (first + right)]
+        colours = bytearray(3 * (right - left))
+        colours[::3], colours[1::3], colours[2::3] = row[2::4], row[1::4], row[::4]
+        rows += b"\0" + colours  # as it is, not as a difference from another row
+    size = struct.pack(">IIBBBBB", right - left, bottom - top, 8, 2, 0, 0, 0)  # 8 bits of 3 colours
+    chunks = (b"IHDR" + size, b"IDAT" + zlib.compress(rows), b"IEND")
+    return b"\x89PNG\r\n\x1a\n" + b"".join(
+        struct.pack(">I", len(chunk) - 4) + chunk + struct.pack(">I", zlib.crc32(chunk))
+        for chunk in chunks)
 
 
 def around(wizard):
-    """The part of the screen that the windows cover, in the screen's own pixels."""
+    """Left, top, right and bottom of the part of the screen that the windows cover."""
     boxes = []
     for window in wizard.x_windows():
         place = dict(line.split("=") for line in wizard.tool(
             "xdotool", "getwindowgeometry", "--shell", window).splitlines())
-        boxes.append([int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")])
-    left, top = (max(min(box[i] for box in boxes), 0) for i in (0, 1))
-    right, bottom = (max(box[i] + box[i + 2] for box in boxes) for i in (0, 1))
-    return f"{right - left}x{bottom - top}+{left}+{top}"
+        left, top, width, height = (int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+        boxes.append((left, top, left + width, top + height))
+    lefts, tops, rights, bottoms = zip(*boxes)
+    width, height = wizard.desk.size
+    return (max(min(lefts), 0), max(min(tops), 0),
+            min(max(rights), width), min(max(bottoms), height))

@@ -17,7 +17,9 @@ import tempfile
 import time
 
 LIMIT = 90.0  # seconds; far more than any answer takes on a busy machine
-LOOK_SOON, LOOK_LATE = 0.02, 0.2  # seconds between two checks of a condition
+# Seconds between two checks of a condition, at first and later. No state that a test looks for passes
+# in less than some seconds.
+LOOK_SOON, LOOK_LATE = 0.02, 0.4
 GRACE = 3.0  # seconds for a program to end by itself
 PR_SET_PDEATHSIG, PR_SET_CHILD_SUBREAPER = 1, 36  # from <linux/prctl.h>
 
@@ -25,15 +27,19 @@ PASSED_ON = ("PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTI
 prctl = ctypes.CDLL(None).prctl
 
 
-def until(question, what, limit=LIMIT):
+def until(question, what, limit=LIMIT, late=LOOK_LATE):
     """The first true result of the question; raises TimeoutError if there is none in time."""
     deadline, pause = time.monotonic() + limit, LOOK_SOON
-    while not (answer := question()):
-        if time.monotonic() > deadline:
+    while True:
+        asked = time.monotonic()
+        if answer := question():
+            return answer
+        now = time.monotonic()
+        if now > deadline:
             raise TimeoutError(f"waited {limit:.0f} s in vain: {what}")
-        time.sleep(pause)
-        pause = min(pause * 1.5, LOOK_LATE)
-    return answer
+        # On a busy machine, looks do not take more than half of the time from the programs' work.
+        time.sleep(max(pause, now - asked))
+        pause = min(pause * 1.5, late)
 
 
 def end_with_parent():
@@ -61,6 +67,9 @@ class Desk:
     def __init__(self, width=1280, height=1024, screens=1):
         prctl(PR_SET_CHILD_SUBREAPER, 1)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vymkit-desk-"))
+        self.frames = self.folder / "frames"  # what is on the screens, in the format of xwd
+        self.frames.mkdir()
+        self.size = width, height
         self.screens = [f"{width}x{height}x24"] * screens
         self.processes = []
         try:
@@ -85,7 +94,8 @@ class Desk:
         return environment
 
     def _x_server(self):
-        command = ["Xvfb", "-displayfd", "{fd}", "-dpi", "96", "-nolisten", "tcp", "-noreset"]
+        command = ["Xvfb", "-displayfd", "{fd}", "-dpi", "96", "-nolisten", "tcp", "-noreset",
+                   "-nocursor", "-fbdir", str(self.frames)]
         for number, screen in enumerate(self.screens):
             command += ["-screen", str(number), screen]
         number = self._first_line(command)

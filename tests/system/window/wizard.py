@@ -14,11 +14,13 @@ import subprocess
 from gi.repository import GLib
 
 from accessibility import Bus
-from desk import LIMIT, until
+from desk import LIMIT, LOOK_LATE, until
 from x11 import ask_to_close
 
 # The folder with the programs; a build tree's, unless the environment names another.
 BIN = pathlib.Path(os.environ.get("VYMKIT_BIN", "build/dev/bin")).resolve()
+
+ALERT_LATE = 1.0  # seconds between two checks for a message, which stays until it is answered
 
 
 class Wizard:
@@ -26,6 +28,7 @@ class Wizard:
                  program=BIN / "vymkit"):
         self.desk = desk
         self.screen = {"DISPLAY": f"{desk.environment['DISPLAY']}.{screen}"}
+        self.frame = desk.frames / f"Xvfb_screen{screen}"
         self.process = desk.start([str(program), *map(str, arguments)],
                                   {"LC_ALL": language, **self.screen, **(environment or {})})
         self._bus = Bus(desk.environment["DBUS_SESSION_BUS_ADDRESS"])
@@ -38,7 +41,7 @@ class Wizard:
         with contextlib.suppress(GLib.Error):
             self._root = self._root or self._bus.program(self.process.pid)
             if self._root:
-                trees = [list(self._bus.tree(top)) for top in self._bus.children(self._root)]
+                trees = self._bus.trees(self._bus.children(self._root))
                 return [tree for tree in trees if tree]
         self._root = None  # a program that has started itself again has another one
         return []
@@ -49,7 +52,7 @@ class Wizard:
         asking = [tree for tree in windows if tree[0].role == "alert"]
         return (asking or windows or [[]])[-1]
 
-    def until(self, question, what, limit=LIMIT):
+    def until(self, question, what, limit=LIMIT, late=LOOK_LATE):
         def answer():
             found = question()
             if not found and self.process.poll() is not None:
@@ -57,7 +60,7 @@ class Wizard:
                                    f"{what}; it said: {self.errors()}")
             return found
         try:
-            return until(answer, what, limit)
+            return until(answer, what, limit, late)
         except TimeoutError as error:
             seen = "\n".join(f"  {node.role}: {node.text!r}" for node in self.showing())
             raise TimeoutError(f"{error}; showing are:\n{seen}") from None
@@ -88,7 +91,7 @@ class Wizard:
             texts = [node.text for node in nodes if node.role == "label"]
             return texts if nodes and nodes[0].role == "alert" and texts[:1] and \
                 texts[0] in titles else None
-        return self.until(asked, f"the question {' or '.join(titles)!r}", limit)
+        return self.until(asked, f"the question {' or '.join(titles)!r}", limit, ALERT_LATE)
 
     # Acting.
 
@@ -96,13 +99,14 @@ class Wizard:
         """Presses a control; the caller has to wait for the effect."""
         node = self.until(lambda: next((one for one in self.nodes(role) if one.name == name
                                         and one.has("enabled")), None), f"a {role} {name!r}")
-        self.act(node)
+        node.act()
 
     def choose(self, name):
         self.press(name, "radio button")
         self.until(lambda: self.find("radio button", name).has("checked"), f"{name!r} is chosen")
 
     def act(self, node):
+        """Presses a control that was found before."""
         if node.place not in (one.place for one in self.showing()):
             raise RuntimeError(f"{node.role} {node.name!r} is behind a question")
         node.act()
