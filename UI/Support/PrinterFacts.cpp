@@ -2,6 +2,7 @@
 #include "UI/Support/PrinterFacts.h"
 
 #include "UI/Run/RunTarget.h"
+#include "UI/Support/UsbSurvey.h"
 #include "UI/Text/PlainText.h"
 
 #include <algorithm>
@@ -97,6 +98,18 @@ PrinterFacts printerFacts(const TargetPrinters& made, bool all)
     facts.notPermitted = countOf(made, PrinterReason::notPermitted);
     facts.serverProblem = plainText(made.serverProblem);
     return facts;
+}
+
+void warnOfHolders(PrinterFacts& facts, const std::string& vendor, const std::string& root)
+{
+    for (auto& each : facts.list) {
+        const bool mayBeHeld =
+            each.reason == PrinterReason::candidate || each.reason == PrinterReason::noAnswer;
+        if (!mayBeHeld || !each.warning.empty())
+            continue;
+        if (const auto programs = holdersOfPort(each.address, vendor, root); !programs.empty())
+            each.warning = "it is in use by " + programs;
+    }
 }
 
 const char* foundAsName(FoundAs foundAs)

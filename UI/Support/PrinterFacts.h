@@ -3,7 +3,7 @@
 // All texts are safe to show.
 //
 // Owns:    its texts, by value.
-// Threads: any. Pure functions.
+// Threads: any. Pure functions, but for warnOfHolders, which reads the kernel's files.
 #pragma once
 #include "UI/Printers/PrinterHelp.h"
 
@@ -21,7 +21,8 @@ struct ListedPrinter {
     PrinterHelpKind help = PrinterHelpKind::none;
     std::string sameAs;
     std::string answeredModel;
-    std::string warning; // a foreseeable problem of a candidate; may be empty
+    // A foreseeable problem of a candidate, or who keeps it from answering; may be empty.
+    std::string warning;
 };
 
 struct PrinterFacts {
@@ -34,6 +35,9 @@ struct PrinterFacts {
 };
 
 PrinterFacts printerFacts(const TargetPrinters& made, bool all);
+// Warns of the programs that have a USB printer open: it does not answer because of them, or an
+// update could not open it. vendor and root as for holdersOfPort.
+void warnOfHolders(PrinterFacts& facts, const std::string& vendor, const std::string& root);
 ListedPrinter listedPrinter(const PrinterFinding& finding);
 
 const char* foundAsName(FoundAs foundAs); // stable

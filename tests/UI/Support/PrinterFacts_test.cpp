@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Support/PrinterFacts.h"
+#include "tests/UI/Support/SurveyedBus.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -79,4 +80,24 @@ TEST(PrinterFacts, ListCandidatesOrAll)
     EXPECT_EQ(all.list.size(), 2U);
     EXPECT_EQ(all.found, 2U);
     EXPECT_EQ(all.candidates, 1U);
+}
+
+TEST(PrinterFacts, WarnOfTheProgramsThatHaveAUsbPrinterOpen)
+{
+    SurveyedBus bus;
+    bus.put("proc/41/comm", "usb\n");
+    bus.link("proc/41/fd/7", "/dev/bus/usb/001/012");
+    TargetPrinters made;
+    made.findings = {finding("A", "usb://Acme/P1?serial=S77"),
+                     finding("B", "usb://Acme/P1?serial=S78"), finding("C", "lpd://10.0.0.5/S77"),
+                     finding("D", "usb://Acme/P1?serial=S77", PrinterReason::duplicate),
+                     finding("E", "usb://Acme/P1?serial=S77", PrinterReason::noAnswer)};
+    auto facts = printerFacts(made, true);
+    facts.list[2].warning = "another one";
+    warnOfHolders(facts, "1209", bus.root());
+    EXPECT_EQ(facts.list[0].warning, "it is in use by usb (process 41)");
+    EXPECT_EQ(facts.list[1].warning, "") << "another printer";
+    EXPECT_EQ(facts.list[2].warning, "another one");
+    EXPECT_EQ(facts.list[3].warning, "") << "not the reason";
+    EXPECT_EQ(facts.list[4].warning, "it is in use by usb (process 41)");
 }

@@ -1,54 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Support/UsbSurvey.h"
-#include "tests/support/TempFolder.h"
+#include "tests/UI/Support/SurveyedBus.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
-
-namespace fs = std::filesystem;
-
-namespace {
-
-// The kernel's files about one printer, and a process that has it open.
-class Bus {
-public:
-    Bus()
-    {
-        put("sys/bus/usb/devices/1-2/idVendor", "1209\n");
-        put("sys/bus/usb/devices/1-2/product", "Vymprint 200\n");
-        put("sys/bus/usb/devices/1-2/serial", "S77\n");
-        put("sys/bus/usb/devices/1-2/busnum", "1\n");
-        put("sys/bus/usb/devices/1-2/devnum", "12\n");
-        put("sys/bus/usb/devices/1-2/dev", "189:11\n");
-        put("sys/bus/usb/devices/1-2:1.0/bInterfaceClass", "07\n");
-        put("sys/bus/usb/devices/1-2:1.0/bInterfaceSubClass", "01\n");
-        put("dev/bus/usb/001/012", "");
-    }
-    void put(const std::string& name, const std::string& text)
-    {
-        fs::create_directories((m_folder.path() / name).parent_path());
-        m_folder.write(name, text);
-    }
-    void link(const std::string& name, const std::string& target)
-    {
-        fs::create_directories((m_folder.path() / name).parent_path());
-        fs::create_symlink(target, m_folder.path() / name);
-    }
-    [[nodiscard]] std::vector<SurveyedPrinter> survey(const std::string& vendor = "1209") const
-    {
-        return surveyUsbPrinters(vendor, root());
-    }
-    [[nodiscard]] std::string root() const { return m_folder.path().string(); }
-
-private:
-    TempFolder m_folder;
-};
-
-} // namespace
 
 TEST(UsbSurvey, ReadsAPrinterFromTheKernelsFiles)
 {
-    const auto printers = Bus().survey();
+    const auto printers = SurveyedBus().survey();
     ASSERT_EQ(printers.size(), 1U);
     EXPECT_EQ(printers[0].product, "Vymprint 200");
     EXPECT_EQ(printers[0].serial, "S77");
@@ -60,7 +18,7 @@ TEST(UsbSurvey, ReadsAPrinterFromTheKernelsFiles)
 
 TEST(UsbSurvey, NamesTheProgramThatHasThePrinterOpen)
 {
-    Bus bus;
+    SurveyedBus bus;
     bus.put("proc/41/comm", "ipp-usb\n");
     bus.link("proc/41/fd/7", "/dev/bus/usb/001/012");
     bus.link("sys/bus/usb/devices/1-2:1.0/driver", "../../drivers/usblp");
@@ -70,14 +28,14 @@ TEST(UsbSurvey, NamesTheProgramThatHasThePrinterOpen)
 
 TEST(UsbSurvey, SeesThatTheRuleHasReachedThePrinter)
 {
-    Bus bus;
+    SurveyedBus bus;
     bus.put("run/udev/data/c189:11", "E:ID_MODEL=x\nG:uaccess\n");
     EXPECT_TRUE(bus.survey()[0].isTagged);
 }
 
 TEST(UsbSurvey, PassesOverOtherMakersAndOtherDevices)
 {
-    Bus bus;
+    SurveyedBus bus;
     EXPECT_TRUE(bus.survey("04b8").empty());
     bus.put("sys/bus/usb/devices/1-2:1.0/bInterfaceClass", "08\n");
     EXPECT_TRUE(bus.survey().empty());
@@ -85,7 +43,7 @@ TEST(UsbSurvey, PassesOverOtherMakersAndOtherDevices)
 
 TEST(UsbSurvey, NamesTheProgramsThatHaveThePrinterOfAPortStringOpen)
 {
-    Bus bus;
+    SurveyedBus bus;
     const auto holders = [&bus](const std::string& port) {
         return holdersOfPort(port, "1209", bus.root());
     };

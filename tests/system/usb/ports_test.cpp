@@ -81,6 +81,47 @@ TEST(Printers, AreListedWithoutEndingAPrintJob)
     EXPECT_TRUE(job.isPrinting());
 }
 
+// As the command line names this process.
+std::string ownName()
+{
+    auto name = readFile("/proc/self/comm");
+    name.erase(name.find_last_not_of('\n') + 1);
+    return name + " (process " + std::to_string(getpid()) + ")";
+}
+
+TEST(Printers, AreListedWithTheProgramThatPrints)
+{
+    const PackageFolder package(kFirmware);
+    const BusPrinter printer;
+    ASSERT_TRUE(driverServes(1));
+    const auto warning = [&package] {
+        CliRun run(listOf(package), CliRun::Pauses::full);
+        run.exitCode();
+        return run.result()["printers"][0]["warning"];
+    };
+    EXPECT_TRUE(warning().is_null()) << "nothing has it open";
+    const PrintJob job;
+    ASSERT_TRUE(job.isPrinting());
+    EXPECT_EQ(warning(), "it is in use by " + ownName());
+    CliRun run({"printers", "--all", "--package", package.path()}, CliRun::Pauses::full);
+    EXPECT_EQ(run.exitCode(), 69) << "there is no print server: " << run.process().errors();
+    EXPECT_NE(run.process().out().find("it is in use by " + ownName()), std::string::npos)
+        << run.process().out();
+}
+
+TEST(Printers, AreListedWithTheProgramThatHoldsTheInterface)
+{
+    const PackageFolder package(kFirmware);
+    const BusPrinter printer;
+    ASSERT_TRUE(driverServes(1));
+    const HeldInterface other;
+    ASSERT_TRUE(other.held());
+    CliRun run(listOf(package), CliRun::Pauses::full);
+    run.exitCode();
+    EXPECT_EQ(run.result()["printers"][0]["warning"], "it is in use by " + ownName())
+        << run.process().out();
+}
+
 TEST(Printers, AreNotUpdatedUnderAPrintJob)
 {
     const PackageFolder package(kFirmware);
@@ -89,8 +130,11 @@ TEST(Printers, AreNotUpdatedUnderAPrintJob)
     const PrintJob job;
     ASSERT_TRUE(job.isPrinting());
     CliRun run(updateOf(printer, package), CliRun::Pauses::full);
-    EXPECT_NE(run.exitCode(), 0);
-    EXPECT_EQ(run.result()["firmware_bytes_sent"], false);
+    EXPECT_EQ(run.exitCode(), 16) << run.process().out();
+    const auto result = run.result();
+    EXPECT_EQ(result["firmware_bytes_sent"], false);
+    EXPECT_NE(std::string(result["message"]).find("is in use by " + ownName()), std::string::npos)
+        << result["message"];
     EXPECT_TRUE(job.isPrinting());
 }
 
