@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Whole updates: the real command line and engine, and a virtual printer over real sockets.
 #include "tests/system/Desk.h"
+#include "tests/system/Ways.h"
 
 #include <csignal>
-#include <tuple>
 
 namespace {
 
 using namespace desk;
 
-using Ways = std::tuple<std::size_t, const char*, const char*, const char*>;
 class WholeUpdate : public ::testing::TestWithParam<Ways> { };
 
 TEST_P(WholeUpdate, BringsEveryByteToThePrinter)
@@ -38,7 +37,8 @@ INSTANTIATE_TEST_SUITE_P(InEveryWay, WholeUpdate,
                          ::testing::Combine(::testing::Values(1, 3), ::testing::Values("YES", "NO"),
                                             ::testing::Values("--status-query",
                                                               "--no-status-query"),
-                                            ::testing::Values("every", "last")));
+                                            ::testing::Values("every", "last")),
+                         nameOfWay);
 
 class ImageSize : public ::testing::TestWithParam<std::size_t> { };
 

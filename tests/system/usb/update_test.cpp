@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Whole updates over a real bus: the command line that users get, the kernel and a printer.
+#include "tests/system/Ways.h"
 #include "tests/system/usb/BusTrace.h"
 #include "tests/system/usb/UsbDesk.h"
 
@@ -12,7 +13,6 @@ using std::chrono::milliseconds;
 
 constexpr std::size_t kHead = 60;
 
-using Ways = std::tuple<std::size_t, const char*, const char*, const char*>;
 class WholeUpdate : public ::testing::TestWithParam<Ways> { };
 
 TEST_P(WholeUpdate, BringsEveryByteToThePrinterAndGivesItBackToTheKernel)
@@ -39,7 +39,8 @@ INSTANTIATE_TEST_SUITE_P(InEveryWay, WholeUpdate,
                          ::testing::Combine(::testing::Values(1, 3), ::testing::Values("YES", "NO"),
                                             ::testing::Values("--status-query",
                                                               "--no-status-query"),
-                                            ::testing::Values("tenths", "last")));
+                                            ::testing::Values("tenths", "last")),
+                         nameOfWay);
 
 class ImageSize : public ::testing::TestWithParam<std::size_t> { };
 
@@ -57,11 +58,12 @@ TEST_P(ImageSize, ArrivesWhole)
 // Sizes around the printer's packets and those of the bus: the head and 452 bytes fill one.
 INSTANTIATE_TEST_SUITE_P(AroundPieces, ImageSize,
                          ::testing::Values(0, 512 - kHead - 1, 512 - kHead, 512 - kHead + 1, kPiece,
-                                           kPiece + 1, 300000));
+                                           kPiece + 1, 300000),
+                         ::testing::PrintToStringParamName());
 
 // Texts whose blocks fill whole packets, with and without the empty packet that ends an answer.
-class AnswerOfWholePackets : public ::testing::TestWithParam<std::tuple<const char*, const char*>> {
-};
+using Blocks = std::tuple<const char*, const char*>;
+class AnswerOfWholePackets : public ::testing::TestWithParam<Blocks> { };
 
 TEST_P(AnswerOfWholePackets, IsReadToItsEnd)
 {
@@ -79,10 +81,17 @@ TEST_P(AnswerOfWholePackets, IsReadToItsEnd)
     expectStored(printer, package);
 }
 
+std::string nameOfBlocks(const ::testing::TestParamInfo<Blocks>& tested)
+{
+    const auto& [size, empty] = tested.param;
+    return std::string(size) + (std::string(empty) == "--usb-empty-packet" ? "Ended" : "Unended");
+}
+
 INSTANTIATE_TEST_SUITE_P(WithAndWithoutAnEnd, AnswerOfWholePackets,
                          ::testing::Combine(::testing::Values("512", "1024", "4096"),
                                             ::testing::Values("--usb-empty-packet",
-                                                              "--no-usb-empty-packet")));
+                                                              "--no-usb-empty-packet")),
+                         nameOfBlocks);
 
 TEST(UsbUpdate, WaitsForAPrinterThatWritesSlowly)
 {
