@@ -145,6 +145,9 @@ CELLS = {
     "USB bus": {
         "package": "(no bus yet)",
         "connect": ["OrdinaryUser.LearnsThatAPrinterIsConnectedButMayNotBeOpened",
+                    "Printers.AreListedWithTheProgramThatPrints",
+                    "Printers.AreListedWithTheProgramThatHoldsTheInterface",
+                    "Printers.AreNotUpdatedUnderAPrintJob",
                     "UsbConnect.WaitsForABusyPrinter"],
         "enter": "BusFault.EndsWithItsCodeLeavesNothingClaimedAndASecondUpdateWorks",
         "identify": "AnswerOfWholePackets.IsReadToItsEnd",

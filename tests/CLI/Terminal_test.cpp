@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The command line on a terminal: the question, the bar, colours.
 #include "CLI/CommandLine.h"
+#include "CLI/Terminal.h"
 #include "tests/CLI/CommandRun.h"
 
 #include <array>
@@ -8,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <pty.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 using testing::HasSubstr;
@@ -98,6 +100,21 @@ TEST(Terminal, AsksBeforeItStartsAndShowsABar)
     EXPECT_THAT(run.screen, HasSubstr("]  25 %  2.0 of 3.9 KiB  0:02"));
     EXPECT_THAT(run.screen, HasSubstr("]  75 %"));
     EXPECT_THAT(run.screen, HasSubstr("\x1b[32mUpdated\x1b[0m: The printer"));
+}
+
+TEST(Terminal, HasItsOwnRowsAndTheUsualOnesWhereItDoesNotSay)
+{
+    int person = -1;
+    int program = -1;
+    winsize size{10, 100, 0, 0};
+    ASSERT_EQ(openpty(&person, &program, nullptr, nullptr, &size), 0);
+    EXPECT_EQ(rowsOf(program), 10U);
+    size.ws_row = 0;
+    ASSERT_EQ(ioctl(program, TIOCSWINSZ, &size), 0);
+    EXPECT_EQ(rowsOf(program), 24U);
+    close(person);
+    close(program);
+    EXPECT_EQ(rowsOf(-1), 24U);
 }
 
 TEST(Terminal, AsksOnlyForTheFirmwareThatIsChosen)

@@ -110,7 +110,7 @@ TEST(Stop, ASecondUpdateOfThePrinterIsRefusedUntilTheFirstHasEnded)
     const VirtualPrinter printer(slowPrinter({"--fault", "busy-forever"}));
     CliRun first(updateOf(printer, package));
     ASSERT_TRUE(first.process().waitForOutput("\"writing\"", kSoon));
-    CliRun second(updateOf(printer, package));
+    CliRun second(updateOf(printer, package), CliRun::Pauses::full); // as users run it
     EXPECT_EQ(second.exitCode(), 13) << second.process().out();
     const auto result = second.result();
     EXPECT_EQ(result["name"], "printer-busy");

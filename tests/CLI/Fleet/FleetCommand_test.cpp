@@ -71,6 +71,19 @@ TEST_F(FleetCommand, AnEmptyListNamesNoSuchPrinter)
     close(standardInput);
 }
 
+// The standard input of a program is number 0; that of a test is another one.
+TEST_F(FleetCommand, AListIsReadFromTheStandardInputItself)
+{
+    const int kept = dup(STDIN_FILENO);
+    const int file = open(list("# nothing yet\n").c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(dup2(file, STDIN_FILENO), STDIN_FILENO);
+    standardInput = STDIN_FILENO;
+    EXPECT_EQ(update({"--from", "-"}), 68) << out;
+    dup2(kept, STDIN_FILENO);
+    close(kept);
+    close(file);
+}
+
 TEST_F(FleetCommand, AllOfNoPrintersIsNoSuchPrinterEither)
 {
     EXPECT_EQ(update({"--all"}), 68);
