@@ -14,6 +14,14 @@ constexpr unsigned kTenth = 10; // percent, and pieces
 constexpr unsigned kWholeFile = 100;
 constexpr std::uint32_t kPattern = 2; // answers at tenths that cannot be an accident
 
+// With a printer that takes so many milliseconds for an answer.
+unsigned long patienceWith(std::uint64_t pace, unsigned long longestMs)
+{
+    if (pace <= kLeastPatienceMs)
+        return std::min(kLeastPatienceMs, longestMs);
+    return static_cast<unsigned long>(std::min<std::uint64_t>(pace * kPatienceFactor, longestMs));
+}
+
 } // namespace
 
 void AnswerAccount::beginFile()
@@ -73,7 +81,10 @@ bool AnswerAccount::keepsToTenths() const
 
 unsigned long AnswerAccount::patience(unsigned long longestMs) const
 {
-    if (pace() <= kLeastPatienceMs)
-        return std::min(kLeastPatienceMs, longestMs);
-    return static_cast<unsigned long>(std::min<std::uint64_t>(pace() * kPatienceFactor, longestMs));
+    return patienceWith(pace(), longestMs);
+}
+
+unsigned long AnswerAccount::longPatience(unsigned long longestMs) const
+{
+    return patienceWith(m_longestGap, longestMs);
 }

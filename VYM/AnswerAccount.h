@@ -32,6 +32,10 @@ public:
     [[nodiscard]] bool isLagging(unsigned long longestMs) const;
     // Milliseconds of silence after which no further answer is expected; at most longestMs.
     [[nodiscard]] unsigned long patience(unsigned long longestMs) const;
+    // The same where an answer came in spite of such a silence: its slowest answer counts.
+    [[nodiscard]] unsigned long longPatience(unsigned long longestMs) const;
+    // The last block has left, so that only answers may be missing.
+    [[nodiscard]] bool lastIsOut() const { return m_lastIsOut; }
 
 private:
     [[nodiscard]] bool keepsToTenths() const;

@@ -198,19 +198,28 @@ int vymProtocol::CheckState(tag_devinfo& info)
     return result::kSuccess;
 }
 
-// Reads the answer and ignores it. Answers to pieces may arrive first: the printer gets its time to
-// answer before the connection is closed.
+// Reads the answer and ignores it. Answers to file packets may arrive first. After a last block
+// they show that the printer is not as far as its silence made it look: it gets the time of its
+// slowest answer for each further one, and only an answer to this request shows that it took
+// everything.
 int vymProtocol::leave(std::span<unsigned char> packet, Reply& reply)
 {
-    const auto deadline = tickMilliseconds() + m_timeout;
+    const bool isSent = m_answers.lastIsOut();
+    const auto deadline = isSent ? m_sendingEnds : tickMilliseconds() + m_timeout;
     int sent = exchangeOnce(packet, reply);
+    bool isBehind = false;
     while (sent == result::kSuccess && m_answers.due() > 0
            && packets::isReplyTo(packets::kSendFile, reply.bytes())
            && tickMilliseconds() < deadline) {
         const int taken = takeAnswer(reply);
         m_refusedAtTheEnd = taken != result::kSuccess ? taken : m_refusedAtTheEnd;
-        sent = exchangeOnce({}, reply);
+        isBehind = isSent;
+        sent = isSent ? listen(std::max(m_timeout, m_answers.longPatience(m_updateTimeout)), reply)
+                      : exchangeOnce({}, reply);
     }
+    if (isBehind && m_refusedAtTheEnd == result::kSuccess
+        && !packets::isReplyTo(packets::kExitDownload, reply.bytes()))
+        m_refusedAtTheEnd = sent == result::kSuccess ? result::kBadReply : sent;
     return sent;
 }
 

@@ -70,7 +70,8 @@ public:
     // What the printer has said since, without waiting: a refusal counts after all, and where more
     // answers have come than expected, the firmware is concluded again.
     int HearLateAnswers();
-    // A refusal that came as late as the printer was being left; kSuccess: none.
+    // A refusal that came as late as the printer was being left, or kBadReply if it still answered
+    // the firmware's packets then, and not the request to leave; kSuccess: neither.
     [[nodiscard]] int RefusedAtTheEnd() const { return m_refusedAtTheEnd; }
     // The printer has answered a status query since the last firmware.
     [[nodiscard]] bool StatusIsHeard() const { return m_statusIsHeard; }
@@ -158,6 +159,7 @@ private:
     CRITSECT m_lock;
 
     unsigned long m_timeout = 0; // milliseconds, as last set on the connection
+    unsigned long m_updateTimeout = 0; // that of the last firmware
     int m_refusedAtTheEnd = result::kSuccess;
     bool m_statusIsHeard = false;
     bool m_fetchIsHeard = false;

@@ -162,6 +162,7 @@ int vymProtocol::prepareSending(Image& image)
     m_target.getMaxPacket(maxPacket);
     if (const int set = setTimeoutSeconds(seconds); set != result::kSuccess)
         return set;
+    m_updateTimeout = m_timeout;
     image.pieceSize =
         static_cast<unsigned long>(std::min(maxPacket, packets::kMostPacket)) - kHeadSize;
     return result::kSuccess;

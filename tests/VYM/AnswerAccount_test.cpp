@@ -140,6 +140,19 @@ TEST(AnswerAccount, SuspectsOneWhoseAnswersComeAtOtherPieces)
     EXPECT_TRUE(account.isLagging(kLongest));
 }
 
+TEST(AnswerAccount, WaitsForTheSlowestAnswerWhereOneCameAfterAll)
+{
+    AnswerAccount account;
+    Sending sending(account);
+    sending.pieces(100, 100, [](unsigned n) { return n % 10 == 0 && n != 0 ? 2 : -1; })
+        .heardAfter(2);
+    EXPECT_TRUE(account.lastIsOut());
+    sending.heardAfter(1500);
+    EXPECT_EQ(account.patience(kLongest), 500U);
+    EXPECT_EQ(account.longPatience(kLongest), 3000U);
+    EXPECT_EQ(account.longPatience(2000), 2000U);
+}
+
 TEST(AnswerAccount, CountsNoAnswerThatCameBeforeThePacketHadArrived)
 {
     AnswerAccount account;

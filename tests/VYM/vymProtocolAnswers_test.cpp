@@ -304,6 +304,51 @@ TEST_F(vymProtocolAnswers, EndATransferThatOutlastsEveryPrinter)
     EXPECT_LT(filePackets().size(), 30U);
 }
 
+// Of a printer that seemed to answer only its last block.
+TEST_F(vymProtocolAnswers, ThatComeWhileThePrinterIsLeftCountIfItAnswersThatRequestToo)
+{
+    const struct {
+        const char* why;
+        std::vector<std::string> late;
+        int refused;
+    } table[] = {
+        {"silence", {}, 1},
+        {"the request's own answer", {printer::exit()}, 1},
+        {"an older answer, then the request's own", {printer::piece(), printer::exit()}, 1},
+        {"an older answer, then silence", {printer::piece()}, -5},
+        {"an older answer, then a refusal", {printer::piece(), printer::piece(0x804)}, -2},
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.why);
+        prepare(150, false);
+        silentPieces(2);
+        m_script.queueReply(printer::piece()).queueReply("");
+        EXPECT_EQ(update(), 1);
+        for (const auto& answer : row.late)
+            m_script.queueReply(answer);
+        EXPECT_EQ(m_protocol->ExitDownLoadMode(), 1);
+        EXPECT_EQ(m_protocol->RefusedAtTheEnd(), row.refused);
+        EXPECT_EQ(m_script.queuedReplies(), 0U);
+    }
+}
+
+TEST_F(vymProtocolAnswers, AreWaitedForWhileThePrinterIsLeftForTwiceItsLongestTime)
+{
+    prepare(150, false);
+    silentPieces(2);
+    m_script.queueReply(printer::piece()).queueReply("");
+    EXPECT_EQ(update(), 1);
+    const auto before = m_script.timeouts().size();
+    m_time.advance(3000);
+    m_script.queueReply(printer::piece()).queueReply(printer::exit());
+    EXPECT_EQ(m_protocol->ExitDownLoadMode(), 1);
+    EXPECT_EQ(m_protocol->RefusedAtTheEnd(), 1);
+    auto timeouts = m_script.timeouts();
+    timeouts.erase(timeouts.begin(), timeouts.begin() + static_cast<std::ptrdiff_t>(before));
+    EXPECT_THAT(timeouts,
+                ::testing::Contains(::testing::AllOf(::testing::Ge(6000U), ::testing::Le(7500U))));
+}
+
 TEST_F(vymProtocolAnswers, AreHeardOutBeforeThePrinterIsLeft)
 {
     prepare(300);
