@@ -207,13 +207,14 @@ int vymProtocol::leave(std::span<unsigned char> packet, Reply& reply)
     const bool isSent = m_answers.lastIsOut();
     const auto deadline = isSent ? m_sendingEnds : tickMilliseconds() + m_timeout;
     int sent = exchangeOnce(packet, reply);
-    bool isBehind = false;
-    while (sent == result::kSuccess && m_answers.due() > 0
-           && packets::isReplyTo(packets::kSendFile, reply.bytes())
-           && tickMilliseconds() < deadline) {
+    const auto isOlder = [&] {
+        return sent == result::kSuccess && m_answers.due() > 0
+            && packets::isReplyTo(packets::kSendFile, reply.bytes());
+    };
+    const bool isBehind = isSent && isOlder();
+    while (isOlder() && tickMilliseconds() < deadline) {
         const int taken = takeAnswer(reply);
         m_refusedAtTheEnd = taken != result::kSuccess ? taken : m_refusedAtTheEnd;
-        isBehind = isSent;
         sent = isSent ? listen(std::max(m_timeout, m_answers.longPatience(m_updateTimeout)), reply)
                       : exchangeOnce({}, reply);
     }

@@ -70,8 +70,9 @@ public:
     // What the printer has said since, without waiting: a refusal counts after all, and where more
     // answers have come than expected, the firmware is concluded again.
     int HearLateAnswers();
-    // A refusal that came as late as the printer was being left, or kBadReply if it still answered
-    // the firmware's packets then, and not the request to leave; kSuccess: neither.
+    // A refusal that came as late as the printer was being left. If it still answered the
+    // firmware's packets then, and not the request to leave: the transport's failure, or kBadReply.
+    // Else kSuccess.
     [[nodiscard]] int RefusedAtTheEnd() const { return m_refusedAtTheEnd; }
     // The printer has answered a status query since the last firmware.
     [[nodiscard]] bool StatusIsHeard() const { return m_statusIsHeard; }

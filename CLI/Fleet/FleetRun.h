@@ -20,7 +20,7 @@ struct MemberCommand {
     std::string variable; // of its environment: NAME=VALUE
 };
 
-// Receives what happens, on the thread of the run: for each printer that starts: its start, its
+// Receives what happens to each printer that starts, on the thread of the run: its start, its
 // lines, its end. Indexes are below the orders' count.
 class FleetObserver {
 public:

@@ -332,6 +332,19 @@ TEST_F(vymProtocolAnswers, ThatComeWhileThePrinterIsLeftCountIfItAnswersThatRequ
     }
 }
 
+TEST_F(vymProtocolAnswers, ThatComeWhileThePrinterIsLeftAreNotWaitedForBeyondTheTransfersTime)
+{
+    prepare(150, false);
+    silentPieces(2);
+    m_script.queueReply(printer::piece()).queueReply("");
+    EXPECT_EQ(update(), 1);
+    m_time.advance(700000); // more than ten minutes
+    m_script.queueReply(printer::piece()).queueReply(printer::piece());
+    EXPECT_EQ(m_protocol->ExitDownLoadMode(), 1);
+    EXPECT_EQ(m_protocol->RefusedAtTheEnd(), -5);
+    EXPECT_EQ(m_script.queuedReplies(), 1U);
+}
+
 TEST_F(vymProtocolAnswers, AreWaitedForWhileThePrinterIsLeftForTwiceItsLongestTime)
 {
     prepare(150, false);

@@ -89,20 +89,22 @@ std::string ownName()
     return name + " (process " + std::to_string(getpid()) + ")";
 }
 
+Json warningOf(const PackageFolder& package)
+{
+    CliRun run(listOf(package), CliRun::Pauses::full);
+    run.exitCode();
+    return run.result()["printers"][0]["warning"];
+}
+
 TEST(Printers, AreListedWithTheProgramThatPrints)
 {
     const PackageFolder package(kFirmware);
     const BusPrinter printer;
     ASSERT_TRUE(driverServes(1));
-    const auto warning = [&package] {
-        CliRun run(listOf(package), CliRun::Pauses::full);
-        run.exitCode();
-        return run.result()["printers"][0]["warning"];
-    };
-    EXPECT_TRUE(warning().is_null()) << "nothing has it open";
+    EXPECT_TRUE(warningOf(package).is_null()) << "nothing has it open";
     const PrintJob job;
     ASSERT_TRUE(job.isPrinting());
-    EXPECT_EQ(warning(), "it is in use by " + ownName());
+    EXPECT_EQ(warningOf(package), "it is in use by " + ownName());
     CliRun run({"printers", "--all", "--package", package.path()}, CliRun::Pauses::full);
     EXPECT_EQ(run.exitCode(), 69) << "there is no print server: " << run.process().errors();
     EXPECT_NE(run.process().out().find("it is in use by " + ownName()), std::string::npos)
@@ -116,10 +118,7 @@ TEST(Printers, AreListedWithTheProgramThatHoldsTheInterface)
     ASSERT_TRUE(driverServes(1));
     const HeldInterface other;
     ASSERT_TRUE(other.held());
-    CliRun run(listOf(package), CliRun::Pauses::full);
-    run.exitCode();
-    EXPECT_EQ(run.result()["printers"][0]["warning"], "it is in use by " + ownName())
-        << run.process().out();
+    EXPECT_EQ(warningOf(package), "it is in use by " + ownName());
 }
 
 TEST(Printers, AreNotUpdatedUnderAPrintJob)

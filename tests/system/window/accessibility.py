@@ -82,8 +82,10 @@ class Bus:
         where nothing is visible, and without nodes that vanish meanwhile. Queries a level at once."""
         if not places:
             return []
-        answers = iter(self._ask_all([(place, *query) for place in places for query in QUERIES]))
-        looks = [self._look(place, *answer) for place, *answer in zip(places, *[answers] * len(QUERIES))]
+        answers = self._ask_all([(place, *query) for place in places for query in QUERIES])
+        firsts = range(0, len(answers), len(QUERIES))
+        looks = [self._look(place, *answers[first:first + len(QUERIES)])
+                 for place, first in zip(places, firsts)]
         below = iter(self.trees([child for _, children in looks for child in children]))
         return [[*nodes, *chain.from_iterable(islice(below, len(children)))]
                 for nodes, children in looks]
