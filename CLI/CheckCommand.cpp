@@ -11,9 +11,6 @@
 namespace {
 
 constexpr const char* kStage = "Asking the printer";
-// The time that a check gets for leaving the printer politely after a stop request, in seconds: the
-// command then ends within two.
-constexpr double kGrace = 1.5;
 
 // All data of the thread that checks, so that it can outlive the wait for it.
 struct Check {
@@ -41,7 +38,7 @@ StopCause watch(Check& check, Workplace& place)
             continue;
         if (!check.stop.exchange(true)) {
             cause = wake == Wake::signal ? StopCause::user : StopCause::deadline;
-            leaveAt = place.session.seconds() + kGrace;
+            leaveAt = place.session.seconds() + kLeavingGrace;
         }
         place.report.stopping(cause, place.session.seconds());
     }

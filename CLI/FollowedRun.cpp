@@ -91,7 +91,7 @@ void FollowedRun::askToStop()
     if (m_stopping.isStarted())
         return;
     if (m_facts.stop != StopCause::none)
-        m_leaveAt = m_place.session.seconds() + kGrace;
+        m_leaveAt = m_place.session.seconds() + kLeavingGrace;
     m_stopping.start(m_place.session, [this] { m_run.stop(); });
 }
 
@@ -158,7 +158,7 @@ void FollowedRun::hear(Wake wake)
         return;
     if (m_run.endCode().has_value()) {
         // It already ends by itself, but a silent printer delays that.
-        m_leaveAt = m_place.session.seconds() + kGrace;
+        m_leaveAt = m_place.session.seconds() + kLeavingGrace;
         return;
     }
     if (wake == Wake::signal)

@@ -6,7 +6,7 @@
 // Threads:   the command's own.
 // Invariant: once firmware may be on its way, the worker is waited for, however long it takes and
 //            whatever cannot be shown meanwhile. Before that, a worker that waits for a silent
-//            printer is left behind after kGrace.
+//            printer is left behind after kLeavingGrace.
 #pragma once
 #include "CLI/BackgroundTask.h"
 #include "CLI/Commands.h"
@@ -17,10 +17,6 @@
 
 class FollowedRun {
 public:
-    // The time that a worker gets for leaving the printer politely, in seconds: the run then ends
-    // within two.
-    static constexpr double kGrace = 1.5;
-
     FollowedRun(const PackageFacts& package, Workplace& place, Destination& destination);
     // lock: of the printer; may be one that was not taken. If the worker was left behind, sets
     // place.isThreadLeft: this object must then live until the process ends.

@@ -13,7 +13,7 @@
 namespace {
 
 // All data of the look-up thread, so that the thread can outlive the wait for it.
-struct Lookup {
+struct HostQuery {
     std::string name;
     HostLookup found;
     BackgroundTask task; // last, so that it ends before its data
@@ -38,7 +38,7 @@ HostLookup found(const std::string& name)
 
 HostLookup lookUpHost(Workplace& place, const std::string& name)
 {
-    auto lookup = std::make_unique<Lookup>();
+    auto lookup = std::make_unique<HostQuery>();
     lookup->name = name;
     lookup->task.start(place.session, [&each = *lookup] { each.found = found(each.name); });
     const auto stage = "Looking up " + plainText(name);

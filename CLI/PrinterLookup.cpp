@@ -11,7 +11,7 @@
 namespace {
 
 // The time for an unwanted query to end by itself; most do within it.
-constexpr double kGrace = 1;
+constexpr double kSearchGrace = 1;
 
 // The current query: one thread sets it, another shows it.
 class Whereabouts : public PrinterSearchObserver {
@@ -76,7 +76,7 @@ StopCause watch(Lookup& lookup, Workplace& place)
         if (wake != Wake::signal && wake != Wake::deadline)
             continue;
         lookup.cancel = true;
-        leaveAt = place.session.seconds() + kGrace;
+        leaveAt = place.session.seconds() + kSearchGrace;
         stop = wake == Wake::signal ? StopCause::user : StopCause::deadline;
     }
     return stop;

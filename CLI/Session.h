@@ -14,6 +14,10 @@
 #include <optional>
 #include <string>
 
+// The time that a run or check gets for leaving the printer politely after a stop request, in
+// seconds: the command then ends within two.
+constexpr double kLeavingGrace = 1.5;
+
 enum class Wake : std::uint8_t { tick, signal, deadline, notified, readable };
 
 class Session {

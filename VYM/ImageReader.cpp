@@ -9,12 +9,6 @@
 #include <exception>
 #include <utility>
 
-namespace {
-
-constexpr unsigned long kHeadSize = sizeof(TAG_CMDSENDFILE);
-
-} // namespace
-
 int ImageReader::open(const char* fileName, unsigned long pieceSize)
 {
     assert(fileName != nullptr && pieceSize != 0);
@@ -25,8 +19,8 @@ int ImageReader::open(const char* fileName, unsigned long pieceSize)
         return result::kFirmwareUnreadable;
     m_pieceSize = std::min(pieceSize, std::max(m_size, 1UL));
     try {
-        m_taken.bytes.resize(kHeadSize + m_pieceSize);
-        m_ahead.bytes.resize(kHeadSize + m_pieceSize);
+        m_taken.bytes.resize(packets::kFileHeadSize + m_pieceSize);
+        m_ahead.bytes.resize(packets::kFileHeadSize + m_pieceSize);
     } catch (const std::exception&) {
         return result::kSystem;
     }
@@ -37,7 +31,7 @@ void ImageReader::read(Piece& piece, unsigned long offset) const
 {
     assert(offset < m_size && m_pieceSize != 0);
     piece.length = std::min(m_size - offset, m_pieceSize);
-    auto* data = piece.bytes.data() + kHeadSize;
+    auto* data = piece.bytes.data() + packets::kFileHeadSize;
     piece.isRead = vymBindInfo::Instance()->readSealed(m_place + offset, data, piece.length);
     piece.sum = packets::byteSum({data, piece.length});
 }
@@ -61,6 +55,6 @@ void ImageReader::run()
 
 std::span<unsigned char> ImageReader::packet()
 {
-    assert(m_taken.bytes.size() >= kHeadSize + m_taken.length);
-    return {m_taken.bytes.data(), kHeadSize + m_taken.length};
+    assert(m_taken.bytes.size() >= packets::kFileHeadSize + m_taken.length);
+    return {m_taken.bytes.data(), packets::kFileHeadSize + m_taken.length};
 }

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr unsigned long kHeadSize = packets::kFileHeadSize;
 constexpr std::uint64_t kWhole = 100; // per cent
 
 // The limit of a whole transfer, besides the time-out of a packet: far more than any printer needs,
@@ -52,12 +51,12 @@ int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned lo
     const unsigned long following =
         data != nullptr && kind != packets::kHeadOnly ? dataLengthOf(head) : 0;
     try {
-        m_sendBuffer.resize(kHeadSize + following);
+        m_sendBuffer.resize(packets::kFileHeadSize + following);
     } catch (const std::exception&) {
         return result::kSystem;
     }
-    std::memcpy(m_sendBuffer.data(), &head, kHeadSize);
-    std::copy_n(data, following, m_sendBuffer.data() + kHeadSize);
+    std::memcpy(m_sendBuffer.data(), &head, packets::kFileHeadSize);
+    std::copy_n(data, following, m_sendBuffer.data() + packets::kFileHeadSize);
     return sendFilePacket(m_sendBuffer);
 }
 
@@ -65,7 +64,7 @@ int vymProtocol::SendFileData(const char* name, unsigned short kind, unsigned lo
 int vymProtocol::sendFilePacket(std::span<unsigned char> packet)
 {
     const packets::FilePacket sent(packet);
-    assert(sent.isFile() && packet.size() >= kHeadSize);
+    assert(sent.isFile() && packet.size() >= packets::kFileHeadSize);
     Reply reply(*this);
     if (!sent.isData()) {
         if (const int ended = sendLastBlock(packet, reply); ended != result::kSuccess)
@@ -149,7 +148,8 @@ int vymProtocol::CheckSending() const
     if (!m_target.getMaxPacket(maxPacket))
         return result::kSystem;
     // Head and at least one byte of firmware go into a packet.
-    return maxPacket > static_cast<int>(kHeadSize) ? result::kSuccess : result::kBadReply;
+    return maxPacket > static_cast<int>(packets::kFileHeadSize) ? result::kSuccess
+                                                                : result::kBadReply;
 }
 
 int vymProtocol::prepareSending(Image& image)
@@ -163,8 +163,8 @@ int vymProtocol::prepareSending(Image& image)
     if (const int set = setTimeoutSeconds(seconds); set != result::kSuccess)
         return set;
     m_updateTimeout = m_timeout;
-    image.pieceSize =
-        static_cast<unsigned long>(std::min(maxPacket, packets::kMostPacket)) - kHeadSize;
+    image.pieceSize = static_cast<unsigned long>(std::min(maxPacket, packets::kMostPacket))
+        - packets::kFileHeadSize;
     return result::kSuccess;
 }
 
@@ -214,12 +214,12 @@ int vymProtocol::sendPiece(Image& image, unsigned short kind)
     m_bytesWentOut = true;
     auto& pieces = image.pieces;
     const auto packet = pieces.packet();
-    const auto head =
-        packets::sendFile(image.name,
-                          {kind, static_cast<std::uint32_t>(pieces.offset()),
-                           static_cast<std::uint32_t>(pieces.size()), packet.data() + kHeadSize,
-                           static_cast<std::uint32_t>(packet.size() - kHeadSize), pieces.sum()});
-    std::memcpy(packet.data(), &head, kHeadSize);
+    const auto head = packets::sendFile(
+        image.name,
+        {kind, static_cast<std::uint32_t>(pieces.offset()),
+         static_cast<std::uint32_t>(pieces.size()), packet.data() + packets::kFileHeadSize,
+         static_cast<std::uint32_t>(packet.size() - packets::kFileHeadSize), pieces.sum()});
+    std::memcpy(packet.data(), &head, packets::kFileHeadSize);
     return sendFilePacket(packet);
 }
 

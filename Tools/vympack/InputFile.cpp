@@ -56,11 +56,11 @@ bool InputFile::readText(std::uint64_t offset, std::size_t length, std::string& 
 
 std::string InputFile::digest(std::uint64_t offset, std::uint64_t length) const
 {
-    constexpr auto kPiece = std::size_t{256} * 1024; // the disk, not the calls, sets the pace
+    constexpr auto kDigestPiece = std::size_t{256} * 1024; // the disk, not the calls, sets the pace
     Sha256 digest;
     std::string piece;
     while (length > 0) {
-        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(length, kPiece));
+        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(length, kDigestPiece));
         if (!readText(offset, count, piece))
             return {};
         addTo(digest, piece.data(), count);

@@ -35,7 +35,7 @@ protected:
         m_desk.program("start", startScript(kBare));
         std::filesystem::rename(m_desk.path("programs"), m_desk.path("a folder"));
     }
-    [[nodiscard]] Outcome start(const std::string& environment) const
+    [[nodiscard]] Ended start(const std::string& environment) const
     {
         return shell("cd /; env -i PATH=/usr/bin:/bin " + environment + " '"
                      + m_desk.path("a folder/start") + "'");

@@ -10,17 +10,17 @@
 
 namespace vympack_test {
 
-struct Outcome {
+struct Ended {
     int code;
     std::string output; // both streams, unless the line redirects one
 };
 
-inline Outcome shell(const std::string& line)
+inline Ended shell(const std::string& line)
 {
     auto* pipe = ::popen(("exec 2>&1; " + line).c_str(), "r");
     if (pipe == nullptr)
         return {-1, "the program cannot be run"};
-    Outcome outcome{-1, {}};
+    Ended outcome{-1, {}};
     std::array<char, 4096> piece{};
     while (const auto got = std::fread(piece.data(), 1, piece.size(), pipe))
         outcome.output.append(piece.data(), got);
@@ -29,7 +29,7 @@ inline Outcome shell(const std::string& line)
     return outcome;
 }
 
-inline Outcome run(const std::string& arguments)
+inline Ended run(const std::string& arguments)
 {
     return shell(std::string(VYMPACK_PROGRAM) + " " + arguments);
 }
