@@ -16,8 +16,9 @@ namespace {
 constexpr int kInvalidArgument = 22;
 constexpr int kRange = 34;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kAllocatorStopsOnHugeSizes = true;
+#ifdef __has_feature
+constexpr bool kAllocatorStopsOnHugeSizes =
+    __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
 #else
 constexpr bool kAllocatorStopsOnHugeSizes = false;
 #endif
