@@ -41,10 +41,14 @@ Process::Environment withOwnFolders(const TempFolder& state, const Process::Envi
     return environment;
 }
 
-std::vector<std::string> cliCommand(std::vector<std::string> arguments, CliRun::Pauses pauses)
+std::vector<std::string> cliCommand(const std::vector<std::string>& arguments,
+                                    CliRun::Pauses pauses, CliRun::Streams streams)
 {
-    const auto* program = pauses == CliRun::Pauses::full ? VYMKIT_CLI : VYMKIT_CLI_FAST;
-    return joined({program}, arguments);
+    std::vector<std::string> command;
+    if (streams == CliRun::Streams::closed)
+        command = {"/bin/sh", "-c", R"(exec "$0" "$@" <&- >&- 2>&-)"};
+    command.emplace_back(pauses == CliRun::Pauses::full ? VYMKIT_CLI : VYMKIT_CLI_FAST);
+    return joined(command, arguments);
 }
 
 } // namespace
@@ -142,9 +146,9 @@ std::string VirtualPrinter::transcript() const
     return readFile(m_store.path() / m_address / "transcript.txt");
 }
 
-CliRun::CliRun(std::vector<std::string> arguments, Pauses pauses,
-               const Process::Environment& environment)
-    : m_process(cliCommand(std::move(arguments), pauses), withOwnFolders(m_state, environment))
+CliRun::CliRun(const std::vector<std::string>& arguments, Pauses pauses,
+               const Process::Environment& environment, Streams streams)
+    : m_process(cliCommand(arguments, pauses, streams), withOwnFolders(m_state, environment))
 {
 }
 

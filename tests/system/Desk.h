@@ -77,8 +77,11 @@ class CliRun {
 public:
     // fast: with shortened pauses; otherwise the program that users get.
     enum class Pauses { shortened, full };
-    explicit CliRun(std::vector<std::string> arguments, Pauses pauses = Pauses::shortened,
-                    const Process::Environment& environment = {});
+    // closed: it is started without standard input, output and error, as some services start
+    // theirs.
+    enum class Streams { kept, closed };
+    explicit CliRun(const std::vector<std::string>& arguments, Pauses pauses = Pauses::shortened,
+                    const Process::Environment& environment = {}, Streams streams = Streams::kept);
     [[nodiscard]] Process& process() { return m_process; }
     int exitCode(std::chrono::seconds limit = kSoon);
     // All lines; each must be JSON, and the last must be the result.

@@ -28,8 +28,8 @@ void overwrite(const std::string& path, std::size_t begin, std::size_t end)
     std::ofstream(path, std::ios::binary | std::ios::in) << bytes;
 }
 
-// What is on its way to the printer has a bound, so the part that changes is read seconds later.
-// The printer does nothing while it is changed.
+// Only so many bytes can be on their way to the printer, so the part that changes is read seconds
+// later. The printer does nothing while it is changed.
 TEST(PackageThatIsWrittenOver, EndsTheUpdateBeforeTheLastBlock)
 {
     const PackageFolder package({{"MAIN", "AB010200", 1500000}}, {"UPDATETIME 60"});

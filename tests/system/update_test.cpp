@@ -71,6 +71,27 @@ TEST(Update, SkipsWhatThePrinterDoesNotListAndSendsTheRest)
     EXPECT_EQ(printer.storedFiles(), 1U);
 }
 
+// No file or socket of the run may have the number of a closed stream: what is printed would go
+// there.
+TEST(Update, ArrivesWholeWhenTheStandardStreamsAreClosed)
+{
+    const PackageFolder package(threeFirmware());
+    const VirtualPrinter printer(listsOlder());
+    printer.hold();
+    CliRun run(updateOf(printer, package), CliRun::Pauses::shortened, {}, CliRun::Streams::closed);
+    const auto folder = "/proc/" + std::to_string(run.process().pid()) + "/fd/";
+    for (const char* stream : {"0", "1", "2"})
+        waitUntil([&] {
+            std::error_code none;
+            return std::filesystem::read_symlink(folder + stream, none) == "/dev/null";
+        });
+    printer.goOn();
+    EXPECT_EQ(run.exitCode(), 0);
+    expectStored(printer, package);
+    EXPECT_EQ(run.process().out(), "");
+    EXPECT_NE(run.log().find("result: 1 updated"), std::string::npos) << run.log();
+}
+
 TEST(Update, LeavesALogThatSaysHowFarItCameWhenItIsKilled)
 {
     const PackageFolder package({{"MAIN", "AB010200", 500000}});

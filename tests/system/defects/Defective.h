@@ -32,13 +32,13 @@ public:
     [[nodiscard]] std::string write(const struct Row& row) const;
     [[nodiscard]] const TempFolder& folder() const { return m_folder; }
     [[nodiscard]] std::string file() const { return m_folder / "VYMBINDDATA"; }
-    // What vymkit-cli says about it: the result of its JSON.
+    // The result in vymkit-cli's JSON.
     [[nodiscard]] Json info() const;
     [[nodiscard]] Json package() const { return info()["package"]; }
     // An update, or a check, of a printer with this firmware (NAME=VERSION).
     Json update(const std::string& installed = "MAIN=AB010100");
     Json check(const std::string& installed = "MAIN=AB010100");
-    // What the printer of the last update or check stored; empty if nothing of that name.
+    // The file that the printer of the last update or check stored; empty if none has that name.
     [[nodiscard]] std::optional<std::string> stored(const std::string& name) const;
     [[nodiscard]] std::string transcript() const { return m_printer->transcript(); }
 
