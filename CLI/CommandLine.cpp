@@ -212,7 +212,7 @@ Outcome runSafely(Workplace& place)
     }
 }
 
-// What is said where there is no memory for more, as far as it is known now.
+// The facts to report if memory runs out, as far as they are known now.
 LastFacts lastFacts(int argc, const char* const* argv)
 {
     LastFacts last;

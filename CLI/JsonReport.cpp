@@ -62,7 +62,7 @@ Json firmwareToJson(const PackagedFirmware& firmware)
             {"file_bytes", orNull(firmware.bytes)}};
 }
 
-// What broke off at its first bytes may have gone out; it is not called sent.
+// A firmware that broke off at its first bytes may have gone out; it is not called sent.
 bool isSent(const FirmwareOutcome& outcome)
 {
     return outcome.bytesWentOut && (outcome.bytesSent != 0 || outcome.confirmed);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What is known of the connection to the printer after a check or an update: why it failed, for the
-// message to people.
+// The facts known of the connection to the printer after a check or an update: why it failed, for
+// the message to people.
 //
 // Owns:    its texts, by value.
 // Threads: the command's.

@@ -23,7 +23,7 @@ constexpr std::size_t kLongestHost = 253; // as the domain name system allows
 constexpr const char* kWhatToDo =
     "Say what to do: info, printers, check, update, history, doctor or report.";
 
-// What the process of one printer of many does not get from the call's own line.
+// Options of a call for many printers that are not handed on to the process of each printer.
 constexpr std::array<std::string_view, 17> kNotPassedOn = {
     "--address", "-a",     "--printer", "--uri",          "--all",      "--from",
     "--results", "--jobs", "--canary",  "--max-failures", "--deadline", "--deadline-each",
@@ -212,7 +212,7 @@ std::string numberError(const Options& options, const CLI::App& app, const Words
     return {};
 }
 
-// What is wrong with the demands on the package.
+// Says what is wrong with the demands on the package; empty if nothing is.
 std::string trustError(const Options& options)
 {
     const bool opensPackage = options.command == Command::info || asksAPrinter(options.command);

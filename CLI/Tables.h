@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a package holds, what became of each firmware, which printers there are, as tables for
-// people. A table that is wider than so many columns becomes a list.
+// Tables for people: the contents of a package, the outcome of each firmware, the printers. A table
+// that is wider than so many columns becomes a list.
 //
 // Threads: any. Pure functions.
 #pragma once

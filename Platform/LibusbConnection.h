@@ -76,7 +76,7 @@ private:
     unsigned long m_asked = 0; // bytes to write
     unsigned char* m_readInto = nullptr;
     std::uint32_t m_readRoom = 0; // bytes that the caller of the read has room for
-    // What came beyond that, since a bus gives whole packets; the next read begins with it.
+    // Bytes beyond that, since a bus gives whole packets; the next read begins with them.
     std::array<unsigned char, kLongestPacket> m_surplus{};
     std::uint32_t m_surplusSize = 0;
     bool m_surplusOwed = false; // to the read that is outstanding

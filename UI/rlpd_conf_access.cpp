@@ -67,12 +67,12 @@ bool isComment(std::string_view line)
 }
 
 // The text after the mark, up to the line's end.
-bool findBehind(std::string_view line, std::string_view mark, std::string_view& behind)
+bool findAfter(std::string_view line, std::string_view mark, std::string_view& rest)
 {
     const auto at = isComment(line) ? npos : line.find(mark);
     if (at == npos)
         return false;
-    behind = line.substr(at + mark.size());
+    rest = line.substr(at + mark.size());
     return true;
 }
 
@@ -87,10 +87,10 @@ bool nextQueue(std::string_view& text, QueueEntry& entry)
     while (!text.empty()) {
         const auto line = firstLine(text);
         text.remove_prefix(line.size());
-        std::string_view behind;
-        if (!findBehind(line, kQueueMark, behind) || behind.find('>') == npos)
+        std::string_view rest;
+        if (!findAfter(line, kQueueMark, rest) || rest.find('>') == npos)
             continue;
-        entry = {behind.substr(0, behind.find('>')), text};
+        entry = {rest.substr(0, rest.find('>')), text};
         return true;
     }
     return false;
@@ -107,7 +107,7 @@ bool findQueue(std::string_view text, std::string_view name, QueueEntry& entry)
 
 bool findDevicePath(const QueueEntry& entry, std::string_view& path)
 {
-    return !entry.rest.empty() && findBehind(firstLine(entry.rest), kPathMark, path);
+    return !entry.rest.empty() && findAfter(firstLine(entry.rest), kPathMark, path);
 }
 
 const char* signatureOf(std::string_view path)

@@ -67,8 +67,8 @@ public:
     // Whether the accepted answer of the last firmware is the last block's own; waits for as long
     // as the printer may still answer. UpdateFirmware calls it if the printer has no status query.
     int ConcludeFirmware();
-    // What the printer has said since, without waiting: a refusal counts after all, and where more
-    // answers have come than expected, the firmware is concluded again.
+    // Reads, without waiting, what the printer has sent since: a refusal counts after all, and
+    // where more answers have come than expected, the firmware is concluded again.
     int HearLateAnswers();
     // A refusal that came as late as the printer was being left. If it still answered the
     // firmware's packets then, and not the request to leave: the transport's failure, or kBadReply.

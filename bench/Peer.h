@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <sys/types.h>
 
-// What the peer reports to an updater; the senders have to use the same values.
+// The values that the peer reports to an updater; the senders have to use the same values.
 constexpr unsigned kMaxPacket = 65536;
 constexpr unsigned kReplySize = 12; // of an acknowledgement
 

@@ -73,7 +73,7 @@ void checkStretch(const vymBindInfo& container, std::string_view bytes, const En
         require(got == length, "a stretch's length is cut to the entry");
         require(buffer.starts_with(there), "a stretch's bytes");
         require(buffer.find_first_not_of('#', there.size()) == std::string::npos,
-                "nothing is written behind a stretch");
+                "nothing is written after a stretch");
     }
 }
 

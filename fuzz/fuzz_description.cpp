@@ -16,14 +16,14 @@ void checkRows(std::string_view text)
     std::string_view row;
     for (const auto& expected : model::rowsOf(text))
         require(rows.next(row) && row == expected, "a row");
-    require(!rows.next(row), "no row behind the last");
+    require(!rows.next(row), "no row after the last");
     for (const std::string_view key : {"VERSION", "PORT", "MODELNAME", ""}) {
         const auto expected = model::rowsOfKey(text, key);
         const auto most = std::min<std::size_t>(expected.size(), kMostRows);
         for (unsigned i = 0; i < most; ++i)
             require(description::findRow(text, key, i) == expected[i], "the row of a key");
-        const auto behind = static_cast<unsigned>(expected.size());
-        require(description::findRow(text, key, behind).empty(), "no row behind a key's last");
+        const auto afterLast = static_cast<unsigned>(expected.size());
+        require(description::findRow(text, key, afterLast).empty(), "no row after a key's last");
     }
 }
 
@@ -55,7 +55,7 @@ void checkTokens(const std::string& row)
         require(tokens.next(token) && token == expected, "a token");
         checkToken(expected);
     }
-    require(!tokens.next(token), "no token behind the last");
+    require(!tokens.next(token), "no token after the last");
     require(row.ends_with(description::afterToken(row)), "what follows the first token");
     for (const std::string_view needle : {"YES", "no", "", "="}) {
         const auto found = model::upper(row).find(model::upper(needle));
@@ -109,7 +109,7 @@ void checkPackageVersions(const vymParse& parse)
     }
     require(answered == std::min(parse.countVersionRows(), kMostRows), "the VERSION rows counted");
     require(!parse.getDispFirmVersion(parse.countVersionRows(), field[0], field[1]),
-            "nothing to show behind the last row");
+            "nothing to show after the last row");
 }
 
 // The first row with that name, found by a walk; empty if the walk would be too long.

@@ -33,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& queue : answer.queues)
         check(queue);
     IppAnswer longer;
-    require(!isWhole || readIppAnswer(std::string(text) + "more", longer), "more behind the end");
-    require(longer.queues.size() == answer.queues.size(), "what is behind the end has no queue");
+    require(!isWhole || readIppAnswer(std::string(text) + "more", longer), "more after the end");
+    require(longer.queues.size() == answer.queues.size(), "what is after the end has no queue");
     return 0;
 }

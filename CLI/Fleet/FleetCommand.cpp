@@ -157,7 +157,7 @@ std::optional<Outcome> FleetCall::choose(std::vector<PrinterWord> words)
     return std::nullopt;
 }
 
-// What has ended well stays so; what needs a person waits for one.
+// A printer that has ended well stays so; one that needs a person waits for one.
 void FleetCall::leaveOutEarlier()
 {
     if (!m_results)

@@ -53,7 +53,7 @@ private:
     Output m_output; // all lines of the run; the report writes only after it
 };
 
-// What a status line says, in a few words: "sending firmware 1 of 2  45 %".
+// A status line in a few words: "sending firmware 1 of 2  45 %".
 std::string stageOf(const std::string& line)
 {
     const auto json = ReadJson::parse(line, nullptr, false);

@@ -5,8 +5,8 @@ namespace vympack {
 
 namespace {
 
-// What the bare programs need on Debian 12; the packages' test compares it with what the Debian
-// packages depend on.
+// The packages that the bare programs need on Debian 12; a test compares them with the dependencies
+// of the Debian packages.
 constexpr const char* kDebianLibraries =
     "libqt6widgets6 libqt6uitools6 libqt6svg6 libusb-1.0-0 libsodium23 libsystemd0 libcups2";
 

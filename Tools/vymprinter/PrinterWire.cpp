@@ -28,7 +28,7 @@ void readName(ByteView packet, Request& request)
     if (end == field.end())
         request.defect = "the name has no end";
     else if (!isZero(field.subspan(request.name.size())))
-        request.defect = "bytes behind the name are not zero";
+        request.defect = "bytes after the name are not zero";
 }
 
 void readSendFile(ByteView packet, Request& request)

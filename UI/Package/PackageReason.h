@@ -18,7 +18,7 @@ enum class PackageFault : std::uint8_t {
     notInFolder,
     notAFile,
     notReadable,
-    // What it contains.
+    // Its contents.
     notAPackage,
     noDescription,
     largeDescription,

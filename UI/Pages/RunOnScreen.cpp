@@ -173,7 +173,7 @@ void RunOnScreen::refuseEnd(const std::string& what)
                           + " asked the program to end; an update is never cut, so it goes on");
 }
 
-// What the worker did; also keeps what a later query of the printer is compared with.
+// The worker's results; also keeps those that a later query of the printer is compared with.
 ResultFacts RunOnScreen::takeResults()
 {
     ResultFacts facts;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What helps a user whose printer was found but cannot be listed. Words are the caller's.
+// Help for a user whose printer was found but cannot be listed. Words are the caller's.
 //
 // Owns:    nothing.
 // Threads: any. Pure functions.

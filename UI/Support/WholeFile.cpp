@@ -30,7 +30,7 @@ int writeAll(int descriptor, std::string_view text)
     return fsync(descriptor) == 0 ? 0 : errno;
 }
 
-// What a link leads to is the file that is replaced: the link stays.
+// Follows a link to the file that is replaced: the link stays.
 std::string resolved(const std::string& path)
 {
     char* whole = realpath(path.c_str(), nullptr);

@@ -24,7 +24,7 @@ public:
     Announcer& operator=(const Announcer&) = delete;
 
     void announce(QWidget& about, const QString& text); // without a reader, only keeps it
-    // What a reader can still fetch, the oldest first.
+    // The announcements that a reader can still fetch, the oldest first.
     [[nodiscard]] const std::deque<QAccessible::Id>& kept() const { return m_kept; }
 
 private:

@@ -248,8 +248,8 @@ TEST(PortStringAddress, LiesBetweenTheSchemeAndASlash)
     } rows[] = {
         {"plain", "lpd://10.0.0.5/q", "10.0.0.5"},
         {"no queue", "lpd://10.0.0.5/", "10.0.0.5"},
-        {"the number behind a colon is passed over", "lpd://10.0.0.5:9999/q", "10.0.0.5"},
-        {"whatever stands behind the colon", "lpd://10.0.0.5:x:y/q", "10.0.0.5"},
+        {"the number after a colon is passed over", "lpd://10.0.0.5:9999/q", "10.0.0.5"},
+        {"whatever stands after the colon", "lpd://10.0.0.5:x:y/q", "10.0.0.5"},
         {"something in front", "mdns: lpd://10.0.0.5/q", "10.0.0.5"},
         {"the first scheme counts", "lpd://10.0.0.5/lpd://10.0.0.6/", "10.0.0.5"},
         {"a name that the machine itself knows", "lpd://localhost/q", "127.0.0.1"},

@@ -30,7 +30,7 @@ TEST(ModelKey, IsFoundAmongTheKeysOfADeviceId)
         {"the first key", "MDL:P1;MFG:Acme;", "P1"},
         {"no semicolon at the end", "MFG:Acme;MDL:P1", "P1"},
         {"the last one wins", "MDL:P1;MODEL:P2;", "P2"},
-        {"small letters behind the first", "Mdl:P1;", "P1"},
+        {"small letters after the first", "Mdl:P1;", "P1"},
         {"a small first letter", "mdl:P1;", "(none)"},
         {"a blank before the key", "MFG:Acme; MDL:P1;", "(none)"},
         {"a key that only begins so", "MDLX:P1;", "(none)"},

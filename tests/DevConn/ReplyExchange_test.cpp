@@ -190,7 +190,7 @@ TEST_F(Exchange, EndsAfterAReplyThatIsOnlyAHeader)
     stream.arrives(replyHeader(0) + "next");
     EXPECT_EQ(exchange(), conn::kSuccess);
     EXPECT_EQ(reply, replyHeader(0));
-    EXPECT_EQ(stream.m_readCount, 1U) << "the bytes behind it are not touched";
+    EXPECT_EQ(stream.m_readCount, 1U) << "the bytes after it are not touched";
 }
 
 TEST_F(Exchange, CollectsABodyThatComesInPieces)

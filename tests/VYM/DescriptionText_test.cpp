@@ -44,7 +44,7 @@ TEST(Rows, EndOnlyInCarriageReturnAndLineFeed)
     } rows[] = {
         {"nothing is one empty row", "", {""}},
         {"no row end", "A 1", {"A 1"}},
-        {"the part behind the last row end is a row too", "A\r\nB", {"A", "B"}},
+        {"the part after the last row end is a row too", "A\r\nB", {"A", "B"}},
         {"also when it is empty", "A\r\n", {"A", ""}},
         {"bare line feeds part nothing", "A\nB\nC", {"A\nB\nC"}},
         {"bare carriage returns neither", "A\rB", {"A\rB"}},
@@ -93,7 +93,7 @@ TEST(TextAfterAToken, BeginsAfterTheFirstBlanksOutsideQuotes)
         {"many blanks", "KEY \t \t value", "value"},
         {"a tab", "KEY\t8000", "8000"},
         {"no blank", "KEY", ""},
-        {"only blanks behind", "KEY  \t", ""},
+        {"only blanks after", "KEY  \t", ""},
         {"nothing", "", ""},
         {"a quote opens the rest and is kept", "KEY \"A B\" C", "\"A B\" C"},
         {"blanks between quotes part nothing", "\"A B\" C", "C"},

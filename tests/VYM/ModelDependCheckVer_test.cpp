@@ -81,7 +81,7 @@ TEST(ModelDependCheckVer, DecidesMajorAndMinorAroundThePoint)
         {"a letter in the update's major", "A1.00", "01.00", yesno_no, false, -5},
         {"a letter in the update's minor", "01.0A", "01.00", yesno_no, false, -5},
         {"a letter in the target", "01.00", "01.x0", yesno_no, false, -5},
-        {"what stands behind the fields is not looked at", "01.11z", "01.10y", yesno_no, true, 1},
+        {"what stands after the fields is not looked at", "01.11z", "01.10y", yesno_no, true, 1},
     };
     for (const auto& row : table)
         check(row);

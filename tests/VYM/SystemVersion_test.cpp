@@ -20,7 +20,7 @@ TEST(SystemVersionText, BecomesBinaryCodedDecimal)
         {"a major above two digits", "123.4", 0x9940},
         {"numbers beyond every integer", "99999999999999999999.99999999999999999999", 0x9990},
         {"a kernel release", "6.1.0-18-amd64", 0x0610},
-        {"no point behind the major", "12abc", 0x1200},
+        {"no point after the major", "12abc", 0x1200},
         {"a point and nothing", "12.", 0x1200},
         {"two points", "12..3", 0x1200},
         {"a fourth field", "1.2.3.4", 0x0123},

@@ -119,8 +119,8 @@ TEST_F(Container, LimitsARangeToTheEndOfTheFile)
     } rows[] = {
         {"ten bytes before the end", 90, 100, 10},
         {"at the end", 100, 100, 0},
-        {"behind the end", 101, 100, 0},
-        {"far behind it", 0xFFFFFFFF, 100, 0},
+        {"after the end", 101, 100, 0},
+        {"far after it", 0xFFFFFFFF, 100, 0},
         {"farther than 32 bits", ~0UL, 100, 0},
         {"nothing wanted", 0, 0, 0},
         {"all", 0, 100, 100},

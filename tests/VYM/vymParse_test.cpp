@@ -192,7 +192,7 @@ TEST(YesNoReader, SearchesTheRestOfTheRowForItsWords)
         const char* row;
         yesno_type answer;
     } rows[] = {
-        {"behind an equals sign", "KEY = YES", yesno_yes},
+        {"after an equals sign", "KEY = YES", yesno_yes},
         {"in lower case", "KEY yes", yesno_yes},
         {"no", "KEY NO", yesno_no},
         {"both", "KEY BOTH", yesno_both},

@@ -69,7 +69,7 @@ TEST(VympackDescription, RowsAndTheirKeysAreChecked)
          {"warning unknown-key"},
          6,
          1},
-        {"no blank behind the key",
+        {"no blank after the key",
          "PORTNO 48350",
          "PORTNO=48350",
          {"warning unknown-key", "error bad-number"},

@@ -22,7 +22,7 @@ TEST(VympackVersionForm, EveryFormIsRecognisedByItsFirstPoint)
         {"a letter among the digits", "AB01020X", false, false, 0},
         {"more digits than a number holds", "AB010123456789", false, false, 0},
         {"point at 2", "01.10", true, true, 5},
-        {"point at 2, one digit behind", "01.1", false, false, 0},
+        {"point at 2, one digit after", "01.1", false, false, 0},
         {"point at 2, letters before", "AB.10", false, false, 0},
         {"point at 2, a tail", "01.10b", true, true, 5},
         {"point at 6", "AB0101.10", true, true, 9},

@@ -20,7 +20,7 @@ TEST(VympackVersionRowCheck, FirmwareNamesAndVersionsAreChecked)
         {"an empty name", "MAIN=", "=", {"error no-firmware-name"}, 11, 9},
         {"a digit in the name", "MAIN=", "MAIN2=", {"warning firmware-name-digit"}, 11, 9},
         {"a form that is none", "AB010203", "1.0", {"error unknown-version-form"}, 11, 14},
-        {"a letter behind the leading four",
+        {"a letter after the leading four",
          "AB010203",
          "AB01O203",
          {"error unknown-version-form"},

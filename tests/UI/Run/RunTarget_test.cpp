@@ -27,7 +27,7 @@ TEST(ConnectableUri, IsWhatConnectionsUnderstand)
         {"in capitals", "NET:a", "NET:a"},
         {"an end that is there", "lpd://a/", "lpd://a/"},
         {"an end that is not", "lpd://a/queue", "lpd://a/queue/"},
-        {"behind something else", "xlpd://a", "xlpd://a/"},
+        {"after something else", "xlpd://a", "xlpd://a/"},
         {"USB", "usb://A/P?serial=1", "usb://A/P?serial=1"},
         {"nothing", "", ""},
     };
