@@ -169,7 +169,8 @@ bool isAtWork(const Names& printers)
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator("/proc", error)) {
         std::ifstream file(entry.path() / "cmdline", std::ios::binary);
-        const std::string words(std::istreambuf_iterator<char>(file), {});
+        std::string words;
+        std::getline(file, words); // none from a process that ends meanwhile
         for (const auto& printer : printers) {
             if (words.find("--address=" + printer + '\0') != std::string::npos)
                 return true;
