@@ -49,7 +49,8 @@ int update(const std::string& address, const PackageFolder& package)
     // A conversation goes as before only if the printer answers each piece within 10 ms: on this
     // clock, a busy computer comes round to the printer within that time, too.
     CliRun run({"update", "--address", address, "--package", package.path(), "--yes", "--json"},
-               CliRun::Pauses::shortened, {"VYMKIT_TEST_SLOWNESS=20"});
+               CliRun::Pauses::shortened,
+               {"VYMKIT_TEST_SLOWNESS=" + std::to_string(10 * VYMKIT_TEST_SLOWNESS)});
     return run.exitCode();
 }
 
