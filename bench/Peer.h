@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <sys/types.h>
 
-// The values that the peer reports to an updater; the senders have to use the same values.
+// Reported by the peer to an updater; a sender that asks for nothing counts on them.
 constexpr unsigned kMaxPacket = 65536;
 constexpr unsigned kReplySize = 12; // of an acknowledgement
 
