@@ -2,6 +2,7 @@
 #include "Platform/CupsPrintServer.h"
 
 #include "Platform/IppAnswer.h"
+#include "Platform/IppQuery.h"
 #include "Platform/Libcups.h"
 #include "Platform/SystemPrintServer.h"
 
@@ -38,11 +39,6 @@ struct CloseConnection {
     }
 };
 using Connection = std::unique_ptr<http_t, CloseConnection>;
-
-struct DeleteRequest {
-    void operator()(ipp_t* request) const { api().ippDelete(request); }
-};
-using Request = std::unique_ptr<ipp_t, DeleteRequest>;
 
 // A duplicate descriptor of an open socket, so that closing the first one does no harm.
 class SocketCopy {
@@ -104,15 +100,21 @@ private:
     std::thread m_thread{[this] { watch(); }};
 };
 
+// libcups gives null where its own memory was too short for a text.
+std::string textOf(const char* text)
+{
+    return text != nullptr ? text : "not known";
+}
+
 std::string noConnection()
 {
-    return std::string("The print system does not answer at \"") + api().cupsServer() + "\" ("
-        + api().cupsLastErrorString() + "). Is its service, usually \"cups\", running?";
+    return "The print system does not answer at \"" + textOf(api().cupsServer()) + "\" ("
+        + textOf(api().cupsLastErrorString()) + "). Is its service, usually \"cups\", running?";
 }
 
 std::string refusal(const char* words)
 {
-    return std::string("The print system does not list its printers: ") + words + ".";
+    return "The print system does not list its printers: " + textOf(words) + ".";
 }
 
 constexpr const char* kNotInTime =
@@ -131,33 +133,13 @@ Connection connect(std::chrono::milliseconds limit)
     return http;
 }
 
-Request makeRequest()
-{
-    constexpr std::array kWanted = {"printer-name", "printer-info", "printer-location",
-                                    "device-uri", "printer-make-and-model"};
-    Request request(api().ippNewRequest(IPP_OP_CUPS_GET_PRINTERS));
-    auto* raw = request.get();
-    api().ippAddInteger(raw, IPP_TAG_OPERATION, IPP_TAG_ENUM, "printer-type", 0);
-    api().ippAddInteger(raw, IPP_TAG_OPERATION, IPP_TAG_ENUM, "printer-type-mask",
-                        CUPS_PRINTER_CLASS);
-    api().ippAddString(raw, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr,
-                       api().cupsUser());
-    api().ippAddStrings(raw, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
-                        static_cast<int>(kWanted.size()), nullptr, kWanted.data());
-    return request;
-}
-
-bool send(http_t* http, ipp_t* request)
+bool send(http_t* http, std::string_view query)
 {
     api().httpClearFields(http);
     api().httpSetField(http, HTTP_FIELD_CONTENT_TYPE, "application/ipp");
-    api().httpSetLength(http, api().ippLength(request));
-    if (api().httpPost(http, "/") != 0)
-        return false;
-    ipp_state_t state = IPP_STATE_IDLE;
-    while (state != IPP_STATE_DATA && state != IPP_STATE_ERROR)
-        state = api().ippWrite(http, request);
-    return state == IPP_STATE_DATA;
+    api().httpSetLength(http, query.size());
+    return api().httpPost(http, "/") == 0
+        && api().httpWrite2(http, query.data(), query.size()) == static_cast<ssize_t>(query.size());
 }
 
 http_status_t awaitStatus(http_t* http, CutOff& cutOff)
@@ -184,8 +166,8 @@ bool readBody(http_t* http, std::string& body)
 
 bool ask(http_t* http, CutOff& cutOff, IppAnswer& answer, std::string& reason)
 {
-    const auto request = makeRequest();
-    const bool isSent = send(http, request.get());
+    const char* const user = api().cupsUser();
+    const bool isSent = send(http, ippQuery(user != nullptr ? user : "anonymous"));
     const auto status = isSent ? awaitStatus(http, cutOff) : HTTP_STATUS_ERROR;
     std::string body;
     if (status == HTTP_STATUS_OK && readBody(http, body) && !cutOff.happened()

@@ -26,6 +26,7 @@ TempDir @/tmp
 AccessLog @/access_log
 ErrorLog @/error_log
 PageLog @/page_log
+ServerKeychain @/keys
 )";
 
 constexpr std::string_view kSettings = R"(Listen @/cups.sock
@@ -92,7 +93,8 @@ bool PrivateCups::isInstalled()
     return access(kScheduler, X_OK) == 0 && access(kAdministration, X_OK) == 0;
 }
 
-PrivateCups::PrivateCups(const std::vector<Queue>& seeded)
+PrivateCups::PrivateCups(const std::vector<Queue>& seeded, std::string encryptedAddress)
+    : m_encryptedAddress(std::move(encryptedAddress))
 {
     writeSettings();
     writeQueues(seeded);
@@ -110,8 +112,8 @@ PrivateCups::~PrivateCups()
 
 void PrivateCups::writeSettings() const
 {
-    for (const char* name :
-         {"bin", "bin/backend", "data", "run", "cache", "spool", "tmp", "home", "ppd", "drivers"})
+    for (const char* name : {"bin", "bin/backend", "data", "run", "cache", "spool", "tmp", "home",
+                             "ppd", "drivers", "keys"})
         fs::create_directory(m_folder.path() / name);
     // A scheduler that root runs hands work to another user, who needs access to the folder.
     fs::permissions(m_folder.path(), fs::perms(0755));
@@ -120,7 +122,10 @@ void PrivateCups::writeSettings() const
         fs::permissions(m_folder.path() / "bin/backend" / scheme, fs::perms(0755));
     }
     m_folder.write("cups-files.conf", filled(kFiles, m_folder.path().string()));
-    m_folder.write("cupsd.conf", filled(kSettings, m_folder.path().string()));
+    auto settings = filled(kSettings, m_folder.path().string());
+    if (!m_encryptedAddress.empty())
+        settings += "Listen " + m_encryptedAddress + "\n";
+    m_folder.write("cupsd.conf", settings);
 }
 
 void PrivateCups::writeQueues(const std::vector<Queue>& queues) const
@@ -140,7 +145,7 @@ void PrivateCups::writeQueues(const std::vector<Queue>& queues) const
 void PrivateCups::awaitSocket()
 {
     const auto end = std::chrono::steady_clock::now() + kPatience;
-    while (!accepts(server())) {
+    while (!accepts(socket())) {
         if (m_scheduler->wait(std::chrono::seconds(0)) != -1
             || std::chrono::steady_clock::now() > end)
             throw std::runtime_error("no scheduler: " + m_scheduler->errors()
@@ -181,6 +186,11 @@ void PrivateCups::remove(const std::string& identifier)
     administer({"-x", identifier});
 }
 
+bool PrivateCups::hasEncrypted() const
+{
+    return !fs::is_empty(m_folder.path() / "keys");
+}
+
 void PrivateCups::stop()
 {
     if (m_scheduler == nullptr)
@@ -189,5 +199,5 @@ void PrivateCups::stop()
     m_scheduler->wait(kPatience);
     m_scheduler.reset(); // killed if it did not end
     std::error_code ignored;
-    fs::remove(server(), ignored);
+    fs::remove(socket(), ignored);
 }

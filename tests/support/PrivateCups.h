@@ -30,8 +30,9 @@ public:
     static bool isInstalled();
 
     // Writes the queues into the scheduler's files before it starts: any scheme is possible, and
-    // hundreds of queues are quick.
-    explicit PrivateCups(const std::vector<Queue>& seeded = {});
+    // hundreds of queues are quick. With an address, "127.0.0.1:6310", that is the server of
+    // environment(), whose queries are encrypted.
+    explicit PrivateCups(const std::vector<Queue>& seeded = {}, std::string encryptedAddress = {});
     ~PrivateCups();
     PrivateCups(const PrivateCups&) = delete;
     PrivateCups& operator=(const PrivateCups&) = delete;
@@ -41,21 +42,30 @@ public:
     void addClass(const std::string& name, const std::string& member);
     void remove(const std::string& identifier);
 
-    [[nodiscard]] std::string server() const { return m_folder / "cups.sock"; } // as CUPS_SERVER
+    [[nodiscard]] std::string server() const // as CUPS_SERVER
+    {
+        return m_encryptedAddress.empty() ? socket() : m_encryptedAddress;
+    }
     [[nodiscard]] std::string home() const { return m_folder / "home"; } // without settings
     [[nodiscard]] Process::Environment environment() const
     {
-        return {"CUPS_SERVER=" + server(), "HOME=" + home()};
+        const bool isEncrypted = !m_encryptedAddress.empty();
+        return {"CUPS_SERVER=" + server(), "HOME=" + home(),
+                std::string("CUPS_ENCRYPTION=") + (isEncrypted ? "Required" : "IfRequested")};
     }
+    // Whether any query came encrypted: the scheduler makes a key for the first one.
+    [[nodiscard]] bool hasEncrypted() const;
     // Ends the scheduler and waits for its end; removes its socket, too.
     void stop();
 
 private:
+    [[nodiscard]] std::string socket() const { return m_folder / "cups.sock"; }
     void writeSettings() const;
     void writeQueues(const std::vector<Queue>& queues) const;
     void awaitSocket();
     void administer(std::vector<std::string> words) const;
 
+    std::string m_encryptedAddress;
     TempFolder m_folder;
     std::unique_ptr<Process> m_scheduler;
 };

@@ -121,6 +121,16 @@ TEST_F(SystemPrinters, AreListedWithAReasonForEachThatCannotBeUpdated)
     EXPECT_EQ(result["printers"][4]["address"], "net:10.0.0.6");
 }
 
+TEST_F(SystemPrinters, AreListedOverAnEncryptedConnection)
+{
+    const PrivateCups cups({{"office", "lpd://10.0.0.5/q", "A printer"}}, ownAddress() + ":6310");
+    auto all = run({"printers", "--all", "--json"}, cups.environment());
+    EXPECT_EQ(all.exitCode(), 0) << all.process().out();
+    EXPECT_EQ(reasonsOf(all.result()),
+              (std::map<std::string, std::string>{{"office", "candidate"}}));
+    EXPECT_TRUE(cups.hasEncrypted());
+}
+
 TEST_F(SystemPrinters, AreTheSameDeviceWhereOneAddressIsContainedInAnEarlierOne)
 {
     const PrivateCups cups({{"a-long", "lpd://10.0.0.51/q", "A printer", "Long"},
