@@ -353,3 +353,5 @@ bool InputNSMatrixControl::isInRow(int column) const
 {
     return column >= 0 && column < std::min(_numOfCell, numberOfColumns());
 }
+
+#include "moc_InputNSMatrixControl.cpp"

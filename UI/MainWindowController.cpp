@@ -353,3 +353,5 @@ void MainWindowController::choosePackage()
     m_chosenPackage = std::move(file);
     end();
 }
+
+#include "moc_MainWindowController.cpp"

@@ -56,3 +56,5 @@ void vymTableView::mouseDoubleClickEvent(QMouseEvent* event)
     if (!m_ignoresClick)
         QTableView::mouseDoubleClickEvent(event);
 }
+
+#include "moc_vymTableView.cpp"

@@ -316,3 +316,5 @@ void DevicePage::setTabOrderForIPAddressSelect()
     chain({_assignPrtNameBtnCell, _assignIPAddressBtnCell, _IPAddressMatrix, _horizontalLine,
            cancelButton(), backButton(), forwardButton()});
 }
+
+#include "moc_DevicePage.cpp"

@@ -32,3 +32,5 @@ void EndRequests::endSession(QSessionManager& session)
     session.allowsErrorInteraction();
     session.cancel();
 }
+
+#include "moc_EndRequests.cpp"

@@ -113,3 +113,5 @@ void PrinterSearchThread::threadEnded(const TargetPrinters& found)
     m_isWanted = false;
     emit finished(found);
 }
+
+#include "moc_PrinterSearchThread.cpp"

@@ -194,3 +194,5 @@ void PrinterTable::keepOneRowSelected()
         selectRowOf(*_prtListTblView, std::max(_prtListTblView->currentIndex().row(), 0));
     emit selectionChanged();
 }
+
+#include "moc_PrinterTable.cpp"

@@ -196,3 +196,5 @@ std::vector<std::string> explainUnlisted(const TargetPrinters& found, bool accep
     reasons.exec();
     return reasons.address();
 }
+
+#include "moc_UnlistedPrinters.cpp"

@@ -77,3 +77,5 @@ void WizardFrame::showPage(Page& page, int step)
     page.forwardButton()->setFocus();
     page.takeFocus();
 }
+
+#include "moc_WizardFrame.cpp"

@@ -303,3 +303,5 @@ void AlertBox::stayOnScreen()
     m_isPlaced = true;
     keepOnScreen(*this);
 }
+
+#include "moc_AlertBox.cpp"

@@ -83,3 +83,5 @@ void BusySign::hideEvent(QHideEvent* event)
     m_timer.stop();
     QProgressBar::hideEvent(event);
 }
+
+#include "moc_BusySign.cpp"

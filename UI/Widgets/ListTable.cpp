@@ -110,3 +110,5 @@ void selectRowOf(QTableView& view, int row)
     if (index.isValid())
         selection.setCurrentIndex(index, QItemSelectionModel::NoUpdate);
 }
+
+#include "moc_ListTable.cpp"

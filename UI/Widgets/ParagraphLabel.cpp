@@ -83,3 +83,5 @@ void ParagraphLabel::paintEvent(QPaintEvent*)
     context.palette.setColor(QPalette::Text, palette().color(foregroundRole()));
     document(width())->documentLayout()->draw(&painter, context);
 }
+
+#include "moc_ParagraphLabel.cpp"

@@ -153,3 +153,5 @@ void StepBar::paintDisc(QPainter& painter, int step, const QRect& place) const
     painter.setPen(isCurrent ? palette().color(QPalette::HighlightedText) : mutedColour(palette()));
     painter.drawText(place, Qt::AlignCenter, QString::number(step + 1));
 }
+
+#include "moc_StepBar.cpp"

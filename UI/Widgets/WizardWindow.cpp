@@ -8,3 +8,5 @@ void WizardWindow::reject()
     if (m_leave)
         m_leave();
 }
+
+#include "moc_WizardWindow.cpp"
