@@ -15,7 +15,6 @@
 #include <array>
 #include <atomic>
 #include <cassert>
-#include <cstdlib>
 
 namespace {
 
@@ -23,16 +22,6 @@ std::string packageFolder()
 {
     std::array<char, kBundlePathSize> folder{};
     return getBundleLocation(folder.data(), folder.size()) ? folder.data() : "";
-}
-
-// The run of this process, for what happens when the toolkit ends it: once the display is gone,
-// that is by exit, from within the event loop, so that everything here still stands.
-RunOnScreen* g_run = nullptr;
-
-void endRunAtExit()
-{
-    if (g_run != nullptr)
-        g_run->endWithoutDisplay();
 }
 
 std::string versionOf(unsigned row)
@@ -54,12 +43,6 @@ std::string nameInPrinter(unsigned row)
 RunOnScreen::RunOnScreen(ProgressWindow& window, const FirmwareList& firmware, std::string version)
     : m_window(window), m_firmware(firmware), m_version(std::move(version))
 {
-}
-
-RunOnScreen::~RunOnScreen()
-{
-    if (g_run == this)
-        g_run = nullptr;
 }
 
 RunLogFacts RunOnScreen::facts() const
@@ -104,8 +87,7 @@ std::optional<int> RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
     m_printer = std::move(printer);
     m_window.open(m_firmware.numOfFirmware() > 1);
     m_run.emplace(facts());
-    [[maybe_unused]] static const int isRegistered = std::atexit(&endRunAtExit);
-    g_run = this;
+    m_rescue.emplace([this](const char* why) { endWithoutWindow(why); });
     keepAwake();
     if (m_printer != nullptr) // without one it starts no run
         m_target.take(*m_printer);
@@ -182,7 +164,7 @@ ResultFacts RunOnScreen::takeResults()
     if (!m_run.has_value())
         return facts;
     doAside([this] { m_run->stop(); });
-    g_run = nullptr;
+    m_rescue.reset();
     for (const auto& outcome : m_run->takeOutcomes()) {
         if (!outcome.m_bytesWentOut)
             continue;
@@ -224,16 +206,14 @@ Alert RunOnScreen::checkInstalled()
     return told;
 }
 
-void RunOnScreen::endWithoutDisplay()
+void RunOnScreen::endWithoutWindow(const char* why)
 {
     assert(m_run.has_value());
-    g_run = nullptr;
-    m_run->log().note("the display has gone; what is being sent is finished, and the printer left");
-    m_run->stop();
+    m_run->stop(); // first: nothing else here matters as much
+    m_run->log().note(std::string(why)
+                      + "; what was being sent has been finished, and the printer left");
     m_run->look();
     m_run->takeOutcomes();
     const auto code = m_run->endCode();
     m_run->finish(code.has_value() ? resultName(*code) : "stopped", code);
-    m_run.reset();
-    m_inhibitor.reset();
 }

@@ -12,6 +12,7 @@
 #include "UI/Pages/ResultMessage.h"
 #include "UI/PrinterInfo.h"
 #include "UI/Run/InstalledCheck.h"
+#include "UI/Run/RunRescue.h"
 #include "UI/Run/WatchedRun.h"
 #include "UI/Widgets/Alerts.h"
 
@@ -23,7 +24,7 @@ class RunOnScreen {
 public:
     // version: of the program.
     RunOnScreen(ProgressWindow& window, const FirmwareList& firmware, std::string version);
-    ~RunOnScreen();
+    ~RunOnScreen() = default;
     RunOnScreen(const RunOnScreen&) = delete;
     RunOnScreen& operator=(const RunOnScreen&) = delete;
 
@@ -48,14 +49,13 @@ public:
     // After an end whose message offers it: queries the printer for its versions, and
     // returns a message about them. The user may give up meanwhile.
     Alert checkInstalled();
-    // During a run, without a window: a toolkit that loses its display ends the process. Waits as
-    // end does.
-    void endWithoutDisplay();
 
 private:
     [[nodiscard]] RunLogFacts facts() const;
     void keepAwake();
     void watchQuiet();
+    // Waits as end does. why: for the log.
+    void endWithoutWindow(const char* why);
     ResultFacts takeResults();
     [[nodiscard]] std::string firmwareAt(std::uint32_t number) const;
 
@@ -66,6 +66,7 @@ private:
     std::shared_ptr<PrinterInfo> m_printer;
     RunTarget m_target; // empty without a printer
     std::optional<WatchedRun> m_run;
+    std::optional<RunRescue> m_rescue; // during the run
     std::vector<SentEntry> m_sent; // of which bytes went out
     Alert m_end; // its message, after the end
     bool m_isQuiet = false; // the window says so

@@ -17,6 +17,8 @@ namespace {
 // two looks never show the same answer while the printer writes.
 constexpr unsigned long kPollingMs = 500;
 
+constexpr unsigned long kStopLookMs = 10; // between two looks at a stop on another thread
+
 std::vector<std::string> namesOf(const RunLogFacts& facts)
 {
     std::vector<std::string> names;
@@ -102,10 +104,15 @@ const RunStep& WatchedRun::look()
 void WatchedRun::stop()
 {
     willStop();
+    if (m_isWaitedFor.exchange(true)) {
+        while (!m_hasStopped)
+            pauseMilliseconds(kStopLookMs);
+        return;
+    }
     vymThread_StopThread(m_worker);
     m_lock.release();
-    m_hasStopped = true;
     m_mayHandleMore = false;
+    m_hasStopped = true;
 }
 
 bool WatchedRun::refuseFirmware()

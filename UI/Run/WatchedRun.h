@@ -68,7 +68,9 @@ public:
 
     // From now on endCode stays unchanged: the record no longer says how the run would have ended.
     void willStop() { m_isStopping = true; }
-    void stop(); // the same, and waits until the worker has ended
+    // The same, and waits until the worker has ended. A second call, also on another thread, waits
+    // for the same end.
+    void stop();
 
     // Only after a stop request. True: the worker has sent no firmware and never will; it may be
     // left waiting for a printer that does not answer. This object must then live until the process
@@ -94,6 +96,7 @@ private:
     std::optional<int> m_endCode;
     std::optional<int> m_heldBy;
     std::atomic<bool> m_isStopping{false};
+    std::atomic<bool> m_isWaitedFor{false}; // a thread waits for the worker's end
     std::atomic<bool> m_hasStopped{false};
     std::atomic<bool> m_mayHandleMore{false}; // firmware, so that outcomes may still be added
     std::uint64_t m_changedAt = 0; // on tickMilliseconds

@@ -7,6 +7,7 @@
 //                  one reading to the next
 //   FAILING_AT     n, from 1; 0 only counts
 //   FAILING_ALWAYS set: every later call of that kind fails, too
+//   FAILING_LATE   set: counting begins when the program calls failing_calls_begin
 //   FAILING_COUNT  a file that gets the number of calls when the program ends
 //
 // Threads: any; the counter is atomic.
@@ -82,13 +83,18 @@ int countedMain(int count, char** arguments, char** environment)
     g_kind = kind != nullptr ? kind : "";
     g_always = std::getenv("FAILING_ALWAYS") != nullptr;
     std::atexit(&writeCount);
-    g_counting = true;
+    g_counting = std::getenv("FAILING_LATE") == nullptr;
     return g_main(count, arguments, environment);
 }
 
 } // namespace
 
 extern "C" {
+
+void failing_calls_begin()
+{
+    g_counting = true;
+}
 
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace {
 
@@ -123,6 +124,26 @@ TEST_F(AWatchedRun, StopsItsWorkerOnce)
     }
     EXPECT_EQ(worker.stops, 1);
     EXPECT_EQ(worker.workers, 0);
+}
+
+TEST_F(AWatchedRun, StopsOnceForTwoThreadsThatWait)
+{
+    std::thread other;
+    {
+        WatchedRun run(facts);
+        ASSERT_TRUE(run.start(target, 5001));
+        std::atomic<bool> otherReturned{false};
+        worker.atStop = [&] {
+            other = std::thread([&] {
+                run.stop();
+                otherReturned = true;
+            });
+            EXPECT_FALSE(otherReturned) << "the worker has not ended yet";
+        };
+        run.stop();
+        other.join();
+    }
+    EXPECT_EQ(worker.stops, 1);
 }
 
 TEST_F(AWatchedRun, NeverPairsTheNumberOfOneFirmwareWithTheNameOfAnother)

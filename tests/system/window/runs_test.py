@@ -83,18 +83,29 @@ class Run(WizardCase):
         self.assert_stored(printer, package)
         self.assertIn("note: signal", self.logs()[0])
 
-    def test_finishes_what_is_being_sent_when_the_display_goes_away(self):
+    def finishes_when(self, the_window_ends, why):
         package, printer = Package(self.desk, BOTH[:1]), Printer(self.desk, *SLOW)
         self.start(package)
         self.to_run(printer.address)
         self.wizard.wait_for(self.texts["State_WriteUpdate"])
         with printer.held():
+            the_window_ends()
+        code = self.wizard.exit_code()
+        self.assert_stored(printer, package)
+        self.assertIn(f"note: {why}", self.logs()[0])
+        self.assertRegex(self.logs()[0], r"\nresult: .*\nended: .*\n$")
+        return code
+
+    def test_finishes_what_is_being_sent_when_the_display_goes_away(self):
+        def go_away():
             self.desk.x_server.kill()
             self.desk.x_server.wait()
-        self.wizard.exit_code()
-        self.assert_stored(printer, package)
-        self.assertIn("note: the display has gone", self.logs()[0])
-        self.assertRegex(self.logs()[0], r"\nresult: .*\nended: .*\n$")
+        self.finishes_when(go_away, "the display has gone")
+
+    def test_finishes_what_is_being_sent_when_the_window_crashes(self):
+        def crash():
+            self.wizard.process.send_signal(signal.SIGSEGV)
+        self.assertEqual(self.finishes_when(crash, "the window has crashed"), -signal.SIGSEGV)
 
     def test_ends_without_a_question_when_the_system_asks_it_to_stop_before(self):
         self.start(Package(self.desk))
