@@ -66,8 +66,8 @@ Options parseOptions(int argc, const char* const* argv);
 // A check or update of several printers, or of one from a list or with a file of results.
 bool isFleetCall(const Options& options);
 
-// A name that may be a host's: letters, digits and hyphens, with points between them, and not
-// numbers only.
+// A name that may be a host's: letters, digits, hyphens and underscores, with points between them,
+// and at least one letter.
 bool isHostName(const std::string& text);
 // Four decimal numbers from 0 to 255 without leading zeros, and an address that one printer can
 // have.

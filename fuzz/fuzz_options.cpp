@@ -9,17 +9,41 @@
 
 namespace {
 
-void requireConsistent(const Options& options)
+bool isPositive(const auto& limit)
 {
+    return !limit || *limit > 0;
+}
+
+void requirePrinters(const Options& options)
+{
+    const auto& fleet = options.fleet;
     const int named = static_cast<int>(options.address.has_value())
         + static_cast<int>(options.printer.has_value()) + static_cast<int>(options.uri.has_value());
     const bool asksAPrinter =
         options.command == Command::check || options.command == Command::update;
-    require(options.command != Command::none, "a right line has a command");
-    require(named <= 1 && (named == 1 || !asksAPrinter), "one printer where one is asked");
-    require(!options.address || isPrinterAddress(*options.address), "an address that can be had");
+    require(!asksAPrinter || options.all || fleet.from || !fleet.printers.empty(),
+            "a printer where one is needed");
+    require(asksAPrinter || fleet.printers.size() <= 1, "many only to check and to update");
+    require(named == (fleet.printers.size() == 1 && !isFleetCall(options) ? 1 : 0),
+            "the one printer has its place");
+    for (const auto& word : fleet.printers)
+        require(errorOf(word).empty(), "a printer that can be meant");
+    require(!options.address || isPrinterAddress(*options.address) || isHostName(*options.address),
+            "an address that can be had");
     require(!options.uri || portStringError(*options.uri).empty(), "a port string that is taken");
-    require(!options.deadline || *options.deadline > 0, "a limit of some time");
+}
+
+void requireConsistent(const Options& options)
+{
+    const auto& fleet = options.fleet;
+    require(options.command != Command::none, "a right line has a command");
+    requirePrinters(options);
+    require(isPositive(options.deadline) && isPositive(options.verify)
+                && isPositive(options.stallLimit) && isPositive(fleet.deadlineEach),
+            "a limit of some time");
+    require(!options.lockTimeout || *options.lockTimeout >= 0, "a wait of no less than no time");
+    require(fleet.jobs >= 1 && fleet.jobs <= FleetOptions::kMostJobs, "some processes");
+    require(isPositive(fleet.canary) && isPositive(fleet.maxFailures), "some printers");
 }
 
 } // namespace
