@@ -2,6 +2,7 @@
 #include "CLI/Destination.h"
 
 #include "CLI/HostLookup.h"
+#include "CLI/OptionText.h"
 #include "CLI/PrinterChoice.h"
 #include "CLI/PrinterLookup.h"
 #include "UI/Text/PlainText.h"

@@ -5,7 +5,7 @@
 // Owns:    its texts, by value.
 // Threads: any. Pure functions.
 #pragma once
-#include "CLI/Options.h"
+#include "CLI/Command.h"
 
 #include <span>
 #include <string>

@@ -2,24 +2,17 @@
 #include "CLI/Options.h"
 
 #include "CLI/LineWords.h"
-#include "UI/Printers/PrinterCheck.h"
+#include "CLI/OptionText.h"
 #include "UI/Text/PlainText.h"
 #include "VYM/Sha256.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <arpa/inet.h>
 #include <array>
-#include <charconv>
-#include <cmath>
-#include <netinet/in.h>
 
 namespace {
 
-constexpr double kLongestDeadline = 366.0 * 24 * 3600; // small enough for every clock
 constexpr int kHighestPort = 65535;
 constexpr int kHighestRun = 1000000; // of the history: more than any folder of logs holds
-constexpr std::size_t kLongestHost = 253; // as the domain name system allows
 constexpr const char* kWhatToDo =
     "Say what to do: info, printers, check, update, history, doctor or report.";
 
@@ -333,20 +326,6 @@ Options parsedOptions(int argc, const char* const* argv, const LineWords& line)
 
 } // namespace
 
-const char* commandName(Command command)
-{
-    constexpr std::array kNames = {"none",    "info",     "check",   "update", "help",
-                                   "version", "printers", "history", "doctor", "report"};
-    return kNames.at(static_cast<std::size_t>(command));
-}
-
-Command commandNamed(std::string_view word)
-{
-    const auto* found = std::find_if(kCommands.begin(), kCommands.end(),
-                                     [word](auto each) { return commandName(each) == word; });
-    return found != kCommands.end() ? *found : Command::none;
-}
-
 Options parseOptions(int argc, const char* const* argv)
 {
     Options options;
@@ -372,70 +351,4 @@ bool isFleetCall(const Options& options)
     const auto& fleet = options.fleet;
     return asksAPrinter(options.command)
         && (fleet.printers.size() > 1 || fleet.from || fleet.results || options.all);
-}
-
-bool isHostName(const std::string& text)
-{
-    static constexpr std::string_view kLetters =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    static constexpr std::string_view kOthers = "0123456789-_.";
-    const auto isAllowed = [](char c) {
-        return kLetters.find(c) != std::string_view::npos
-            || kOthers.find(c) != std::string_view::npos;
-    };
-    return !text.empty() && text.size() <= kLongestHost
-        && text.find_first_of(kLetters) != std::string::npos
-        && std::all_of(text.begin(), text.end(), isAllowed) && text.front() != '-'
-        && text.front() != '.' && text.find("..") == std::string::npos
-        && !text.starts_with("0x"); // a number in another dress
-}
-
-bool isPrinterAddress(const std::string& text)
-{
-    in_addr address{};
-    return inet_pton(AF_INET, text.c_str(), &address) == 1 && text.find('\0') == std::string::npos
-        && address.s_addr != INADDR_ANY && address.s_addr != INADDR_BROADCAST;
-}
-
-std::string portStringError(const std::string& text)
-{
-    const auto quoted = "'" + plainText(text) + "'";
-    const bool isUsb = text.starts_with("usb://");
-    if (!isUsb && !text.starts_with("lpd://") && !text.starts_with("net:"))
-        return quoted + " is no port string of a printer: it begins with usb://, lpd:// or net:.";
-    if (isUsb)
-        return serialKey(text) ? ""
-                               : quoted
-                + " has no serial=, which tells one USB printer from "
-                  "another.";
-    const auto host = std::string_view(text).substr(text.find(':') + 1);
-    if (host.find_first_not_of('/') == std::string_view::npos
-        || (text.starts_with("lpd://") && host.substr(2).starts_with('/')))
-        return quoted + " names no host: write it right after lpd:// or net:.";
-    if (isUsbPort(text))
-        return quoted
-            + " would be taken for a USB printer, because it has \"usb\" in it: give "
-              "the printer's --address.";
-    return {};
-}
-
-std::optional<double> parseSeconds(const std::string& text)
-{
-    double seconds = 0;
-    const char* end = text.data() + text.size();
-    const auto [last, error] = std::from_chars(text.data(), end, seconds, std::chars_format::fixed);
-    if (error != std::errc() || last != end || !(seconds > 0) || seconds > kLongestDeadline)
-        return std::nullopt;
-    return seconds;
-}
-
-std::optional<int> parseNumber(const std::string& text, int highest)
-{
-    int number = 0;
-    const char* end = text.data() + text.size();
-    const auto [last, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || last != end || number < 1 || number > highest
-        || text.starts_with('+'))
-        return std::nullopt;
-    return number;
 }

@@ -4,34 +4,13 @@
 // Owns:    its texts, by value.
 // Threads: any. Opens no package and queries no device.
 #pragma once
+#include "CLI/Command.h"
 #include "CLI/Fleet/FleetOptions.h"
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
-
-enum class Command : std::uint8_t {
-    none,
-    info,
-    check,
-    update,
-    help,
-    version,
-    printers,
-    history,
-    doctor,
-    report,
-};
-// Those that are words of the command line, in the order of the help page.
-inline constexpr std::array kCommands = {Command::info,   Command::printers, Command::check,
-                                         Command::update, Command::history,  Command::doctor,
-                                         Command::report};
-const char* commandName(Command command);
-Command commandNamed(std::string_view word); // none for any other word
 
 struct Options {
     Command command = Command::none;
@@ -65,16 +44,3 @@ struct Options {
 Options parseOptions(int argc, const char* const* argv);
 // A check or update of several printers, or of one from a list or with a file of results.
 bool isFleetCall(const Options& options);
-
-// A name that may be a host's: letters, digits, hyphens and underscores, with points between them,
-// and at least one letter.
-bool isHostName(const std::string& text);
-// Four decimal numbers from 0 to 255 without leading zeros, and an address that one printer can
-// have.
-bool isPrinterAddress(const std::string& text);
-// Why connections do not accept a text as port string; empty if they do.
-std::string portStringError(const std::string& text);
-// A positive number of seconds, up to a year.
-std::optional<double> parseSeconds(const std::string& text);
-// A whole number from 1 to highest, in decimal digits.
-std::optional<int> parseNumber(const std::string& text, int highest);

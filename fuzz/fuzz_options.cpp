@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A command line: its words, each ended by a NUL. Either it is right and consistent, or there is an
 // error of one line that is safe for a terminal.
+#include "CLI/OptionText.h"
 #include "CLI/Options.h"
 #include "fuzz/Fuzz.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CLI/Fleet/FleetOptions.h"
 
-#include "CLI/Options.h"
+#include "CLI/OptionText.h"
 #include "UI/Text/PlainText.h"
 
 const char* optionOf(PrinterWord::Kind kind)
