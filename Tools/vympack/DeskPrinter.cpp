@@ -25,20 +25,37 @@ DeskPrinter::DeskPrinter(vymprinter::PrinterModel model) : m_stop(::eventfd(0, E
         return;
     m_port = listening.endpoint.port;
     m_server.add(std::move(listening), {std::move(model), {}, m_record});
-    m_thread = std::thread([this] { m_server.run(m_stop.get()); });
+    m_thread = std::thread([this] { serve(); });
 }
 
 DeskPrinter::~DeskPrinter()
 {
-    stop();
+    join();
 }
 
-void DeskPrinter::stop()
+void DeskPrinter::serve()
+{
+    try {
+        m_server.run(m_stop.get());
+    } catch (const std::exception&) {
+        m_failure = std::current_exception();
+    }
+    m_server = {}; // so that nobody waits for its answer
+}
+
+void DeskPrinter::join()
 {
     if (!m_thread.joinable())
         return;
     ::eventfd_write(m_stop.get(), 1);
     m_thread.join();
+}
+
+void DeskPrinter::stop()
+{
+    join();
+    if (m_failure != nullptr)
+        std::rethrow_exception(m_failure);
 }
 
 void DeskPrinter::Record::packet(const vymprinter::PacketNote& note)

@@ -13,6 +13,7 @@
 
 #include <cassert>
 #include <cstdint>
+#include <exception>
 #include <string>
 #include <thread>
 #include <vector>
@@ -43,6 +44,7 @@ public:
     // Why it cannot serve; empty if it does.
     [[nodiscard]] const std::string& error() const { return m_error; }
     [[nodiscard]] std::uint16_t port() const { return m_port; }
+    // Throws what ended the printer, such as std::bad_alloc.
     void stop();
     // Complete firmware, in the order of arrival.
     [[nodiscard]] const std::vector<ReceivedFirmware>& received() const
@@ -71,11 +73,15 @@ private:
         Sha256 digest;
     };
 
+    void serve();
+    void join();
+
     Record m_record;
     std::string m_error;
     std::uint16_t m_port = 0;
     UniqueFd m_stop;
     vymprinter::TcpServer m_server;
+    std::exception_ptr m_failure; // of the thread
     std::thread m_thread;
 };
 

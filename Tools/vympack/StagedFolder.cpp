@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <new>
 #include <sys/stat.h>
 #include <system_error>
 
@@ -49,10 +50,14 @@ void StagedFolder::discard()
 {
     if (m_staging.empty())
         return;
-    std::error_code error; // what cannot be removed stays; there is no better answer
-    for (std::size_t i = 0; i < m_moved; ++i)
-        ::unlink((m_path + "/" + m_names[i]).c_str());
-    std::filesystem::remove_all(m_staging, error);
+    // What cannot be removed, for lack of memory or otherwise, stays; there is no better answer.
+    try {
+        std::error_code error;
+        for (std::size_t i = 0; i < m_moved; ++i)
+            ::unlink((m_path + "/" + m_names[i]).c_str());
+        std::filesystem::remove_all(m_staging, error);
+    } catch (const std::bad_alloc&) {
+    }
     if (m_isNew)
         ::rmdir(m_path.c_str());
     m_staging.clear();

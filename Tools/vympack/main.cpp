@@ -6,12 +6,16 @@
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <new>
 
 int main(int argc, char** argv)
 {
     occupyStandardStreams();
     try {
         return vympack::runProgram(argc, argv, {std::cout, std::cerr});
+    } catch (const std::bad_alloc&) {
+        std::fputs("vympack: this computer ran out of memory\n", stderr);
+        return vympack::kExitBroken;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "vympack: %s\n", error.what());
         return vympack::kExitBroken;

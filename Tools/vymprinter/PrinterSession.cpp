@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <new>
 
 namespace vymprinter {
 namespace {
@@ -66,8 +67,11 @@ PrinterSession::PrinterSession(Printer& printer, Millis now)
 
 PrinterSession::~PrinterSession()
 {
-    leaveDownloadMode();
-    remark("disconnected");
+    try {
+        leaveDownloadMode();
+        remark("disconnected");
+    } catch (const std::bad_alloc&) { // remarks are for people
+    }
 }
 
 void PrinterSession::receive(ByteView bytes)

@@ -101,11 +101,18 @@ def command_of(stage, name, address, scratch):
                    address],
         "member": [stage.cli, "update", "--package", package, "--json", "--yes", "--address",
                    address],
+        "history": [stage.cli, "history", "--json"],
         "printers": [stage.cli, "printers", "--package", package, "--json"],
+        "init": [pack, "init", "--model", "Model 100", "--firmware", f"MAIN=AB010203:{stage.files[1]}",
+                 "--output", str(scratch / "VYMINFO.txt")],
         "make": [pack, "make", "--output", str(scratch / "made"), *stage.files],
         "list": [pack, "list", container],
         "check-package": [pack, "check", container],
         "extract": [pack, "extract", container, "-d", str(scratch / "unpacked")],
+        "simulate": [pack, "simulate", container, "--installed", "MAIN=AB010100"],
+        "diff": [pack, "diff", container, container],
+        "rehearse": [pack, "rehearse", "--quick", container],
+        "bundle": [pack, "bundle", "--output", str(scratch / "bundle"), container],
     }[name]
 
 
@@ -221,7 +228,7 @@ def main():
     parser.add_argument("--shim", required=True)
     parser.add_argument("--bin", required=True)
     parser.add_argument("--cli", required=True)
-    parser.add_argument("--commands", default="info,check,update,printers,make,list,check-package,extract")
+    parser.add_argument("--commands", default="info,check,update,member")
     parser.add_argument("--calls", default=",".join(CALLS))
     parser.add_argument("--most", type=int, default=4)
     parser.add_argument("--jobs", type=int, default=2)
