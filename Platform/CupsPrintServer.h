@@ -4,10 +4,11 @@
 // for a password, never searches the network for printers, leaves out classes of printers.
 //
 // Owns:    nothing between two calls.
-// Threads: one at a time. During a request, a thread of its own watches the time.
+// Threads: one at a time. Each request is made in a process of its own, so that neither a server
+// nor
+//          the print system's library can do harm here.
 // Bounds:  whatever the server does, an answer takes no longer than the limit and is no larger than
-//          IppAnswer allows. Not limited: the resolver's look-up of another machine's name, and
-//          opening a connection that is encrypted from its start.
+//          IppAnswer allows.
 #pragma once
 #include "Platform/PrintServer.h"
 

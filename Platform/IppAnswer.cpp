@@ -1,14 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/IppAnswer.h"
 
-#include "Platform/IppTag.h"
-
 #include <array>
 #include <cstring>
 
 namespace {
 
-using namespace ipp;
+enum Tag : std::uint8_t {
+    kEndOfAttributes = 0x03,
+    kPrinterGroup = 0x04,
+    kLastDelimiter = 0x0F, // tags up to this one begin a group and have no value
+    kTextWithLanguage = 0x35,
+    kNameWithLanguage = 0x36,
+    kText = 0x41,
+    kName = 0x42,
+    kUri = 0x45,
+};
 
 // Reads the message from its front; after reading past its end, every read fails.
 class Bytes {

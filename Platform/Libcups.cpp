@@ -3,15 +3,6 @@
 
 #include <dlfcn.h>
 
-// GnuTLS, which libcups brings along, starts itself when it is loaded, and crashes if memory is
-// short at that time. It asks the program for this function first: libcups starts it anyway, and
-// can take a failure.
-extern "C" int _gnutls_global_init_skip();
-extern "C" int _gnutls_global_init_skip()
-{
-    return 1;
-}
-
 namespace {
 
 constexpr const char* kLibrary = "libcups.so.2"; // the interface version, unchanged for years
@@ -33,8 +24,7 @@ bool findHttp(void* library, Libcups& cups)
         && find(library, "httpSetField", cups.httpSetField)
         && find(library, "httpSetLength", cups.httpSetLength)
         && find(library, "httpStatus", cups.httpStatus)
-        && find(library, "httpUpdate", cups.httpUpdate)
-        && find(library, "httpWrite2", cups.httpWrite2);
+        && find(library, "httpUpdate", cups.httpUpdate);
 }
 
 bool findRest(void* library, Libcups& cups)
@@ -42,8 +32,14 @@ bool findRest(void* library, Libcups& cups)
     return find(library, "cupsEncryption", cups.cupsEncryption)
         && find(library, "cupsLastErrorString", cups.cupsLastErrorString)
         && find(library, "cupsServer", cups.cupsServer) && find(library, "cupsUser", cups.cupsUser)
+        && find(library, "ippAddInteger", cups.ippAddInteger)
+        && find(library, "ippAddString", cups.ippAddString)
+        && find(library, "ippAddStrings", cups.ippAddStrings)
+        && find(library, "ippDelete", cups.ippDelete)
         && find(library, "ippErrorString", cups.ippErrorString)
-        && find(library, "ippPort", cups.ippPort);
+        && find(library, "ippLength", cups.ippLength)
+        && find(library, "ippNewRequest", cups.ippNewRequest)
+        && find(library, "ippPort", cups.ippPort) && find(library, "ippWrite", cups.ippWrite);
 }
 
 } // namespace

@@ -26,9 +26,15 @@ struct Libcups {
     decltype(&::httpSetLength) httpSetLength = nullptr;
     decltype(&::httpStatus) httpStatus = nullptr;
     decltype(&::httpUpdate) httpUpdate = nullptr;
-    decltype(&::httpWrite2) httpWrite2 = nullptr;
+    decltype(&::ippAddInteger) ippAddInteger = nullptr;
+    decltype(&::ippAddString) ippAddString = nullptr;
+    decltype(&::ippAddStrings) ippAddStrings = nullptr;
+    decltype(&::ippDelete) ippDelete = nullptr;
     decltype(&::ippErrorString) ippErrorString = nullptr;
+    decltype(&::ippLength) ippLength = nullptr;
+    decltype(&::ippNewRequest) ippNewRequest = nullptr;
     decltype(&::ippPort) ippPort = nullptr;
+    decltype(&::ippWrite) ippWrite = nullptr;
 };
 
 // Null if the library or one of the functions is missing.

@@ -202,12 +202,10 @@ the virtual printer (`close@piece:1`) is a row of `tests/system/faults_test.cpp`
 tests of whole programs. The simulation draws its faults from seeds, and so has most of them at every stage.
 A text in italics says why there is nothing to test; **open** means that a test is missing.
 
-Three limits are known. Listing print queues needs libcups: while it is loaded and set up, and wherever it
-encrypts a connection, libcups, GnuTLS or the system's own libraries can end the process if memory runs out.
-No firmware is on its way at that time. The window's toolkit survives a lack of memory at few places: the
-wizard finishes the update and leaves the printer before it ends, but then only the log of the run says how.
-And a slow printer without the status query that loses its power without a sign after very few answers can
-look like one that never gives more: see [Which answer counts](protocol.md#which-answer-counts).
+Two limits are known. The window's toolkit survives a lack of memory at few places: the wizard finishes the
+update and leaves the printer before it ends, but then only the log of the run says how. And a slow printer
+without the status query that loses its power without a sign after very few answers can look like one that
+never gives more: see [Which answer counts](protocol.md#which-answer-counts).
 """
 
 

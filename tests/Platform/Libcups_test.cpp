@@ -21,11 +21,3 @@ TEST(Libcups, IsLoadedOnceWithEveryFunction)
         << "a function that is missing would be called as null";
     EXPECT_EQ(cups->ippPort(), 631);
 }
-
-TEST(Libcups, DoesNotStartItsEncryptionByBeingLoaded)
-{
-    using Question = int (*)();
-    const auto skips = reinterpret_cast<Question>(dlsym(RTLD_DEFAULT, "_gnutls_global_init_skip"));
-    ASSERT_NE(skips, nullptr) << "the program does not export it";
-    EXPECT_EQ(skips(), 1);
-}

@@ -101,6 +101,8 @@ def command_of(stage, name, address, scratch):
                    address],
         "member": [stage.cli, "update", "--package", package, "--json", "--yes", "--address",
                    address],
+        "doctor": [stage.cli, "doctor", "--package", package, "--json", "--address", address],
+        "report": [stage.cli, "report", "--package", package, "--output", str(scratch / "report")],
         "history": [stage.cli, "history", "--json"],
         "printers": [stage.cli, "printers", "--package", package, "--json"],
         "init": [pack, "init", "--model", "Model 100", "--firmware", f"MAIN=AB010203:{stage.files[1]}",
