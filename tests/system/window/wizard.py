@@ -6,6 +6,7 @@ action over the bus would bypass a modal question, which no user can do.
 """
 
 import contextlib
+import itertools
 import os
 import pathlib
 import re
@@ -20,6 +21,7 @@ from x11 import ask_to_close
 # The folder with the programs; a build tree's, unless the environment names another.
 BIN = pathlib.Path(os.environ.get("VYMKIT_BIN", "build/dev/bin")).resolve()
 
+FOCUS_LATE = 20  # checks after which the focus may be on a wrong window
 ALERT_LATE = 1.0  # seconds between two checks for a message, which stays until it is answered
 
 
@@ -126,11 +128,17 @@ class Wizard:
 
     def keep_focus(self):
         """Does a window manager's duty: a closed window's focus goes to the one behind it. Waits until
-        the front window knows that it has the focus: keys that are sent before would be lost."""
+        the front window knows that it has the focus: keys that are sent before would be lost. A list
+        of suggestions that comes and goes may have left it to a window that takes none: then all get
+        it in turn."""
+        looks = itertools.count(1)
+
         def has_it():
-            mine = self.x_windows()
+            mine, look = self.x_windows(), next(looks)
             if mine and self.tool("xdotool", "getwindowfocus").strip() not in mine:
                 self.tool("xdotool", "windowfocus", mine[-1])
+            elif mine and look % FOCUS_LATE == 0:
+                self.tool("xdotool", "windowfocus", mine[look // FOCUS_LATE % len(mine)])
             return any(node.has("active") for node in self.showing()[:1])
         self.until(has_it, "the focus on the front window")
 
