@@ -2,10 +2,11 @@
 // A piece of work in a process of its own, so that a library that hangs, crashes or runs out of
 // memory takes nothing along: the process is ended when its time is over.
 //
-// Owns:    the process and the pipe, until the function returns. It is ended with its caller's
-// thread, too. Threads: any. The new process has the calling thread alone, so the work may use no
-// lock that another
-//          thread may hold: neither this project's nor, but for the system's own, anyone else's.
+// Owns:    the process and the pipe, until the function returns. The process ends with its caller's
+//          thread, too.
+// Threads: any. The new process has a copy of the calling thread alone: the work may use no lock
+// that
+//          another thread may hold, except the C library's own.
 // Bounds:  end and most; in addition, the kernel's time to end a process.
 #pragma once
 #include <chrono>
