@@ -11,12 +11,14 @@
 namespace {
 
 constexpr const char* kNotInTime =
-    "The print system does not answer: it took a connection, but sent no complete answer in time.";
+    "The print system does not answer: it sent no complete answer in time. "
+    "Is its service, usually \"cups\", running well?";
 constexpr const char* kNotUnderstood =
     "The print system's answer is incomplete or cannot be understood.";
-constexpr const char* kCrashed =
-    "The print system was not asked: its library, libcups, ended in a crash.";
-constexpr const char* kNoProcess = "The print system was not asked: the computer is too busy.";
+constexpr const char* kCrashed = "The print system was not asked: its library, libcups, ended in a "
+                                 "crash. Try again, or name the printer by its address.";
+constexpr const char* kNoProcess =
+    "The print system was not asked: the computer is too busy. Try again later.";
 
 // The reason why there is no answer to look at; empty if there is one.
 std::string reasonOf(OwnProcessEnd end, std::string_view result)

@@ -140,7 +140,7 @@ void writeAll(int out, std::string_view bytes)
     while (!bytes.empty()) {
         const auto count = write(out, bytes.data(), bytes.size());
         if (count < 0 && errno != EINTR)
-            return; // nobody reads it any more
+            return; // the reading end is closed
         bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
     }
 }

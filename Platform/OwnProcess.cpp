@@ -13,6 +13,7 @@
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -38,24 +39,41 @@ constexpr int kFirstFree = 3; // after the standard streams
 class Child {
 public:
     explicit Child(pid_t process) : m_process(process) { }
-    ~Child() { waitForEnd(SIGKILL); }
+    ~Child()
+    {
+        if (m_process >= 0) {
+            kill(m_process, SIGKILL);
+            ended(0);
+        }
+    }
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
 
-    // After that signal; 0: without one. False unless it ended by itself, without a failure.
-    bool waitForEnd(int signal)
+    // It may have closed its end of the pipe, and still run.
+    OwnProcessEnd waitForEnd(Clock::time_point end)
     {
-        if (m_process < 0)
-            return false;
-        if (signal != 0)
-            kill(m_process, signal);
-        int status = 0;
-        while (waitpid(m_process, &status, 0) < 0 && errno == EINTR) { }
-        m_process = -1;
-        return WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS;
+        while (!ended(WNOHANG)) {
+            if (Clock::now() >= end)
+                return OwnProcessEnd::timeOver;
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        const bool isDone = WIFEXITED(m_status) && WEXITSTATUS(m_status) == EXIT_SUCCESS;
+        return isDone ? OwnProcessEnd::done : OwnProcessEnd::failed;
     }
 
 private:
+    bool ended(int options)
+    {
+        pid_t found = 0;
+        do
+            found = waitpid(m_process, &m_status, options);
+        while (found < 0 && errno == EINTR);
+        if (found != 0)
+            m_process = -1;
+        return found != 0;
+    }
+
+    int m_status = 0;
     pid_t m_process;
 };
 
@@ -123,5 +141,5 @@ OwnProcessEnd inOwnProcess(const std::function<void(int out)>& work, Clock::time
     const auto ended = in.readAll(end, most, result);
     if (ended != OwnProcessEnd::done)
         return ended;
-    return child.waitForEnd(0) ? OwnProcessEnd::done : OwnProcessEnd::failed;
+    return child.waitForEnd(end);
 }

@@ -5,8 +5,7 @@
 // Owns:    the process and the pipe, until the function returns. The process ends with its caller's
 //          thread, too.
 // Threads: any. The new process has a copy of the calling thread alone: the work may use no lock
-// that
-//          another thread may hold, except the C library's own.
+//          that another thread may hold, except the C library's own.
 // Bounds:  end and most; in addition, the kernel's time to end a process.
 #pragma once
 #include <chrono>

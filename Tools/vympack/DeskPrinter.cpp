@@ -40,7 +40,7 @@ void DeskPrinter::serve()
     } catch (const std::exception&) {
         m_failure = std::current_exception();
     }
-    m_server = {}; // so that nobody waits for its answer
+    m_server = {}; // closes its connections, so that the update does not wait for an answer
 }
 
 void DeskPrinter::join()

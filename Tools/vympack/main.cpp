@@ -14,7 +14,9 @@ int main(int argc, char** argv)
     try {
         return vympack::runProgram(argc, argv, {std::cout, std::cerr});
     } catch (const std::bad_alloc&) {
-        std::fputs("vympack: this computer ran out of memory\n", stderr);
+        std::fputs(
+            "vympack: this computer ran out of memory: close other programs, and try again\n",
+            stderr);
         return vympack::kExitBroken;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "vympack: %s\n", error.what());

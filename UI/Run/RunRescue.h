@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Finishes a run however the window ends, so that no firmware is cut: by exit from within the
-// toolkit (the display has gone), by an exception that nobody catches, or by a crash of the thread
+// toolkit (the display has gone), by an uncaught exception, or by a crash of the thread
 // that shows the run, as where memory runs out: the toolkit survives that at few places. After the
 // run is finished the process ends as it would have ended without this.
 //

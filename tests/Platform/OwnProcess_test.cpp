@@ -89,6 +89,19 @@ TEST(OwnProcess, EndsWithItsTimeAlsoIfItNeverStopsWriting)
     EXPECT_EQ(result.end, OwnProcessEnd::timeOver);
 }
 
+TEST(OwnProcess, EndsWithItsTimeAlsoIfItHasClosedItsPipe)
+{
+    const auto start = steady_clock::now();
+    const auto result = run(
+        [](int out) {
+            close(out);
+            std::this_thread::sleep_for(kLong);
+        },
+        200ms);
+    EXPECT_EQ(result.end, OwnProcessEnd::timeOver);
+    EXPECT_LT(steady_clock::now() - start, kLong);
+}
+
 TEST(OwnProcess, EndsAtItsLimitOfBytes)
 {
     const auto result = run([](int out) { say(out, "12345678"); }, kLong, 7);
