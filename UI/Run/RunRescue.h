@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Finishes a run however the window ends, so that no firmware is cut: by exit from within the
-// toolkit (the display has gone), by an uncaught exception, or by a crash of the thread
-// that shows the run, as where memory runs out: the toolkit survives that at few places. After the
-// run is finished the process ends as it would have ended without this.
+// toolkit (the display has gone), by an uncaught exception, or by a crash of the thread that shows
+// the run, for example where memory runs out. After that the process ends as it would have ended
+// without this.
 //
 // Owns:      while it lives, the process's handlers of SIGABRT, SIGBUS, SIGFPE, SIGILL and SIGSEGV.
-// Threads:   its maker's. At most one lives in a process. A crash of another thread, as of the
-// worker,
-//            ends the process at once: there is nothing left to wait for, or nothing that can be
-//            trusted.
+// Threads:   its maker's. At most one lives in a process. A crash of another thread, the worker's
+//            for example, ends the process at once.
 // Invariant: the function is called at most once, and not after the destructor.
 #pragma once
 #include <functional>
