@@ -213,6 +213,17 @@ void concludeStopped(Outcome& outcome, StopCause cause, bool unconfirmed, const 
     say(outcome, key, facts);
 }
 
+// place: where the run was, before it had to do with a printer.
+Outcome stoppedEarly(Command command, StopCause cause, const std::string& place)
+{
+    Outcome outcome;
+    outcome.command = command;
+    MessageFacts words;
+    words.place = place;
+    concludeStopped(outcome, cause, false, words);
+    return outcome;
+}
+
 void takeEntry(Outcome& outcome, const tag_entryoutcome& entry)
 {
     // Also for a number that the package does not have: what went out is never denied.
@@ -460,21 +471,17 @@ Outcome concludePrinters(PrinterFacts facts)
 
 Outcome concludeLookupStopped(Command command, StopCause stop)
 {
-    Outcome outcome;
-    outcome.command = command;
-    MessageFacts words;
-    words.place = "before it was known which printers there are";
-    concludeStopped(outcome, stop, false, words);
-    return outcome;
+    return stoppedEarly(command, stop, "before it was known which printers there are");
+}
+
+Outcome concludeHostLookupStopped(Command command, StopCause stop)
+{
+    return stoppedEarly(command, stop, "before the printer's address was known");
 }
 
 Outcome concludeReadingStopped(Command command, StopCause stop)
 {
-    Outcome outcome;
-    outcome.command = command;
-    MessageFacts words;
-    words.place = command == Command::update ? "before any firmware was sent"
-                                             : "while the package was being read";
-    concludeStopped(outcome, stop, false, words);
-    return outcome;
+    return stoppedEarly(command, stop,
+                        command == Command::update ? "before any firmware was sent"
+                                                   : "while the package was being read");
 }

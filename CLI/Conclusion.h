@@ -38,5 +38,7 @@ Outcome concludeCheck(const PackageFacts& package, const CheckFacts& facts);
 // For a list of printers; and for a stop before it was ready, whatever its purpose.
 Outcome concludePrinters(PrinterFacts facts);
 Outcome concludeLookupStopped(Command command, StopCause stop);
+// For a stop while a host's name was being looked up.
+Outcome concludeHostLookupStopped(Command command, StopCause stop);
 // For a stop while the package was being read.
 Outcome concludeReadingStopped(Command command, StopCause stop);

@@ -93,7 +93,7 @@ DestinationResult atHost(Workplace& place)
     const auto& options = place.options;
     const auto host = lookUpHost(place, *options.address);
     if (host.stop != StopCause::none)
-        return ended(concludeLookupStopped(options.command, host.stop));
+        return ended(concludeHostLookupStopped(options.command, host.stop));
     if (host.address.empty())
         return ended(printerOutcome(options, "no-such-printer",
                                     "No host is called '" + plainText(*options.address)

@@ -104,6 +104,28 @@ TEST(Stop, BeforeTheFirstFirmwareDoesNotWaitForASilentPrinter)
     }
 }
 
+// The name server is silent, and no call of the system ends the wait for it.
+TEST(Stop, EndsALookUpThatWouldNeverEnd)
+{
+    const PackageFolder package({{"MAIN", "AB010200", 5000}});
+    const std::vector<std::string> update{"update",       "--yes",     "--package",
+                                          package.path(), "--address", "printer.example"};
+    const Process::Environment silent{"LD_PRELOAD=" SILENT_NAMES};
+
+    CliRun byCtrlC(update, CliRun::Pauses::full, silent);
+    ASSERT_TRUE(byCtrlC.process().waitForErrors("Looking up printer.example", kSoon));
+    byCtrlC.process().signal(SIGINT);
+    EXPECT_EQ(byCtrlC.exitCode(), 130) << byCtrlC.process().errors();
+    const auto text = byCtrlC.process().errors() + byCtrlC.process().out();
+    EXPECT_NE(text.find("before the printer's address was known"), std::string::npos) << text;
+
+    auto arguments = update;
+    arguments.insert(arguments.end(), {"--json", "--deadline", "0.5"});
+    CliRun byDeadline(arguments, CliRun::Pauses::full, silent);
+    EXPECT_EQ(byDeadline.exitCode(), 130) << byDeadline.process().out();
+    EXPECT_EQ(byDeadline.result()["firmware_bytes_sent"], false);
+}
+
 TEST(Stop, ASecondUpdateOfThePrinterIsRefusedUntilTheFirstHasEnded)
 {
     const PackageFolder package({{"MAIN", "AB010200", 5000}});
