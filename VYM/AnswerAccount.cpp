@@ -42,7 +42,9 @@ void AnswerAccount::sent(std::uint64_t now, unsigned percent)
     ++m_pieces;
     m_sentAt = now;
     m_lastIsOut = percent >= kWholeFile;
-    m_isTenth = (percent % kTenth == 0 && percent != m_percent) || m_pieces % kTenth <= 1;
+    const bool isNewTenth = percent % kTenth == 0 && percent != m_percent;
+    m_newTenths += isNewTenth && !m_lastIsOut ? 1 : 0;
+    m_isTenth = isNewTenth || m_pieces % kTenth <= 1;
     m_percent = percent;
 }
 
@@ -70,13 +72,21 @@ void AnswerAccount::settle()
 
 bool AnswerAccount::isLagging(unsigned long longestMs) const
 {
-    return m_surplus || m_early || m_heardAfterLast > 1 || m_besideTenths != 0
+    return m_surplus || m_early || m_heardAfterLast > 1 || m_besideTenths != 0 || missesTenths()
         || pace() > longestMs;
 }
 
 bool AnswerAccount::keepsToTenths() const
 {
-    return m_heardPieces >= kPattern && m_besideTenths == 0;
+    return m_heardPieces >= kPattern && m_besideTenths == 0 && !missesTenths();
+}
+
+// It has answered tenths of this file, but fewer than there are: new multiples of 10 %, or every
+// tenth piece (the 10th, 20th, ... or the 11th, 21st, ...).
+bool AnswerAccount::missesTenths() const
+{
+    const auto before = m_pieces - std::min(m_pieces, m_lastIsOut ? 2U : 1U);
+    return m_heardPieces != 0 && m_heardPieces < std::min(m_newTenths, before / kTenth);
 }
 
 unsigned long AnswerAccount::patience(unsigned long longestMs) const

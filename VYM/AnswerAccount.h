@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool isComplete() const { return m_due == 0 && !m_surplus && !m_early; }
     // The printer's answers lag behind, or one took longer than the longest wait, so silence does
     // not prove that there are no more. False for a printer that answers only its last block, the
-    // pieces that begin a new tenth, or every tenth piece.
+    // pieces that begin a new tenth, or every tenth piece, and has answered all of these.
     [[nodiscard]] bool isLagging(unsigned long longestMs) const;
     // Milliseconds of silence after which no further answer is expected; at most longestMs.
     [[nodiscard]] unsigned long patience(unsigned long longestMs) const;
@@ -39,6 +39,7 @@ public:
 
 private:
     [[nodiscard]] bool keepsToTenths() const;
+    [[nodiscard]] bool missesTenths() const;
     [[nodiscard]] std::uint64_t pace() const { return keepsToTenths() ? m_lastGap : m_longestGap; }
 
     std::uint32_t m_due = 0;
@@ -48,6 +49,7 @@ private:
     bool m_lastIsOut = false;
     std::uint32_t m_pieces = 0;
     unsigned m_percent = 0; // of the last piece
+    std::uint32_t m_newTenths = 0; // pieces that began one
     bool m_isTenth = false; // printers that answer few pieces would answer the last one
     std::uint32_t m_heardPieces = 0; // before the last block
     std::uint32_t m_besideTenths = 0; // of these

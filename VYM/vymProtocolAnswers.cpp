@@ -15,6 +15,14 @@ bool isFileAnswer(std::span<const unsigned char> reply)
     return packets::isReplyTo(packets::kSendFile, reply) && packets::statusOf(reply).has_value();
 }
 
+// It has begun an answer and not ended it.
+bool isCut(std::span<const unsigned char> reply)
+{
+    return reply.size() >= packets::kHeaderSize
+        && packets::bodyLengthOf(reply.first<packets::kHeaderSize>())
+        > reply.size() - packets::kHeaderSize;
+}
+
 } // namespace
 
 int fileReplyResult(std::optional<std::uint16_t> status)
@@ -130,9 +138,10 @@ int vymProtocol::ConcludeFirmware()
         const auto state = link();
         if (over || (state.closed && !isFileAnswer(reply.bytes())))
             return result::kConnectionLost;
-        if (!isFileAnswer(reply.bytes()))
-            return m_answers.isLagging(m_timeout) || state.unsent != 0 ? proveLife()
-                                                                       : result::kSuccess;
+        if (!isFileAnswer(reply.bytes())) {
+            const bool isSilent = state.unsent == 0 && !isCut(reply.bytes());
+            return isSilent && !m_answers.isLagging(m_timeout) ? result::kSuccess : proveLife();
+        }
         if (const int taken = takeAnswer(reply, state.unsent != 0); taken != result::kSuccess)
             return taken;
     }

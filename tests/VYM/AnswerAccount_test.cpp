@@ -126,11 +126,44 @@ TEST(AnswerAccount, KnowsAPrinterThatAnswersEachTenthPiece)
     EXPECT_EQ(account.patience(kLongest), 500U);
 }
 
+TEST(AnswerAccount, KnowsEachWayOfCountingTenthPieces)
+{
+    for (const unsigned first : {9U, 10U}) { // counted from 0
+        for (unsigned count = 11; count <= 120; ++count) {
+            AnswerAccount account;
+            Sending(account)
+                .pieces(count, 10,
+                        [&](unsigned n) { return n != 0 && n % 10 == first % 10 ? 2 : -1; })
+                .heardAfter(2);
+            EXPECT_FALSE(account.isLagging(kLongest)) << count << " pieces from " << first;
+        }
+    }
+}
+
 TEST(AnswerAccount, TakesOneAnswerAtATenthForNoPattern)
 {
     AnswerAccount account;
     Sending(account).pieces(15, 100, [](unsigned n) { return n == 9 ? 0 : -1; }).heardAfter(2);
     EXPECT_EQ(account.patience(kLongest), 1800U) << "that answer took 900 ms";
+}
+
+TEST(AnswerAccount, SuspectsOneThatHasNotAnsweredAllTenthsByTheLastBlock)
+{
+    // Of nine answers before the last block, this many come in time, and one more after it.
+    const struct {
+        unsigned inTime;
+        bool isLagging;
+    } rows[] = {{1, true}, {4, true}, {8, true}, {9, false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.inTime);
+        AnswerAccount account;
+        Sending(account)
+            .pieces(
+                200, 10,
+                [&](unsigned n) { return n % 20 == 0 && n != 0 && n / 20 <= row.inTime ? 2 : -1; })
+            .heardAfter(2);
+        EXPECT_EQ(account.isLagging(kLongest), row.isLagging);
+    }
 }
 
 TEST(AnswerAccount, SuspectsOneWhoseAnswersComeAtOtherPieces)

@@ -130,6 +130,20 @@ TEST_F(vymProtocolAnswers, RequestsALifeSignIfAnswersLagAndThenStop)
     EXPECT_EQ(m_script.sent().back().substr(10, 14), "TargetInfo.txt");
 }
 
+TEST_F(vymProtocolAnswers, TakesTheBeginningOfAnAnswerForNoSilence)
+{
+    const std::string begun = printer::piece().substr(0, 10);
+    for (const bool isAlive : {true, false}) {
+        prepare(500, false);
+        silentPieces(5);
+        m_script.queueReply(printer::piece()).queueReply(begun);
+        if (isAlive)
+            tell(targetInfo("160", kCannotBeAsked));
+        EXPECT_EQ(update(), isAlive ? 1 : -5);
+        EXPECT_EQ(m_script.sent().back().substr(10, 14), "TargetInfo.txt");
+    }
+}
+
 TEST_F(vymProtocolAnswers, ClaimsNoSuccessOfAPrinterThatNeverAnswers)
 {
     prepare(500, false);
