@@ -18,6 +18,8 @@
 
 namespace {
 
+constexpr int kBeatMs = 1000;
+
 std::string packageFolder()
 {
     std::array<char, kBundlePathSize> folder{};
@@ -43,6 +45,10 @@ std::string nameInPrinter(unsigned row)
 RunOnScreen::RunOnScreen(ProgressWindow& window, const FirmwareList& firmware, std::string version)
     : m_window(window), m_firmware(firmware), m_version(std::move(version))
 {
+    m_beat.callOnTimeout([this] {
+        if (m_rescue.has_value())
+            m_rescue->beat();
+    });
 }
 
 RunLogFacts RunOnScreen::facts() const
@@ -88,6 +94,7 @@ std::optional<int> RunOnScreen::begin(std::shared_ptr<PrinterInfo> printer)
     m_window.open(m_firmware.numOfFirmware() > 1);
     m_run.emplace(facts());
     m_rescue.emplace([this](const char* why) { endWithoutWindow(why); });
+    m_beat.start(kBeatMs);
     keepAwake();
     if (m_printer != nullptr) // without one it starts no run
         m_target.take(*m_printer);
@@ -164,6 +171,7 @@ ResultFacts RunOnScreen::takeResults()
     if (!m_run.has_value())
         return facts;
     doAside([this] { m_run->stop(); });
+    m_beat.stop();
     m_rescue.reset();
     for (const auto& outcome : m_run->takeOutcomes()) {
         if (!outcome.m_bytesWentOut)

@@ -16,6 +16,7 @@
 #include "UI/Run/WatchedRun.h"
 #include "UI/Widgets/Alerts.h"
 
+#include <QTimer>
 #include <memory>
 #include <optional>
 #include <string>
@@ -67,6 +68,7 @@ private:
     RunTarget m_target; // empty without a printer
     std::optional<WatchedRun> m_run;
     std::optional<RunRescue> m_rescue; // during the run
+    QTimer m_beat; // shows that the window is at work, also while it waits for the worker
     std::vector<SentEntry> m_sent; // of which bytes went out
     Alert m_end; // its message, after the end
     bool m_isQuiet = false; // the window says so

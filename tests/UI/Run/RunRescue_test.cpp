@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Run/RunRescue.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include <optional>
 #include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -87,6 +89,47 @@ TEST(RunRescue, FinishesOnceIfFinishingCrashesToo)
             std::raise(SIGSEGV);
         },
         crashed, "^finished: the window has crashed\n");
+}
+
+TEST(RunRescue, FinishesARunWhoseWindowStandsStill)
+{
+    EXPECT_EXIT(
+        {
+            const RunRescue rescue(&sayWhy, 1);
+            for (;;)
+                pause();
+        },
+        crashed, "finished: the window stood still");
+}
+
+TEST(RunRescue, LetsAWindowThatGoesOnAlone)
+{
+    EXPECT_EXIT(
+        {
+            std::optional<RunRescue> rescue(std::in_place, &sayWhy, 2);
+            for (int i = 0; i < 35; ++i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
+                rescue->beat();
+            }
+            rescue.reset();
+            std::exit(3);
+        },
+        testing::ExitedWithCode(3), "^$");
+}
+
+TEST(RunRescue, TakesFinishingForNoStandstill)
+{
+    EXPECT_EXIT(
+        {
+            const RunRescue rescue(
+                [](const char* why) {
+                    std::this_thread::sleep_for(std::chrono::seconds(3));
+                    sayWhy(why);
+                },
+                1);
+            std::exit(3);
+        },
+        testing::ExitedWithCode(3), "finished: the display has gone");
 }
 
 TEST(RunRescue, HasNothingToDoOnceTheRunHasEnded)
