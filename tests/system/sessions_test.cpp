@@ -55,6 +55,38 @@ int update(const std::string& address, const PackageFolder& package, unsigned sl
     return run.exitCode();
 }
 
+// The exit codes of both programs of a conversation.
+struct Ends {
+    int updater = -1;
+    int printer = -1;
+    std::string errors; // of the printer
+};
+
+Ends converse(OnceServed& printer, const PackageFolder& package, unsigned slowness = kSlowness)
+{
+    const int updater = update(printer.address(), package, slowness);
+    const int end = printer.end();
+    return {updater, end, printer.errors()};
+}
+
+Ends play(const std::string& file, const PackageFolder& package, unsigned slowness = kSlowness)
+{
+    OnceServed played({"--replay", file});
+    return converse(played, package, slowness);
+}
+
+// Even so, a busy computer may delay an answer beyond its time, and so change a conversation; but
+// not each time.
+template <class Conversation> void expectEnd(int exitCode, Conversation conversation)
+{
+    constexpr int kTries = 3;
+    Ends ends;
+    for (int i = 0; i < kTries && (ends.updater != exitCode || ends.printer != 0); ++i)
+        ends = conversation();
+    EXPECT_EQ(ends.updater, exitCode);
+    EXPECT_EQ(ends.printer, 0) << ends.errors;
+}
+
 int exitCodeIn(const std::string& session)
 {
     std::smatch found;
@@ -96,13 +128,14 @@ TEST(Sessions, WhatIsRecordedCanBePlayed)
         const auto file = folder / "session.txt";
         auto options = row.options;
         options.insert(options.end(), {"--record", file});
-        OnceServed printer(options);
-        ASSERT_EQ(update(printer.address(), package), row.exitCode);
-        ASSERT_EQ(printer.end(), 0) << printer.errors();
-        OnceServed played({"--replay", file});
-        // A delay of the recording comes again, with what delays the playing in addition.
-        EXPECT_EQ(update(played.address(), package, 2 * kSlowness), row.exitCode);
-        EXPECT_EQ(played.end(), 0) << played.errors();
+        expectEnd(row.exitCode, [&] {
+            OnceServed printer(options);
+            const auto recorded = converse(printer, package);
+            if (recorded.updater != row.exitCode || recorded.printer != 0)
+                return recorded;
+            // A delay of the recording comes again, with what delays the playing in addition.
+            return play(file, package, 2 * kSlowness);
+        });
         if (const char* keep = std::getenv("VYMKIT_KEEP_SESSIONS"))
             std::ofstream(std::filesystem::path(keep) / (std::string(row.name) + ".txt"))
                 << "# exit " << row.exitCode << "\n"
@@ -116,9 +149,8 @@ TEST(Sessions, EveryKeptOneStillGoesByteForByte)
     std::size_t count = 0;
     for (const auto& file : std::filesystem::directory_iterator(VYMKIT_SESSIONS)) {
         SCOPED_TRACE(file.path().filename().string());
-        OnceServed played({"--replay", file.path().string()});
-        EXPECT_EQ(update(played.address(), package), exitCodeIn(readFile(file.path())));
-        EXPECT_EQ(played.end(), 0) << played.errors();
+        expectEnd(exitCodeIn(readFile(file.path())),
+                  [&] { return play(file.path().string(), package); });
         ++count;
     }
     EXPECT_GE(count, kRecorded.size());
@@ -139,16 +171,16 @@ TEST(Sessions, AConversationWithAnotherPrinterIsRecordedOnItsWay)
     const TempFolder folder;
     const auto file = folder / "session.txt";
     const auto real = ownAddress();
-    Process printer({VYMPRINTER, "--listen", real + ":48351", "--sessions", "1", "--model",
-                     "MODEL-A", "--firmware", "MAIN=AB010100", "--quiet"});
-    ASSERT_TRUE(printer.waitForOutput("listening on", kStart));
-    OnceServed relay({"--relay", real + ":48351", "--record", file});
-    EXPECT_EQ(update(relay.address(), package), 0);
-    EXPECT_EQ(relay.end(), 0) << relay.errors();
-    EXPECT_EQ(printer.wait(), 0);
-    OnceServed played({"--replay", file});
-    EXPECT_EQ(update(played.address(), package, 2 * kSlowness), 0);
-    EXPECT_EQ(played.end(), 0) << played.errors();
+    expectEnd(0, [&] {
+        Process printer({VYMPRINTER, "--listen", real + ":48351", "--sessions", "1", "--model",
+                         "MODEL-A", "--firmware", "MAIN=AB010100", "--quiet"});
+        EXPECT_TRUE(printer.waitForOutput("listening on", kStart));
+        OnceServed relay({"--relay", real + ":48351", "--record", file});
+        const auto recorded = converse(relay, package);
+        EXPECT_EQ(printer.wait(), 0);
+        return recorded.updater == 0 && recorded.printer == 0 ? play(file, package, 2 * kSlowness)
+                                                              : recorded;
+    });
 }
 
 TEST(Sessions, MalformedFilesAreWrongUsage)
