@@ -24,7 +24,7 @@ public:
     // Has to return when the printer is left. why: static, for the log. Memory may be short or
     // broken: a function that throws has done what it could.
     using Finish = std::function<void(const char* why)>;
-    static constexpr unsigned kStandstill = 60; // seconds; no window is that slow
+    static constexpr unsigned kStandstill = 120; // seconds; a remote display may be slow
     explicit RunRescue(Finish finish, unsigned standstill = kStandstill); // finish: not empty
     ~RunRescue();
     RunRescue(const RunRescue&) = delete;

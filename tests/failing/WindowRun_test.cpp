@@ -10,7 +10,7 @@ namespace {
 
 using namespace desk;
 
-constexpr std::chrono::seconds kStandstill{60}; // after which a run is finished without its window
+constexpr std::chrono::seconds kStandstill{120}; // after which a run is finished without its window
 
 // The call of that kind with that number fails, counted from the start of the update; 0: none does.
 struct Failure {
