@@ -48,6 +48,16 @@ bool DevConnBase::addMemList(void* block)
     return true;
 }
 
+bool DevConnBase::reserveMemList()
+{
+    try {
+        m_memList.reserve(m_memList.size() + 1);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
+}
+
 long DevConnBase::DisposeData(void* block)
 {
     const HoldLock hold(m_lock);
@@ -74,15 +84,16 @@ long DevConnBase::exchange(PacketStream& stream, unsigned long leastWriteMs, uns
         return conn::kNotConnected;
     *reply = nullptr;
     *replyLength = 0;
+    // The place first: a reply that cannot be remembered is lost, and the printer does not send it
+    // again.
+    if (!reserveMemList())
+        return conn::kOutOfMemory;
     ReplyBlock block;
     const auto result = exchangePacket(
         stream, {m_timeout, leastWriteMs, m_recvPacketSize, m_idleWork}, send, sendLength, block);
     if (result != conn::kSuccess || block.bytes == nullptr)
         return result;
-    if (!addMemList(block.bytes)) {
-        FreeMem(block.bytes);
-        return conn::kOutOfMemory;
-    }
+    m_memList.push_back(block.bytes);
     *reply = block.bytes;
     *replyLength = block.length;
     return conn::kSuccess;

@@ -66,6 +66,9 @@ protected:
     bool m_connected VYM_GUARDED_BY(m_lock) = false;
 
 private:
+    // Makes room for one more block; false for out of memory.
+    bool reserveMemList() VYM_REQUIRES(m_lock);
+
     IdleWork* m_idleWork VYM_GUARDED_BY(m_lock) = nullptr;
     std::vector<void*> m_memList VYM_GUARDED_BY(m_lock);
 };

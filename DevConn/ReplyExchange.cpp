@@ -4,19 +4,28 @@
 #include "DevConn/ConnResult.h"
 #include "VYM/vymMac.h"
 #include "VYM/vymPackets.h"
+#include "VYM/vymUtil.h"
 
 #include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstring>
+#include <memory>
 
 namespace {
 
 constexpr unsigned long kReadMs = 10; // one attempt; also the wait after the budget is used up
+constexpr unsigned long kShortReply = 64; // bytes, header included; only files have longer replies
 
 using packets::kHeaderSize;
 
 using Header = std::array<unsigned char, kHeaderSize>;
+using Block = std::unique_ptr<unsigned char, decltype(&FreeMem)>;
+
+Block allocate(unsigned long size)
+{
+    return {static_cast<unsigned char*>(AllocMem(size)), &FreeMem};
+}
 
 enum class HeaderRead { complete, none, failed };
 
@@ -62,22 +71,23 @@ bool readBody(PacketStream& stream, std::uint64_t length, std::uint64_t deadline
     return true;
 }
 
+// spare: for a short reply where there is no other memory for it; may be null.
 long readReply(PacketStream& stream, const Header& header, unsigned long packetSize,
-               std::uint64_t deadline, ReplyBlock& reply)
+               std::uint64_t deadline, Block spare, ReplyBlock& reply)
 {
     const auto body = packets::bodyLengthOf(header);
     const auto most = std::max<unsigned long>(packetSize, kHeaderSize) - kHeaderSize;
     const auto room = std::min<unsigned long>(body, most);
-    auto* block = static_cast<unsigned char*>(AllocMem(kHeaderSize + room));
+    auto block = allocate(kHeaderSize + room);
+    if (block == nullptr && kHeaderSize + room <= kShortReply)
+        block = std::move(spare);
     if (block == nullptr)
         return conn::kOutOfMemory;
-    std::memcpy(block, header.data(), kHeaderSize);
+    std::memcpy(block.get(), header.data(), kHeaderSize);
     unsigned long got = 0;
-    if (!readBody(stream, body, deadline, block + kHeaderSize, room, got)) {
-        FreeMem(block);
+    if (!readBody(stream, body, deadline, block.get() + kHeaderSize, room, got))
         return conn::kReceiveFailed;
-    }
-    reply = {block, kHeaderSize + got};
+    reply = {block.release(), kHeaderSize + got};
     return conn::kSuccess;
 }
 
@@ -88,6 +98,11 @@ long exchangePacket(PacketStream& stream, const ExchangeLimits& limits, const un
 {
     assert(packet != nullptr || length == 0);
     reply = {};
+    // A printer whose reply to "enter" cannot be stored stays in download mode: the program does
+    // not know that it was entered. So the memory for that reply comes before the request.
+    auto spare = allocate(kShortReply);
+    if (spare == nullptr && packets::isOf(packets::kEnterDownload, {packet, length}))
+        return conn::kOutOfMemory;
     const auto start = tickMilliseconds();
     if (packet != nullptr) {
         unsigned long sent = 0;
@@ -109,5 +124,5 @@ long exchangePacket(PacketStream& stream, const ExchangeLimits& limits, const un
     case HeaderRead::complete:
         break;
     }
-    return readReply(stream, header, limits.packetSize, now + budget, reply);
+    return readReply(stream, header, limits.packetSize, now + budget, std::move(spare), reply);
 }

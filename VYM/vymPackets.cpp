@@ -164,10 +164,14 @@ std::span<const unsigned char> FilePacket::data() const
                                  : std::span<const unsigned char>();
 }
 
+bool isOf(std::uint16_t code, std::span<const unsigned char> packet)
+{
+    return packet.size() >= kHeaderSize && readBigEndian16(&packet[kCodeAt]) == code;
+}
+
 bool isReplyTo(std::uint16_t code, std::span<const unsigned char> reply)
 {
-    return reply.size() >= kHeaderSize && readBigEndian16(&reply[kCodeAt]) == code
-        && readBigEndian32(&reply[kLengthAt]) == reply.size() - kHeaderSize;
+    return isOf(code, reply) && readBigEndian32(&reply[kLengthAt]) == reply.size() - kHeaderSize;
 }
 
 std::optional<std::uint16_t> statusOf(std::span<const unsigned char> reply)

@@ -174,6 +174,8 @@ private:
     std::span<const unsigned char> m_packet;
 };
 
+// Whether this packet, request or reply, belongs to that command. It may be empty.
+bool isOf(std::uint16_t code, std::span<const unsigned char> packet);
 // Whether this is a complete reply to that command: at least a header, the expected code, and a
 // body of exactly the announced length.
 bool isReplyTo(std::uint16_t code, std::span<const unsigned char> reply);

@@ -4,6 +4,8 @@
 #include "VYM/vymUtil.h"
 #include "tests/support/FailingMemory.h"
 
+#include <algorithm>
+#include <array>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -29,6 +31,7 @@ public:
     long SetTimeout(unsigned long milliseconds) override { return storeTimeout(milliseconds); }
     long Disconnect() override { return conn::kSuccess; }
 
+    using DevConnBase::exchange;
     using DevConnBase::m_connected;
     using DevConnBase::m_recvPacketSize;
     using DevConnBase::m_timeout;
@@ -39,6 +42,33 @@ public:
         EXPECT_TRUE(addMemList(block));
         return block;
     }
+};
+
+// A link whose printer answers each packet with a header.
+class AnsweringStream : public PacketStream {
+public:
+    bool WritePort(const unsigned char* /*buffer*/, unsigned long length, unsigned long* sent,
+                   unsigned long /*timeoutMs*/) override
+    {
+        ++m_packets;
+        *sent = length;
+        return true;
+    }
+    bool ReadPort(unsigned char* buffer, unsigned long length, unsigned long* received,
+                  unsigned long /*timeoutMs*/) override
+    {
+        std::fill_n(buffer, length, static_cast<unsigned char>(0));
+        *received = length;
+        return true;
+    }
+    [[nodiscard]] bool peerClosed() const override { return false; }
+    [[nodiscard]] bool awaitsReply(const unsigned char* /*packet*/,
+                                   unsigned long /*length*/) const override
+    {
+        return true;
+    }
+
+    int m_packets = 0;
 };
 
 } // namespace
@@ -121,6 +151,33 @@ TEST(HandedOutBlock, IsRefusedWhereMemoryCannotRememberIt)
         EXPECT_FALSE(transport.addMemList(&block));
     }
     EXPECT_EQ(transport.DisposeData(&block), -6);
+}
+
+TEST(HandedOutBlock, HasItsPlaceBeforeAnythingIsSent)
+{
+    Transport transport;
+    transport.Connect(nullptr, "", 0);
+    AnsweringStream printer;
+    std::array<unsigned char, 8> packet{};
+    unsigned char* reply = nullptr;
+    unsigned long length = 0;
+    const auto exchange = [&] {
+        return transport.exchange(printer, 1, packet.data(), packet.size(), &reply, &length);
+    };
+    {
+        const MemoryShortage shortage(0);
+        EXPECT_EQ(exchange(), conn::kOutOfMemory);
+    }
+    EXPECT_EQ(printer.m_packets, 0);
+    EXPECT_EQ(exchange(), 0);
+    EXPECT_EQ(transport.DisposeData(reply), 0);
+    {
+        const MemoryShortage shortage(0); // the place is still there, for the reply to "leave"
+        EXPECT_EQ(exchange(), 0);
+    }
+    EXPECT_EQ(printer.m_packets, 2);
+    EXPECT_EQ(length, 8U);
+    EXPECT_EQ(transport.DisposeData(reply), 0);
 }
 
 TEST(HandedOutBlock, ComesBackFromAnyThread)

@@ -201,6 +201,17 @@ TEST(vymPackets, AcceptsAReplyOnlyWhenItIsWholeAndOfTheExpectedCommand)
     }
 }
 
+TEST(vymPackets, KnowsThePacketsOfACommand)
+{
+    const auto enter = packets::enterDownload(false);
+    const std::string bytes(reinterpret_cast<const char*>(&enter), sizeof enter);
+    EXPECT_TRUE(packets::isOf(packets::kEnterDownload, view(bytes)));
+    EXPECT_FALSE(packets::isOf(packets::kExitDownload, view(bytes)));
+    EXPECT_TRUE(packets::isOf(packets::kEnterDownload, view(bytes.substr(0, 8))));
+    EXPECT_FALSE(packets::isOf(packets::kEnterDownload, view(bytes.substr(0, 7))));
+    EXPECT_FALSE(packets::isOf(packets::kEnterDownload, {}));
+}
+
 TEST(vymPackets, ReadsNoFieldFromAReplyThatIsTooShortForIt)
 {
     const auto progress = printer::progress(0x81, 500, 20);

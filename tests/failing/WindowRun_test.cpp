@@ -59,21 +59,18 @@ protected:
     }
 
     // Whether the last request that the printer got, if any, was to leave download mode. A window
-    // that crashed has not waited until the printer took it up. A run that lost the reply to
-    // "enter" ends without it: it was not entered, as far as the run knows.
-    [[nodiscard]] bool isPrinterLeft(const End& end) const
+    // that crashed has not waited until the printer took it up.
+    [[nodiscard]] testing::AssertionResult isPrinterLeft(const End& end) const
     {
-        return becomesTrue(
-            [&] {
-                const auto lines = m_printer->transcript();
-                const auto last = lines.rfind("\tin\t");
-                const auto isLast = [&](const char* command) {
-                    return lines.compare(last + 4, 6, command) == 0;
-                };
-                return last == std::string::npos || isLast("0x5102")
-                    || (end.exitCode == 0 && isLast("0x5101"));
-            },
-            kSoon);
+        const auto isLeft = [&] {
+            const auto lines = m_printer->transcript();
+            const auto last = lines.rfind("\tin\t");
+            return last == std::string::npos || lines.compare(last + 4, 6, "0x5102") == 0;
+        };
+        return (becomesTrue(isLeft, kSoon) ? testing::AssertionSuccess()
+                                           : testing::AssertionFailure())
+            << "exit " << end.exitCode << '\n'
+            << m_printer->transcript();
     }
 
 private:

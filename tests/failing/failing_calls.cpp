@@ -7,7 +7,8 @@
 //                  one reading to the next
 //   FAILING_AT     n, from 1; 0 only counts
 //   FAILING_ALWAYS set: every later call of that kind fails, too
-//   FAILING_LATE   set: counting begins when the program calls failing_calls_begin
+//   FAILING_LATE   set: counting begins when the program first connects to an IPv4 address, or when
+//                  it calls failing_calls_begin
 //   FAILING_COUNT  a file that gets the number of calls when the program ends
 //
 // Threads: any; the counter is atomic.
@@ -33,6 +34,7 @@ std::atomic<std::uint64_t> g_calls{0};
 const char* g_kind = "";
 std::uint64_t g_at = 0;
 bool g_always = false;
+bool g_late = false;
 
 // Whether this call fails; sets errno for it.
 bool fails(const char* kind, int error)
@@ -83,7 +85,8 @@ int countedMain(int count, char** arguments, char** environment)
     g_kind = kind != nullptr ? kind : "";
     g_always = std::getenv("FAILING_ALWAYS") != nullptr;
     std::atexit(&writeCount);
-    g_counting = std::getenv("FAILING_LATE") == nullptr;
+    g_late = std::getenv("FAILING_LATE") != nullptr;
+    g_counting = !g_late;
     return g_main(count, arguments, environment);
 }
 
@@ -193,6 +196,8 @@ int poll(pollfd* entries, nfds_t count, int milliseconds)
 
 int connect(int descriptor, const sockaddr* address, socklen_t length)
 {
+    if (g_late && address->sa_family == AF_INET)
+        g_counting = true;
     if (fails("connect", ENETUNREACH))
         return -1;
     return system<int (*)(int, const sockaddr*, socklen_t)>("connect")(descriptor, address, length);

@@ -3,14 +3,15 @@
 """Makes calls of whole programs fail, one after the other, and checks how the programs react.
 
 Usage: failing_calls.py --shim LIB --bin FOLDER --cli PROGRAM [--commands a,b] [--calls a,b]
-                        [--most N] [--keep-going] [--jobs N]
+                        [--most N] [--late] [--keep-going] [--jobs N]
 
 For every command and kind of call: counts the calls of a run without failures, then fails the n-th of
-them, once and for good, for up to --most values of n (0: all). A run passes if it ends in time, by
+them, once and for good, for up to --most values of n (0: all; --late: counted from the connection to
+the printer on). A run passes if it ends in time, by
 itself, with a documented exit code. With --json, its last line must also be a result with that code
 that does not deny firmware bytes that the printer received; "member", the process of one printer of
-many, also records it: one whole line with that code, or none where nothing was sent. With a clock that jumps ("clock") a run must
-succeed as without.
+many, also records it: one whole line with that code, or none where nothing was sent. Without memory
+no printer may stay in download mode. With a clock that jumps ("clock") a run must succeed as without.
 """
 import argparse
 import concurrent.futures
@@ -61,6 +62,7 @@ class Stage:
         self.bin = pathlib.Path(arguments.bin)
         self.cli = arguments.cli
         self.shim = arguments.shim
+        self.is_late = arguments.late
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vymkit-failing-"))
         self.source = self.folder / "source"
         self.source.mkdir()
@@ -141,6 +143,12 @@ class Printer:
         return any(path.name.endswith(".FW") or path.name.endswith(".part")
                    for path in self.store.rglob("*"))
 
+    def is_left(self):
+        """Whether its last request, if any, was to leave download mode."""
+        requests = [line.split("\t")[2] for path in self.store.rglob("transcript.txt")
+                    for line in path.read_text().splitlines() if "\tin\t" in line]
+        return not requests or requests[-1] == "0x5102"
+
 
 def run(stage, name, call, at, always):
     """Returns (the problem or None, number of calls); at 0: a run without failures."""
@@ -154,6 +162,8 @@ def run(stage, name, call, at, always):
                            CUPS_SERVER="/nonexistent")
         if always:
             environment["FAILING_ALWAYS"] = "1"
+        if stage.is_late:
+            environment["FAILING_LATE"] = "1"
         results = scratch / "results"
         if name == "member":
             environment["VYMKIT_FLEET_MEMBER"] = json.dumps(
@@ -182,6 +192,8 @@ def fault_of(done, has_json, printer, call):
         return f"ends with signal {-done.returncode}: {errors[-1] if errors else ''}"
     if done.returncode not in CODES:
         return f"ends with {done.returncode}, which is not documented"
+    if call == "alloc" and not printer.is_left():
+        return "the printer stays in download mode"
     if not has_json or done.returncode == 64:
         return None
     lines = done.stdout.decode(errors="replace").strip().splitlines()
@@ -219,7 +231,7 @@ def fault_of_record(done, results, printer, is_sound):
 def sample(count, most):
     if most == 0 or count <= most:
         return list(range(1, count + 1))
-    # The first calls, during the program's start-up, and the rest evenly.
+    # Each of the first calls, and the rest evenly.
     front = most // 4
     step = (count - front) / (most - front)
     return sorted({*range(1, front + 1), *(front + 1 + int(i * step) for i in range(most - front))})
@@ -233,6 +245,7 @@ def main():
     parser.add_argument("--commands", default="info,check,update,member")
     parser.add_argument("--calls", default=",".join(CALLS))
     parser.add_argument("--most", type=int, default=4)
+    parser.add_argument("--late", action="store_true")
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--keep-going", action="store_true")
     arguments = parser.parse_args()
