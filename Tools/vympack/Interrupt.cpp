@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Tools/vympack/Interrupt.h"
 
+#include <atomic>
 #include <csignal>
 #include <initializer_list>
 
@@ -8,11 +9,14 @@ namespace vympack {
 
 namespace {
 
-volatile std::sig_atomic_t g_interrupted = 0;
+// Atomic, since the signal may arrive on another thread than the one that looks: a rehearsal's
+// printer has a thread of its own.
+std::atomic<bool> g_isInterrupted{false};
+static_assert(std::atomic<bool>::is_always_lock_free); // a handler may use no other
 
 extern "C" void raiseFlag(int)
 {
-    g_interrupted = 1;
+    g_isInterrupted = true;
 }
 
 } // namespace
@@ -35,7 +39,7 @@ void catchInterrupts()
 
 bool interrupted()
 {
-    return g_interrupted != 0;
+    return g_isInterrupted;
 }
 
 } // namespace vympack
