@@ -1,8 +1,10 @@
 # SPDX-License-Identifier: MIT
 """Takes pictures of the wizard, and sets a desktop to dark colours or large letters."""
 
+import contextlib
 import pathlib
 import struct
+import subprocess
 import time
 import zlib
 
@@ -42,6 +44,8 @@ def large_letters(desk, points):
 
 def picture(wizard, path, whole_screen=False):
     """Takes a picture when the windows rest, or after a while if one of them keeps moving."""
+    if not whole_screen:
+        wizard.until(wizard.x_windows, "a window on the screen")  # described a moment before it is drawn
     seen = wizard.frame.read_bytes()
     for _ in range(MOVES):
         time.sleep(STILL)
@@ -70,13 +74,20 @@ def png(pixels, line, left, top, right, bottom):
 
 def around(wizard):
     """Left, top, right and bottom of the part of the screen that the windows cover."""
-    boxes = []
-    for window in wizard.x_windows():
-        place = dict(line.split("=") for line in wizard.tool(
-            "xdotool", "getwindowgeometry", "--shell", window).splitlines())
-        left, top, width, height = (int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
-        boxes.append((left, top, left + width, top + height))
-    lefts, tops, rights, bottoms = zip(*boxes)
+    lefts, tops, rights, bottoms = zip(*wizard.until(lambda: boxes(wizard), "a window on the screen"))
     width, height = wizard.desk.size
     return (max(min(lefts), 0), max(min(tops), 0),
             min(max(rights), width), min(max(bottoms), height))
+
+
+def boxes(wizard):
+    """Left, top, right and bottom of each window; none if one of them has closed meanwhile."""
+    found = []
+    with contextlib.suppress(subprocess.CalledProcessError):
+        for window in wizard.x_windows():
+            place = dict(line.split("=") for line in wizard.tool(
+                "xdotool", "getwindowgeometry", "--shell", window).splitlines())
+            left, top, width, height = (int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+            found.append((left, top, left + width, top + height))
+        return found
+    return []
