@@ -64,7 +64,7 @@ class Start(WizardCase):
         self.wizard.keys("space")
         self.wizard.wait_for("Suchen in:")  # the toolkit's own words are in the user's language
         self.wizard.focused("text")
-        self.wizard.type(str(package.file))
+        self.wizard.fill(str(package.file))
         self.wizard.keys("Return")
         self.wizard.wait_for("Vymprint 200")
         self.wizard.wait_for(self.texts["Start_Description"])
@@ -78,8 +78,7 @@ class Start(WizardCase):
         self.wizard.find("text")
         self.wizard.focused("text")
         report = self.desk.folder / "report.txt"
-        self.wizard.keys("ctrl+a")
-        self.wizard.type(str(report))
+        self.wizard.fill(str(report))
         self.wizard.keys("Return")
         self.wizard.alert(self.texts["Report_Saved"])
         self.press("OK")

@@ -22,6 +22,7 @@ from x11 import ask_to_close
 BIN = pathlib.Path(os.environ.get("VYMKIT_BIN", "build/dev/bin")).resolve()
 
 FOCUS_LATE = 20  # checks after which the focus may be on a wrong window
+TYPED_LATE = 10.0  # seconds for keys to arrive
 ALERT_LATE = 1.0  # seconds between two checks for a message, which stays until it is answered
 
 
@@ -126,6 +127,20 @@ class Wizard:
         self.keep_focus()
         self.tool("xdotool", "type", "--delay", "20", text)
 
+    def fill(self, text):
+        """Replaces the focused field's text; types it again if a list of suggestions took some keys."""
+        def holds_it():
+            return any(node.role == "text" and node.has("focused") and node.text == text
+                       for node in self.showing())
+
+        def fills_it():
+            self.keys("ctrl+a")
+            self.type(text)
+            with contextlib.suppress(TimeoutError):
+                return self.until(holds_it, "the text is typed", TYPED_LATE)
+            return False
+        self.until(fills_it, f"the field holds {text!r}")
+
     def keep_focus(self):
         """Does a window manager's duty: a closed window's focus goes to the one behind it. Waits until
         the front window knows that it has the focus: keys that are sent before would be lost. A list
@@ -135,10 +150,11 @@ class Wizard:
 
         def has_it():
             mine, look = self.x_windows(), next(looks)
-            if mine and self.tool("xdotool", "getwindowfocus").strip() not in mine:
-                self.tool("xdotool", "windowfocus", mine[-1])
-            elif mine and look % FOCUS_LATE == 0:
-                self.tool("xdotool", "windowfocus", mine[look // FOCUS_LATE % len(mine)])
+            with contextlib.suppress(subprocess.CalledProcessError):  # the window has closed meanwhile
+                if mine and self.tool("xdotool", "getwindowfocus").strip() not in mine:
+                    self.tool("xdotool", "windowfocus", mine[-1])
+                elif mine and look % FOCUS_LATE == 0:
+                    self.tool("xdotool", "windowfocus", mine[look // FOCUS_LATE % len(mine)])
             return any(node.has("active") for node in self.showing()[:1])
         self.until(has_it, "the focus on the front window")
 
