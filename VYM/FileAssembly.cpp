@@ -45,5 +45,6 @@ FileAssembly::Step FileAssembly::add(const packets::FileBlock& block)
     // The sum of an earlier block is ignored: only the sum of the whole file counts.
     if (!isLast(block.status))
         return block.data.empty() || m_received > m_size ? Step::badBlock : Step::more;
-    return packets::byteSum(bytes()) == block.checkSum ? Step::complete : Step::damaged;
+    m_isDamaged = packets::byteSum(bytes()) != block.checkSum;
+    return m_isDamaged ? Step::damaged : Step::complete;
 }

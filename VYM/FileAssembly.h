@@ -20,6 +20,7 @@ public:
     // After the last block: complete if the sum of the whole file is right, otherwise damaged.
     Step add(const packets::FileBlock& block);
     [[nodiscard]] std::span<const unsigned char> bytes() const { return {m_bytes.get(), m_size}; }
+    [[nodiscard]] bool isDamaged() const { return m_isDamaged; } // add has returned damaged
 
 private:
     struct Free {
@@ -31,4 +32,5 @@ private:
     std::unique_ptr<unsigned char, Free> m_bytes;
     std::uint32_t m_size = 0;
     std::uint64_t m_received = 0; // data bytes of all blocks so far
+    bool m_isDamaged = false;
 };

@@ -158,7 +158,8 @@ int vymProtocol::proveLife()
     const int code = receiveFile(asBytes(request), file);
     if (code == result::kSuccess)
         m_answers.settle();
-    return code;
+    // The printer's file was damaged on its way, not the firmware.
+    return file.isDamaged() ? result::kBadReply : code;
 }
 
 int vymProtocol::HearLateAnswers()

@@ -130,6 +130,16 @@ TEST_F(vymProtocolAnswers, RequestsALifeSignIfAnswersLagAndThenStop)
     EXPECT_EQ(m_script.sent().back().substr(10, 14), "TargetInfo.txt");
 }
 
+TEST_F(vymProtocolAnswers, CallAFirmwareNotRefusedWhereTheLifeSignIsDamaged)
+{
+    prepare(500, false);
+    silentPieces(5);
+    queue(3, printer::piece());
+    m_script.queueReply("");
+    m_script.queueReply(printer::fileBlock({0x80, 0, 4, 1, "text"})); // its sum is another
+    EXPECT_EQ(update(), -5);
+}
+
 TEST_F(vymProtocolAnswers, TakesTheBeginningOfAnAnswerForNoSilence)
 {
     const std::string begun = printer::piece().substr(0, 10);
