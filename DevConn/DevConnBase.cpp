@@ -38,13 +38,9 @@ long DevConnBase::SetIdleWork(IdleWork* work)
 
 bool DevConnBase::addMemList(void* block)
 {
-    if (block == nullptr)
+    if (block == nullptr || !reserveMemList())
         return false;
-    try {
-        m_memList.push_back(block);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    m_memList.push_back(block);
     return true;
 }
 
@@ -93,7 +89,7 @@ long DevConnBase::exchange(PacketStream& stream, unsigned long leastWriteMs, uns
         stream, {m_timeout, leastWriteMs, m_recvPacketSize, m_idleWork}, send, sendLength, block);
     if (result != conn::kSuccess || block.bytes == nullptr)
         return result;
-    m_memList.push_back(block.bytes);
+    m_memList.push_back(block.bytes); // there is room for it
     *reply = block.bytes;
     *replyLength = block.length;
     return conn::kSuccess;

@@ -119,7 +119,7 @@ std::uint32_t bodyLengthOf(std::span<const unsigned char, kHeaderSize> header)
 
 bool FilePacket::isFile() const
 {
-    return has(kKindAt, 2) && readBigEndian16(&m_packet[kCodeAt]) == kSendFile;
+    return isOf(kSendFile, m_packet) && has(kKindAt, 2);
 }
 
 bool FilePacket::showsProgress() const

@@ -60,13 +60,13 @@ RunRescue::~RunRescue()
 
 void RunRescue::finishNow(const char* why)
 {
-    auto* const rescue = std::exchange(t_rescue, nullptr);
-    if (rescue == nullptr)
-        return;
     sigset_t standstill; // finishing may take longer than that
     sigemptyset(&standstill);
     sigaddset(&standstill, SIGABRT);
     pthread_sigmask(SIG_BLOCK, &standstill, nullptr);
+    auto* const rescue = std::exchange(t_rescue, nullptr);
+    if (rescue == nullptr)
+        return;
     try {
         rescue->m_finish(why);
     } catch (const std::exception&) { // the process ends anyway

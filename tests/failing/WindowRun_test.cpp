@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A run of the window while calls fail.
+#include "UI/Run/RunRescue.h"
 #include "tests/support/Await.h"
 #include "tests/system/Desk.h"
 
@@ -10,7 +11,7 @@ namespace {
 
 using namespace desk;
 
-constexpr std::chrono::seconds kStandstill{120}; // after which a run is finished without its window
+constexpr std::chrono::seconds kStandstill{RunRescue::kStandstill};
 
 // The call of that kind with that number fails, counted from the start of the update; 0: none does.
 struct Failure {

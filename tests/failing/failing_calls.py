@@ -6,12 +6,12 @@ Usage: failing_calls.py --shim LIB --bin FOLDER --cli PROGRAM [--commands a,b] [
                         [--most N] [--late] [--keep-going] [--jobs N]
 
 For every command and kind of call: counts the calls of a run without failures, then fails the n-th of
-them, once and for good, for up to --most values of n (0: all; --late: counted from the connection to
-the printer on). A run passes if it ends in time, by
-itself, with a documented exit code. With --json, its last line must also be a result with that code
-that does not deny firmware bytes that the printer received; "member", the process of one printer of
-many, also records it: one whole line with that code, or none where nothing was sent. Without memory
-no printer may stay in download mode. With a clock that jumps ("clock") a run must succeed as without.
+them, once and for good, for up to --most values of n (0: all). With --late they are counted from the
+connection to the printer on. A run passes if it ends in time, by itself, with a documented exit code.
+With --json, its last line must also be a result with that code that does not deny firmware bytes that
+the printer received; "member", the process of one printer of many, also records it: one whole line
+with that code, or none where nothing was sent. Without memory no printer may stay in download mode.
+With a clock that jumps ("clock") a run must succeed as without.
 """
 import argparse
 import concurrent.futures

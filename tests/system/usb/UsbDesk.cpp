@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/system/usb/UsbDesk.h"
 
+#include "tests/support/Await.h"
+
 #include <algorithm>
 #include <csignal>
 #include <fcntl.h>
@@ -17,7 +19,6 @@ namespace fs = std::filesystem;
 constexpr const char* kDriver = "/sys/bus/usb/drivers/usblp";
 constexpr const char* kDevices = "/sys/bus/usb/devices";
 constexpr const char* kPrinterClass = "07";
-constexpr std::chrono::milliseconds kLookAgain{20};
 
 std::string lineOf(const fs::path& path)
 {
@@ -43,17 +44,6 @@ std::size_t countIn(const char* folder, bool (*wanted)(const fs::path&))
 bool isPrinterInterface(const fs::path& path)
 {
     return isInterface(path) && lineOf(path / "bInterfaceClass") == kPrinterClass;
-}
-
-template <typename Condition> bool becomesTrue(Condition condition)
-{
-    const auto end = std::chrono::steady_clock::now() + kSoon;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        std::this_thread::sleep_for(kLookAgain);
-    }
-    return true;
 }
 
 std::string optionValue(const std::vector<std::string>& options, const char* name,
@@ -101,7 +91,7 @@ BusPrinter::BusPrinter(std::vector<std::string> options)
       m_process(printerCommand(m_store.path().string(), options))
 {
     EXPECT_TRUE(m_process.waitForOutput("plugged into", kSoon)) << m_process.errors();
-    EXPECT_TRUE(becomesTrue([] { return countIn(kDriver, &isInterface) != 0; }));
+    EXPECT_TRUE(becomesTrue([] { return countIn(kDriver, &isInterface) != 0; }, kSoon));
 }
 
 BusPrinter::~BusPrinter()
@@ -125,12 +115,12 @@ std::string BusPrinter::transcript() const
 
 bool driverServes(std::size_t interfaces)
 {
-    return becomesTrue([&] { return countIn(kDriver, &isInterface) == interfaces; });
+    return becomesTrue([&] { return countIn(kDriver, &isInterface) == interfaces; }, kSoon);
 }
 
 bool busCarries(std::size_t printers)
 {
-    return becomesTrue([&] { return countIn(kDevices, &isPrinterInterface) == printers; });
+    return becomesTrue([&] { return countIn(kDevices, &isPrinterInterface) == printers; }, kSoon);
 }
 
 void letThePrinterForget()

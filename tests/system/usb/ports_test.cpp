@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Finds and opens printers on a bus, as root and as an ordinary user.
+#include "tests/support/Await.h"
 #include "tests/system/usb/UsbDesk.h"
 
 #include <fcntl.h>
@@ -52,9 +53,12 @@ class PrintJob {
 public:
     PrintJob()
     {
-        const auto end = std::chrono::steady_clock::now() + kSoon;
-        while (m_file < 0 && std::chrono::steady_clock::now() < end)
-            m_file = ::open("/dev/usb/lp0", O_WRONLY | O_CLOEXEC);
+        becomesTrue(
+            [this] {
+                m_file = ::open("/dev/usb/lp0", O_WRONLY | O_CLOEXEC);
+                return m_file >= 0;
+            },
+            kSoon);
     }
     ~PrintJob()
     {
