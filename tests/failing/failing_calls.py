@@ -24,6 +24,7 @@ import subprocess
 import sys
 import tempfile
 import threading
+import time
 
 CALLS = ["alloc", "open", "read", "write", "poll", "connect", "send", "recv", "pread", "thread",
          "event"]
@@ -144,10 +145,19 @@ class Printer:
                    for path in self.store.rglob("*"))
 
     def is_left(self):
-        """Whether its last request, if any, was to leave download mode."""
+        """Whether its last request, if any, was to leave download mode. A program without memory may
+        have ended before the printer takes that request up."""
+        end = time.monotonic() + LIMIT
+        while (last := self.last_request()) not in (None, "0x5102"):
+            if time.monotonic() > end:
+                return False
+            time.sleep(0.05)
+        return True
+
+    def last_request(self):
         requests = [line.split("\t")[2] for path in self.store.rglob("transcript.txt")
                     for line in path.read_text().splitlines() if "\tin\t" in line]
-        return not requests or requests[-1] == "0x5102"
+        return requests[-1] if requests else None
 
 
 def run(stage, name, call, at, always):

@@ -143,9 +143,9 @@ class Wizard:
 
     def keep_focus(self):
         """Does a window manager's duty: a closed window's focus goes to the one behind it. Waits until
-        the front window knows that it has the focus: keys that are sent before would be lost. A list
-        of suggestions that comes and goes may have left it to a window that takes none: then all get
-        it in turn."""
+        the front window knows that it has the focus: keys that are sent before would be lost. While a
+        list of suggestions is open, only the control that it belongs to knows that. A list that comes
+        and goes may have left the focus to a window that takes none: then all get it in turn."""
         looks = itertools.count(1)
 
         def has_it():
@@ -155,7 +155,9 @@ class Wizard:
                     self.tool("xdotool", "windowfocus", mine[-1])
                 elif mine and look % FOCUS_LATE == 0:
                     self.tool("xdotool", "windowfocus", mine[look // FOCUS_LATE % len(mine)])
-            return any(node.has("active") for node in self.showing()[:1])
+            front = self.showing()
+            return any(node.has("active") for node in front[:1]) or any(
+                node.has("focused") for node in front)
         self.until(has_it, "the focus on the front window")
 
     def x_windows(self):
