@@ -55,7 +55,8 @@ std::vector<std::string> cliCommand(const std::vector<std::string>& arguments,
 
 std::string ownAddress()
 {
-    // A process number has at most 22 bits, and every test case runs in its own process.
+    // A process number has at most 22 bits, and every test case runs in its own process. 127.16 to
+    // 127.79 are no other tests'.
     const auto pid = static_cast<unsigned>(getpid());
     return "127." + std::to_string(16 + (pid >> 16)) + '.' + std::to_string(pid >> 8 & 0xFF) + '.'
         + std::to_string(pid & 0xFF);

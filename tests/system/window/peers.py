@@ -17,6 +17,7 @@ from wizard import BIN
 QUEUES = str(BIN.parent / "tests/private_queues")
 ENDLESS_WAITS = str(BIN.parent / "tests/endless_waits.so")
 PORT = 48350
+BLOCK = 16  # addresses of one process, out of 2^17 blocks
 MODEL = "Vymprint 200"
 # The times are long: no printer here is silent, but some are held or wait for the processor.
 ROWS = (f'TGMNAME "{MODEL}"', f'MODELNAME "{MODEL}"', "DRIVERNAME Vymprint", "ENTERTIME 60",
@@ -85,9 +86,10 @@ class UncheckedPackage(Package):
 
 
 def own_address(number):
-    """An address for each of ten printers, which no other test process uses at the same time."""
-    pid = os.getpid()  # no two running processes are a million apart
-    return f"127.{80 + 16 * number + (pid >> 16 & 15)}.{pid >> 8 & 255}.{pid & 255}"
+    """The number-th address of this process, from 0; 127.80 to 127.111 are no other tests'."""
+    assert number < BLOCK - 1
+    pid = os.getpid()
+    return f"127.{80 + (pid >> 12 & 31)}.{pid >> 4 & 255}.{(pid & 15) * BLOCK + number + 1}"
 
 
 class Printer:
