@@ -73,7 +73,7 @@ CELLS = {
                      "UpdateThatIsKilled.LeavesAPrinterThatTheNextOneUpdates"],
         "afterwards": "RunLog.HasEachLineOnDiskAtOnce"},
     "hostile answer": {
-        "package": "(a printer is not asked)", "connect": "(no answer belongs to it)",
+        "package": "(no printer is queried)", "connect": "(no answer belongs to it)",
         "transfer": "PrinterThatOffersHugePackets.GetsPiecesThatFitIntoMemory",
         "identify": ["PrinterThatSendsControlCharacters.ReachesNeitherTerminalNorJson",
                      "FileAssembly.RefusesBlocksWithoutDataAndBlocksThatNeverEnd",
@@ -110,7 +110,7 @@ CELLS = {
                        "PackageThatIsWrittenOver.EndsTheUpdateBeforeTheLastBlock"],
         "writing": "RunLog.LetsARunGoOnWhereTheFileMayNotGrow",
         "leave": "(nothing is read)", "afterwards": "LogFolder.ThatCannotBeUsedIsReportedAsAProblem"},
-    "stop, signals, nobody reads": {
+    "stop, signals, lost output": {
         "package": ["LargePackageThatIsRead.IsLeftAtOnceOnCtrlC",
                     "LargePackages.AreReadNoLongerThanTheTimeLimit"],
         "connect": "SystemPrinters.CtrlCEndsTheWaitForASilentServerAtOnce",
@@ -125,7 +125,7 @@ CELLS = {
         "leave": "UpdateCommand.ASignalAfterTheEndHasNoEffect",
         "afterwards": "UpdateCommand.GoesOnWhenItsOutputIsNotRead"},
     "clock jumps, suspend": {
-        "package": "(no time is looked at)",
+        "package": "(no clock is read)",
         "connect": CLOCK, "enter": CLOCK, "identify": CLOCK, "last block": CLOCK, "leave": CLOCK,
         "transfer": ["LogindInhibitor.HoldsEverythingWhileItLives", CLOCK],
         "writing": "MonotonicWait.TakesItsTimeWhereTheWallClockIsSetBack",

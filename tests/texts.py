@@ -112,7 +112,7 @@ def check_code(keys, faults):
         return  # no window: most keys are its own
     for name, key, _ in keys:
         if name not in names and key not in literals:
-            faults.append(f"nobody uses {name}, {key}")
+            faults.append(f"{name}, {key} is not used")
 
 
 def main():

@@ -15,7 +15,7 @@ constexpr std::array kCrashes = {SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSEGV};
 
 std::array<struct sigaction, kCrashes.size()> g_former{};
 
-// Null on every thread but the maker's, so that no other thread needs to be asked.
+// Null on every thread but the maker's, so that a handler knows on which thread it runs.
 thread_local RunRescue* t_rescue = nullptr;
 
 void restoreHandlers()

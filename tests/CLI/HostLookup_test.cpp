@@ -20,7 +20,7 @@ TEST(HostLookup, GivesTheRunTheAddressOfTheName)
 TEST(HostLookup, SaysThatNoHostHasTheName)
 {
     CommandRun run;
-    // A part of a name has at most 63 characters: no name server is asked, or waited for.
+    // A part of a name has at most 63 characters: so no name server is queried, or waited for.
     const auto noName = std::string(64, 'a') + ".example";
     EXPECT_EQ(run.runOnPackage({"check", "--address", noName, "--json"}), 68);
     EXPECT_THAT(run.out, HasSubstr(R"("name":"no-such-printer")"));

@@ -71,7 +71,7 @@ TEST(Options, SayWhatIsWrong)
         {"a trace of nothing", {"info", "--trace", "f"}, "--trace belongs to"},
         {"a trace without a file", {"check", "-a", "192.0.2.7", "--trace", ""}, "name of a file"},
         {"an empty address", {"check", "--address", ""}, "four numbers"},
-        {"an address that nobody asks", {"info", "--address", "192.0.2.7"}, "leave --address"},
+        {"an address that is not used", {"info", "--address", "192.0.2.7"}, "leave --address"},
         {"a SHA-256 of printers", {"printers", "--sha256", "00"}, "--sha256 and --key belong"},
         {"a SHA-256 that is too short", {"info", "--sha256", "00"}, "64 hexadecimal digits"},
         {"an empty SHA-256", {"info", "--sha256", ""}, "64 hexadecimal digits"},

@@ -34,7 +34,7 @@ TEST(LinkTrace, SaysWhyAConnectionWasNotMade)
     auto* manager = DevConnMgr::Instance();
     const RefusingPort closed;
     EXPECT_LT(manager->Connect(nullptr, "127.0.0.1", 0, closed.port(), &handle), 0);
-    // A part of a name has at most 63 characters: no name server is asked, or waited for.
+    // A part of a name has at most 63 characters: so no name server is queried, or waited for.
     const auto noName = "lpd://" + std::string(64, 'a') + ".example/";
     EXPECT_LT(manager->Connect("queue", noName.c_str(), 0, 1, &handle), 0);
     ASSERT_EQ(recorder.problems.size(), 2U);

@@ -143,7 +143,7 @@ TEST_F(UsbPrinterSearch, FindsNothingOnABusThatIsEmptyOrUnreadable)
     EXPECT_FALSE(finds());
     host.printer();
     EXPECT_FALSE(finds("usb"));
-    EXPECT_EQ(host.printers()[0].attempts, 0) << "nobody is asked for a port that is none";
+    EXPECT_EQ(host.printers()[0].attempts, 0) << "no printer is opened for an invalid port";
     host.failWalks();
     EXPECT_FALSE(finds());
 }

@@ -106,7 +106,7 @@ TEST_F(LibusbHostTest, SaysWhyAnInterfaceCannotBeOpened)
     } rows[] = {
         {"pulled out", LIBUSB_ERROR_NO_DEVICE, 0, UsbStatus::failed},
         {"no memory", LIBUSB_ERROR_NO_MEM, 0, UsbStatus::failed},
-        {"somebody else's", 0, LIBUSB_ERROR_BUSY, UsbStatus::busy},
+        {"in use by another program", 0, LIBUSB_ERROR_BUSY, UsbStatus::busy},
         {"pulled out in between", 0, LIBUSB_ERROR_NO_DEVICE, UsbStatus::failed},
         {"the driver was sent away, and then it failed", 0, LIBUSB_ERROR_OTHER, UsbStatus::failed},
     };

@@ -13,7 +13,7 @@ TEST(DevicePageRule, LeadsANewListToAMode)
         DevicePageRule rule;
     } rows[] = {
         {"first time, printers", true, false, false, {true, false, kPrinter}},
-        {"both chosen, which nobody can", true, true, true, {true, false, kPrinter}},
+        {"both chosen, which no user can do", true, true, true, {true, false, kPrinter}},
         {"printer mode stays", true, true, false, {true, false, kPrinter}},
         {"address mode stays", true, false, true, {true, false, kAddress}},
         {"first time, no printers", false, false, false, {false, true, kAddress}},

@@ -53,7 +53,7 @@ TEST_F(PrinterSearches, ReportsQueriesAndResultsOnTheInterfacesThread)
     listen(search);
     search.start(false);
     EXPECT_TRUE(search.isSearching());
-    EXPECT_TRUE(told.isEmpty()) << "nothing is told before the interface comes back to it";
+    EXPECT_TRUE(told.isEmpty()) << "nothing is reported before the interface's thread is free";
     EXPECT_TRUE(waitFor("found 1"));
     EXPECT_EQ(told, QStringList({"asking ", "asking A\\x1b", "asking ", "found 1"}));
     EXPECT_FALSE(search.isSearching());
