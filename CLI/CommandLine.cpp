@@ -188,8 +188,7 @@ Outcome run(Workplace& place)
     if (options.command == Command::version)
         return textOutcome(options, "vymkit-cli " VYMKIT_VERSION "\n");
     if (cannotAsk(options, place.console))
-        return usageOutcome(options,
-                            "Nobody can be asked here whether the update may start: add --yes.");
+        return usageOutcome(options, "This call cannot ask you to confirm the update: add --yes.");
     if (options.traceFile.has_value()) {
         if (const auto problem = place.trace.openFile(*options.traceFile); !problem.empty())
             return usageOutcome(options,

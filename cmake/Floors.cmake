@@ -32,8 +32,8 @@ elseif(CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT VYMKIT_COVERAGE)
     _FORTIFY_SOURCE=$<IF:$<CONFIG:Release>,3,2>)
   target_compile_options(vymkit_flags INTERFACE -fstack-protector-strong)
   target_link_options(vymkit_flags INTERFACE -Wl,-z,relro,-z,now)
-  # What users get, where the compiler knows it: indirect jumps land where they may, a large stack
-  # frame is touched page by page, and a local that nobody set is zero.
+  # The protections that users get, where the compiler knows them: indirect jumps land only where they
+  # may, a large stack frame is touched page by page, and a local without a value is zero.
   foreach(flag -fcf-protection=full -fstack-clash-protection -ftrivial-auto-var-init=zero)
     string(MAKE_C_IDENTIFIER "vymkit_knows${flag}" known)
     check_cxx_compiler_flag(${flag} ${known})
