@@ -188,7 +188,9 @@ Outcome run(Workplace& place)
     if (options.command == Command::version)
         return textOutcome(options, "vymkit-cli " VYMKIT_VERSION "\n");
     if (cannotAsk(options, place.console))
-        return usageOutcome(options, "This call cannot ask you to confirm the update: add --yes.");
+        return usageOutcome(options,
+                            "With --json, with --from - or without a terminal, this call cannot "
+                            "ask you to confirm the update: add --yes.");
     if (options.traceFile.has_value()) {
         if (const auto problem = place.trace.openFile(*options.traceFile); !problem.empty())
             return usageOutcome(options,

@@ -220,6 +220,7 @@ Outcome stoppedEarly(Command command, StopCause cause, const std::string& place)
     outcome.command = command;
     MessageFacts words;
     words.place = place;
+    words.address = "any printer"; // for a no to many printers; one has its address by then
     concludeStopped(outcome, cause, false, words);
     return outcome;
 }

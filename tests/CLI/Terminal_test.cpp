@@ -137,6 +137,16 @@ TEST(Terminal, AnythingButYesIsANo)
     }
 }
 
+TEST(Terminal, ANoToAnUpdateOfManyPrintersMeansAllOfThem)
+{
+    TerminalRun run;
+    run.type("no\n");
+    EXPECT_EQ(run.run({"update", "-a", "192.0.2.8"}), 130);
+    EXPECT_THAT(run.screen, HasSubstr("2 printers will be updated with:"));
+    EXPECT_THAT(run.screen,
+                HasSubstr("You did not answer yes, so nothing was sent to any printer."));
+}
+
 TEST(Terminal, ASignalAnswersTheQuestionToo)
 {
     TerminalRun run;
@@ -159,6 +169,15 @@ TEST(Terminal, JsonNeverAsksEvenOnATerminal)
     run.type("yes\n");
     EXPECT_EQ(run.run({"update", "--json"}), 64);
     EXPECT_EQ(run.worker.portNumber, 0);
+}
+
+TEST(Terminal, AListThatIsTypedLeavesNoWayToAsk)
+{
+    TerminalRun run;
+    run.type("192.0.2.8\n\x04yes\n");
+    EXPECT_EQ(run.run({"update", "--from", "-"}), 64);
+    EXPECT_THAT(run.screen, HasSubstr("with --from - or without a terminal, this call cannot ask"));
+    EXPECT_THAT(run.screen, Not(HasSubstr("Start the update")));
 }
 
 TEST(Terminal, UsesNoColourWhereItIsNotWanted)
